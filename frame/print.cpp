@@ -1,0 +1,135 @@
+// frame/print.cpp - header line, wrapped message and traceback
+#include "frame/print.h"
+
+#include "frame/export.h"
+#include "frame/page.h"
+#include "frame/print_lock.h"
+#include "frame/units.h"
+
+namespace orvel::frame {
+
+namespace {
+
+constexpr std::size_t header_room = 59;
+constexpr std::size_t line_room = 64;
+
+std::string_view severity_word(int32_t type)
+{
+    constexpr std::string_view words = "NOTE    ALERT   WARNING FATAL   TERMINALWARNING FATAL   UNKNOWN ";
+    return words.substr(static_cast<std::size_t>(is_type(type) ? type - 1 : 7) * 8, 8);
+}
+
+// A recorded type outside 1..7 has no entry in the tables; it prints like one with the initial entries.
+int32_t attribute(const int32_t (&table)[7], int32_t type) { return is_type(type) ? table[type - 1] : 1; }
+
+// Names like "dLSARG" are printed as "DLSARG".
+char first_letter(std::string_view name)
+{
+    const auto lower = [](char c) { return c >= 'a' && c <= 'z'; };
+    const auto upper = [](char c) { return c >= 'A' && c <= 'Z'; };
+    return lower(name[0]) && upper(name[1]) ? static_cast<char>(name[0] - 'a' + 'A') : name[0];
+}
+
+std::string_view stored_name(const State& s, int32_t level) { return {s.text->rname[level - 1], name_room}; }
+
+struct Source {
+    std::string_view name;
+    int32_t line;
+};
+
+Source current_source(const State& s)
+{
+    const int k = std::clamp(s.lines->current, 1, 10) - 1;
+    const int32_t length = std::clamp(s.lines->name_length[k], 0, 31);
+    return {{s.sources->name[k], static_cast<std::size_t>(length)}, s.lines->line[k]};
+}
+
+// What follows the word "ERROR"; at most 59 characters.
+void put_prefix(Page& prefix, const State& s, int32_t level, int32_t form)
+{
+    const Source source = current_source(s);
+    if (form == 3 && (source.name != "?" || source.line != 0)) {
+        prefix << " from " << source.name;
+        if (source.line >= 1) prefix << " at line " << source.line;
+    } else if (form != 2) {
+        const std::string_view name = stored_name(s, level);
+        const char first = first_letter(name);
+        prefix << " " << s.errors->ercode[level - 1] << " from ";
+        if (first != ' ') prefix << std::string_view(&first, 1) << name.substr(1, name.find(' ') - 1);
+    }
+}
+
+struct LineBreak {
+    std::size_t end;   // characters of the text on this line
+    std::size_t next;  // where the next line starts
+};
+
+LineBreak break_line(std::string_view rest, std::size_t room)
+{
+    const std::size_t forced = rest.find("%/");
+    if (forced < room) return {forced, forced + 2};
+    if (rest.size() <= room) return {rest.size(), rest.size()};
+    const std::size_t blank = rest.substr(0, room).rfind(' ');
+    // A blank in the first place is no break: the line would be empty.
+    if (blank != rest.npos && blank > 0) return {blank, blank + 1};
+    return {room, room};
+}
+
+void put_message(Page& page, std::string_view message, std::size_t first_room)
+{
+    std::size_t room = first_room;
+    for (;;) {
+        const LineBreak cut = break_line(message, room);
+        page << message.substr(0, cut.end) << "\n";
+        message.remove_prefix(cut.next);
+        if (message.empty()) return;
+        page << " ***          ";
+        room = line_room;
+    }
+}
+
+void put_traceback(Page& page, State& s, int32_t level)
+{
+    page << "     " "Here is a traceback of subprogram calls" " in reverse order:" "\n"
+         << "     " "Routine name               " " " "    Error type  Error code" "\n"
+         << "     " "------------  " "              " "    ----------  ----------" "\n";
+    for (int32_t k = level; k >= 1; --k) {
+        const std::string_view name = stored_name(s, k);
+        const char first = first_letter(name);
+        page << "     " << std::string_view(&first, 1) << name.substr(1);
+        page.in_six(type_at(s, k)) << "      ";
+        page.in_six(code_at(s, k));
+        if (k > 1 && !is_user(s, k - 1)) page << "    (Called internally)";
+        page << "\n";
+    }
+}
+
+}  // namespace
+
+void print_message(State& s)
+{
+    const PrintLock lock;
+    if (message_length(s) < 1) return;
+    orvel_ercom1& e = *s.errors;
+    const int32_t level = current_level(s);
+    const int32_t type = type_at(s, level);
+    const int32_t form = attribute(e.atttab, type);
+    const std::string_view message{s.text->message, static_cast<std::size_t>(message_length(s))};
+
+    Page prefix;
+    put_prefix(prefix, s, level, form);
+    if (!message.starts_with(".  ")) prefix << ".  ";
+    Page page;
+    page << "\n *** " << severity_word(type) << " ERROR" << prefix.text();
+    put_message(page, message, header_room - std::min(header_room, prefix.text().size()));
+    e.msglen = 0;
+    e.parlen = 1;
+    if (attribute(e.trctab, type) == 1 && (level > 2 || form > 1)) put_traceback(page, s, level);
+    write_unit(s.units[2], page.text());
+}
+
+void e1prt() { print_message(state()); }
+
+}  // namespace orvel::frame
+
+ORVEL_EXPORT(E1PRT, e1prt_, 0, orvel::frame::e1prt);

@@ -1,0 +1,126 @@
+// frame/routine.h - the frame of a routine in library code: name on the stack, errors, user code
+#pragma once
+
+#include <complex>
+#include <cstdint>
+#include <exception>
+#include <initializer_list>
+#include <type_traits>
+
+#include "frame/message.h"
+#include "frame/stack.h"
+
+namespace orvel {
+
+using frame::alert;
+using frame::fatal;
+using frame::i;
+using frame::l;
+using frame::note;
+using frame::r;
+using frame::terminal;
+using frame::warning;
+
+template <class T>
+inline constexpr bool is_double = std::is_same_v<T, double> || std::is_same_v<T, std::complex<double>>;
+
+// A name as a template argument.
+template <std::size_t N>
+struct Name {
+    char text[N] = {};
+
+    consteval Name() = default;
+    consteval Name(const char (&name)[N])
+    {
+        for (std::size_t k = 0; k < N; ++k) text[k] = name[k];
+    }
+    constexpr std::string_view view() const { return {text, N - 1}; }
+};
+
+template <std::size_t N>
+consteval Name<N + 1> with_d(Name<N> name)
+{
+    Name<N + 1> result;
+    result.text[0] = 'D';
+    for (std::size_t k = 0; k < N; ++k) result.text[k + 1] = name.text[k];
+    return result;
+}
+
+// The first object of every routine, and so the last to go: scratch is free before the pop prints or stops.
+// The name of the double member is the single one's with a D, unless it is given. When an exception passes,
+// the level is left silently.
+template <class T, Name Single, Name Double = with_d(Single)>
+class Routine {
+public:
+    Routine() : Routine(frame::state()) {}
+
+    // For a routine called by another of the library, which has looked up the state already.
+    explicit Routine(frame::State& s) : s_(s), level_(s.errors->level + 1) { frame::push(s_, name_); }
+
+    // Enters and leaves at once: for arguments whose results need no check, error or call of other code.
+    static void visit(frame::State& s) { frame::push_and_pop(s, name_); }
+
+    ~Routine() noexcept(false)
+    {
+        if (!frame::pop_quickly(s_, name_, level_)) [[unlikely]]
+            leave();
+    }
+
+    Routine(const Routine&) = delete;
+    Routine& operator=(const Routine&) = delete;
+
+    frame::State& state() { return s_; }
+
+    void post(int32_t type, int32_t code, std::string_view text,
+              std::initializer_list<frame::Parameter> parameters = {})
+    {
+        frame::post(s_, frame::real_kind<std::conditional_t<is_double<T>, double, float>>, type, code, text,
+                    parameters);
+    }
+
+    // Posts that scratch storage could not be had. The level is marked first, as every front does; a message
+    // of an earlier routine that still waits in the buffer is not printed with it.
+    void no_storage(int32_t code, std::string_view text, std::initializer_list<frame::Parameter> parameters = {})
+    {
+        s_.errors->msglen = 0;
+        post(terminal, -1, " ");
+        post(terminal, code, text, parameters);
+    }
+
+    // Clears the error of this level, for a routine that knows better than its callee.
+    void clear() { post(0, 0, " "); }
+
+    bool failed() const { return s_.errors->ertype[level_ - 1] > 0; }
+    int32_t error_type() const { return s_.errors->ertype[level_ - 1]; }
+
+private:
+    [[gnu::cold, gnu::noinline]] void leave()
+    {
+        if (std::uncaught_exceptions() > s_.exceptions) {
+            s_.errors->level = level_;
+            frame::discard_record_above(s_, level_);
+            s_.errors->level = level_ - 1;
+        } else {
+            frame::judge_and_pop(s_, name_);
+        }
+    }
+
+    static constexpr frame::PaddedName name_{is_double<T> ? Double.view() : Single.view()};
+
+    frame::State& s_;
+    const int32_t level_;
+};
+
+// Brackets a call of a user's function: library routines that it calls report as if the user had called them.
+class UserCode {
+public:
+    explicit UserCode(frame::State& s) : user_(s.callers->user[frame::current_level(s) - 1]) { user_ = -1; }
+    ~UserCode() { user_ = 0; }
+    UserCode(const UserCode&) = delete;
+    UserCode& operator=(const UserCode&) = delete;
+
+private:
+    int32_t& user_;
+};
+
+}  // namespace orvel

@@ -1,0 +1,9 @@
+/* include/orvel/orvel.h - every public declaration of the library */
+#ifndef ORVEL_ORVEL_H
+#define ORVEL_ORVEL_H
+
+#include "orvel/frame.h"
+#include "orvel/host.h"
+#include "orvel/special.h"
+
+#endif

@@ -1,0 +1,36 @@
+/* include/orvel/types.h - argument types and linkage words of the public interface
+ *
+ * Every argument goes by reference. INTEGER is int32_t, REAL float, DOUBLE PRECISION double, LOGICAL
+ * int32_t (-1 true, 0 false; bit 0 is the truth value). A character argument is a pointer whose length
+ * follows, by value, after all other arguments: one length per character argument, in order.
+ */
+#ifndef ORVEL_TYPES_H
+#define ORVEL_TYPES_H
+
+#include <stddef.h>
+#include <stdint.h>
+
+#ifdef __cplusplus
+#include <complex>
+typedef std::complex<float> orvel_complex;
+typedef std::complex<double> orvel_dcomplex;
+#define ORVEL_BEGIN extern "C" {
+#define ORVEL_END }
+#else
+typedef float _Complex orvel_complex;
+typedef double _Complex orvel_dcomplex;
+#define ORVEL_BEGIN
+#define ORVEL_END
+#endif
+
+/* Storage class of the blocks of state: one copy in each thread. The GNU word is used where it exists,
+ * because a C++ thread_local from another library is reached through a wrapper that C does not have. */
+#if defined(__GNUC__)
+#define ORVEL_PER_THREAD __thread
+#elif defined(__cplusplus)
+#define ORVEL_PER_THREAD thread_local
+#else
+#define ORVEL_PER_THREAD _Thread_local
+#endif
+
+#endif

@@ -1,0 +1,67 @@
+// tests/support.h - what every test of the library needs: captured output, outcome of the last call
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "orvel/orvel.h"
+
+namespace orvel_test {
+
+// Collects what is written to a unit while it lives.
+class Capture {
+public:
+    explicit Capture(int32_t unit = 6) : unit_(unit)
+    {
+        orvel_bind_unit(
+            unit, [](void* self, int32_t, const char* text, size_t n) { static_cast<Capture*>(self)->text_.append(text, n); },
+            this);
+    }
+    ~Capture() { orvel_bind_unit(unit_, nullptr, nullptr); }
+    Capture(const Capture&) = delete;
+    Capture& operator=(const Capture&) = delete;
+
+    // What was written since the last call.
+    std::string take()
+    {
+        std::string text;
+        text.swap(text_);
+        return text;
+    }
+
+private:
+    int32_t unit_;
+    std::string text_;
+};
+
+inline void set_switches(int32_t type, int32_t print, int32_t stop) { ERSET(&type, &print, &stop); }
+
+// Type and code of the routine that returned last.
+struct Outcome {
+    int32_t type, code;
+    bool operator==(const Outcome&) const = default;
+};
+
+inline Outcome outcome()
+{
+    const int32_t above = 1;
+    return {N1RTY(&above), N1RCD(&above)};
+}
+
+inline std::ostream& operator<<(std::ostream& out, const Outcome& o)
+{
+    return out << "type " << o.type << " code " << o.code;
+}
+
+// Every test starts on a quiet thread: level 1, initial switches, units and handlers.
+class Quiet : public ::testing::Test {
+protected:
+    Quiet()
+    {
+        orvel_reset();
+        set_switches(0, 2, 2);
+    }
+};
+
+}  // namespace orvel_test

@@ -1,0 +1,78 @@
+#!/usr/bin/env python3
+# tools/gamma_tables.py - print special/gamma_tables.h from the definitions of its series
+#
+#   /usr/bin/python3 tools/gamma_tables.py > special/gamma_tables.h
+#
+# Every number is computed with 60 digits and rounded once. A test runs this program again and
+# compares its output with the file that is checked in.
+from mpmath import mp, mpf, cos, gamma, log, loggamma, nstr, pi, sqrt
+
+mp.dps = 60
+
+
+def chebyshev(f, terms, nodes=160):
+    """First coefficients of f on [-1, 1]; the leading one enters the sum with half weight."""
+    angles = [pi * (k + mpf(1) / 2) / nodes for k in range(nodes)]
+    values = [f(cos(a)) for a in angles]
+    return [mpf(2) / nodes * sum(v * cos(j * a) for v, a in zip(values, angles))
+            for j in range(terms)]
+
+
+def powers(series):
+    """The same sum, rearranged in powers of its variable."""
+    older, newer = [mpf(1)], [mpf(0), mpf(1)]
+    result = [mpf(0)] * len(series)
+    for j, c in enumerate(series):
+        for k, p in enumerate(older):
+            result[k] += p * c / (2 if j == 0 else 1)
+        following = [mpf(0)] + [2 * p for p in newer]
+        for k, p in enumerate(older):
+            following[k] -= p
+        older, newer = newer, following
+    return result
+
+
+def gamma_minus_constant(u):
+    return gamma(1 + (1 + u) / 2) - mpf(15) / 16
+
+
+def gamma_deviation(u):
+    t = (1 + u) / 2
+    return (gamma(1 + t) - 1) / (t * (t - 1))
+
+
+def log_gamma_deviation(u):
+    t = (1 + u) / 2
+    return loggamma(1 + t) / (t * (t - 1))
+
+
+def stirling_correction(w):
+    x = 10 / sqrt((1 + w) / 2)
+    return x * (loggamma(x) - ((x - mpf(1) / 2) * log(x) - x + log(2 * pi) / 2))
+
+
+def table(name, values, comment):
+    print(f"// {comment}")
+    print(f"inline constexpr std::array<double, {len(values)}> {name} = {{")
+    for v in values:
+        print(f"    {nstr(v, 20, min_fixed=1, max_fixed=0)},")
+    print("};\n")
+
+
+print("""// special/gamma_tables.h - series of the gamma family; printed by tools/gamma_tables.py
+#pragma once
+
+#include <array>
+
+namespace orvel::special {
+""")
+table("gamma_series", chebyshev(gamma_minus_constant, 42),
+      "Gamma(1 + t) - 0.9375 in Chebyshev polynomials of u = 2t - 1, 0 <= t <= 1.")
+table("stirling_series", chebyshev(stirling_correction, 15),
+      "x (ln Gamma(x) - Stirling part) in Chebyshev polynomials of 2 (10/x)^2 - 1, x >= 10.")
+for suffix, terms in ("", 22), ("_single", 12):
+    table("gamma_deviation" + suffix, powers(chebyshev(gamma_deviation, terms)),
+          "(Gamma(1 + t) - 1) / (t (t - 1)) in powers of u = 2t - 1, 0 <= t <= 1.")
+    table("log_gamma_deviation" + suffix, powers(chebyshev(log_gamma_deviation, terms)),
+          "ln Gamma(1 + t) / (t (t - 1)) in powers of u = 2t - 1, 0 <= t <= 1.")
+print("}  // namespace orvel::special")
