@@ -56,7 +56,7 @@ template <class T>
                 {r(1, wide), r(2, static_cast<double>(Limits::xmin))});
         return 0.0;
     }
-    const double sine = sin_pi(-wide);
+    const double sine = sin_pi<T>(-wide);
     if (sine == 0.0) return pole(7);
     close_to_pole();
     return -pi / (-wide * sine * gamma_of_large<T>(-wide));

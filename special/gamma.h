@@ -27,20 +27,20 @@ extern template double gamma<double>(frame::State&, double);
 extern template LogGamma<float> log_gamma_and_sign(frame::State&, float);
 extern template LogGamma<double> log_gamma_and_sign(frame::State&, double);
 
-// How far x is from the nearest integer below zero, in units of x; evaluated in T, because it decides.
+// How far x < -0.5, not an integer, is from the nearest integer, in units of x; evaluated in T, because it decides.
 template <class T>
 inline T distance_from_pole(T x)
 {
-    return (x - std::trunc(x - T(0.5))) / x;
+    return (x - static_cast<T>(static_cast<int64_t>(x - T(0.5)))) / x;
 }
 
-// Newton's iteration for the ends of the range of Gamma. `steps` is 10 but in tests of its failure.
+// Newton's iteration for the ends of the range of Gamma, at most 10 steps each; tests of its failure allow fewer.
 template <class T>
-void gamma_range(T* xmin, T* xmax, int steps = 10)
+void gamma_range(T* xmin, T* xmax, int lower_steps = 10, int upper_steps = 10)
 {
     Routine<T, "R9GAML", "D9GAML"> me;
     *xmin = *xmax = machine<T>(6);
-    const auto solve = [steps](double start, auto step) {
+    const auto solve = [](int steps, double start, auto step) {
         double x = start;
         for (int k = 0; k < steps; ++k) {
             const double change = step(x);
@@ -50,13 +50,13 @@ void gamma_range(T* xmin, T* xmax, int steps = 10)
         return 0.0;
     };
     const double alnsml = std::log(static_cast<double>(machine<T>(1)));
-    const double lower = solve(-alnsml, [=](double x) {
+    const double lower = solve(lower_steps, -alnsml, [=](double x) {
         return x * ((x + 0.5) * std::log(x) - x - 0.2258 + alnsml) / (x * std::log(x) + 0.5);
     });
     if (lower == 0.0) return me.post(terminal, 5, "Unable to determine the value of XMIN.");
 
     const double alnbig = std::log(static_cast<double>(machine<T>(2)));
-    const double upper = solve(alnbig, [=](double x) {
+    const double upper = solve(upper_steps, alnbig, [=](double x) {
         return x * ((x - 0.5) * std::log(x) - x + 0.9189 - alnbig) / (x * std::log(x) - 0.5);
     });
     if (upper == 0.0) return me.post(terminal, 6, "Unable to determine the value of XMAX.");

@@ -6,8 +6,10 @@
 #pragma once
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
 
 #include "frame/constants.h"
 #include "frame/routine.h"
@@ -40,7 +42,7 @@ struct GammaLimits<double> {
 
 // From here on 1 / (12 x) is all of the correction: 1 / sqrt(AMACH(3)).
 template <class T>
-inline constexpr double stirling_tail = is_double<T> ? 0x1p26 * 1.4142135623730951 : 0x1p12;
+inline constexpr double stirling_tail = is_double<T> ? 94906265.62425154 : 0x1p12;
 
 inline constexpr double pi = 3.14159265358979323846;
 inline constexpr double root_two_pi = 2.5066282746310005024;
@@ -122,9 +124,9 @@ inline double stirling_correction(double x)
 {
     if (x >= stirling_tail<T>) return 1.0 / (12.0 * x);
     constexpr std::size_t terms = series_length(stirling_series.data(), 15, is_double<T> ? machine<double>(3) : 1e-10);
-    static constexpr auto series = to_powers<terms>(stirling_series.data());
-    const double r = 10.0 / x;
-    return power_sum(2.0 * r * r - 1.0, series) * (0.1 * r);
+    static constexpr auto series = shifted_powers<terms>(stirling_series.data(), 100.0L);
+    const double r = 1.0 / x;
+    return power_sum(r * r, series) * r;
 }
 
 // Gamma(x), 10 < x <= xmax: sqrt(2 pi) x^(x - 1/2) e^(-x + correction). In double the power is formed in two
@@ -141,13 +143,18 @@ inline double gamma_of_large(double x)
     return g + g * growth;
 }
 
-// sin(pi y), y >= 0; exactly zero at integers, with y reduced exactly.
+// sin(pi y), y >= 0; exactly zero at integers. T selects the precision. Adding 2^52 rounds to the nearest integer, whose last bit is then
+// the last of the sum; what remains of y is exact.
+template <class T>
 inline double sin_pi(double y)
 {
-    const double whole = std::floor(y);
-    const double part = std::min(y - whole, whole + 1.0 - y);
-    const double s = part <= 0.25 ? std::sin(pi * part) : std::cos(pi * (0.5 - part));
-    return std::fmod(whole, 2.0) == 0.0 ? s : -s;
+    constexpr double rounder = 0x1p52;
+    if (y >= rounder) return 0.0;
+    const double sum = y + rounder;
+    const double part = y - (sum - rounder);
+    const double w = 8.0 * part * part - 1.0;
+    const double sine = part * (is_double<T> ? power_sum(w, sine_of_pi) : power_sum(w, sine_of_pi_single));
+    return (std::bit_cast<uint64_t>(sum) & 1) == 0 ? sine : -sine;
 }
 
 // ln Gamma(x), x > 10.

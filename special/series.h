@@ -34,26 +34,28 @@ constexpr double chebyshev_sum(double x, const T* series, int terms)
     return 0.5 * (b0 - b2);
 }
 
-// A Chebyshev series rearranged in powers of its variable, at compile time. Done in the widest type, for short
-// series whose terms fall faster than the coefficients of the polynomials grow.
+// A series in Chebyshev polynomials of 2 v - 1 rearranged in powers of v / unit, at compile time. Done in the
+// widest type, for short series whose terms fall faster than the coefficients of the polynomials grow.
 template <std::size_t N>
-consteval std::array<double, N> to_powers(const double* series)
+consteval std::array<double, N> shifted_powers(const double* series, long double unit)
 {
     std::array<long double, N> sum{}, older{}, newer{};
-    older[0] = 1.0L;
     sum[0] = 0.5L * series[0];
-    if constexpr (N > 1) newer[1] = 1.0L;
+    older[0] = 1.0L;
+    newer[0] = -1.0L;
+    newer[1] = 2.0L;
     for (std::size_t j = 1; j < N; ++j) {
         std::array<long double, N> next{};
         for (std::size_t k = 0; k < N; ++k) {
             sum[k] += series[j] * newer[k];
-            next[k] = (k > 0 ? 2.0L * newer[k - 1] : 0.0L) - older[k];
+            next[k] = (k > 0 ? 4.0L * newer[k - 1] : 0.0L) - 2.0L * newer[k] - older[k];
         }
         older = newer;
         newer = next;
     }
     std::array<double, N> result{};
-    for (std::size_t k = 0; k < N; ++k) result[k] = static_cast<double>(sum[k]);
+    long double scale = 1.0L;
+    for (std::size_t k = 0; k < N; ++k, scale *= unit) result[k] = static_cast<double>(sum[k] * scale);
     return result;
 }
 

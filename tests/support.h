@@ -54,6 +54,13 @@ inline std::ostream& operator<<(std::ostream& out, const Outcome& o)
     return out << "type " << o.type << " code " << o.code;
 }
 
+// A printed message with its continuation lines joined.
+inline std::string one_line(std::string text)
+{
+    for (std::size_t at; (at = text.find("\n ***          ")) != text.npos;) text.replace(at, 15, " ");
+    return text;
+}
+
 // Every test starts on a quiet thread: level 1, initial switches, units and handlers.
 class Quiet : public ::testing::Test {
 protected:

@@ -5,7 +5,7 @@
 #
 # Every number is computed with 60 digits and rounded once. A test runs this program again and
 # compares its output with the file that is checked in.
-from mpmath import mp, mpf, cos, gamma, log, loggamma, nstr, pi, sqrt
+from mpmath import mp, mpf, cos, gamma, log, loggamma, nstr, pi, sin, sqrt
 
 mp.dps = 60
 
@@ -51,6 +51,11 @@ def stirling_correction(w):
     return x * (loggamma(x) - ((x - mpf(1) / 2) * log(x) - x + log(2 * pi) / 2))
 
 
+def sine_quotient(w):
+    d = sqrt((1 + w) / 8)
+    return sin(pi * d) / d
+
+
 def table(name, values, comment):
     print(f"// {comment}")
     print(f"inline constexpr std::array<double, {len(values)}> {name} = {{")
@@ -75,4 +80,7 @@ for suffix, terms in ("", 22), ("_single", 12):
           "(Gamma(1 + t) - 1) / (t (t - 1)) in powers of u = 2t - 1, 0 <= t <= 1.")
     table("log_gamma_deviation" + suffix, powers(chebyshev(log_gamma_deviation, terms)),
           "ln Gamma(1 + t) / (t (t - 1)) in powers of u = 2t - 1, 0 <= t <= 1.")
+for suffix, terms in ("", 10), ("_single", 6):
+    table("sine_of_pi" + suffix, powers(chebyshev(sine_quotient, terms)),
+          "sin(pi d) / d in powers of 8 d^2 - 1, |d| <= 1/2.")
 print("}  // namespace orvel::special")

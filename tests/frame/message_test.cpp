@@ -1,0 +1,349 @@
+// tests/frame/message_test.cpp - parameters, templates, checksum, printed lines, message file
+#include <cmath>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <limits>
+#include <regex>
+#include <string_view>
+
+#include "tests/support.h"
+
+using namespace orvel_test;
+using std::string;
+
+namespace {
+
+const string next = "\n ***          ";
+const string trace_head = "     Here is a traceback of subprogram calls in reverse order:\n"
+                          "     Routine name                    Error type  Error code\n"
+                          "     ------------                    ----------  ----------\n";
+
+void push(std::string_view name) { E1PSH(name.data(), name.size()); }
+void pop(std::string_view name) { E1POP(name.data(), name.size()); }
+void post(int32_t type, int32_t code, std::string_view text) { E1MES(&type, &code, text.data(), text.size()); }
+void set_i(int32_t id, int32_t value) { E1STI(&id, &value); }
+void set_l(int32_t id, std::string_view text) { E1STL(&id, text.data(), text.size()); }
+void set_a(int32_t id, int32_t length, std::string_view text) { E1STA(&id, &length, text.data(), text.size()); }
+
+string message() { return {ERCOM2.message, static_cast<std::size_t>(ERCOM1.msglen)}; }
+
+// The message that a template makes, without its ".  ".
+string made(std::string_view text)
+{
+    post(2, 1, text);
+    return message().substr(0, 3) == ".  " ? message().substr(3) : "?" + message();
+}
+
+template <class T>
+string shown(void (*set)(const int32_t*, const T*), char kind, T value)
+{
+    const int32_t id = 1;
+    set(&id, &value);
+    return made(string("%(") + kind + "1)");
+}
+
+// Adds entries to the store as a routine outside of the library does.
+void fill_store(const string& entries)
+{
+    entries.copy(ERCOM2.parameters + ERCOM1.parlen, entries.size());
+    ERCOM1.parlen += static_cast<int32_t>(entries.size());
+}
+
+class Message : public Quiet {
+protected:
+    // What a routine at level 2 prints when it is told to; the first line has 50 characters for ".  " and text.
+    string printed(int32_t type, int32_t code, std::string_view text)
+    {
+        set_switches(0, 0, 0);
+        push("R ");
+        post(type, code, text);
+        E1PRT();
+        post(0, 0, "");
+        pop("R ");
+        return page.take();
+    }
+
+    Capture page;
+};
+
+TEST_F(Message, PlaceholdersAreReplacedByTheirParameters)
+{
+    const char* rows[][2] = {
+        {"N = %(I1).", "N = -3."},          {"%(i1)%(I1)", "-3-3"},     {"%(I2) %(R1)", "%(I2) %(R1)"},
+        {"%(I0)%(B1)%(I:)", "%(I0)%(B1)%(I:)"}, {"%(I1", "%(I1"},       {"%(I1]%(I11)", "%(I1]%(I11)"},
+        {"%%(%(I9)%", "%%(7%"},             {"%(l2)|%(K1)|%(s2)", "%(I1)|key|%"}, {"%(L3)%(I5)", "*I5*1%9%(I5)"},
+    };
+    for (const auto& row : rows) {
+        for (int32_t value : {-3, 4}) set_i(1, value);  // the first one holds
+        set_i(9, 7);
+        set_l(2, "%(I1)");
+        set_l(3, "*I5*1%9");
+        fill_store("*k1*3%key*S2*1%%");
+        EXPECT_EQ(made(row[0]), row[1]);
+        EXPECT_EQ(ERCOM1.parlen, 1);
+    }
+    set_i(1, 1);
+    post(0, 0, "%(I1)");
+    EXPECT_EQ(made("%(I1)"), "%(I1)");
+
+    ERCOM1.atttab[3] = 3;
+    for (const auto& [type, start] : {std::pair{4, " in reference to keyword ABCD.  "}, {2, ".  "}}) {
+        fill_store("*N1*4%ABCD");
+        push("R ");
+        post(type, 1, "Text");
+        EXPECT_EQ(message(), start + string("Text"));
+        orvel_reset();
+    }
+    fill_store("*N1*4%ABCD");
+    ERCOM1.trctab[3] = 0;
+    EXPECT_EQ(printed(4, 1, "Text"), "\n *** FATAL    ERROR 1 from R.   in reference to keyword ABCD.  Text\n");
+    ERCOM1.atttab[3] = ERCOM1.trctab[3] = 1;
+}
+
+TEST_F(Message, SettersWriteTheirText)
+{
+    using F = std::numeric_limits<float>;
+    using D = std::numeric_limits<double>;
+    for (int32_t i : {0, -3, INT32_MAX, INT32_MIN}) EXPECT_EQ(shown(E1STI, 'I', i), std::to_string(i));
+    EXPECT_EQ(shown(E1STR, 'R', 12.3456f), "1.234560E+01");
+    EXPECT_EQ(shown(E1STR, 'R', -F::max()), "-3.402823E+38");
+    EXPECT_EQ(shown(E1STR, 'R', F::denorm_min()), "1.401298E-45");
+    EXPECT_EQ(shown(E1STR, 'R', 0.0f) + shown(E1STR, 'R', -0.0f), "0.000000E+00-0.000000E+00");
+    EXPECT_EQ(shown(E1STR, 'R', F::infinity()) + shown(E1STR, 'R', -F::infinity()), "Infinity-Infinity");
+    EXPECT_EQ(shown(E1STR, 'R', std::copysign(F::quiet_NaN(), -1.0f)), "NaN");
+    EXPECT_EQ(shown(E1STD, 'D', 2.0 / 3), "6.666666666666666E-01");
+    EXPECT_EQ(shown(E1STD, 'D', -D::max()), "-1.797693134862316E+308");
+    EXPECT_EQ(shown(E1STD, 'D', D::min()), "2.225073858507201E-308");
+    EXPECT_EQ(shown(E1STD, 'D', 0.0), "0.000000000000000E+00");
+    EXPECT_EQ(shown(E1STC, 'C', orvel_complex(-1.5f, 0.0f)), "(-1.500000E+00,0.000000E+00)");
+    EXPECT_EQ(shown(E1STZ, 'Z', orvel_dcomplex(D::quiet_NaN(), -1e100)), "(NaN,-1.000000000000000E+100)");
+
+    const struct {
+        int32_t id;
+        string text, shown;
+    } texts[] = {{1, "ab  ", "ab"}, {-1, "ab  ", "ab  "}, {1, "   ", " "}, {-1, "   ", "   "}, {1, "", " "}, {-1, "", ""},
+                 {1, string(256, 'q'), string(255, 'q')}, {-1, string(256, ' '), string(255, ' ')}};
+    for (const auto& row : texts) {
+        set_l(row.id, row.text);
+        EXPECT_EQ(made("%(L1)"), row.shown);
+    }
+    for (const auto& [length, text] : {std::pair{2, "ab"}, {4, "ab c"}, {99, "ab c"}, {0, ""}, {-1, ""}, {INT32_MIN, ""}}) {
+        set_a(1, length, "ab c");
+        EXPECT_EQ(made("%(A1)"), text);
+    }
+    const int32_t one = 1, two = 2;
+    E1STL(&one, nullptr, 3);
+    E1STA(&one, &two, nullptr, 2);
+    EXPECT_EQ(made("<%(L1)%(A1)>"), "< >");
+    for (int32_t id : {0, 10, -10, INT32_MIN, INT32_MAX}) (set_i(id, 1), set_l(id, "a"), set_a(id, 1, "a"));
+    set_i(-1, 1), set_a(-1, 1, "a");
+    EXPECT_EQ(ERCOM1.parlen, 1);
+}
+
+TEST_F(Message, StoreAndBufferHaveTheirRoom)
+{
+    for (const auto& [length, used] : {std::pair{291, 300}, {292, 1}}) {
+        set_a(1, length, string(400, 'a'));
+        EXPECT_EQ(ERCOM1.parlen, used);
+        EXPECT_EQ(made("%(A1)"), used == 1 ? "%(A1)" : string(291, 'a'));
+    }
+    set_a(1, 280, string(280, 'a'));  // 289 characters
+    set_i(1, 1234);
+    set_i(2, 123);
+    EXPECT_EQ(made("%(I1)%(I2)"), "%(I1)123");
+
+    EXPECT_EQ(made(string(1021, 'x')), string(1021, 'x'));
+    EXPECT_EQ(made(string(1022, 'x')), string(1021, 'x'));
+    set_l(1, "abcdef");
+    EXPECT_EQ(made(string(1019, 'x') + "%(L1)tail"), string(1019, 'x') + "ab");
+    string text;
+    for (int k = 0; k < 200; ++k) text += "%(L1)";
+    for (int filler : {19, 20}) {  // of the template, 1024 characters are read
+        set_l(1, "z");
+        EXPECT_EQ(made(text + string(filler, 'x') + "%(L1)!!"),
+                  string(200, 'z') + string(filler, 'x') + (filler == 19 ? "z" : "%(L1"));
+    }
+}
+
+TEST_F(Message, PostingKeepsWhatItIsToldToKeep)
+{
+    const struct {
+        int32_t type, code;
+        const char* text;
+        int32_t kept_type, kept_code;
+        const char* kept;
+    } rows[] = {{4, 7, "First", 4, 7, ".  First"},  {-1, 9, "Second", 4, 9, ".  Second"}, {3, -1, "", 3, 9, ".  Second"},
+                {2, 5, " ", 2, 5, ".  Second"},     {-1, -6, "  ", 2, 5, ".    "},        {2, 0, "Gone", 2, 0, ""},
+                {3, 8, "", 3, 8, ""},               {2, 4, "Third", 2, 4, ".  Third"},    {0, 3, "Gone", 0, 3, ""},
+                {8, 6, "Eighth", 8, 6, ".  Eighth"}, {0, 0, "", 0, 0, ""}};
+    push("R ");
+    for (const auto& row : rows) {
+        post(row.type, row.code, row.text);
+        EXPECT_EQ((Outcome{ERCOM1.ertype[1], ERCOM1.ercode[1]}), (Outcome{row.kept_type, row.kept_code}));
+        EXPECT_EQ(message(), row.kept);
+    }
+    pop("R ");
+}
+
+TEST_F(Message, HeaderHasAWordAndAForm)
+{
+    const char* words[] = {"NOTE    ", "ALERT   ", "WARNING ", "FATAL   ", "TERMINAL", "WARNING ", "FATAL   ", "UNKNOWN "};
+    for (int32_t type = 1; type <= 8; ++type)
+        EXPECT_EQ(printed(type, 40 + type, "Text"),
+                  string("\n *** ") + words[type - 1] + " ERROR " + std::to_string(40 + type) + " from R.  Text\n");
+    EXPECT_EQ(printed(-7, 1, "Text"), "\n *** UNKNOWN  ERROR 1 from R.  Text\n");
+
+    const string trace = trace_head +
+                         "     R                                    4           2\n"
+                         "     USER                                 0           0\n";
+    const struct {
+        int32_t form, line;
+        std::string_view name;
+        string head;
+        bool traced;
+    } rows[] = {{2, 0, "?", "", true},
+                {3, 12, "solve.f", " from solve.f at line 12", true},
+                {3, 0, "solve.f", " from solve.f", true},
+                {3, -1, "solve.f", " from solve.f", true},
+                {3, 5, "?", " from ? at line 5", true},
+                {1, 12, "solve.f", " 2 from R", false}};
+    for (const auto& row : rows) {
+        ERCOM1.atttab[3] = row.form;
+        ERCOM8.current = 3;
+        ERCOM8.line[2] = row.line;
+        ERCOM8.name_length[2] = static_cast<int32_t>(row.name.size());
+        row.name.copy(ERCOM9.name[2], 31);
+        for (int32_t traced : {0, 1}) {
+            ERCOM1.trctab[3] = traced;
+            EXPECT_EQ(printed(4, 2, "Text"), "\n *** FATAL    ERROR" + row.head + ".  Text\n" +
+                      (row.traced && traced ? trace : ""));
+        }
+    }
+    ERCOM8.current = ERCOM1.atttab[3] = 3;
+    ERCOM8.line[2] = 0, ERCOM8.name_length[2] = 1, ERCOM9.name[2][0] = '?';
+    ERCOM1.trctab[3] = 0;
+    EXPECT_EQ(printed(4, 2, "Text"), "\n *** FATAL    ERROR 2 from R.  Text\n");
+    ERCOM8.current = ERCOM1.atttab[3] = ERCOM1.trctab[3] = 1;
+}
+
+TEST_F(Message, LinesBreakAtBlanksPairsAndEnds)
+{
+    const auto x = [](int n) { return string(static_cast<std::size_t>(n), 'x'); };
+    const string rows[][2] = {
+        {x(47), ".  " + x(47)},
+        {x(48), ". " + next + x(48)},  // the blanks of ".  " are the last ones in the room
+        {x(40) + " yyyyyy", ".  " + x(40) + " yyyyyy"},
+        {x(40) + " yyyyyyy", ".  " + x(40) + next + "yyyyyyy"},
+        {x(46) + " yy", ".  " + x(46) + next + "yy"},
+        {x(47) + " yy", ". " + next + x(47) + " yy"},
+        {"a%/" + x(64), ".  a" + next + x(64)},
+        {"a%/" + x(150), ".  a" + next + x(64) + next + x(64) + next + x(22)},
+        {"a%/b " + x(63) + " c", ".  a" + next + "b" + next + x(63) + next + "c"},
+        {"a%/b " + x(61) + " c", ".  a" + next + "b " + x(61) + next + "c"},
+        {"a%/%/b c%/d%/", ".  a" + next + next + "b c" + next + "d"},
+        {x(30) + " " + x(20) + "%/b", ".  " + x(30) + next + x(20) + next + "b"},
+        {x(20) + "%/" + x(30) + " b", ".  " + x(20) + next + x(30) + " b"},
+        {x(10) + "%" + x(30) + "/", ".  " + x(10) + "%" + x(30) + "/"},
+    };
+    for (const auto& row : rows) {
+        string expected = "\n *** FATAL    ERROR 1 from R" + row[1] + "\n";
+        EXPECT_EQ(printed(4, 1, row[0]), expected);
+    }
+}
+
+TEST_F(Message, TracebackTellsWhoCalledWhom)
+{
+    push("dOUTER ");
+    E1USR("ON", 2);
+    push("MIDDLE ");
+    push("iNNER_ROUTINE_WITH_A_LONG_NAME_CUT");
+    ERCOM1.ertype[1] = 3;
+    ERCOM1.ercode[1] = -14;
+    set_switches(5, 2, 0);
+    ERCOM1.ercode[0] = 999999;
+    post(5, 1000000, "Bad.");
+    EXPECT_EQ(page.take(), "\n *** TERMINAL ERROR 1000000 from INNER_ROUTINE_WITH_A_LONG_NAME_C.  Bad.\n" + trace_head +
+                               "     INNER_ROUTINE_WITH_A_LONG_NAME_C     5      ******    (Called internally)\n"
+                               "     MIDDLE                               0           0\n"
+                               "     DOUTER                               3         -14\n"
+                               "     USER                                 0      999999\n");
+    E1USR("OFF", 3);
+}
+
+TEST_F(Message, ChecksumSkipsNumbers)
+{
+    const std::regex number("([ ,(=])[-+]?([0-9]+\\.?[0-9]*|\\.[0-9]+)([EeDd][-+]?[0-9]+)?");
+    double expected = ERCOM3.checksum;
+    const auto model = [&](const string& text, int32_t type, int32_t code) {
+        int64_t sum = static_cast<int64_t>(expected), k = 0;
+        for (char c : std::regex_replace(text, number, "$1")) sum = (sum + ++k * std::toupper(c)) % 1000000000;
+        sum = (sum + ++k * type) % 1000000000;
+        expected = static_cast<double>((sum + ++k * code) % 1000000000);
+    };
+    const char* texts[] = {"Plain words", "N = 12, M=-3.,(4,+.5) x1 A(7)", "1.5E+03 = 1.5E+ 2D-7 3.E 4..5 --6 + - .",
+                           "no value% = %(I1) here=%(R1)", "mixed CASE case", "9 9,9(9=9 99 "};
+    for (int round = 0; round < 3; ++round)
+        for (const char* text : texts) {
+            set_i(1, round * 1000 - 999);
+            const int32_t one = 1;
+            const float real = std::ldexp(1.5f, 40 * round);
+            E1STR(&one, &real);
+            post(2, 1000000000 + round, text);
+            model(message(), 2, 1000000000 + round);
+            EXPECT_EQ(ERCOM3.checksum, expected) << text;
+        }
+    post(2, 0, "Not counted");
+    post(0, 5, "Not counted");
+    EXPECT_EQ(ERCOM3.checksum, expected);
+    ERCOM1.msglen = 0;
+    E1UCS();
+    model("", 0, 5);
+    EXPECT_EQ(ERCOM3.checksum, expected);
+}
+
+TEST_F(Message, FileGivesTheTexts)
+{
+    namespace fs = std::filesystem;
+    char directory[] = "/tmp/orvel_messages_XXXXXX";
+    ASSERT_NE(mkdtemp(directory), nullptr);
+    {
+        string records(1024, ' ');
+        const string text = "I %(I1) %(I2), R %(R1) %(D1).";
+        records += text + string(2048 - text.size(), ' ');
+        std::ofstream(string(directory) + "/messages.daf") << records.substr(0, 3072) << "cut short";
+    }
+    set_switches(0, -1, 0);
+    const auto report = [&](const char* where, int32_t record, int32_t n) {
+        where != nullptr ? setenv("TAL_F90_MSG", where, 1) : unsetenv("TAL_F90_MSG");
+        const orvel_s_epack s[10] = {{record, 0}, {3, 0}, {17, 0}, {-1, 0}, {-1, 0}, {2, 0}, {1, 0}, {5, 0}, {-6, 0}, {0, 2.5f}};
+        orvel_d_epack d[10];
+        for (int k = 0; k < 10; ++k) d[k] = {s[k].whole, s[k].real};
+        S_ERROR_POST(s, &n);
+        const string single = page.take();
+        EXPECT_EQ(outcome().type, single.find("TERMINAL") == string::npos ? 3 : 5);
+        D_ERROR_POST(d, &n);
+        string both = single + page.take();
+        return both;
+    };
+    const auto twice = [](const string& head, const string& s, const string& d) {
+        return "\n *** " + head + " from S_ERROR_POST.  " + s + "\n\n *** " + head + " from D_ERROR_POST.  " + d + "\n";
+    };
+    const string end = next + "file!";
+    const string unopened = "Unable to open the Orvel MP Library" + next + "Error message file!";
+    const string unread = "Unable to read a record from the" + next + "Orvel MP Library Error message file!";
+    const string small = "The size of derived type epack is" + next + "abruptly truncated.  It should be at least ";
+    const string padded = string(directory) + "  ", absent = string(directory) + "/absent", longer(129, 'a');
+    EXPECT_EQ(report(padded.c_str(), 2, 10), twice("WARNING  ERROR 17", "I 5 -6, R 2.500000E+00 %(D1).",
+              "I 5 -6, R 2.500000000000000E+00" + next + "2.500000000000000E+00."));
+    for (int32_t record : {0, 1, 3, 4, -1, INT32_MIN, INT32_MAX})
+        EXPECT_EQ(report(directory, record, 10), twice("TERMINAL ERROR 3", unread, unread)) << record;
+    for (const char* where : {absent.c_str(), longer.c_str(), static_cast<const char*>(nullptr)})
+        EXPECT_EQ(report(where, 2, 10), twice("TERMINAL ERROR 2", unopened, unopened));
+    EXPECT_EQ(report(directory, 2, 9), twice("TERMINAL ERROR 1", small + "10.", small + "10."));
+    EXPECT_EQ(report(directory, 2, 6), twice("TERMINAL ERROR 1", small + "9.", small + "9."));
+    EXPECT_EQ(report(directory, 2, -1), twice("TERMINAL ERROR 1", small + "7.", small + "7."));
+    fs::remove_all(directory);
+}
+
+}  // namespace

@@ -1,0 +1,223 @@
+// tests/frame/routine_test.cpp - frame of a routine in library code, scratch storage, user code
+#include "frame/routine.h"
+
+#include <dlfcn.h>
+#include <malloc.h>
+
+#include <cstring>
+
+#include "frame/scratch.h"
+#include "tests/support.h"
+
+namespace {
+
+int requests = 0, failing = 0;  // counts requests for scratch; the failing one is refused
+std::size_t last_size = 0;
+
+}  // namespace
+
+extern "C" void* aligned_alloc(std::size_t alignment, std::size_t size) noexcept
+{
+    static auto* const next = reinterpret_cast<void* (*)(std::size_t, std::size_t)>(dlsym(RTLD_NEXT, "aligned_alloc"));
+    last_size = size;
+    return ++requests == failing || size > (std::size_t{1} << 40) ? nullptr : next(alignment, size);
+}
+
+namespace {
+
+using namespace orvel;
+using namespace orvel_test;
+
+class Frame : public Quiet {
+protected:
+    Frame() { requests = failing = 0; }
+    Capture page;
+};
+
+std::size_t in_use() { return mallinfo2().uordblks + mallinfo2().hblkhd; }
+
+// A routine with three arrays that calls a function of its user.
+template <class T>
+T front(int32_t n, T (*f)(T), T result)
+{
+    Routine<T, "FRONT"> me;
+    Scratch<T> a;
+    Scratch<int32_t> b;
+    Scratch<double> c;
+    if (!a.allocate(n) || !b.allocate(n, 3) || !c.allocate(n / 2)) {
+        me.no_storage(2, "The required storage cannot be allocated.  The workspace is based on N, where N = %(i1).",
+                      {i(1, n)});
+        return result;
+    }
+    if (n == 2) me.post(fatal, 3, "X = %(R1).", {r(1, 1.5)});
+    std::memset(a, 0, static_cast<std::size_t>(n) * sizeof(T));
+    const UserCode user(me.state());
+    return f(a[n - 1]);
+}
+
+template <class T>
+void inner(int32_t type, int32_t code)
+{
+    Routine<T, "INNER"> me;
+    me.post(type, code, "Text.");
+}
+
+float plus_one(float x) { return x + 1; }
+
+TEST_F(Frame, EveryFailedRequestIsReportedAndNothingIsKept)
+{
+    constexpr int32_t n = 1 << 20;
+    std::size_t at_print = 0;
+    const std::string text = "\n *** TERMINAL ERROR 2 from FRONT.  The required storage cannot be allocated. \n"
+                             " ***          The workspace is based on N, where N = 1048576.\n";
+    for (int k = 1; k <= 4; ++k) {
+        SCOPED_TRACE(k);
+        set_switches(0, 2, 0);
+        set_switches(2, 1, 0);
+        requests = failing = 0;
+        {
+            Routine<float, "STALE"> outer;
+            inner<float>(alert, 1);  // waits in the buffer
+            EXPECT_EQ(ERCOM1.msglen, 8);
+        }
+        page.take();
+        failing = k;
+        EXPECT_EQ(front(n, plus_one, -7.0f), k <= 3 ? -7.0f : 1.0f);
+        EXPECT_EQ(requests, std::min(k, 3));
+        EXPECT_EQ(outcome(), (k <= 3 ? Outcome{5, 2} : Outcome{0, 0}));
+        EXPECT_EQ(page.take(), k <= 3 ? text : "");
+        EXPECT_EQ(ERCOM1.level, 1);
+    }
+    // The arrays are free before the pop speaks.
+    set_switches(0, 1, 0);
+    failing = 0;
+    orvel_bind_unit(6, [](void* to, int32_t, const char*, size_t) { *static_cast<std::size_t*>(to) = in_use(); },
+                    &at_print);
+    const std::size_t before = in_use();
+    front(2 << 20, +[](float x) { return inner<float>(note, 1), x; }, 0.0f);
+    const std::size_t inside = at_print;
+    front(2, plus_one, 0.0f);
+    EXPECT_LT(at_print, before + (1 << 20));
+    EXPECT_TRUE(inside == 0 || inside > before + (32 << 20));  // a sanitizer's allocator does not count
+}
+
+TEST_F(Frame, ScratchSizesAreCheckedAndRoundedUp)
+{
+    const struct {
+        int64_t rows, columns;
+        std::size_t bytes;  // 0 when refused without a request
+    } rows[] = {{0, 1, 64},  {-5, -7, 64}, {-5, 8, 64}, {8, INT64_MIN, 64}, {1, 8, 64}, {9, 1, 128}, {3, 6, 192},
+                {INT32_MAX, INT32_MAX, 0}, {INT64_MAX, 2, 0}, {INT64_MAX / 8, 1, 0}, {INT64_MAX / 8 + 1, 1, 0}};
+    for (const auto& row : rows) {
+        Scratch<double> x;
+        requests = 0;
+        EXPECT_EQ(x.allocate(row.rows, row.columns), row.bytes != 0) << row.rows << " " << row.columns;
+        EXPECT_EQ(requests, row.bytes != 0);
+        if (row.bytes == 0) continue;
+        EXPECT_EQ(last_size, row.bytes);
+        EXPECT_EQ(reinterpret_cast<uintptr_t>(static_cast<double*>(x)) % 64, 0u);
+    }
+    Scratch<char> bytes;
+    EXPECT_FALSE(bytes.allocate(INT32_MAX, INT32_MAX));  // does not overflow, is refused
+    EXPECT_TRUE(bytes.allocate(64) && bytes.allocate(1000));
+    std::memset(bytes, 1, 1000);
+}
+
+TEST_F(Frame, NamesAndNumbersFollowThePrecision)
+{
+    const auto name = [] { return std::string(ERCOM2.rname[1], 8); };
+    const auto said = [] { return std::string(ERCOM2.message, static_cast<std::size_t>(ERCOM1.msglen)); };
+    const auto check = [&](auto& me, const char* expected, const char* number) {
+        EXPECT_EQ(name(), expected);
+        me.post(alert, 1, "%(R1) %(I2)%(L3)", {r(1, 0.1), i(2, -4), l(3, "ab ")});
+        EXPECT_EQ(said(), std::string(".  ") + number + " -4ab");
+        EXPECT_TRUE(me.failed());
+        EXPECT_EQ(me.error_type(), alert);
+        me.clear();
+        EXPECT_FALSE(me.failed());
+    };
+    {
+        Routine<float, "NAME"> me;
+        check(me, "NAME    ", "1.000000E-01");
+    }
+    {
+        Routine<double, "NAME"> me;
+        check(me, "DNAME   ", "1.000000000000000E-01");
+    }
+    {
+        Routine<std::complex<float>, "NAME"> me;
+        check(me, "NAME    ", "1.000000E-01");
+    }
+    {
+        Routine<std::complex<double>, "R9NAME", "D9NAME"> me;
+        check(me, "D9NAME  ", "1.000000000000000E-01");
+    }
+    inner<float>(alert, 4);
+    Routine<double, "INNER">::visit(frame::state());
+    EXPECT_EQ(outcome(), (Outcome{0, 0}));
+    EXPECT_EQ(name(), "DINNER  ");
+}
+
+TEST_F(Frame, UserCodeIsTheUser)
+{
+    {
+        Routine<float, "OUTER"> me;
+        inner<float>(warning, 1);
+        EXPECT_EQ(page.take(), "");
+        me.clear();
+        {
+            const UserCode user(me.state());
+            inner<float>(warning, 2);
+            EXPECT_NE(page.take().find("ERROR 2 from INNER.  Text.\n"), std::string::npos);
+        }
+        me.clear();
+        inner<float>(warning, 3);
+        EXPECT_EQ(page.take(), "");
+    }
+    EXPECT_EQ(page.take(), "\n *** WARNING  ERROR 3 from OUTER.  Text.\n");
+}
+
+// Calls a routine that posts, while an exception passes.
+struct PostsOnTheWay {
+    int32_t type;
+    ~PostsOnTheWay() { inner<float>(type, 9); }
+};
+
+TEST_F(Frame, ExceptionLeavesTheLevelSilently)
+{
+    set_switches(0, 1, 1);
+    orvel_set_stop_handler([](void*, int32_t type, int32_t code) { throw Outcome{type, code}; }, nullptr);
+    set_switches(2, 0, 0);
+    const auto thrown = [&](float (*f)(float)) {
+        try {
+            front(2, f, 0.0f);
+        } catch (int x) {
+            return x;
+        } catch (const Outcome& o) {
+            return 10 * o.type + o.code;
+        }
+        return 0;
+    };
+    // FRONT has posted FATAL 3, which would print and stop.
+    EXPECT_EQ(thrown([](float) -> float { throw 7; }), 7);
+    EXPECT_EQ(page.take(), "");
+    EXPECT_EQ(ERCOM1.level, 1);
+    EXPECT_EQ(ERCOM4.user[1], 0);
+    EXPECT_EQ(ERCOM1.ertype[0], 0);
+    EXPECT_EQ(thrown(plus_one), 43);
+    EXPECT_EQ(page.take(), "\n *** FATAL    ERROR 3 from FRONT.  X = 1.500000E+00.\n");
+    // A routine that a destructor calls on the way returns as ever; the exception goes on.
+    set_switches(0, 0, 0);
+    set_switches(4, 1, 0);
+    orvel_reset();
+    for (auto* f : {+[](float) -> float { const PostsOnTheWay local{note}; throw 8; },
+                    +[](float) -> float { const PostsOnTheWay local{warning}; throw 8; }}) {
+        EXPECT_EQ(thrown(f), 8);
+        EXPECT_EQ(page.take(), "");
+        EXPECT_EQ(ERCOM1.level, 1);
+        EXPECT_EQ(ERCOM1.ertype[0], 0);
+    }
+    orvel_set_stop_handler(nullptr, nullptr);
+}
+
+}  // namespace

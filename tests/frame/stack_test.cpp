@@ -1,0 +1,407 @@
+// tests/frame/stack_test.cpp - routine stack, records of outcome, switches, layout of the blocks
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdio>
+#include <cstring>
+#include <string_view>
+#include <thread>
+#include <vector>
+
+#include "tests/support.h"
+
+using namespace orvel_test;
+
+namespace {
+
+const std::string head = "\n *** TERMINAL ERROR ", next = "\n ***          ";
+
+void push(std::string_view name) { E1PSH(name.data(), name.size()); }
+void pop(std::string_view name) { E1POP(name.data(), name.size()); }
+void user(std::string_view text) { E1USR(text.data(), text.size()); }
+void post(int32_t type, int32_t code) { E1MES(&type, &code, "Text.", 5); }
+void position(int32_t type, int32_t print, int32_t stop) { E1POS(&type, &print, &stop); }
+int32_t type_of(int32_t option) { return N1RTY(&option); }
+int32_t code_of(int32_t option) { return N1RCD(&option); }
+
+std::string digits(const int32_t (&table)[7])
+{
+    std::string text;
+    for (int32_t x : table) text += std::to_string(x);
+    return text;
+}
+
+// Stops arrive as exceptions, output in `page`.
+class Stack : public Quiet {
+protected:
+    Stack()
+    {
+        orvel_set_stop_handler([](void*, int32_t type, int32_t code) { throw Outcome{type, code}; }, nullptr);
+    }
+    ~Stack() override { orvel_set_stop_handler(nullptr, nullptr); }
+
+    // Type and code of the stop; {0, 0} when the call returns.
+    template <class F>
+    static Outcome stop_of(F call)
+    {
+        try {
+            call();
+        } catch (const Outcome& o) {
+            return o;
+        }
+        return {0, 0};
+    }
+
+    // What INNER's error of this type does. Printed: m at the post, i at INNER's pop, o at OUTER's. Stopped:
+    // I at INNER's pop, O at OUTER's. Last the type that the user's level receives.
+    std::string life(int32_t type, bool nested)
+    {
+        std::string events;
+        const auto step = [&](char printed, char stopped, auto call) {
+            const Outcome stop = stop_of(call);
+            if (!page.take().empty()) events += printed;
+            if (stop.type != 0) events += stop == Outcome{type, 9} ? stopped : '?';
+        };
+        ERCOM1.ertype[0] = ERCOM1.ercode[0] = 0;
+        if (nested) push("OUTER ");
+        push("INNER ");
+        step('m', '?', [&] { post(type, 9); });
+        step('i', 'I', [] { pop("INNER "); });
+        if (nested) step('o', 'O', [] { pop("OUTER "); });
+        EXPECT_EQ(ERCOM1.level, 1);
+        EXPECT_EQ(ERCOM1.ercode[0], ERCOM1.ertype[0] != 0 ? 9 : 0);
+        const Outcome left = nested && ERCOM1.ertype[0] == 0 ? Outcome{0, 0} : Outcome{type, 9};
+        EXPECT_EQ(outcome(), left);
+        EXPECT_EQ(IERCD(), left.type >= 1 && left.type <= 4 ? 9 : 0);
+        return events + std::to_string(ERCOM1.ertype[0]);
+    }
+
+    Capture page;
+};
+
+TEST_F(Stack, TypeDecidesWhoPrintsWhoStopsAndWhatIsPassedUp)
+{
+    const struct {
+        int32_t type;
+        const char *direct, *nested, *direct_on, *nested_on;
+    } rows[] = {
+        {-2, "0", "0", "0", "0"},        {1, "0", "0", "iI0", "0"},       {2, "2", "2", "iI2", "oO2"},
+        {3, "i3", "o3", "iI3", "oO3"},   {4, "iI4", "oO4", "iI4", "oO4"}, {5, "mI5", "mIO5", "mI5", "mIO5"},
+        {6, "m6", "m6", "mI6", "mO6"},   {7, "mI7", "mO7", "mI7", "mO7"}, {8, "0", "0", "0", "0"},
+        {INT32_MAX, "0", "0", "0", "0"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.type);
+        set_switches(0, 2, 2);
+        EXPECT_EQ(life(row.type, false), row.direct);
+        EXPECT_EQ(life(row.type, true), row.nested);
+        set_switches(0, 1, 1);
+        EXPECT_EQ(life(row.type, false), row.direct_on);
+        EXPECT_EQ(life(row.type, true), row.nested_on);
+        set_switches(0, 0, 0);
+        EXPECT_EQ(life(row.type, true), std::string(1, row.nested[std::strlen(row.nested) - 1]));
+        set_switches(0, 0, 1);  // stops without a word
+        const std::string on = row.direct_on;
+        EXPECT_EQ(life(row.type, false), on.find('I') == on.npos ? on : on.substr(1));
+    }
+}
+
+TEST_F(Stack, WarningComesUpOnceAndNoteStaysDown)
+{
+    for (const char* name : {"TOP ", "MIDDLE ", "BOTTOM "}) push(name);
+    post(3, 12);
+    pop("BOTTOM ");
+    EXPECT_EQ(type_of(0), 3);
+    EXPECT_EQ(code_of(0), 12);
+    pop("MIDDLE ");
+    EXPECT_EQ(page.take(), "");
+    pop("TOP ");
+    EXPECT_EQ(page.take(), "\n *** WARNING  ERROR 12 from TOP.  Text.\n");
+    EXPECT_EQ(ERCOM1.ertype[2], -1);  // the record of MIDDLE went with TOP's pop
+
+    push("TOP ");
+    push("BOTTOM ");
+    post(1, 8);
+    pop("BOTTOM ");
+    EXPECT_EQ(type_of(0), 0);
+    EXPECT_EQ(outcome(), (Outcome{1, 8}));
+    EXPECT_EQ(IERCD(), 8);
+    pop("TOP ");
+    EXPECT_EQ(outcome(), (Outcome{0, 0}));
+    EXPECT_EQ(page.take(), "");
+}
+
+TEST_F(Stack, LevelsCountAsUserAsTheySay)
+{
+    for (const auto& [word, prints_inside] :
+         {std::pair{"ON", true}, {"OFF", false}, {"on  ", true}, {"off ", false}}) {
+        push("OUTER ");
+        user(word);
+        push("INNER ");
+        post(3, 1);
+        pop("INNER ");
+        EXPECT_EQ(page.take().find("ERROR 1 from INNER.") != std::string::npos, prints_inside) << word;
+        pop("OUTER ");
+        EXPECT_EQ(page.take().find("ERROR 1 from OUTER.") != std::string::npos, !prints_inside) << word;
+    }
+    user("OFF");
+    EXPECT_EQ(life(3, false), "3");
+    user("ON");
+    EXPECT_EQ(life(3, false), "i3");
+    push("ASKS ");
+    EXPECT_EQ(stop_of([] { user("On"); }), (Outcome{0, 0}));
+    EXPECT_EQ(stop_of([] { pop("ASKS "); }), (Outcome{5, 1}));
+    EXPECT_EQ(page.take(),
+              "\n *** TERMINAL ERROR 1 from ASKS.  Invalid value for SWITCH in call to E1USR. \n"
+              " ***          SWITCH must be set to 'ON' or 'OFF'.  SWITCH = 'On' \n");
+}
+
+TEST_F(Stack, PromptFatalDecidesOverPromptWarning)
+{
+    const struct {
+        bool six, seven;
+        int32_t stop6, stop7, result;
+    } rows[] = {{true, false, 1, 0, 1}, {true, false, 0, 1, 0}, {false, true, 0, 1, 1},
+                {false, true, 1, 0, 0}, {true, true, 1, 0, 0},  {true, true, 0, 1, 1},
+                {false, false, 1, 1, 0}};
+    push("POSTS ");
+    for (const auto& row : rows) {
+        position(6, -1, row.stop6);
+        position(7, -1, row.stop7);
+        if (row.seven) post(7, 1);  // in this order, so that the last one posted does not decide
+        if (row.six) post(6, 1);
+        EXPECT_EQ(N1RGB(), row.result);
+        EXPECT_EQ(ERCOM1.post6 + ERCOM1.post7, 0);
+        EXPECT_EQ(N1RGB(), 0);
+    }
+    post(0, 0);
+    pop("POSTS ");
+    set_switches(0, 1, 1);
+    for (int32_t form : {2, 3}) {
+        ERCOM1.atttab[5] = ERCOM1.atttab[6] = form;
+        EXPECT_EQ(life(6, false) + life(7, false), "m6m7");
+        EXPECT_EQ(ERCOM1.post6 + ERCOM1.post7, 2);
+        EXPECT_EQ(N1RGB(), 1);
+    }
+    ERCOM1.atttab[5] = ERCOM1.atttab[6] = 1;
+}
+
+TEST_F(Stack, SwitchesChangeForTheTypesNamed)
+{
+    constexpr int32_t leave = -2;
+    const struct {
+        int32_t all, type, print, stop;
+        const char *erset[2], *e1pos[2];  // print and stop switches of types 1..7 afterwards
+    } rows[] = {
+        {leave, 0, 1, 0, {"1111111", "0000000"}, {"1111111", "0000000"}},
+        {leave, 1, 1, -1, {"1011111", "0001101"}, {"1011111", "0001101"}},
+        {leave, 2, -1, 1, {"0011111", "0101101"}, {"0011111", "0101101"}},
+        {leave, 3, 0, 1, {"0001101", "0011111"}, {"0001111", "0011101"}},
+        {leave, 4, 0, 0, {"0010110", "0000100"}, {"0010111", "0000101"}},
+        {leave, 5, -1, 0, {"0011111", "0001001"}, {"0011111", "0001001"}},
+        {1, 1, 2, 2, {"0111111", "0111111"}, {"0111111", "0111111"}},
+        {1, 3, 2, 2, {"1111111", "1101101"}, {"1111111", "1101111"}},
+        {0, 3, 2, 2, {"0010010", "0000000"}, {"0010000", "0000000"}},
+        {0, 4, 2, 2, {"0001001", "0001001"}, {"0001000", "0001000"}},
+        {0, 0, 2, 2, {"0011111", "0001101"}, {"0011111", "0001101"}},
+        {0, 6, 2, 1, {}, {"0000010", "0000010"}},
+        {1, 7, 0, 2, {}, {"1111110", "1111111"}},
+        {1, 8, 0, 0, {}, {"1111111", "1111111"}},
+    };
+    const auto start = [](int32_t all) { set_switches(0, all == leave ? 2 : all, all == leave ? 2 : all); };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(std::to_string(row.all) + " " + std::to_string(row.type));
+        if (row.erset[0] != nullptr) {
+            start(row.all);
+            set_switches(row.type, row.print, row.stop);
+            EXPECT_EQ(digits(ERCOM1.prttab) + digits(ERCOM1.stptab),
+                      std::string(row.erset[0]) + row.erset[1]);
+        }
+        start(row.all);
+        position(row.type, row.print, row.stop);
+        EXPECT_EQ(digits(ERCOM1.prttab) + digits(ERCOM1.stptab), std::string(row.e1pos[0]) + row.e1pos[1]);
+    }
+    set_switches(0, 2, 2);
+    for (int32_t type = -8; type <= -1; ++type) {
+        int32_t print = 77, stop = 78;
+        E1POS(&type, &print, &stop);
+        EXPECT_EQ(print, type == -8 ? 77 : "0011111"[-type - 1] - '0');
+        EXPECT_EQ(stop, type == -8 ? 78 : "0001101"[-type - 1] - '0');
+    }
+}
+
+TEST_F(Stack, BadSwitchArgumentsAreTerminalAndChangeNothing)
+{
+    const struct {
+        void (*call)(int32_t, int32_t, int32_t);
+        int32_t arguments[3], code;
+    } rows[] = {{set_switches, {6, 1, 1}, 1},
+                {set_switches, {-1, 0, 0}, 1},
+                {set_switches, {5, 3, 0}, 2},
+                {set_switches, {0, -2, 0}, 2},
+                {set_switches, {1, 0, 3}, 3},
+                {set_switches, {0, 0, -2}, 3},
+                {set_switches, {INT32_MIN, 4, -2}, 3},
+                {position, {0, 3, 0}, 1},
+                {position, {9, 0, -2}, 1},
+                {position, {4, -2, 3}, 1}};
+    for (const auto& row : rows) {
+        page.take();
+        EXPECT_EQ(stop_of([&] { row.call(row.arguments[0], row.arguments[1], row.arguments[2]); }),
+                  (Outcome{5, row.code}));
+        EXPECT_EQ(digits(ERCOM1.prttab) + digits(ERCOM1.stptab), "00111110001101");
+        if (row.arguments[0] == INT32_MIN)
+            EXPECT_EQ(page.take(), head + "1 from ERSET.  Invalid error severity level indicator. " + next +
+                                       "IERSVR must be 0 to 5.  IERSVR = -2147483648\n" + head +
+                                       "2 from ERSET.  Invalid value specified for printing" + next +
+                                       "action.  IPACT must be -1 to 2.  IPACT = 4\n" + head +
+                                       "3 from ERSET.  Invalid value specified for stopping" + next +
+                                       "action.  ISACT must be -1 to 2.  ISACT = -2\n");
+    }
+    EXPECT_EQ(page.take(), head + "1 from USER.  Invalid value specified for print table" + next +
+                               "attribute.  IPATT must be -1, 0, 1, or 2.  IPATT = -2\n" + head +
+                               "1 from USER.  Invalid value specified for stop table" + next +
+                               "attribute.  ISATT must be -1, 0, 1, or 2.  ISATT = 3\n");
+}
+
+TEST_F(Stack, NamesArePaddedAndComparedOverThirtyTwoCharacters)
+{
+    const std::string name = "ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789abcd";
+    for (std::size_t n = 0; n <= name.size(); ++n) {
+        push(name.substr(0, n));
+        std::string padded = name.substr(0, n) + std::string(32, ' ');
+        padded.resize(32);
+        EXPECT_EQ(std::string(ERCOM2.rname[1], 32), padded);
+        EXPECT_EQ(stop_of([&] { pop(padded + "  "); }), (Outcome{0, 0}));
+    }
+    for (std::size_t k = 0; k < 34; ++k) {
+        std::string other = name.substr(0, 34);
+        other[k] = '?';
+        push(name.substr(0, 34));
+        EXPECT_EQ(stop_of([&] { pop(other); }), (k < 32 ? Outcome{5, 2} : Outcome{0, 0})) << k;
+        orvel_reset();
+    }
+}
+
+TEST_F(Stack, MisuseStopsWhateverTheTableSays)
+{
+    set_switches(0, 2, 0);
+    EXPECT_EQ(stop_of([] { pop("NOBODY "); }), (Outcome{5, 1}));
+    EXPECT_EQ(page.take(), head + "1 from E1POP.  Error condition in E1POP.  Cannot pop from" + next +
+                               "NOBODY because stack is empty.\n");
+    orvel_reset();
+    push("FIRST ");
+    EXPECT_EQ(stop_of([] { pop("SECOND "); }), (Outcome{5, 2}));
+    EXPECT_EQ(page.take(), head + "2 from FIRST.  Error condition in E1POP.  SECOND does not" + next +
+                               "match the name FIRST in the stack.\n");
+    orvel_reset();
+    const struct {
+        int32_t (*call)(const int32_t*);
+        int32_t options[2];
+        std::string text;
+    } rows[] = {{N1RTY, {2, -1}, "N1RTY must be 0 or 1.\n"},
+                {N1RCD, {2, -1}, "N1RCD must be 0 or 1.\n"},
+                {N1RNOF, {3, 0}, "N1RNOF must be 1 or" + next + "2. \n"}};
+    for (const auto& row : rows)
+        for (int32_t option : row.options) {
+            EXPECT_EQ(stop_of([&] { row.call(&option); }), (Outcome{5, 1}));
+            EXPECT_EQ(page.take(), head + "1 from USER.  The argument passed to " + row.text);
+            EXPECT_EQ(type_of(0) * 10 + code_of(0), 51);
+            orvel_reset();
+        }
+
+    for (int k = 2; k <= 50; ++k) push("R" + std::to_string(k));
+    EXPECT_EQ(stop_of([] { push("ONEMORE "); }), (Outcome{5, 1}));
+    EXPECT_EQ(ERCOM1.level, 50);
+    EXPECT_EQ(page.take().rfind(head + "1 from R50.  Error condition in E1PSH.  Push would cause" + next +
+                                    "stack level to exceed 50. \n     Here is",
+                                0),
+              0u);
+    post(0, 0);
+    for (int k = 50; k >= 2; --k) pop("R" + std::to_string(k));
+    EXPECT_EQ(ERCOM1.level, 1);
+}
+
+TEST_F(Stack, CounterAndMemory)
+{
+    int32_t up = 1, spend = 2, value = 0;
+    N1RNOF(&spend);
+    EXPECT_EQ(N1RNOF(&up), 1);
+    EXPECT_EQ(N1RNOF(&up), 2);
+    EXPECT_EQ(N1RNOF(&spend), 2);
+    EXPECT_EQ(N1RNOF(&spend), 0);
+    EXPECT_EQ(N1THRD(), 1);
+    const auto mem = [&](const char* action, int32_t slot, char* name) {
+        return E1MEM(action, &slot, &value, name, std::strlen(action), 6);
+    };
+    for (const auto& [name, truth] : {std::pair{"LAPACK", -1}, {"lapack", -1}, {"Lapack", 0}, {"LINPAK", 0}})
+        for (const auto& [set, get] : {std::pair{"SET", "GET"}, {"set", "get"}}) {
+            char given[7], got[7] = {};
+            std::strcpy(given, name);
+            for (int32_t slot : {1, 10}) mem(set, slot, (value = 100 * slot, given));
+            value = -5;
+            for (int32_t slot : {0, 11}) mem(set, slot, given);
+            for (int32_t slot : {1, 10}) {
+                EXPECT_EQ(mem(get, slot, got), truth);
+                EXPECT_EQ(value, 100 * slot);
+                EXPECT_STREQ(got, name);
+                EXPECT_EQ(mem("look", slot, got), 0);
+            }
+        }
+    EXPECT_EQ(ERCOM1.memslt[1], 0);
+}
+
+TEST_F(Stack, BlocksHaveTheirOrderAndInitialValues)
+{
+    std::vector<int32_t> expected = {1, 50, 0};
+    const auto put = [&](std::size_t n, int32_t first, int32_t rest) {
+        expected.push_back(first);
+        expected.insert(expected.end(), n - 1, rest);
+    };
+    put(51, 0, -1);
+    put(51, 0, -1);
+    for (int32_t x : {0, 0, 1, 1, 1, 1, 1, /* stop */ 0, 0, 0, 1, 1, 0, 1}) expected.push_back(x);
+    put(4, 1, 0);
+    put(50, 0, 0);
+    put(14, 1, 1);
+    put(10, 0, 0);
+    ASSERT_EQ(offsetof(orvel_ercom1, linalg), 4 * expected.size());
+    ASSERT_EQ(sizeof(orvel_ercom2), 1024u + 300 + 50 * 32);
+    ASSERT_EQ(sizeof(orvel_ercom8) + sizeof(orvel_ercom9), 31u * 4 + 10 * 31);
+    std::thread([&] {
+        E1INIT();
+        EXPECT_EQ(std::vector<int32_t>(&ERCOM1.level, &ERCOM1.level + expected.size()), expected);
+        EXPECT_EQ(std::string(ERCOM1.linalg, 6), "LINPAK");
+        EXPECT_EQ(std::string(ERCOM2.rname[0], 32), "USER" + std::string(28, ' '));
+        EXPECT_EQ(ERCOM3.checksum, 0.0);
+        for (int32_t k = 0; k < 51; ++k) EXPECT_EQ(ERCOM4.user[k], k == 0 ? -1 : 0);
+        EXPECT_EQ(ERCOM8.current, 1);
+        for (int32_t k = 0; k < 10; ++k)
+            EXPECT_EQ(ERCOM8.line[k] * 2 + ERCOM8.name_length[k], k == 0 ? 1 : 0);
+        EXPECT_EQ(std::string(ERCOM9.name[0], 31), "?" + std::string(30, ' '));
+        // The members are where the list has them, and a second E1INIT leaves them alone.
+        ERCOM1.parlen = 2, ERCOM1.post6 = 3, ERCOM1.post7 = 4, ERCOM1.trctab[0] = 5, ERCOM1.ercode[0] = 6;
+        E1INIT();
+        const int32_t* p = &ERCOM1.level;
+        EXPECT_EQ((std::vector{p[119], p[120], p[121], p[180], p[54]}), (std::vector{2, 3, 4, 5, 6}));
+    }).join();
+}
+
+using StackDeathTest = Quiet;
+
+TEST_F(StackDeathTest, StopEndsTheProcessAfterTheCallersOutput)
+{
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    const auto hold = [](const char* text) {  // standard output, buffered, where the test can see it
+        dup2(STDERR_FILENO, STDOUT_FILENO);
+        std::setvbuf(stdout, nullptr, _IOFBF, 4096);
+        std::fputs(text, stdout);
+    };
+    EXPECT_EXIT((hold("before"), set_switches(6, 1, 1)), ::testing::ExitedWithCode(0),
+                "\nbefore\n \\*\\*\\* TERMINAL ERROR 1 from ERSET");
+    EXPECT_EXIT((orvel_set_stop_status(3), set_switches(0, 0, -1), hold("alone"), set_switches(6, 1, 1)),
+                ::testing::ExitedWithCode(3), "\nalone$");
+}
+
+}  // namespace

@@ -1,0 +1,20 @@
+#!/usr/bin/env bash
+# tests/packaging/arrows.sh - folders include only what lies below them
+set -euo pipefail
+cd "$(dirname "$0")/../.."
+declare -A allowed=(
+    [frame]="frame" [kernels]="frame kernels" [linsys]="frame kernels linsys" [interp]="frame kernels util interp"
+    [quad]="frame kernels quad" [zeros]="frame kernels zeros" [optim]="frame kernels optim"
+    [fft]="frame kernels fft" [special]="frame kernels special" [random]="frame kernels util random"
+    [util]="frame kernels util"
+)
+bad=0
+for folder in "${!allowed[@]}"; do
+    [ -d "$folder" ] || continue
+    while IFS=: read -r file _ line; do
+        target=$(sed -E 's/.*"([a-z]+)\/.*/\1/' <<<"$line")
+        [[ " ${allowed[$folder]} orvel " == *" $target "* ]] || { echo "$file includes $target"; bad=1; }
+    done < <(grep -rnE '^#include "[a-z]+/' "$folder")
+done
+[ $bad -eq 0 ] && echo "includes point downwards only"
+exit $bad
