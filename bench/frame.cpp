@@ -1,6 +1,7 @@
 // bench/frame.cpp - cost of the frame: entering and leaving a routine, the exported pair, constants by index
 //
-// Names are "routine|case|who": the table that tools/bench_table.py prints has a line for each routine and case.
+// Names are "routine|case|who": the table that tools/bench_table.py prints has a line for each routine and
+// case.
 #include <benchmark/benchmark.h>
 
 #include "orvel/orvel.h"
@@ -22,7 +23,8 @@ void repeat(benchmark::State& state, auto call)
 const int registered = [] {
     using benchmark::RegisterBenchmark;
     static const int32_t n = 4;
-    RegisterBenchmark("frame|push and pop in a routine|ours", [](auto& s) { repeat(s, [] { return bench_in_frame(&n); }); });
+    RegisterBenchmark("frame|push and pop in a routine|ours",
+                      [](auto& s) { repeat(s, [] { return bench_in_frame(&n); }); });
     RegisterBenchmark("frame|push and pop in a routine|empty call",
                       [](auto& s) { repeat(s, [] { return bench_without_frame(&n); }); });
     RegisterBenchmark("frame|E1PSH and E1POP|ours", [](auto& s) {

@@ -36,15 +36,16 @@ std::vector<T> arguments(const Region& region)
 template <class T>
 void add(const std::string& routine, const Region& region, const char* who, T (*function)(T))
 {
-    benchmark::RegisterBenchmark((routine + "|" + region.name + "|" + who).c_str(), [=](benchmark::State& state) {
-        const std::vector<T> x = arguments<T>(region);
-        for (auto _ : state) {
-            T sum = 0;
-            for (const T value : x) sum += function(value);
-            benchmark::DoNotOptimize(sum);
-        }
-        state.SetItemsProcessed(state.iterations() * static_cast<int64_t>(x.size()));
-    });
+    benchmark::RegisterBenchmark(
+        (routine + "|" + region.name + "|" + who).c_str(), [=](benchmark::State& state) {
+            const std::vector<T> x = arguments<T>(region);
+            for (auto _ : state) {
+                T sum = 0;
+                for (const T value : x) sum += function(value);
+                benchmark::DoNotOptimize(sum);
+            }
+            state.SetItemsProcessed(state.iterations() * static_cast<int64_t>(x.size()));
+        });
 }
 
 template <class T>
@@ -54,7 +55,10 @@ T boost_gamma(T x)
 }
 
 const int registered = [] {
-    const Region near[] = {{"0.1 to 2", 0.1, 2}, {"2 to 10", 2, 10}, {"10 to 33", 10, 33}, {"-9.9 to -0.1", -9.9, -0.1},
+    const Region near[] = {{"0.1 to 2", 0.1, 2},
+                           {"2 to 10", 2, 10},
+                           {"10 to 33", 10, 33},
+                           {"-9.9 to -0.1", -9.9, -0.1},
                            {"-30 to -10", -30, -10}};
     const Region far[] = {{"33 to 170", 33, 170}};
     const Region log_far[] = {{"33 to 1000", 33, 1000}};

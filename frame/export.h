@@ -38,9 +38,9 @@ struct Signature<R(A...)> {
 
 // Defines UPPER, whose types are those of its public declaration, and the Unix Fortran spelling at the same
 // address. A wrong count or type does not compile.
-#define ORVEL_EXPORT(UPPER, lower, count, function)                                                   \
+#define ORVEL_EXPORT(UPPER, lower, count, function)                                                      \
     extern "C" ORVEL_VISIBLE orvel::Signature<decltype(UPPER)>::Result UPPER(ORVEL_TYPES_##count(UPPER)) \
-    {                                                                                                 \
-        return function(ORVEL_NAMES_##count);                                                         \
-    }                                                                                                 \
+    {                                                                                                    \
+        return function(ORVEL_NAMES_##count);                                                            \
+    }                                                                                                    \
     extern "C" decltype(UPPER) lower ORVEL_ALIAS(UPPER)

@@ -83,7 +83,8 @@ int32_t bind_unit(int32_t unit, orvel_writer writer, void* context)
     SettingsLock lock;
     Binding* b = find_binding(unit);
     if (b == nullptr)
-        b = std::ranges::find_if(settings.bindings, [](const Binding& x) { return x.writer.write == nullptr; });
+        b = std::ranges::find_if(settings.bindings,
+                                 [](const Binding& x) { return x.writer.write == nullptr; });
     if (b == std::end(settings.bindings)) return writer == nullptr ? 1 : 0;
     *b = {unit, {writer, context}};
     return 1;

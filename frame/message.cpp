@@ -32,7 +32,8 @@ Found find_parameter(const State& s, char kind, char index)
         while (p < store.size() && p < at + 7 && is_digit(store[p]))
             length = 10 * length + static_cast<std::size_t>(store[p++] - '0');
         if (p >= store.size() || store[p] != '%' || length > store.size() - p - 1) break;
-        if (upper(store[at + 1]) == kind && store[at + 2] == index) return {true, store.substr(p + 1, length)};
+        if (upper(store[at + 1]) == kind && store[at + 2] == index)
+            return {true, store.substr(p + 1, length)};
         at = p + 1 + length;
     }
     return {false, {}};

@@ -40,7 +40,8 @@ void fold_into_checksum(State& s);
 
 // Parameter store: entries "*", kind, index, "*", decimal length, "%", text. What does not fit is dropped.
 void store_parameter(State& s, char kind, int32_t index, std::string_view text);
-void store_text(State& s, int32_t index, std::string_view text);  // trailing blanks cut, at least one character
+void store_text(State& s, int32_t index,
+                std::string_view text);  // trailing blanks cut, at least one character
 void store_integer(State& s, int32_t index, int32_t value);
 void store_real(State& s, int32_t index, float value);
 void store_real(State& s, int32_t index, double value);

@@ -61,7 +61,8 @@ Reading read_record(int32_t number, std::array<char, record_length>& record)
 
     const File file(path);
     if (!file.is_open()) return Reading::not_opened;
-    const bool read = number >= 1 && file.read_at((int64_t{number} - 1) * record_length, record.data(), record_length);
+    const bool read =
+        number >= 1 && file.read_at((int64_t{number} - 1) * record_length, record.data(), record_length);
     return read ? Reading::done : Reading::not_read;
 }
 
@@ -76,7 +77,16 @@ struct Packet<double> {
     using Entry = orvel_d_epack;
 };
 
-enum PacketEntry { number, type, code, print_action, stop_action, integer_count, real_count, first_parameter };
+enum PacketEntry {
+    number,
+    type,
+    code,
+    print_action,
+    stop_action,
+    integer_count,
+    real_count,
+    first_parameter
+};
 
 template <class T>
 void error_post(const typename Packet<T>::Entry* epack, const int32_t* n)

@@ -14,10 +14,7 @@ constexpr std::size_t longest_text = 255;
 // Text of a number, independent of the host's locale.
 class Digits {
 public:
-    explicit Digits(int32_t value)
-    {
-        end_ = std::to_chars(text_, text_ + sizeof text_, value).ptr;
-    }
+    explicit Digits(int32_t value) { end_ = std::to_chars(text_, text_ + sizeof text_, value).ptr; }
 
     Digits(double value, int precision)
     {
@@ -26,7 +23,8 @@ public:
         } else if (value - value != 0.0) {
             put(value < 0.0 ? "-Infinity" : "Infinity");
         } else {
-            end_ = std::to_chars(text_, text_ + sizeof text_, value, std::chars_format::scientific, precision).ptr;
+            end_ = std::to_chars(text_, text_ + sizeof text_, value, std::chars_format::scientific, precision)
+                       .ptr;
             std::replace(text_, end_, 'e', 'E');
         }
     }
@@ -84,9 +82,18 @@ void store_text(State& s, int32_t index, std::string_view text)
     store_parameter(s, 'L', index, text.empty() ? " " : text);
 }
 
-void store_integer(State& s, int32_t index, int32_t value) { store_parameter(s, 'I', index, Digits(value).text()); }
-void store_real(State& s, int32_t index, float value) { store_parameter(s, 'R', index, digits(value).text()); }
-void store_real(State& s, int32_t index, double value) { store_parameter(s, 'D', index, digits(value).text()); }
+void store_integer(State& s, int32_t index, int32_t value)
+{
+    store_parameter(s, 'I', index, Digits(value).text());
+}
+void store_real(State& s, int32_t index, float value)
+{
+    store_parameter(s, 'R', index, digits(value).text());
+}
+void store_real(State& s, int32_t index, double value)
+{
+    store_parameter(s, 'D', index, digits(value).text());
+}
 
 namespace {
 

@@ -80,7 +80,8 @@ public:
 
     // Posts that scratch storage could not be had. The level is marked first, as every front does; a message
     // of an earlier routine that still waits in the buffer is not printed with it.
-    void no_storage(int32_t code, std::string_view text, std::initializer_list<frame::Parameter> parameters = {})
+    void no_storage(int32_t code, std::string_view text,
+                    std::initializer_list<frame::Parameter> parameters = {})
     {
         s_.errors->msglen = 0;
         post(terminal, -1, " ");

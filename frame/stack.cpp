@@ -63,7 +63,8 @@ bool print_and_judge(State& s, int32_t type, int32_t caller)
 void stack_overflow(State& s)
 {
     post(s, real_kind<float>, terminal, 1,
-         "Error condition in E1PSH.  Push would cause stack level to exceed %(I1). ", {i(1, s.errors->maxlev)});
+         "Error condition in E1PSH.  Push would cause stack level to exceed %(I1). ",
+         {i(1, s.errors->maxlev)});
     stop(terminal, 1);
 }
 
@@ -120,8 +121,9 @@ inline uint64_t short_word(std::string_view text)
     return n < 8 ? word | blanks << (8 * n) : word;
 }
 
-// A name whose length is known only now. Short ones, which all classic names are, are put together in registers
-// and stored as whole vectors: the stack reads them as such, and smaller pieces in flight would hold it up.
+// A name whose length is known only now. Short ones, which all classic names are, are put together in
+// registers and stored as whole vectors: the stack reads them as such, and smaller pieces in flight would
+// hold it up.
 [[gnu::always_inline]] inline PaddedName padded(const char* name, std::size_t len)
 {
     const std::string_view text = text_argument(name, len);

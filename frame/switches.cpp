@@ -27,13 +27,16 @@ void erset(const int32_t* iersvr, const int32_t* ipact, const int32_t* isact)
 {
     Routine<float, "ERSET"> me;
     if (*iersvr < 0 || *iersvr > 5)
-        me.post(terminal, 1, "Invalid error severity level indicator.  IERSVR must be 0 to 5.  IERSVR = %(I1)",
+        me.post(terminal, 1,
+                "Invalid error severity level indicator.  IERSVR must be 0 to 5.  IERSVR = %(I1)",
                 {i(1, *iersvr)});
     if (!is_action(*ipact))
-        me.post(terminal, 2, "Invalid value specified for printing action.  IPACT must be -1 to 2.  IPACT = %(I1)",
+        me.post(terminal, 2,
+                "Invalid value specified for printing action.  IPACT must be -1 to 2.  IPACT = %(I1)",
                 {i(1, *ipact)});
     if (!is_action(*isact))
-        me.post(terminal, 3, "Invalid value specified for stopping action.  ISACT must be -1 to 2.  ISACT = %(I1)",
+        me.post(terminal, 3,
+                "Invalid value specified for stopping action.  ISACT must be -1 to 2.  ISACT = %(I1)",
                 {i(1, *isact)});
     if (me.failed()) return;
     set_switches(me.state(), *iersvr, *ipact, *isact);
@@ -57,12 +60,14 @@ void e1pos(const int32_t* iertyp, int32_t* ipatt, int32_t* isatt)
     const bool stop_is_good = is_action(*isatt);
     if (!print_is_good)
         post(s, 'R', terminal, 1,
-             "Invalid value specified for print table attribute.  IPATT must be -1, 0, 1, or 2.  IPATT = %(I1)",
+             "Invalid value specified for print table attribute.  IPATT must be -1, 0, 1, or 2.  IPATT = "
+             "%(I1)",
              {i(1, *ipatt)});
     if (!stop_is_good)
-        post(s, 'R', terminal, 1,
-             "Invalid value specified for stop table attribute.  ISATT must be -1, 0, 1, or 2.  ISATT = %(I1)",
-             {i(1, *isatt)});
+        post(
+            s, 'R', terminal, 1,
+            "Invalid value specified for stop table attribute.  ISATT must be -1, 0, 1, or 2.  ISATT = %(I1)",
+            {i(1, *isatt)});
     if (print_is_good && stop_is_good)
         set_switches(s, type, *ipatt, *isatt);
     else

@@ -21,13 +21,15 @@ template <class T>
     const double wide = static_cast<double>(x);
     const auto close_to_pole = [&] {
         if (std::abs(distance_from_pole(x)) < Limits::dxrel)
-            me.post(warning, 2,
-                    "The result is accurate to less than one half precision because X = %(R1) is too close to a "
-                    "negative integer.",
-                    {r(1, wide)});
+            me.post(
+                warning, 2,
+                "The result is accurate to less than one half precision because X = %(R1) is too close to a "
+                "negative integer.",
+                {r(1, wide)});
     };
     const auto pole = [&](int32_t code) {
-        me.post(terminal, code, "The argument for the function can not be a negative integer. Argument X = %(R1).",
+        me.post(terminal, code,
+                "The argument for the function can not be a negative integer. Argument X = %(R1).",
                 {r(1, wide)});
         return missing;
     };
@@ -40,7 +42,8 @@ template <class T>
         if (x < T(0) && x == std::trunc(x)) return pole(6);
         if (x < T(-0.5)) close_to_pole();
         if (std::abs(x) < Limits::xsml) {
-            me.post(terminal, 4, "The function overflows because X = %(R1) is too close to zero.", {r(1, wide)});
+            me.post(terminal, 4, "The function overflows because X = %(R1) is too close to zero.",
+                    {r(1, wide)});
             return missing;
         }
         return gamma_of_negative<T>(wide);

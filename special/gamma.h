@@ -27,14 +27,16 @@ extern template double gamma<double>(frame::State&, double);
 extern template LogGamma<float> log_gamma_and_sign(frame::State&, float);
 extern template LogGamma<double> log_gamma_and_sign(frame::State&, double);
 
-// How far x < -0.5, not an integer, is from the nearest integer, in units of x; evaluated in T, because it decides.
+// How far x < -0.5, not an integer, is from the nearest integer, in units of x; evaluated in T, because it
+// decides.
 template <class T>
 inline T distance_from_pole(T x)
 {
     return (x - static_cast<T>(static_cast<int64_t>(x - T(0.5)))) / x;
 }
 
-// Newton's iteration for the ends of the range of Gamma, at most 10 steps each; tests of its failure allow fewer.
+// Newton's iteration for the ends of the range of Gamma, at most 10 steps each; tests of its failure allow
+// fewer.
 template <class T>
 void gamma_range(T* xmin, T* xmax, int lower_steps = 10, int upper_steps = 10)
 {

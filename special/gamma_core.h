@@ -25,8 +25,8 @@ struct GammaLimits;
 template <>
 struct GammaLimits<float> {
     static constexpr float xmin = -33.962578f, xmax = 35.030781f;  // R9GAML
-    static constexpr float xsml = 1.1873083e-38f;                  // exp(max(ln AMACH(1), -ln AMACH(2)) + 0.01)
-    static constexpr float log_xmax = 3.8353410e+36f;              // AMACH(2) / ln AMACH(2)
+    static constexpr float xsml = 1.1873083e-38f;             // exp(max(ln AMACH(1), -ln AMACH(2)) + 0.01)
+    static constexpr float log_xmax = 3.8353410e+36f;         // AMACH(2) / ln AMACH(2)
     static constexpr float correction_xmax = 7.0892160e+36f;  // exp(min(ln(AMACH(2) / 12), -ln(12 AMACH(1))))
     static constexpr float dxrel = 3.4526698e-4f;             // sqrt(AMACH(4))
 };
@@ -63,12 +63,13 @@ template <class T>
 inline double log_gamma_of_one_plus(double t)
 {
     const double u = 2.0 * t - 1.0;
-    const double p = is_double<T> ? power_sum(u, log_gamma_deviation) : power_sum(u, log_gamma_deviation_single);
+    const double p =
+        is_double<T> ? power_sum(u, log_gamma_deviation) : power_sum(u, log_gamma_deviation_single);
     return t * (t - 1.0) * p;
 }
 
-// (x - 1) (x - 2) ... down to the last factor above 1, for 2 < x <= 10. Every factor is exact. The unused ones
-// are 1, which costs less than a loop of unforeseeable length.
+// (x - 1) (x - 2) ... down to the last factor above 1, for 2 < x <= 10. Every factor is exact. The unused
+// ones are 1, which costs less than a loop of unforeseeable length.
 inline double falling_product(double x)
 {
     const auto factor = [x](double k) { return std::max(1.0, x - k); };
@@ -82,8 +83,8 @@ inline double falling_product(double x)
     return even * odd;
 }
 
-// x less a whole number, in [0, 1], for 2 < x <= 10. Adding 1.5 * 2^52 rounds to an integer, which takes half the
-// time of a conversion; for an integer x the result is 0 or 1, and both serve.
+// x less a whole number, in [0, 1], for 2 < x <= 10. Adding 1.5 * 2^52 rounds to an integer, which takes half
+// the time of a conversion; for an integer x the result is 0 or 1, and both serve.
 inline double unit_part(double x)
 {
     constexpr double rounder = 0x1.8p52;
@@ -123,7 +124,8 @@ template <class T>
 inline double stirling_correction(double x)
 {
     if (x >= stirling_tail<T>) return 1.0 / (12.0 * x);
-    constexpr std::size_t terms = series_length(stirling_series.data(), 15, is_double<T> ? machine<double>(3) : 1e-10);
+    constexpr std::size_t terms =
+        series_length(stirling_series.data(), 15, is_double<T> ? machine<double>(3) : 1e-10);
     static constexpr auto series = shifted_powers<terms>(stirling_series.data(), 100.0L);
     const double r = 1.0 / x;
     return power_sum(r * r, series) * r;
@@ -143,8 +145,8 @@ inline double gamma_of_large(double x)
     return g + g * growth;
 }
 
-// sin(pi y), y >= 0; exactly zero at integers. T selects the precision. Adding 2^52 rounds to the nearest integer, whose last bit is then
-// the last of the sum; what remains of y is exact.
+// sin(pi y), y >= 0; exactly zero at integers. T selects the precision. Adding 2^52 rounds to the nearest
+// integer, whose last bit is then the last of the sum; what remains of y is exact.
 template <class T>
 inline double sin_pi(double y)
 {

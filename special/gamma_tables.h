@@ -1,4 +1,5 @@
 // special/gamma_tables.h - series of the gamma family; printed by tools/gamma_tables.py
+// clang-format off
 #pragma once
 
 #include <array>

@@ -29,7 +29,8 @@ template <class T>
     const double y = -wide;
     const double sine = std::abs(sin_pi<T>(y));
     if (sine == 0.0) {
-        me.post(terminal, 5, "The argument for the function can not be a negative integer. Argument X = %(R1).",
+        me.post(terminal, 5,
+                "The argument for the function can not be a negative integer. Argument X = %(R1).",
                 {r(1, wide)});
         return missing;
     }

@@ -12,7 +12,8 @@ template <class T>
 double reciprocal_of_large(T x, const LogGamma<T>& log_gamma)
 {
     const double y = std::abs(static_cast<double>(x));
-    if (y > static_cast<double>(GammaLimits<T>::xmax)) return static_cast<double>(log_gamma.sign) * std::exp(-log_gamma.value);
+    if (y > static_cast<double>(GammaLimits<T>::xmax))
+        return static_cast<double>(log_gamma.sign) * std::exp(-log_gamma.value);
     const double g = gamma_of_large<T>(y);
     return x > T(0) ? 1.0 / g : -y * g * (sin_pi<T>(y) / pi);
 }

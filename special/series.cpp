@@ -35,7 +35,8 @@ T csevl(const T* x, const T* cs, const int32_t* n)
     if (*n < 1)
         me.post(terminal, 5, "The number of terms in the series is not positive. N = %(I1).", {i(1, *n)});
     else if (*n > 1000)
-        me.post(terminal, 6, "The number of terms in the series is greater than 1000. N = %(I1).", {i(1, *n)});
+        me.post(terminal, 6, "The number of terms in the series is greater than 1000. N = %(I1).",
+                {i(1, *n)});
     if (me.failed()) return machine<T>(6);
     if (std::abs(*x) > static_cast<T>(1.1))
         me.post(warning, 7, "The argument X = %(R1) is outside the interval (-1.1,+1.1).",

@@ -59,8 +59,8 @@ consteval std::array<double, N> shifted_powers(const double* series, long double
     return result;
 }
 
-// Sum of a power series. Long ones by eight interleaved sums in x^8, two to a vector, which keeps the chain of
-// operations short.
+// Sum of a power series. Long ones by eight interleaved sums in x^8, two to a vector, which keeps the chain
+// of operations short.
 template <std::size_t N>
 inline double power_sum(double x, const std::array<double, N>& c)
 {
@@ -70,7 +70,9 @@ inline double power_sum(double x, const std::array<double, N>& c)
         return sum;
     } else {
         typedef double Pair __attribute__((vector_size(16)));
-        const auto pair = [&c](std::size_t k) { return Pair{k < N ? c[k] : 0.0, k + 1 < N ? c[k + 1] : 0.0}; };
+        const auto pair = [&c](std::size_t k) {
+            return Pair{k < N ? c[k] : 0.0, k + 1 < N ? c[k + 1] : 0.0};
+        };
         const double x2 = x * x;
         const double x4 = x2 * x2;
         const double x8 = x4 * x4;

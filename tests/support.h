@@ -15,7 +15,10 @@ public:
     explicit Capture(int32_t unit = 6) : unit_(unit)
     {
         orvel_bind_unit(
-            unit, [](void* self, int32_t, const char* text, size_t n) { static_cast<Capture*>(self)->text_.append(text, n); },
+            unit,
+            [](void* self, int32_t, const char* text, size_t n) {
+                static_cast<Capture*>(self)->text_.append(text, n);
+            },
             this);
     }
     ~Capture() { orvel_bind_unit(unit_, nullptr, nullptr); }

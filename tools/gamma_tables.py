@@ -65,6 +65,7 @@ def table(name, values, comment):
 
 
 print("""// special/gamma_tables.h - series of the gamma family; printed by tools/gamma_tables.py
+// clang-format off
 #pragma once
 
 #include <array>

@@ -3,11 +3,11 @@
 //     alpha_cpp counts.txt
 //
 // The same table as alpha.c prints. Here an error that would stop the program becomes an exception.
+#include <orvel/orvel.h>
 #include <cmath>
 #include <cstdio>
 #include <fstream>
 #include <numeric>
-#include <orvel/orvel.h>
 #include <sstream>
 #include <stdexcept>
 #include <string>
@@ -74,8 +74,8 @@ void catch_errors()
     for (const float x : {-2.0005f, -3.0f}) {
         try {
             const float value = GAMMA(&x);
-            std::printf(" GAMMA(%8.4f): type %d, code %d, value %.3f\n", static_cast<double>(x), N1RTY(&above),
-                        N1RCD(&above), static_cast<double>(value));
+            std::printf(" GAMMA(%8.4f): type %d, code %d, value %.3f\n", static_cast<double>(x),
+                        N1RTY(&above), N1RCD(&above), static_cast<double>(value));
         } catch (const Stopped& error) {
             std::printf(" GAMMA(%8.4f): type %d, code %d, no value\n", static_cast<double>(x), error.type,
                         error.code);

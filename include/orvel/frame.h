@@ -55,9 +55,9 @@ struct orvel_ercom1 {
 };
 
 struct orvel_ercom2 {
-    char message[1024];    /* the current message; begins with ".  " */
-    char parameters[300];  /* entries: "*", kind, index, "*", length in decimal, "%", text */
-    char rname[50][32];    /* routine names, blank-padded; level 1 is "USER" */
+    char message[1024];   /* the current message; begins with ".  " */
+    char parameters[300]; /* entries: "*", kind, index, "*", length in decimal, "%", text */
+    char rname[50][32];   /* routine names, blank-padded; level 1 is "USER" */
 };
 
 struct orvel_ercom3 {
@@ -91,12 +91,12 @@ extern ORVEL_PER_THREAD struct orvel_ercom9 ERCOM9;
 
 /* Push NAME of LEN characters, kept blank-padded or cut to 32. Holds the user and 49 routines; one more
  * stops the program. NAME in. */
-void E1PSH(const char *name, size_t len);
+void E1PSH(const char* name, size_t len);
 
 /* Pop NAME, print the message posted at this level and stop, as the switches say. An empty stack (code 1)
  * or a name other than the one on top (code 2) stops the program. When the stop is turned into an exception
  * or a jump by a stop handler, the level has already been left. */
-void E1POP(const char *name, size_t len);
+void E1POP(const char* name, size_t len);
 
 /* Set this thread's blocks to their initial values; does nothing after its first run on a thread. Every
  * routine of the frame does this by itself. */
@@ -105,7 +105,7 @@ void E1INIT(void);
 /* Mark the current level as the user ("ON" or "on") or not ("OFF" or "off"), so that errors of the
  * routines that it calls are reported as if the user had called them. Anything else posts TERMINAL code 1
  * at the current level. SWITCH in. */
-void E1USR(const char *switch_, size_t len);
+void E1USR(const char* switch_, size_t len);
 
 /* ---- outcome of calls --------------------------------------------------------------------------- */
 
@@ -115,12 +115,12 @@ int32_t IERCD(void);
 
 /* Type (N1RTY) or code (N1RCD) recorded at the current level (IOPT 0) or by the routine most recently
  * returned from (IOPT 1). Any other IOPT stops the program. IOPT in. */
-int32_t N1RTY(const int32_t *iopt);
-int32_t N1RCD(const int32_t *iopt);
+int32_t N1RTY(const int32_t* iopt);
+int32_t N1RCD(const int32_t* iopt);
 
 /* A counter of this thread: IOPT 1 adds one and returns it, IOPT 2 returns it and sets it to 0. Any other
  * IOPT stops the program. IOPT in. */
-int32_t N1RNOF(const int32_t *iopt);
+int32_t N1RNOF(const int32_t* iopt);
 
 /* Stop switch that the pop applies to posted errors of types 6 and 7 (7 decides); spends both records. */
 int32_t N1RGB(void);
@@ -134,17 +134,17 @@ int32_t N1THRD(void);
  * type 7); IPACT and ISACT -1 as is, 0 off, 1 on, 2 the initial value. Posts TERMINAL 1 (IERSVR not 0..5),
  * 2 (IPACT not -1..2), 3 (ISACT not -1..2) and then changes nothing. Acts on the calling thread only; for
  * threads that start later see orvel_set_thread_defaults. All in. */
-void ERSET(const int32_t *iersvr, const int32_t *ipact, const int32_t *isact);
+void ERSET(const int32_t* iersvr, const int32_t* ipact, const int32_t* isact);
 
 /* The same without a frame of its own. IERTYP 0..7 sets; -7..-1 returns the switches of type -IERTYP in
  * IPATT and ISATT; other values do nothing. A bad IPATT or ISATT posts TERMINAL code 1 at the current level
  * and changes nothing; called by the user directly, no pop follows, so the stop switch is obeyed at once. */
-void E1POS(const int32_t *iertyp, int32_t *ipatt, int32_t *isatt);
+void E1POS(const int32_t* iertyp, int32_t* ipatt, int32_t* isatt);
 
 /* Keep a number and a name for other routines. ACTION "SET" or "set" stores IVALUE in slot I (1..10) and
  * NAME (6 characters); "GET" or "get" returns both and the value -1 (true) when the name is "LAPACK" or
  * "lapack", else 0. Any other ACTION returns both and 0. A slot outside 1..10 is neither stored nor read. */
-int32_t E1MEM(const char *action, const int32_t *i, int32_t *ivalue, char *name, size_t action_len,
+int32_t E1MEM(const char* action, const int32_t* i, int32_t* ivalue, char* name, size_t action_len,
               size_t name_len);
 
 /* ---- messages ----------------------------------------------------------------------------------- */
@@ -154,7 +154,7 @@ int32_t E1MEM(const char *action, const int32_t *i, int32_t *ivalue, char *name,
  * the recorded code, an empty or one-blank template the message in the buffer; type 0 with code 0 clears
  * the error. Types 5, 6 and 7 print now, when their switch is on. A type outside 0..7 is recorded and
  * never printed, passed up or stopped on. The parameters are emptied after every message. All in. */
-void E1MES(const int32_t *iertyp, const int32_t *iercod, const char *msgpkd, size_t len);
+void E1MES(const int32_t* iertyp, const int32_t* iercod, const char* msgpkd, size_t len);
 
 /* Print the current message on the error unit, with a traceback when the routine was called by another, and
  * empty the buffer. A recorded type outside 1..7 prints as UNKNOWN. */
@@ -167,15 +167,15 @@ void E1UCS(void);
 /* Set message parameter ID, 1..9 (other values are ignored). The first of two settings holds; what does not
  * fit into the store of 300 characters is dropped. Reals print as 1.234560E+01, in double members with 15
  * digits after the point; an exponent beyond 99 has three digits. All in. */
-void E1STI(const int32_t *id, const int32_t *ivalue);
-void E1STR(const int32_t *id, const float *rvalue);
-void E1STD(const int32_t *id, const double *dvalue);
-void E1STC(const int32_t *id, const orvel_complex *cvalue);
-void E1STZ(const int32_t *id, const orvel_dcomplex *zvalue);
+void E1STI(const int32_t* id, const int32_t* ivalue);
+void E1STR(const int32_t* id, const float* rvalue);
+void E1STD(const int32_t* id, const double* dvalue);
+void E1STC(const int32_t* id, const orvel_complex* cvalue);
+void E1STZ(const int32_t* id, const orvel_dcomplex* zvalue);
 /* Text, at most 255 characters: trailing blanks are cut for positive ID and kept for ID -9..-1. */
-void E1STL(const int32_t *id, const char *string, size_t len);
+void E1STL(const int32_t* id, const char* string, size_t len);
 /* The first LEN characters of a text, no more than it has; a negative LEN is 0. */
-void E1STA(const int32_t *id, const int32_t *len, const char *string, size_t string_len);
+void E1STA(const int32_t* id, const int32_t* len, const char* string, size_t string_len);
 
 /* Post an error whose template is record NUMBER of the message file. The file is "messages.daf" in the
  * directory named by the environment variable TAL_F90_MSG (at most 128 characters): records of 1024
@@ -199,31 +199,35 @@ struct orvel_d_epack {
     int32_t whole;
     double real;
 };
-void S_ERROR_POST(const struct orvel_s_epack *epack, const int32_t *n);
-void D_ERROR_POST(const struct orvel_d_epack *epack, const int32_t *n);
+void S_ERROR_POST(const struct orvel_s_epack* epack, const int32_t* n);
+void D_ERROR_POST(const struct orvel_d_epack* epack, const int32_t* n);
 
 /* ---- machine constants and units ---------------------------------------------------------------- */
 
 /* Constants of the arithmetic (IEEE 754 binary32, binary64). N in:
+ *
  *     1 smallest normalised number     5 common logarithm of 2
  *     2 largest number                 6 quiet NaN
  *     3 smallest relative spacing      7 positive infinity
  *     4 largest relative spacing       8 negative infinity
+ *
  * N outside 1..8 posts TERMINAL code 5 and returns the quiet NaN. SRMACH and DRMACH are the same. */
-float AMACH(const int32_t *n);
-double DMACH(const int32_t *n);
-float SRMACH(const int32_t *n);
-double DRMACH(const int32_t *n);
+float AMACH(const int32_t* n);
+double DMACH(const int32_t* n);
+float SRMACH(const int32_t* n);
+double DRMACH(const int32_t* n);
 
 /* Integer constants. N in:
+ *
  *     1 bits per integer               7 digits in a single mantissa (24)
  *     2 characters per integer         8, 9 smallest, largest single exponent (-125, 128)
  *     3 base of integers               10 digits in a double mantissa (53)
  *     4 its digits in an integer       11, 12 smallest, largest double exponent (-1021, 1024)
  *     5 largest integer
  *     6 base of reals
+ *
  * N outside 1..12 prints a message on the output unit and stops the program. */
-int32_t IMACH(const int32_t *n);
+int32_t IMACH(const int32_t* n);
 
 /* Unit numbers of this thread: 1 input (5), 2 output (6), 3 error messages (6). N > 0 returns unit N in
  * NUNIT, N < 0 sets unit -N to NUNIT; any other N prints a message on the error unit and stops the program.
@@ -231,24 +235,24 @@ int32_t IMACH(const int32_t *n);
  * the working directory, created anew at its first use in the process and shared by all threads. A message
  * whose file cannot be opened goes to standard error. A unit that a Fortran program has opened itself is a
  * different thing from the library's unit of the same number. */
-void UMACH(const int32_t *n, int32_t *nunit);
+void UMACH(const int32_t* n, int32_t* nunit);
 
 /* Array-style form of the constants: a value that holds the index and becomes the constant in the precision
  * of the variable it is assigned to. The Fortran module AMACH_INT makes these an assignment. */
 struct orvel_floating_point {
     int32_t n;
 };
-struct orvel_floating_point AMACH_INT_mp_AMACH(const int32_t *n);
-void AMACH_INT_mp_REAL_EQ_FLOATING_POINT(float *x, const struct orvel_floating_point *value);
-void AMACH_INT_mp_DOUBLE_EQ_FLOATING_POINT(double *x, const struct orvel_floating_point *value);
-float AMACH_INT_mp_S_AMACH(const int32_t *n);
-double AMACH_INT_mp_D_AMACH(const int32_t *n);
+struct orvel_floating_point AMACH_INT_mp_AMACH(const int32_t* n);
+void AMACH_INT_mp_REAL_EQ_FLOATING_POINT(float* x, const struct orvel_floating_point* value);
+void AMACH_INT_mp_DOUBLE_EQ_FLOATING_POINT(double* x, const struct orvel_floating_point* value);
+float AMACH_INT_mp_S_AMACH(const int32_t* n);
+double AMACH_INT_mp_D_AMACH(const int32_t* n);
 
 /* ---- workspace ---------------------------------------------------------------------------------- */
 
 /* Kept for programs that size a workspace pool; there is none, and these do nothing. */
-void IWKIN(const int32_t *nsu);
-void IWKCIN(const int32_t *nchars);
+void IWKIN(const int32_t* nsu);
+void IWKCIN(const int32_t* nchars);
 
 ORVEL_END
 

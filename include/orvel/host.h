@@ -18,11 +18,11 @@ ORVEL_BEGIN
  *     { log_write(log, text, length); }
  *     orvel_bind_unit(6, to_log, my_log);
  */
-typedef void (*orvel_writer)(void *context, int32_t unit, const char *text, size_t length);
+typedef void (*orvel_writer)(void* context, int32_t unit, const char* text, size_t length);
 
 /* Send UNIT to WRITER from now on; a null WRITER gives the unit back to its stream or file. Returns 1, or 0
  * when 64 other units are bound already. */
-int32_t orvel_bind_unit(int32_t unit, orvel_writer writer, void *context);
+int32_t orvel_bind_unit(int32_t unit, orvel_writer writer, void* context);
 
 /* Called in place of ending the process, on the thread that stops, with the type and code of the error. It
  * may be called on several threads at once. It may
@@ -33,8 +33,8 @@ int32_t orvel_bind_unit(int32_t unit, orvel_writer writer, void *context);
  *     static void to_exception(void *, int32_t type, int32_t code) { throw numeric_error(type, code); }
  *     orvel_set_stop_handler(to_exception, nullptr);
  */
-typedef void (*orvel_stop_handler)(void *context, int32_t type, int32_t code);
-void orvel_set_stop_handler(orvel_stop_handler handler, void *context);
+typedef void (*orvel_stop_handler)(void* context, int32_t type, int32_t code);
+void orvel_set_stop_handler(orvel_stop_handler handler, void* context);
 
 /* Exit status of a stop; 0 unless set.
  *

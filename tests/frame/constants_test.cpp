@@ -15,8 +15,9 @@ namespace {
 
 constexpr uint32_t single_bits[] = {0x00800000, 0x7F7FFFFF, 0x33800000, 0x34000000,
                                     0x3E9A209B, 0x7FC00000, 0x7F800000, 0xFF800000};
-constexpr uint64_t double_bits[] = {0x0010000000000000, 0x7FEFFFFFFFFFFFFF, 0x3CA0000000000000, 0x3CB0000000000000,
-                                    0x3FD34413509F79FF, 0x7FF8000000000000, 0x7FF0000000000000, 0xFFF0000000000000};
+constexpr uint64_t double_bits[] = {0x0010000000000000, 0x7FEFFFFFFFFFFFFF, 0x3CA0000000000000,
+                                    0x3CB0000000000000, 0x3FD34413509F79FF, 0x7FF8000000000000,
+                                    0x7FF0000000000000, 0xFFF0000000000000};
 
 void unit(int32_t n, int32_t& number) { UMACH(&n, &number); }
 
@@ -47,15 +48,18 @@ TEST_F(Constants, AreExactAndReportABadIndex)
         const auto check = [&](auto call, auto bits, const char* name) {
             const auto x = call(&n);
             EXPECT_EQ(std::bit_cast<decltype(bits)>(x), bits) << n;
-            const std::string text = "\n *** TERMINAL ERROR 5 from " + std::string(name) +
-                                     ".  The argument must be between 1 and 8\n ***          inclusive. N = " +
-                                     std::to_string(n) + "\n";
+            const std::string text =
+                "\n *** TERMINAL ERROR 5 from " + std::string(name) +
+                ".  The argument must be between 1 and 8\n ***          inclusive. N = " + std::to_string(n) +
+                "\n";
             EXPECT_EQ(page.take(), good ? "" : text);
-            if (!good) EXPECT_EQ(outcome(), (Outcome{5, 5}));
+            EXPECT_TRUE(good || outcome() == (Outcome{5, 5}));
         };
         const int32_t k = good ? n - 1 : 5;
-        for (auto* call : {AMACH, SRMACH, AMACH_INT_mp_S_AMACH, assigned_single}) check(call, single_bits[k], "AMACH");
-        for (auto* call : {DMACH, DRMACH, AMACH_INT_mp_D_AMACH, assigned_double}) check(call, double_bits[k], "DMACH");
+        for (auto* call : {AMACH, SRMACH, AMACH_INT_mp_S_AMACH, assigned_single})
+            check(call, single_bits[k], "AMACH");
+        for (auto* call : {DMACH, DRMACH, AMACH_INT_mp_D_AMACH, assigned_double})
+            check(call, double_bits[k], "DMACH");
     }
     constexpr int32_t integers[] = {32, 4, 2, 31, 2147483647, 2, 24, -125, 128, 53, -1021, 1024};
     for (int32_t n = 1; n <= 12; ++n) EXPECT_EQ(IMACH(&n), integers[n - 1]);
@@ -74,16 +78,22 @@ TEST_F(Constants, IndexOfIntegersAndUnitsStopsAlways)
     unit(-3, third);
     const auto integer = [](int32_t n) { IMACH(&n); };
     const auto number = [](int32_t n) { UMACH(&n, &n); };
-    for (const auto& [n, cell] : {std::pair{13, "    13"}, {0, "     0"}, {-99999, "-99999"}, {INT32_MIN, "******"}}) {
+    for (const auto& [n, cell] :
+         {std::pair{13, "    13"}, {0, "     0"}, {-99999, "-99999"}, {INT32_MIN, "******"}}) {
         EXPECT_THROW(integer(n), Outcome);
-        EXPECT_EQ(output.take() + error.take(), std::string("\n *** TERMINAL ERROR 5 from IMACH.  The argument\n"
-                  " ***          must be between 1 and 12 inclusive.\n ***          N = ") + cell + ".\n\n");
+        EXPECT_EQ(output.take() + error.take(),
+                  std::string("\n *** TERMINAL ERROR 5 from IMACH.  The argument\n"
+                              " ***          must be between 1 and 12 inclusive.\n ***          N = ") +
+                      cell + ".\n\n");
     }
-    for (const auto& [n, cell] : {std::pair{4, "     4"}, {0, "     0"}, {-4, "     4"}, {INT32_MIN, "******"}}) {
+    for (const auto& [n, cell] :
+         {std::pair{4, "     4"}, {0, "     0"}, {-4, "     4"}, {INT32_MIN, "******"}}) {
         EXPECT_THROW(number(n), Outcome);
-        EXPECT_EQ(error.take() + output.take(), std::string("\n *** TERMINAL ERROR 5 from UMACH.  The absolute\n"
-                  " ***          value of the index variable must be\n"
-                  " ***          1, 2, or 3.  IABS(N) = ") + cell + ".\n\n");
+        EXPECT_EQ(error.take() + output.take(),
+                  std::string("\n *** TERMINAL ERROR 5 from UMACH.  The absolute\n"
+                              " ***          value of the index variable must be\n"
+                              " ***          1, 2, or 3.  IABS(N) = ") +
+                      cell + ".\n\n");
     }
     unit(-2, standard);
     unit(-3, standard);
@@ -106,8 +116,8 @@ TEST_F(Constants, UnitsAreKeptAndBecomeFiles)
     ASSERT_NE(mkdtemp(directory), nullptr);
     const fs::path home = fs::current_path();
     fs::current_path(directory);
-    std::ofstream("fort.9") << "left over from an earlier run\n";
-    fs::create_directory("fort.11");  // cannot be opened as a file
+    std::ofstream("fort.9") << std::string(1000, '?');  // left over from an earlier run
+    fs::create_directory("fort.11");                    // cannot be opened as a file
     set_switches(5, -1, 0);
     const auto complain = [](int32_t to) {
         unit(-3, to);
@@ -115,8 +125,9 @@ TEST_F(Constants, UnitsAreKeptAndBecomeFiles)
         set_switches(6, 0, 0);
         return testing::internal::GetCapturedStderr();
     };
-    const std::string text = "\n *** TERMINAL ERROR 1 from ERSET.  Invalid error severity level indicator. \n"
-                             " ***          IERSVR must be 0 to 5.  IERSVR = 6\n";
+    const std::string text =
+        "\n *** TERMINAL ERROR 1 from ERSET.  Invalid error severity level indicator. \n"
+        " ***          IERSVR must be 0 to 5.  IERSVR = 6\n";
     EXPECT_EQ(complain(9) + complain(9), "");
     std::stringstream file;
     file << std::ifstream("fort.9").rdbuf();

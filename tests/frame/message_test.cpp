@@ -15,16 +15,23 @@ using std::string;
 namespace {
 
 const string next = "\n ***          ";
-const string trace_head = "     Here is a traceback of subprogram calls in reverse order:\n"
-                          "     Routine name                    Error type  Error code\n"
-                          "     ------------                    ----------  ----------\n";
+const string trace_head =
+    "     Here is a traceback of subprogram calls in reverse order:\n"
+    "     Routine name                    Error type  Error code\n"
+    "     ------------                    ----------  ----------\n";
 
 void push(std::string_view name) { E1PSH(name.data(), name.size()); }
 void pop(std::string_view name) { E1POP(name.data(), name.size()); }
-void post(int32_t type, int32_t code, std::string_view text) { E1MES(&type, &code, text.data(), text.size()); }
+void post(int32_t type, int32_t code, std::string_view text)
+{
+    E1MES(&type, &code, text.data(), text.size());
+}
 void set_i(int32_t id, int32_t value) { E1STI(&id, &value); }
 void set_l(int32_t id, std::string_view text) { E1STL(&id, text.data(), text.size()); }
-void set_a(int32_t id, int32_t length, std::string_view text) { E1STA(&id, &length, text.data(), text.size()); }
+void set_a(int32_t id, int32_t length, std::string_view text)
+{
+    E1STA(&id, &length, text.data(), text.size());
+}
 
 string message() { return {ERCOM2.message, static_cast<std::size_t>(ERCOM1.msglen)}; }
 
@@ -52,7 +59,7 @@ void fill_store(const string& entries)
 
 class Message : public Quiet {
 protected:
-    // What a routine at level 2 prints when it is told to; the first line has 50 characters for ".  " and text.
+    // What a routine at level 2 prints when it is told to; the first line has room for 50 characters of it.
     string printed(int32_t type, int32_t code, std::string_view text)
     {
         set_switches(0, 0, 0);
@@ -70,9 +77,15 @@ protected:
 TEST_F(Message, PlaceholdersAreReplacedByTheirParameters)
 {
     const char* rows[][2] = {
-        {"N = %(I1).", "N = -3."},          {"%(i1)%(I1)", "-3-3"},     {"%(I2) %(R1)", "%(I2) %(R1)"},
-        {"%(I0)%(B1)%(I:)", "%(I0)%(B1)%(I:)"}, {"%(I1", "%(I1"},       {"%(I1]%(I11)", "%(I1]%(I11)"},
-        {"%%(%(I9)%", "%%(7%"},             {"%(l2)|%(K1)|%(s2)", "%(I1)|key|%"}, {"%(L3)%(I5)", "*I5*1%9%(I5)"},
+        {"N = %(I1).", "N = -3."},
+        {"%(i1)%(I1)", "-3-3"},
+        {"%(I2) %(R1)", "%(I2) %(R1)"},
+        {"%(I0)%(B1)%(I:)", "%(I0)%(B1)%(I:)"},
+        {"%(I1", "%(I1"},
+        {"%(I1]%(I11)", "%(I1]%(I11)"},
+        {"%%(%(I9)%", "%%(7%"},
+        {"%(l2)|%(K1)|%(s2)", "%(I1)|key|%"},
+        {"%(L3)%(I5)", "*I5*1%9%(I5)"},
     };
     for (const auto& row : rows) {
         for (int32_t value : {-3, 4}) set_i(1, value);  // the first one holds
@@ -97,7 +110,8 @@ TEST_F(Message, PlaceholdersAreReplacedByTheirParameters)
     }
     fill_store("*N1*4%ABCD");
     ERCOM1.trctab[3] = 0;
-    EXPECT_EQ(printed(4, 1, "Text"), "\n *** FATAL    ERROR 1 from R.   in reference to keyword ABCD.  Text\n");
+    EXPECT_EQ(printed(4, 1, "Text"),
+              "\n *** FATAL    ERROR 1 from R.   in reference to keyword ABCD.  Text\n");
     ERCOM1.atttab[3] = ERCOM1.trctab[3] = 1;
 }
 
@@ -122,13 +136,20 @@ TEST_F(Message, SettersWriteTheirText)
     const struct {
         int32_t id;
         string text, shown;
-    } texts[] = {{1, "ab  ", "ab"}, {-1, "ab  ", "ab  "}, {1, "   ", " "}, {-1, "   ", "   "}, {1, "", " "}, {-1, "", ""},
-                 {1, string(256, 'q'), string(255, 'q')}, {-1, string(256, ' '), string(255, ' ')}};
+    } texts[] = {{1, "ab  ", "ab"},
+                 {-1, "ab  ", "ab  "},
+                 {1, "   ", " "},
+                 {-1, "   ", "   "},
+                 {1, "", " "},
+                 {-1, "", ""},
+                 {1, string(256, 'q'), string(255, 'q')},
+                 {-1, string(256, ' '), string(255, ' ')}};
     for (const auto& row : texts) {
         set_l(row.id, row.text);
         EXPECT_EQ(made("%(L1)"), row.shown);
     }
-    for (const auto& [length, text] : {std::pair{2, "ab"}, {4, "ab c"}, {99, "ab c"}, {0, ""}, {-1, ""}, {INT32_MIN, ""}}) {
+    for (const auto& [length, text] :
+         {std::pair{2, "ab"}, {4, "ab c"}, {99, "ab c"}, {0, ""}, {-1, ""}, {INT32_MIN, ""}}) {
         set_a(1, length, "ab c");
         EXPECT_EQ(made("%(A1)"), text);
     }
@@ -173,10 +194,17 @@ TEST_F(Message, PostingKeepsWhatItIsToldToKeep)
         const char* text;
         int32_t kept_type, kept_code;
         const char* kept;
-    } rows[] = {{4, 7, "First", 4, 7, ".  First"},  {-1, 9, "Second", 4, 9, ".  Second"}, {3, -1, "", 3, 9, ".  Second"},
-                {2, 5, " ", 2, 5, ".  Second"},     {-1, -6, "  ", 2, 5, ".    "},        {2, 0, "Gone", 2, 0, ""},
-                {3, 8, "", 3, 8, ""},               {2, 4, "Third", 2, 4, ".  Third"},    {0, 3, "Gone", 0, 3, ""},
-                {8, 6, "Eighth", 8, 6, ".  Eighth"}, {0, 0, "", 0, 0, ""}};
+    } rows[] = {{4, 7, "First", 4, 7, ".  First"},
+                {-1, 9, "Second", 4, 9, ".  Second"},
+                {3, -1, "", 3, 9, ".  Second"},
+                {2, 5, " ", 2, 5, ".  Second"},
+                {-1, -6, "  ", 2, 5, ".    "},
+                {2, 0, "Gone", 2, 0, ""},
+                {3, 8, "", 3, 8, ""},
+                {2, 4, "Third", 2, 4, ".  Third"},
+                {0, 3, "Gone", 0, 3, ""},
+                {8, 6, "Eighth", 8, 6, ".  Eighth"},
+                {0, 0, "", 0, 0, ""}};
     push("R ");
     for (const auto& row : rows) {
         post(row.type, row.code, row.text);
@@ -188,10 +216,11 @@ TEST_F(Message, PostingKeepsWhatItIsToldToKeep)
 
 TEST_F(Message, HeaderHasAWordAndAForm)
 {
-    const char* words[] = {"NOTE    ", "ALERT   ", "WARNING ", "FATAL   ", "TERMINAL", "WARNING ", "FATAL   ", "UNKNOWN "};
+    const char* words[] = {"NOTE    ", "ALERT   ", "WARNING ", "FATAL   ",
+                           "TERMINAL", "WARNING ", "FATAL   ", "UNKNOWN "};
     for (int32_t type = 1; type <= 8; ++type)
-        EXPECT_EQ(printed(type, 40 + type, "Text"),
-                  string("\n *** ") + words[type - 1] + " ERROR " + std::to_string(40 + type) + " from R.  Text\n");
+        EXPECT_EQ(printed(type, 40 + type, "Text"), string("\n *** ") + words[type - 1] + " ERROR " +
+                                                        std::to_string(40 + type) + " from R.  Text\n");
     EXPECT_EQ(printed(-7, 1, "Text"), "\n *** UNKNOWN  ERROR 1 from R.  Text\n");
 
     const string trace = trace_head +
@@ -216,8 +245,8 @@ TEST_F(Message, HeaderHasAWordAndAForm)
         row.name.copy(ERCOM9.name[2], 31);
         for (int32_t traced : {0, 1}) {
             ERCOM1.trctab[3] = traced;
-            EXPECT_EQ(printed(4, 2, "Text"), "\n *** FATAL    ERROR" + row.head + ".  Text\n" +
-                      (row.traced && traced ? trace : ""));
+            EXPECT_EQ(printed(4, 2, "Text"),
+                      "\n *** FATAL    ERROR" + row.head + ".  Text\n" + (row.traced && traced ? trace : ""));
         }
     }
     ERCOM8.current = ERCOM1.atttab[3] = 3;
@@ -244,12 +273,11 @@ TEST_F(Message, LinesBreakAtBlanksPairsAndEnds)
         {"a%/%/b c%/d%/", ".  a" + next + next + "b c" + next + "d"},
         {x(30) + " " + x(20) + "%/b", ".  " + x(30) + next + x(20) + next + "b"},
         {x(20) + "%/" + x(30) + " b", ".  " + x(20) + next + x(30) + " b"},
+        {x(47) + "%/yy", ". " + next + x(47) + next + "yy"},  // the pair is not in the room
         {x(10) + "%" + x(30) + "/", ".  " + x(10) + "%" + x(30) + "/"},
     };
-    for (const auto& row : rows) {
-        string expected = "\n *** FATAL    ERROR 1 from R" + row[1] + "\n";
-        EXPECT_EQ(printed(4, 1, row[0]), expected);
-    }
+    for (const auto& row : rows)
+        EXPECT_EQ(printed(4, 1, row[0]), "\n *** FATAL    ERROR 1 from R" + row[1] + "\n");
 }
 
 TEST_F(Message, TracebackTellsWhoCalledWhom)
@@ -263,11 +291,12 @@ TEST_F(Message, TracebackTellsWhoCalledWhom)
     set_switches(5, 2, 0);
     ERCOM1.ercode[0] = 999999;
     post(5, 1000000, "Bad.");
-    EXPECT_EQ(page.take(), "\n *** TERMINAL ERROR 1000000 from INNER_ROUTINE_WITH_A_LONG_NAME_C.  Bad.\n" + trace_head +
-                               "     INNER_ROUTINE_WITH_A_LONG_NAME_C     5      ******    (Called internally)\n"
-                               "     MIDDLE                               0           0\n"
-                               "     DOUTER                               3         -14\n"
-                               "     USER                                 0      999999\n");
+    EXPECT_EQ(page.take(),
+              "\n *** TERMINAL ERROR 1000000 from INNER_ROUTINE_WITH_A_LONG_NAME_C.  Bad.\n" + trace_head +
+                  "     INNER_ROUTINE_WITH_A_LONG_NAME_C     5      ******    (Called internally)\n"
+                  "     MIDDLE                               0           0\n"
+                  "     DOUTER                               3         -14\n"
+                  "     USER                                 0      999999\n");
     E1USR("OFF", 3);
 }
 
@@ -277,12 +306,17 @@ TEST_F(Message, ChecksumSkipsNumbers)
     double expected = ERCOM3.checksum;
     const auto model = [&](const string& text, int32_t type, int32_t code) {
         int64_t sum = static_cast<int64_t>(expected), k = 0;
-        for (char c : std::regex_replace(text, number, "$1")) sum = (sum + ++k * std::toupper(c)) % 1000000000;
+        for (char c : std::regex_replace(text, number, "$1"))
+            sum = (sum + ++k * std::toupper(c)) % 1000000000;
         sum = (sum + ++k * type) % 1000000000;
         expected = static_cast<double>((sum + ++k * code) % 1000000000);
     };
-    const char* texts[] = {"Plain words", "N = 12, M=-3.,(4,+.5) x1 A(7)", "1.5E+03 = 1.5E+ 2D-7 3.E 4..5 --6 + - .",
-                           "no value% = %(I1) here=%(R1)", "mixed CASE case", "9 9,9(9=9 99 "};
+    const char* texts[] = {"Plain words",
+                           "N = 12, M=-3.,(4,+.5) x1 A(7)",
+                           "1.5E+03 = 1.5E+ 2D-7 3.E 4..5 --6 + - .",
+                           "no value% = %(I1) here=%(R1)",
+                           "mixed CASE case",
+                           "9 9,9(9=9 99 "};
     for (int round = 0; round < 3; ++round)
         for (const char* text : texts) {
             set_i(1, round * 1000 - 999);
@@ -316,26 +350,28 @@ TEST_F(Message, FileGivesTheTexts)
     set_switches(0, -1, 0);
     const auto report = [&](const char* where, int32_t record, int32_t n) {
         where != nullptr ? setenv("TAL_F90_MSG", where, 1) : unsetenv("TAL_F90_MSG");
-        const orvel_s_epack s[10] = {{record, 0}, {3, 0}, {17, 0}, {-1, 0}, {-1, 0}, {2, 0}, {1, 0}, {5, 0}, {-6, 0}, {0, 2.5f}};
+        const orvel_s_epack s[10] = {{record, 0}, {3, 0}, {17, 0}, {-1, 0}, {-1, 0},
+                                     {2, 0},      {1, 0}, {5, 0},  {-6, 0}, {0, 2.5f}};
         orvel_d_epack d[10];
         for (int k = 0; k < 10; ++k) d[k] = {s[k].whole, s[k].real};
         S_ERROR_POST(s, &n);
         const string single = page.take();
         EXPECT_EQ(outcome().type, single.find("TERMINAL") == string::npos ? 3 : 5);
         D_ERROR_POST(d, &n);
-        string both = single + page.take();
-        return both;
+        return single + page.take();
     };
     const auto twice = [](const string& head, const string& s, const string& d) {
-        return "\n *** " + head + " from S_ERROR_POST.  " + s + "\n\n *** " + head + " from D_ERROR_POST.  " + d + "\n";
+        return "\n *** " + head + " from S_ERROR_POST.  " + s + "\n\n *** " + head + " from D_ERROR_POST.  " +
+               d + "\n";
     };
-    const string end = next + "file!";
     const string unopened = "Unable to open the Orvel MP Library" + next + "Error message file!";
     const string unread = "Unable to read a record from the" + next + "Orvel MP Library Error message file!";
-    const string small = "The size of derived type epack is" + next + "abruptly truncated.  It should be at least ";
+    const string small =
+        "The size of derived type epack is" + next + "abruptly truncated.  It should be at least ";
     const string padded = string(directory) + "  ", absent = string(directory) + "/absent", longer(129, 'a');
-    EXPECT_EQ(report(padded.c_str(), 2, 10), twice("WARNING  ERROR 17", "I 5 -6, R 2.500000E+00 %(D1).",
-              "I 5 -6, R 2.500000000000000E+00" + next + "2.500000000000000E+00."));
+    EXPECT_EQ(report(padded.c_str(), 2, 10),
+              twice("WARNING  ERROR 17", "I 5 -6, R 2.500000E+00 %(D1).",
+                    "I 5 -6, R 2.500000000000000E+00" + next + "2.500000000000000E+00."));
     for (int32_t record : {0, 1, 3, 4, -1, INT32_MIN, INT32_MAX})
         EXPECT_EQ(report(directory, record, 10), twice("TERMINAL ERROR 3", unread, unread)) << record;
     for (const char* where : {absent.c_str(), longer.c_str(), static_cast<const char*>(nullptr)})

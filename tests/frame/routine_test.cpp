@@ -18,7 +18,8 @@ std::size_t last_size = 0;
 
 extern "C" void* aligned_alloc(std::size_t alignment, std::size_t size) noexcept
 {
-    static auto* const next = reinterpret_cast<void* (*)(std::size_t, std::size_t)>(dlsym(RTLD_NEXT, "aligned_alloc"));
+    static auto* const next =
+        reinterpret_cast<void* (*)(std::size_t, std::size_t)>(dlsym(RTLD_NEXT, "aligned_alloc"));
     last_size = size;
     return ++requests == failing || size > (std::size_t{1} << 40) ? nullptr : next(alignment, size);
 }
@@ -45,8 +46,9 @@ T front(int32_t n, T (*f)(T), T result)
     Scratch<int32_t> b;
     Scratch<double> c;
     if (!a.allocate(n) || !b.allocate(n, 3) || !c.allocate(n / 2)) {
-        me.no_storage(2, "The required storage cannot be allocated.  The workspace is based on N, where N = %(i1).",
-                      {i(1, n)});
+        me.no_storage(
+            2, "The required storage cannot be allocated.  The workspace is based on N, where N = %(i1).",
+            {i(1, n)});
         return result;
     }
     if (n == 2) me.post(fatal, 3, "X = %(R1).", {r(1, 1.5)});
@@ -68,19 +70,15 @@ TEST_F(Frame, EveryFailedRequestIsReportedAndNothingIsKept)
 {
     constexpr int32_t n = 1 << 20;
     std::size_t at_print = 0;
-    const std::string text = "\n *** TERMINAL ERROR 2 from FRONT.  The required storage cannot be allocated. \n"
-                             " ***          The workspace is based on N, where N = 1048576.\n";
+    const std::string text =
+        "\n *** TERMINAL ERROR 2 from FRONT.  The required storage cannot be allocated. \n"
+        " ***          The workspace is based on N, where N = 1048576.\n";
     for (int k = 1; k <= 4; ++k) {
         SCOPED_TRACE(k);
         set_switches(0, 2, 0);
-        set_switches(2, 1, 0);
         requests = failing = 0;
-        {
-            Routine<float, "STALE"> outer;
-            inner<float>(alert, 1);  // waits in the buffer
-            EXPECT_EQ(ERCOM1.msglen, 8);
-        }
-        page.take();
+        inner<float>(alert, 1);  // is not printed and waits in the buffer
+        EXPECT_EQ(ERCOM1.msglen, 8);
         failing = k;
         EXPECT_EQ(front(n, plus_one, -7.0f), k <= 3 ? -7.0f : 1.0f);
         EXPECT_EQ(requests, std::min(k, 3));
@@ -91,10 +89,12 @@ TEST_F(Frame, EveryFailedRequestIsReportedAndNothingIsKept)
     // The arrays are free before the pop speaks.
     set_switches(0, 1, 0);
     failing = 0;
-    orvel_bind_unit(6, [](void* to, int32_t, const char*, size_t) { *static_cast<std::size_t*>(to) = in_use(); },
-                    &at_print);
+    orvel_bind_unit(
+        6, [](void* to, int32_t, const char*, size_t) { *static_cast<std::size_t*>(to) = in_use(); },
+        &at_print);
     const std::size_t before = in_use();
-    front(2 << 20, +[](float x) { return inner<float>(note, 1), x; }, 0.0f);
+    front(
+        2 << 20, +[](float x) { return inner<float>(note, 1), x; }, 0.0f);
     const std::size_t inside = at_print;
     front(2, plus_one, 0.0f);
     EXPECT_LT(at_print, before + (1 << 20));
@@ -106,8 +106,17 @@ TEST_F(Frame, ScratchSizesAreCheckedAndRoundedUp)
     const struct {
         int64_t rows, columns;
         std::size_t bytes;  // 0 when refused without a request
-    } rows[] = {{0, 1, 64},  {-5, -7, 64}, {-5, 8, 64}, {8, INT64_MIN, 64}, {1, 8, 64}, {9, 1, 128}, {3, 6, 192},
-                {INT32_MAX, INT32_MAX, 0}, {INT64_MAX, 2, 0}, {INT64_MAX / 8, 1, 0}, {INT64_MAX / 8 + 1, 1, 0}};
+    } rows[] = {{0, 1, 64},
+                {-5, -7, 64},
+                {-5, 8, 64},
+                {8, INT64_MIN, 64},
+                {1, 8, 64},
+                {9, 1, 128},
+                {3, 6, 192},
+                {INT32_MAX, INT32_MAX, 0},
+                {INT64_MAX, 2, 0},
+                {INT64_MAX / 8, 1, 0},
+                {INT64_MAX / 8 + 1, 1, 0}};
     for (const auto& row : rows) {
         Scratch<double> x;
         requests = 0;
@@ -210,8 +219,14 @@ TEST_F(Frame, ExceptionLeavesTheLevelSilently)
     set_switches(0, 0, 0);
     set_switches(4, 1, 0);
     orvel_reset();
-    for (auto* f : {+[](float) -> float { const PostsOnTheWay local{note}; throw 8; },
-                    +[](float) -> float { const PostsOnTheWay local{warning}; throw 8; }}) {
+    for (auto* f : {+[](float) -> float {
+                        const PostsOnTheWay local{note};
+                        throw 8;
+                    },
+                    +[](float) -> float {
+                        const PostsOnTheWay local{warning};
+                        throw 8;
+                    }}) {
         EXPECT_EQ(thrown(f), 8);
         EXPECT_EQ(page.take(), "");
         EXPECT_EQ(ERCOM1.level, 1);

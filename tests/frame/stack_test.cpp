@@ -1,7 +1,6 @@
 // tests/frame/stack_test.cpp - routine stack, records of outcome, switches, layout of the blocks
 #include <unistd.h>
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdio>
 #include <cstring>
@@ -233,31 +232,21 @@ TEST_F(Stack, SwitchesChangeForTheTypesNamed)
 
 TEST_F(Stack, BadSwitchArgumentsAreTerminalAndChangeNothing)
 {
-    const struct {
-        void (*call)(int32_t, int32_t, int32_t);
-        int32_t arguments[3], code;
-    } rows[] = {{set_switches, {6, 1, 1}, 1},
-                {set_switches, {-1, 0, 0}, 1},
-                {set_switches, {5, 3, 0}, 2},
-                {set_switches, {0, -2, 0}, 2},
-                {set_switches, {1, 0, 3}, 3},
-                {set_switches, {0, 0, -2}, 3},
-                {set_switches, {INT32_MIN, 4, -2}, 3},
-                {position, {0, 3, 0}, 1},
-                {position, {9, 0, -2}, 1},
-                {position, {4, -2, 3}, 1}};
-    for (const auto& row : rows) {
+    const int32_t rows[][5] = {{0, 6, 1, 1, 1},  {0, -1, 0, 0, 1}, {0, 5, 3, 0, 2},          {0, 0, -2, 0, 2},
+                               {0, 1, 0, 3, 3},  {0, 0, 0, -2, 3}, {0, INT32_MIN, 4, -2, 3}, {1, 0, 3, 0, 1},
+                               {1, 9, 0, -2, 1}, {1, 4, -2, 3, 1}};
+    for (const auto& [by_e1pos, type, print, stop, code] : rows) {
         page.take();
-        EXPECT_EQ(stop_of([&] { row.call(row.arguments[0], row.arguments[1], row.arguments[2]); }),
-                  (Outcome{5, row.code}));
+        const auto call = by_e1pos ? position : set_switches;
+        EXPECT_EQ(stop_of([&, t = type, p = print, s = stop] { call(t, p, s); }), (Outcome{5, code}));
         EXPECT_EQ(digits(ERCOM1.prttab) + digits(ERCOM1.stptab), "00111110001101");
-        if (row.arguments[0] == INT32_MIN)
-            EXPECT_EQ(page.take(), head + "1 from ERSET.  Invalid error severity level indicator. " + next +
-                                       "IERSVR must be 0 to 5.  IERSVR = -2147483648\n" + head +
-                                       "2 from ERSET.  Invalid value specified for printing" + next +
-                                       "action.  IPACT must be -1 to 2.  IPACT = 4\n" + head +
-                                       "3 from ERSET.  Invalid value specified for stopping" + next +
-                                       "action.  ISACT must be -1 to 2.  ISACT = -2\n");
+        if (type != INT32_MIN) continue;
+        EXPECT_EQ(page.take(), head + "1 from ERSET.  Invalid error severity level indicator. " + next +
+                                   "IERSVR must be 0 to 5.  IERSVR = -2147483648\n" + head +
+                                   "2 from ERSET.  Invalid value specified for printing" + next +
+                                   "action.  IPACT must be -1 to 2.  IPACT = 4\n" + head +
+                                   "3 from ERSET.  Invalid value specified for stopping" + next +
+                                   "action.  ISACT must be -1 to 2.  ISACT = -2\n");
     }
     EXPECT_EQ(page.take(), head + "1 from USER.  Invalid value specified for print table" + next +
                                "attribute.  IPATT must be -1, 0, 1, or 2.  IPATT = -2\n" + head +

@@ -53,7 +53,9 @@ protected:
 
     static void expect_close(Real value, double exact, double ulps, const std::string& what)
     {
-        EXPECT_LE(std::abs(static_cast<double>(value) - exact), ulps * static_cast<double>(eps) * std::abs(exact)) << what;
+        EXPECT_LE(std::abs(static_cast<double>(value) - exact),
+                  ulps * static_cast<double>(eps) * std::abs(exact))
+            << what;
     }
 
     Capture printed;
@@ -99,14 +101,16 @@ TYPED_TEST(Gamma, ValuesOfEveryBranch)
     EXPECT_EQ(this->printed.take(), "");
 }
 
-// Gamma(x + 1) = x Gamma(x) and the reflection formula tie neighbouring branches together, also at their seams.
+// Gamma(x + 1) = x Gamma(x) and the reflection formula tie neighbouring branches together, also at their
+// seams.
 TYPED_TEST(Gamma, RecurrenceAndReflection)
 {
     using Real = typename TypeParam::Real;
     unsigned state = 12345;
     for (int k = 0; k < 2000; ++k) {
         state = state * 1664525u + 1013904223u;
-        const Real x = std::ldexp(static_cast<Real>(static_cast<int>(state >> 10)) - Real(1 << 21), -17);  // -16 to 16
+        const Real x =
+            std::ldexp(static_cast<Real>(static_cast<int>(state >> 10)) - Real(1 << 21), -17);  // -16 to 16
         if (std::abs(x - std::round(x)) < Real(0.01) || std::abs(x) > 15) continue;
         const double exact_x = static_cast<double>(x);
         const double g = static_cast<double>(TypeParam::gamma(x));
@@ -135,11 +139,15 @@ TYPED_TEST(Gamma, ErrorsOfTheFunction)
     const double tiny = static_cast<double>(std::numeric_limits<Real>::min());
     const double near = -2.0 - (sizeof(Real) == 4 ? 5e-4 : 1e-8);
     const Row rows[] = {
-        {static_cast<double>(std::nextafter(low, Real(-1000))), {2, 1}, "The function underflows because X = "},
+        {static_cast<double>(std::nextafter(low, Real(-1000))),
+         {2, 1},
+         "The function underflows because X = "},
         {-static_cast<double>(this->infinity), {2, 1}, "X = -Infinity is less than "},
         {near, {3, 2}, "The result is accurate to less than one half precision because X = -2.00"},
         {-30.0 - (sizeof(Real) == 4 ? 1e-3 : 1e-8), {3, 2}, "too close to a negative integer."},
-        {static_cast<double>(std::nextafter(high, Real(1000))), {5, 4}, "The function overflows because X = "},
+        {static_cast<double>(std::nextafter(high, Real(1000))),
+         {5, 4},
+         "The function overflows because X = "},
         {static_cast<double>(this->infinity), {5, 4}, "X = Infinity is greater than "},
         {tiny, {5, 4}, "The function overflows because X = "},
         {-tiny, {5, 4}, " is too close to zero."},
@@ -147,7 +155,9 @@ TYPED_TEST(Gamma, ErrorsOfTheFunction)
         {-0.0, {5, 5}, "The argument for the function can not be zero."},
         {-3.0, {5, 6}, "The argument for the function can not be a negative integer. Argument X = -3.000000"},
         {-10.0, {5, 6}, "Argument X = -1.000000"},
-        {-11.0, {5, 7}, "The argument for the function can not be a negative integer. Argument X = -1.100000"},
+        {-11.0,
+         {5, 7},
+         "The argument for the function can not be a negative integer. Argument X = -1.100000"},
     };
     set_switches(2, 1, 0);  // let underflows print
     for (const Row& row : rows) {
@@ -155,14 +165,16 @@ TYPED_TEST(Gamma, ErrorsOfTheFunction)
         EXPECT_EQ(outcome(), row.outcome) << row.x;
         const std::string text = one_line(this->printed.take());
         EXPECT_NE(text.find(row.text), std::string::npos) << row.x << text;
-        EXPECT_NE(text.find(std::string(" from ") + TypeParam::prefix + "GAMMA.  "), std::string::npos) << text;
+        EXPECT_NE(text.find(std::string(" from ") + TypeParam::prefix + "GAMMA.  "), std::string::npos)
+            << text;
         EXPECT_EQ(std::isnan(value), row.outcome.type == 5) << row.x;
         if (row.outcome.type == 2) {
             EXPECT_EQ(value, 0) << row.x;
         }
     }
-    EXPECT_NEAR(static_cast<double>(TypeParam::gamma(high)) / static_cast<double>(std::numeric_limits<Real>::max()),
-                0.955, 0.02);  // ln Gamma grows by 0.01 * ln(xmax) to the end of the range
+    EXPECT_NEAR(
+        static_cast<double>(TypeParam::gamma(high)) / static_cast<double>(std::numeric_limits<Real>::max()),
+        0.955, 0.02);  // ln Gamma grows by 0.01 * ln(xmax) to the end of the range
     EXPECT_NE(TypeParam::gamma(low + Real(0.5)), 0);
     EXPECT_EQ(outcome(), (Outcome{0, 0}));
     EXPECT_TRUE(std::isnan(TypeParam::gamma(std::numeric_limits<Real>::quiet_NaN())));
@@ -186,7 +198,8 @@ TYPED_TEST(Gamma, ErrorsOfTheLogarithm)
         EXPECT_EQ(outcome(), row.outcome) << row.x;
         const std::string text = one_line(this->printed.take());
         EXPECT_NE(text.find(row.text), std::string::npos) << row.x << text;
-        EXPECT_NE(text.find(std::string(" from ") + TypeParam::log_name() + ".  "), std::string::npos) << text;
+        EXPECT_NE(text.find(std::string(" from ") + TypeParam::log_name() + ".  "), std::string::npos)
+            << text;
         EXPECT_EQ(text.find("traceback"), std::string::npos) << text;
         EXPECT_EQ(std::isnan(value), row.outcome.type == 5) << row.x;
     }
@@ -195,7 +208,8 @@ TYPED_TEST(Gamma, ErrorsOfTheLogarithm)
         EXPECT_TRUE(std::isnan(TypeParam::log_gamma(static_cast<Real>(row.x))));
         EXPECT_EQ(outcome().type, row.outcome.type) << row.x;
         const std::string text = this->printed.take();
-        EXPECT_NE(text.find(std::string(" from ") + TypeParam::prefix + "GAMMA.  "), std::string::npos) << text;
+        EXPECT_NE(text.find(std::string(" from ") + TypeParam::prefix + "GAMMA.  "), std::string::npos)
+            << text;
         const auto gamma_line = text.find(std::string("\n     ") + TypeParam::prefix + "GAMMA ");
         const auto log_line = text.find(std::string("\n     ") + TypeParam::log_name() + " ");
         EXPECT_LT(gamma_line, log_line) << text;
@@ -214,9 +228,10 @@ TYPED_TEST(Gamma, Sign)
         double x;
         int sign;
     };
-    const double odd = sizeof(Real) == 4 ? 4194303.0 : 2251799813685247.0;  // odd + 0.5 is exact in its precision
-    const Signed rows[] = {{0.5, 1}, {30, 1}, {-0.5, -1}, {-1.5, 1}, {-2.5, -1}, {-9.5, 1}, {-10.5, -1}, {-11.5, 1},
-                           {-odd - 0.5, 1}, {-odd + 0.5, -1}};
+    const double odd =
+        sizeof(Real) == 4 ? 4194303.0 : 2251799813685247.0;  // odd + 0.5 is exact in its precision
+    const Signed rows[] = {{0.5, 1},  {30, 1},     {-0.5, -1}, {-1.5, 1},       {-2.5, -1},
+                           {-9.5, 1}, {-10.5, -1}, {-11.5, 1}, {-odd - 0.5, 1}, {-odd + 0.5, -1}};
     for (const Signed& row : rows) {
         Real value, sign;
         TypeParam::with_sign(static_cast<Real>(row.x), &value, &sign);
@@ -266,15 +281,19 @@ TYPED_TEST(Gamma, Correction)
     };
     for (const Value& row : {Value{10, 8.3305634333628712565e-3}, Value{16, 5.2076559196096404407e-3},
                              Value{1000, 8.3333330555556349206e-5}, Value{1e9, 8.3333333333333333331e-11}})
-        this->expect_close(TypeParam::correction(static_cast<Real>(row.x)), row.exact, 3, std::to_string(row.x));
+        this->expect_close(TypeParam::correction(static_cast<Real>(row.x)), row.exact, 3,
+                           std::to_string(row.x));
     set_switches(2, 1, 0);
     EXPECT_TRUE(std::isnan(TypeParam::correction(std::nextafter(Real(10), Real(0)))));
     EXPECT_EQ(outcome(), (Outcome{5, 5}));
-    EXPECT_NE(one_line(this->printed.take()).find("must be greater than or equal to 10.0."), std::string::npos);
+    EXPECT_NE(one_line(this->printed.take()).find("must be greater than or equal to 10.0."),
+              std::string::npos);
     EXPECT_EQ(TypeParam::correction(this->infinity), 0);
     EXPECT_EQ(outcome(), (Outcome{2, 1}));
     const std::string text = one_line(this->printed.take());
-    EXPECT_NE(text.find(std::string("ALERT    ERROR 1 from ") + TypeParam::correction_name()), std::string::npos) << text;
+    EXPECT_NE(text.find(std::string("ALERT    ERROR 1 from ") + TypeParam::correction_name()),
+              std::string::npos)
+        << text;
     EXPECT_NE(text.find("The result is set to zero."), std::string::npos) << text;
 }
 

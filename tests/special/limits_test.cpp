@@ -24,13 +24,16 @@ TYPED_TEST(Limits, EqualTheirDefinitions)
     orvel::special::gamma_range(&xmin, &xmax);
     // The iteration runs in double with the logarithm of the C library, whose last bit may differ.
     const auto same = [](TypeParam a, double b) {
-        return std::abs(static_cast<double>(a) - b) <= 2 * static_cast<double>(machine<TypeParam>(4)) * std::abs(b);
+        return std::abs(static_cast<double>(a) - b) <=
+               2 * static_cast<double>(machine<TypeParam>(4)) * std::abs(b);
     };
     EXPECT_TRUE(same(L::xmin, static_cast<double>(xmin))) << xmin;
     EXPECT_TRUE(same(L::xmax, static_cast<double>(xmax))) << xmax;
-    const double tiny = static_cast<double>(machine<TypeParam>(1)), huge = static_cast<double>(machine<TypeParam>(2));
+    const double tiny = static_cast<double>(machine<TypeParam>(1)),
+                 huge = static_cast<double>(machine<TypeParam>(2));
     // The exponentials of numbers near 700 carry the rounding of their arguments.
-    EXPECT_NEAR(std::log(static_cast<double>(L::xsml)), std::max(std::log(tiny), -std::log(huge)) + 0.01, 2e-7);
+    EXPECT_NEAR(std::log(static_cast<double>(L::xsml)), std::max(std::log(tiny), -std::log(huge)) + 0.01,
+                2e-7);
     EXPECT_TRUE(same(L::log_xmax, huge / std::log(huge)));
     EXPECT_NEAR(std::log(static_cast<double>(L::correction_xmax)),
                 std::min(std::log(huge / 12), -std::log(12 * tiny)), 2e-7);
@@ -70,7 +73,8 @@ TEST(Rearrangement, AgreesWithTheChebyshevSeries)
         EXPECT_NEAR(log_gamma_of_one_plus<double>(t), std::log(gamma), 5e-16) << t;
         const double x = k == 0 ? 1e7 : 10 / std::sqrt(t);
         const double w = 2 * (10 / x) * (10 / x) - 1;
-        EXPECT_NEAR(stirling_correction<double>(x) * x, chebyshev_sum(w, stirling_series.data(), 6), 1e-16) << x;
+        EXPECT_NEAR(stirling_correction<double>(x) * x, chebyshev_sum(w, stirling_series.data(), 6), 1e-16)
+            << x;
     }
 }
 
@@ -86,7 +90,8 @@ TYPED_TEST(Limits, IterationThatDoesNotConvergeIsReported)
         EXPECT_EQ(orvel_test::outcome(), (orvel_test::Outcome{5, end}));
         EXPECT_TRUE(std::isnan(xmin) && std::isnan(xmax));
         EXPECT_EQ(printed.take(), "\n *** TERMINAL ERROR " + std::to_string(end) + " from " + name +
-                                      ".  Unable to determine the value of " + (end == 5 ? "XMIN" : "XMAX") + ".\n");
+                                      ".  Unable to determine the value of " + (end == 5 ? "XMIN" : "XMAX") +
+                                      ".\n");
     }
 }
 

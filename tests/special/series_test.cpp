@@ -32,8 +32,9 @@ TEST_F(Series, LengthIsWhereTheTailFirstExceedsTheTolerance)
         int32_t length, code;
     };
     const Row rows[] = {
-        {5, 0.0625f, 4, 0},   {5, 0.1875f, 3, 0}, {5, 0.18f, 4, 0}, {5, 0.9f, 2, 0}, {5, 100.0f, 1, 0},
-        {5, 0.0624f, 0, 6},   {1, 10.0f, 0, 6},   {0, 0.1f, 0, 5},  {-2147483647 - 1, 0.1f, 0, 5},
+        {5, 0.0625f, 4, 0},       {5, 0.1875f, 3, 0}, {5, 0.18f, 4, 0},
+        {5, 0.9f, 2, 0},          {5, 100.0f, 1, 0},  {5, 0.0624f, 0, 6},
+        {1, 10.0f, 0, 6},         {0, 0.1f, 0, 5},    {-2147483647 - 1, 0.1f, 0, 5},
         {5, std::nanf(""), 1, 0},
     };
     for (const Row& row : rows) {
@@ -43,8 +44,10 @@ TEST_F(Series, LengthIsWhereTheTailFirstExceedsTheTolerance)
         EXPECT_EQ(outcome(), (Outcome{row.code ? 5 : 0, row.code}));
     }
     const std::string text = one_line(printed.take());
-    EXPECT_NE(text.find("ERROR 6 from INITDS.  Too much accuracy may be requested. ETA should"), std::string::npos);
-    EXPECT_NE(text.find("ERROR 5 from INITS.  The number of coefficients is less than 1. NOS ="), std::string::npos);
+    EXPECT_NE(text.find("ERROR 6 from INITDS.  Too much accuracy may be requested. ETA should"),
+              std::string::npos);
+    EXPECT_NE(text.find("ERROR 5 from INITS.  The number of coefficients is less than 1. NOS ="),
+              std::string::npos);
 }
 
 TEST_F(Series, SumIsThatOfThePolynomials)
