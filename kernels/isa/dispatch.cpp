@@ -6,9 +6,13 @@
 
 namespace orvel::kernels {
 
-#define ORVEL_ISA_LEVEL(name)        \
-    namespace name {                 \
-    extern const Level1Loops level1; \
+#define ORVEL_ISA_LEVEL(name)                  \
+    namespace name {                           \
+    extern const Level1Loops level1;           \
+    extern const RealLevel3<float> gemm_s;     \
+    extern const RealLevel3<double> gemm_d;    \
+    extern const ComplexLevel3<float> gemm_c;  \
+    extern const ComplexLevel3<double> gemm_z; \
     }
 
 #ifdef __x86_64__
@@ -29,11 +33,17 @@ struct Level {
 // Lowest first.
 const Level levels[] = {
 #ifdef __x86_64__
-    {{"x86-64", &x86_64::level1}, [] { return true; }},
-    {{"x86-64-v3", &x86_64_v3::level1}, [] { return __builtin_cpu_supports("x86-64-v3") != 0; }},
-    {{"x86-64-v4", &x86_64_v4::level1}, [] { return __builtin_cpu_supports("x86-64-v4") != 0; }},
+    {{"x86-64", &x86_64::level1, &x86_64::gemm_s, &x86_64::gemm_d, &x86_64::gemm_c, &x86_64::gemm_z},
+     [] { return true; }},
+    {{"x86-64-v3", &x86_64_v3::level1, &x86_64_v3::gemm_s, &x86_64_v3::gemm_d, &x86_64_v3::gemm_c,
+      &x86_64_v3::gemm_z},
+     [] { return __builtin_cpu_supports("x86-64-v3") != 0; }},
+    {{"x86-64-v4", &x86_64_v4::level1, &x86_64_v4::gemm_s, &x86_64_v4::gemm_d, &x86_64_v4::gemm_c,
+      &x86_64_v4::gemm_z},
+     [] { return __builtin_cpu_supports("x86-64-v4") != 0; }},
 #else
-    {{"native", &native::level1}, [] { return true; }},
+    {{"native", &native::level1, &native::gemm_s, &native::gemm_d, &native::gemm_c, &native::gemm_z},
+     [] { return true; }},
 #endif
 };
 

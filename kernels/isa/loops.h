@@ -29,9 +29,55 @@ struct Level1Loops {
     ComplexLevel1<double> z;
 };
 
+// C(m, n) += A(m, k) * (alpha * B(k, n)), each element's products in ascending order of the inner index.
+// Element (i, l) of A is at a[i * a_rows + l * a_columns], likewise B; the rows of C are contiguous.
+template <class R>
+struct Product {
+    int64_t m, n, k;
+    const R* a;
+    int64_t a_rows, a_columns;
+    const R* b;
+    int64_t b_rows, b_columns;
+    R alpha;
+    R* c;
+    int64_t c_columns;
+};
+
+template <class R>
+struct RealLevel3 {
+    void (*direct)(const Product<R>*);           // needs a_rows = 1
+    void (*packed)(const Product<R>*, R* work);  // any strides
+    int64_t (*workspace)(int64_t m, int64_t n, int64_t k);
+};
+
+// The same for complex matrices, given as their interleaved parts; strides count complex elements.
+template <class R>
+struct ComplexProduct {
+    int64_t m, n, k;
+    const R* a;
+    int64_t a_rows, a_columns;
+    bool a_conjugate;
+    const R* b;
+    int64_t b_rows, b_columns;
+    bool b_conjugate;
+    R alpha[2];
+    R* c;
+    int64_t c_columns;
+};
+
+template <class R>
+struct ComplexLevel3 {
+    void (*packed)(const ComplexProduct<R>*, R* work);
+    int64_t (*workspace)(int64_t m, int64_t n, int64_t k);
+};
+
 struct Loops {
     const char* level;
     const Level1Loops* level1;
+    const RealLevel3<float>* gemm_s;
+    const RealLevel3<double>* gemm_d;
+    const ComplexLevel3<float>* gemm_c;
+    const ComplexLevel3<double>* gemm_z;
 };
 
 // The loops of the best level that the machine has; chosen at the first call.
