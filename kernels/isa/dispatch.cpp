@@ -6,14 +6,20 @@
 
 namespace orvel::kernels {
 
-#define ORVEL_ISA_LEVEL(name)                  \
-    namespace name {                           \
-    extern const Level1Loops level1;           \
-    extern const RealLevel3<float> gemm_s;     \
-    extern const RealLevel3<double> gemm_d;    \
-    extern const ComplexLevel3<float> gemm_c;  \
-    extern const ComplexLevel3<double> gemm_z; \
-    }
+#define ORVEL_ISA_LEVEL(name)                                                                             \
+    namespace name {                                                                                      \
+    extern const Level1Loops level1;                                                                      \
+    extern const Level2Loops level2;                                                                      \
+    extern const RealLevel3<float> gemm_s;                                                                \
+    extern const RealLevel3<double> gemm_d;                                                               \
+    extern const ComplexLevel3<float> gemm_c;                                                             \
+    extern const ComplexLevel3<double> gemm_z;                                                            \
+    extern const Triangles<float> triangles_s;                                                            \
+    extern const Triangles<double> triangles_d;                                                           \
+    }                                                                                                     \
+    constexpr Loops name##_loops = {#name,         &name::level1, &name::gemm_s,      &name::gemm_d,      \
+                                    &name::gemm_c, &name::gemm_z, &name::triangles_s, &name::triangles_d, \
+                                    &name::level2};
 
 #ifdef __x86_64__
 ORVEL_ISA_LEVEL(x86_64)
@@ -33,17 +39,11 @@ struct Level {
 // Lowest first.
 const Level levels[] = {
 #ifdef __x86_64__
-    {{"x86-64", &x86_64::level1, &x86_64::gemm_s, &x86_64::gemm_d, &x86_64::gemm_c, &x86_64::gemm_z},
-     [] { return true; }},
-    {{"x86-64-v3", &x86_64_v3::level1, &x86_64_v3::gemm_s, &x86_64_v3::gemm_d, &x86_64_v3::gemm_c,
-      &x86_64_v3::gemm_z},
-     [] { return __builtin_cpu_supports("x86-64-v3") != 0; }},
-    {{"x86-64-v4", &x86_64_v4::level1, &x86_64_v4::gemm_s, &x86_64_v4::gemm_d, &x86_64_v4::gemm_c,
-      &x86_64_v4::gemm_z},
-     [] { return __builtin_cpu_supports("x86-64-v4") != 0; }},
+    {x86_64_loops, [] { return true; }},
+    {x86_64_v3_loops, [] { return __builtin_cpu_supports("x86-64-v3") != 0; }},
+    {x86_64_v4_loops, [] { return __builtin_cpu_supports("x86-64-v4") != 0; }},
 #else
-    {{"native", &native::level1, &native::gemm_s, &native::gemm_d, &native::gemm_c, &native::gemm_z},
-     [] { return true; }},
+    {native_loops, [] { return true; }},
 #endif
 };
 

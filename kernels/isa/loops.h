@@ -71,6 +71,39 @@ struct ComplexLevel3 {
     int64_t (*workspace)(int64_t m, int64_t n, int64_t k);
 };
 
+// Small lower triangles applied to blocks of rows, see triangle.cpp. A block has `width` columns (complex
+// ones `complex_width`).
+template <class R>
+struct Triangles {
+    int width;
+    void (*solve)(int64_t n, const R* l, bool unit, R* x);
+    void (*multiply)(int64_t n, const R* l, bool unit, R* x);
+    int complex_width;
+    void (*solve_complex)(int64_t n, const R* l, bool unit, R* x);
+    void (*multiply_complex)(int64_t n, const R* l, bool unit, R* x);
+};
+
+// Products of a matrix A(m, n), by columns lda apart, with contiguous vectors. Complex ones as interleaved
+// parts.
+template <class R>
+struct RealLevel2 {
+    void (*add_columns)(int64_t m, int64_t n, const R* a, int64_t lda, const R* x, R* y);  // y(m) += A * x(n)
+    void (*dot_columns)(int64_t m, int64_t n, const R* a, int64_t lda, const R* x,
+                        R* y);  // y(n) = A^T * x(m)
+};
+template <class R>
+struct ComplexLevel2 {
+    void (*add_columns)(int64_t m, int64_t n, const R* a, int64_t lda, bool conjugate, const R* x, R* y);
+    void (*dot_columns)(int64_t m, int64_t n, const R* a, int64_t lda, bool conjugate, const R* x, R* y);
+};
+
+struct Level2Loops {
+    RealLevel2<float> s;
+    RealLevel2<double> d;
+    ComplexLevel2<float> c;
+    ComplexLevel2<double> z;
+};
+
 struct Loops {
     const char* level;
     const Level1Loops* level1;
@@ -78,6 +111,9 @@ struct Loops {
     const RealLevel3<double>* gemm_d;
     const ComplexLevel3<float>* gemm_c;
     const ComplexLevel3<double>* gemm_z;
+    const Triangles<float>* triangles_s;
+    const Triangles<double>* triangles_d;
+    const Level2Loops* level2;
 };
 
 // The loops of the best level that the machine has; chosen at the first call.
