@@ -58,9 +58,11 @@ void gemm(const char* transa, const char* transb, const int32_t* m, const int32_
 
     if (*m == 0 || *n == 0 || ((*alpha == T(0) || *k == 0) && *beta == T(1))) return;
     const View<T> target = by_columns(c, *ldc);
-    scale<T>(*m, *n, *beta, target);
-    if (*k == 0 || *alpha == T(0)) return;
-    add_product<T>(*m, *n, *k, *alpha, operand(a, *lda, transa), operand(b, *ldb, transb), target);
+    const bool multiplies = *k > 0 && *alpha != T(0), from_zero = multiplies && *beta == T(0);
+    if (!from_zero) scale<T>(*m, *n, *beta, target);
+    if (multiplies)
+        add_product<T>(*m, *n, *k, *alpha, operand(a, *lda, transa), operand(b, *ldb, transb), target,
+                       {from_zero});
 }
 
 }  // namespace

@@ -18,65 +18,65 @@ inline const ComplexLevel3<double>& product_loops(std::complex<double>) { return
 
 template <class R>
 Product<R> task(int64_t m, int64_t n, int64_t k, R alpha, const Factor<R>& a, const Factor<R>& b,
-                const View<R>& c)
+                const View<R>& c, Target target)
 {
-    return {
-        m,     n,   k,        a.view.p, a.view.rows, a.view.columns, b.view.p, b.view.rows, b.view.columns,
-        alpha, c.p, c.columns};
+    Product<R> p;
+    p.m = m, p.n = n, p.k = k, p.alpha = alpha;
+    p.a = a.view.p, p.a_rows = a.view.rows, p.a_columns = a.view.columns;
+    p.b = b.view.p, p.b_rows = b.view.rows, p.b_columns = b.view.columns;
+    p.c = c.p, p.c_columns = c.columns;
+    p.from_zero = target.from_zero, p.triangle = target.triangle;
+    return p;
 }
 
 template <class R>
 ComplexProduct<R> task(int64_t m, int64_t n, int64_t k, std::complex<R> alpha,
                        const Factor<std::complex<R>>& a, const Factor<std::complex<R>>& b,
-                       const View<std::complex<R>>& c)
+                       const View<std::complex<R>>& c, Target target)
 {
-    return {m,
-            n,
-            k,
-            parts(a.view.p),
-            a.view.rows,
-            a.view.columns,
-            a.conjugated,
-            parts(b.view.p),
-            b.view.rows,
-            b.view.columns,
-            b.conjugated,
-            {alpha.real(), alpha.imag()},
-            parts(c.p),
-            c.columns};
+    ComplexProduct<R> p;
+    p.m = m, p.n = n, p.k = k, p.alpha[0] = alpha.real(), p.alpha[1] = alpha.imag();
+    p.a = parts(a.view.p), p.a_rows = a.view.rows, p.a_columns = a.view.columns, p.a_conjugate = a.conjugated;
+    p.b = parts(b.view.p), p.b_rows = b.view.rows, p.b_columns = b.view.columns, p.b_conjugate = b.conjugated;
+    p.c = parts(c.p), p.c_columns = c.columns;
+    p.from_zero = target.from_zero, p.triangle = target.triangle;
+    return p;
 }
 
-// Up to here the direct tiles are as fast as packed panels: A stays in the first-level cache.
+// Up to here the direct tiles are as fast as packed panels: A stays close to the core.
 constexpr int64_t direct_limit = 160;
 
 // Blocks on the stack: for small matrices whose A is not by columns, for a factor alpha, and for large ones
 // when there is no memory for panels.
-constexpr int64_t block = 48;
+template <class T>
+constexpr int64_t block = is_complex<T> ? 48 : 64;
 
 template <class R>
 void by_blocks(int64_t m, int64_t n, int64_t k, R alpha, const Factor<R>& a, const Factor<R>& b,
-               const View<R>& c)
+               const View<R>& c, bool from_zero)
 {
-    alignas(64) R block_of_a[block * block];
-    alignas(64) R block_of_b[block * block];
-    for (int64_t j = 0; j < n; j += block)
-        for (int64_t q = 0; q < k; q += block) {
-            const int64_t columns = std::min(block, n - j), depth = std::min(block, k - q);
+    constexpr int64_t size = block<R>;
+    alignas(64) R block_of_a[size * size];
+    alignas(64) R block_of_b[size * size];
+    for (int64_t j = 0; j < n; j += size)
+        for (int64_t q = 0; q < k; q += size) {
+            const int64_t columns = std::min(size, n - j), depth = std::min(size, k - q);
             Factor<R> second = b.from(q, j);
             if (alpha != R(1)) {
                 for (int64_t s = 0; s < columns; ++s)
                     for (int64_t t = 0; t < depth; ++t) block_of_b[s * depth + t] = alpha * second.view(t, s);
                 second = {{block_of_b, 1, depth}};
             }
-            for (int64_t r = 0; r < m; r += block) {
-                const int64_t rows = std::min(block, m - r);
+            for (int64_t r = 0; r < m; r += size) {
+                const int64_t rows = std::min(size, m - r);
                 Factor<R> first = a.from(r, q);
                 if (first.view.rows != 1) {
                     for (int64_t s = 0; s < rows; ++s)
                         for (int64_t t = 0; t < depth; ++t) block_of_a[t * rows + s] = first.view(s, t);
                     first = {{block_of_a, 1, rows}};
                 }
-                const Product<R> p = task(rows, columns, depth, R(1), first, second, c.from(r, j));
+                const Target here{from_zero && q == 0};
+                const auto p = task(rows, columns, depth, R(1), first, second, c.from(r, j), here);
                 product_loops(R()).direct(&p);
             }
         }
@@ -84,64 +84,99 @@ void by_blocks(int64_t m, int64_t n, int64_t k, R alpha, const Factor<R>& a, con
 
 template <class R>
 void by_blocks(int64_t m, int64_t n, int64_t k, std::complex<R> alpha, const Factor<std::complex<R>>& a,
-               const Factor<std::complex<R>>& b, const View<std::complex<R>>& c)
+               const Factor<std::complex<R>>& b, const View<std::complex<R>>& c, bool from_zero)
 {
-    alignas(64) R panels[8 * block * block];
+    constexpr int64_t size = block<std::complex<R>>;
+    alignas(64) R panels[8 * size * size];
     const auto& run = product_loops(alpha);
-    for (int64_t j = 0; j < n; j += block)
-        for (int64_t q = 0; q < k; q += block)
-            for (int64_t r = 0; r < m; r += block) {
-                const auto p = task(std::min(block, m - r), std::min(block, n - j), std::min(block, k - q),
-                                    alpha, a.from(r, q), b.from(q, j), c.from(r, j));
+    for (int64_t j = 0; j < n; j += size)
+        for (int64_t q = 0; q < k; q += size)
+            for (int64_t r = 0; r < m; r += size) {
+                const Target here{from_zero && q == 0};
+                const auto p = task(std::min(size, m - r), std::min(size, n - j), std::min(size, k - q),
+                                    alpha, a.from(r, q), b.from(q, j), c.from(r, j), here);
                 run.packed(&p, panels);
             }
 }
 
 template <class T>
-bool is_direct(int64_t m, int64_t k, T alpha, const Factor<T>& a)
-{
-    return !is_complex<T> && a.view.rows == 1 && alpha == T(1) && m <= direct_limit && k <= direct_limit;
-}
-
-// C by columns with contiguous rows.
-template <class T>
-void add_to_columns(int64_t m, int64_t n, int64_t k, T alpha, const Factor<T>& a, const Factor<T>& b,
-                    const View<T>& c)
+bool by_panels(int64_t m, int64_t n, int64_t k, T alpha, const Factor<T>& a, const Factor<T>& b,
+               const View<T>& c, Target target)
 {
     const auto& run = product_loops(T());
-    if constexpr (!is_complex<T>)
-        if (is_direct(m, k, alpha, a)) {
-            const auto p = task(m, n, k, alpha, a, b, c);
-            return run.direct(&p);
-        }
-    if (m <= block && n <= block && k <= block) return by_blocks(m, n, k, alpha, a, b, c);
     Scratch<Real<T>> panels;
-    if (!panels.allocate(run.workspace(m, n, k))) return by_blocks(m, n, k, alpha, a, b, c);
-    const auto p = task(m, n, k, alpha, a, b, c);
+    if (!panels.allocate(run.workspace(m, n, k))) return false;
+    const auto p = task(m, n, k, alpha, a, b, c, target);
     run.packed(&p, panels);
+    return true;
+}
+
+// C by columns with contiguous rows, all of it.
+template <class T>
+void add_to_columns(int64_t m, int64_t n, int64_t k, T alpha, const Factor<T>& a, const Factor<T>& b,
+                    const View<T>& c, bool from_zero)
+{
+    if constexpr (!is_complex<T>)
+        if (a.view.rows == 1 && alpha == T(1) && m <= direct_limit && k <= direct_limit) {
+            const auto p = task(m, n, k, alpha, a, b, c, {from_zero});
+            return product_loops(T()).direct(&p);
+        }
+    constexpr int64_t small = block<T>;
+    if ((m > small || n > small || k > small) && by_panels(m, n, k, alpha, a, b, c, {from_zero})) return;
+    by_blocks(m, n, k, alpha, a, b, c, from_zero);
+}
+
+// A triangle of C: by panels, or in halves until a square fits the stack, where it is formed whole and the
+// triangle of it goes back.
+template <class T>
+void add_to_triangle(int64_t n, int64_t k, T alpha, const Factor<T>& a, const Factor<T>& b, const View<T>& c,
+                     Target target)
+{
+    constexpr int64_t small = 48;
+    const bool lower = target.triangle == 'L';
+    if (n > small) {
+        if (by_panels(n, n, k, alpha, a, b, c, target)) return;
+        const int64_t half = n / 2, rest = n - half;
+        add_to_triangle(half, k, alpha, a, b, c, target);
+        if (lower)
+            add_to_columns(rest, half, k, alpha, a.from(half, 0), b, c.from(half, 0), target.from_zero);
+        else
+            add_to_columns(half, rest, k, alpha, a, b.from(0, half), c.from(0, half), target.from_zero);
+        return add_to_triangle(rest, k, alpha, a.from(half, 0), b.from(0, half), c.from(half, half), target);
+    }
+    alignas(64) T buffer[small * small];
+    const View<T> square{buffer, 1, n};
+    for (int64_t j = 0; j < n && !target.from_zero; ++j)
+        for (int64_t r = 0; r < n; ++r) square(r, j) = (lower ? r >= j : r <= j) ? c(r, j) : T(0);
+    add_to_columns(n, n, k, alpha, a, b, square, target.from_zero);
+    for (int64_t j = 0; j < n; ++j)
+        for (int64_t r = lower ? j : 0; r < (lower ? n : j + 1); ++r) c(r, j) = square(r, j);
 }
 
 }  // namespace
 
 template <class T>
-void add_product(int64_t m, int64_t n, int64_t k, T alpha, Factor<T> a, Factor<T> b, View<T> c)
+void add_product(int64_t m, int64_t n, int64_t k, T alpha, Factor<T> a, Factor<T> b, View<T> c, Target target)
 {
     if (m < 1 || n < 1 || k < 1) return;
+    if (target.triangle != 'A') return add_to_triangle(n, k, alpha, a, b, c, target);
     if (c.rows != 1 && c.rows != -1)
-        return add_product(n, m, k, alpha, b.transposed(), a.transposed(), c.transposed());
+        return add_product(n, m, k, alpha, b.transposed(), a.transposed(), c.transposed(), target);
     if (c.rows == -1) {
         a = a.rows_reversed(m);
         c = c.rows_reversed(m);
     }
-    add_to_columns(m, n, k, alpha, a, b, c);
+    add_to_columns(m, n, k, alpha, a, b, c, target.from_zero);
 }
 
-template void add_product(int64_t, int64_t, int64_t, float, Factor<float>, Factor<float>, View<float>);
-template void add_product(int64_t, int64_t, int64_t, double, Factor<double>, Factor<double>, View<double>);
+template void add_product(int64_t, int64_t, int64_t, float, Factor<float>, Factor<float>, View<float>,
+                          Target);
+template void add_product(int64_t, int64_t, int64_t, double, Factor<double>, Factor<double>, View<double>,
+                          Target);
 template void add_product(int64_t, int64_t, int64_t, std::complex<float>, Factor<std::complex<float>>,
-                          Factor<std::complex<float>>, View<std::complex<float>>);
+                          Factor<std::complex<float>>, View<std::complex<float>>, Target);
 template void add_product(int64_t, int64_t, int64_t, std::complex<double>, Factor<std::complex<double>>,
-                          Factor<std::complex<double>>, View<std::complex<double>>);
+                          Factor<std::complex<double>>, View<std::complex<double>>, Target);
 
 template <class T>
 void scale(int64_t m, int64_t n, T beta, View<T> c, char uplo)

@@ -8,17 +8,26 @@ namespace orvel::kernels {
 // C(m, n) += A(m, k) * (alpha * B(k, n)). Each element of C receives its products one by one in ascending
 // order of the inner index, so the result does not depend on the path. C has contiguous rows or columns, in
 // either direction; when its rows are not contiguous, alpha must be 1 or -1. C must not overlap A or B.
+//
+// With `from_zero` the sums start from zero and C is not read. With a triangle L or U only that part of a C
+// by columns is read and written.
+struct Target {
+    bool from_zero = false;
+    char triangle = 'A';
+};
 template <class T>
-void add_product(int64_t m, int64_t n, int64_t k, T alpha, Factor<T> a, Factor<T> b, View<T> c);
+void add_product(int64_t m, int64_t n, int64_t k, T alpha, Factor<T> a, Factor<T> b, View<T> c,
+                 Target target = {});
 
-extern template void add_product(int64_t, int64_t, int64_t, float, Factor<float>, Factor<float>, View<float>);
+extern template void add_product(int64_t, int64_t, int64_t, float, Factor<float>, Factor<float>, View<float>,
+                                 Target);
 extern template void add_product(int64_t, int64_t, int64_t, double, Factor<double>, Factor<double>,
-                                 View<double>);
+                                 View<double>, Target);
 extern template void add_product(int64_t, int64_t, int64_t, std::complex<float>, Factor<std::complex<float>>,
-                                 Factor<std::complex<float>>, View<std::complex<float>>);
+                                 Factor<std::complex<float>>, View<std::complex<float>>, Target);
 extern template void add_product(int64_t, int64_t, int64_t, std::complex<double>,
                                  Factor<std::complex<double>>, Factor<std::complex<double>>,
-                                 View<std::complex<double>>);
+                                 View<std::complex<double>>, Target);
 
 // C = beta * C, with C not read when beta is 0; only the part that `uplo` names when it is U or L.
 template <class T>

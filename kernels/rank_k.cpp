@@ -9,36 +9,6 @@ namespace orvel::kernels {
 
 namespace {
 
-// A triangle of C(n, n) += A(n, k) * (alpha * B(k, n)): halves until a square fits the stack, where it is
-// formed whole and one triangle of it goes back. Elements of C outside the triangle are neither read nor
-// written.
-template <class T>
-void add_to_triangle(bool lower, int64_t n, int64_t k, T alpha, Factor<T> a, Factor<T> b, View<T> c)
-{
-    constexpr int64_t most = 48;
-    if (n > most) {
-        const int64_t half = (n / 2 + most - 1) / most * most;
-        add_to_triangle(lower, half, k, alpha, a, b, c);
-        if (lower)
-            add_product(n - half, half, k, alpha, a.from(half, 0), b, c.from(half, 0));
-        else
-            add_product(half, n - half, k, alpha, a, b.from(0, half), c.from(0, half));
-        return add_to_triangle(lower, n - half, k, alpha, a.from(half, 0), b.from(0, half),
-                               c.from(half, half));
-    }
-    alignas(64) T buffer[most * most];
-    const View<T> square{buffer, 1, n};
-    const auto inside = [lower](int64_t row, int64_t column) {
-        return lower ? row >= column : row <= column;
-    };
-    for (int64_t j = 0; j < n; ++j)
-        for (int64_t r = 0; r < n; ++r) square(r, j) = inside(r, j) ? c(r, j) : T(0);
-    add_product(n, n, k, alpha, a, b, square);
-    for (int64_t j = 0; j < n; ++j)
-        for (int64_t r = 0; r < n; ++r)
-            if (inside(r, j)) c(r, j) = square(r, j);
-}
-
 template <class T>
 void clear_imaginary_diagonal(int64_t n, View<T> c)
 {
@@ -116,12 +86,15 @@ void syrk(const char* uplo, const char* trans, const int32_t* n, const int32_t* 
         return;
     if (*n == 0 || ((*alpha == S(0) || *k == 0) && *beta == S(1))) return;
     const View<T> target = by_columns(c, *ldc);
-    scale<T>(*n, *n, T(*beta), target, upper(*uplo));
-    if (Hermitian) clear_imaginary_diagonal(*n, target);
-    if (*alpha == S(0) || *k == 0) return;
+    const bool multiplies = *k > 0 && *alpha != S(0), from_zero = multiplies && *beta == S(0);
+    if (!from_zero) {
+        scale<T>(*n, *n, T(*beta), target, upper(*uplo));
+        if (Hermitian) clear_imaginary_diagonal(*n, target);
+    }
+    if (!multiplies) return;
     const Factor<T> first = operand(a, *lda, trans);
     const Factor<T> second = Hermitian ? first.adjoint() : first.transposed();
-    add_to_triangle<T>(is_letter(uplo, 'L'), *n, *k, T(*alpha), first, second, target);
+    add_product<T>(*n, *n, *k, T(*alpha), first, second, target, {from_zero, upper(*uplo)});
     if (Hermitian) clear_imaginary_diagonal(*n, target);
 }
 
@@ -136,16 +109,18 @@ void syr2k(const char* uplo, const char* trans, const int32_t* n, const int32_t*
         return;
     if (*n == 0 || ((*alpha == T(0) || *k == 0) && *beta == S(1))) return;
     const View<T> target = by_columns(c, *ldc);
-    scale<T>(*n, *n, T(*beta), target, upper(*uplo));
-    if (Hermitian) clear_imaginary_diagonal(*n, target);
-    if (*alpha == T(0) || *k == 0) return;
-    const bool lower = is_letter(uplo, 'L');
+    const bool multiplies = *k > 0 && *alpha != T(0), from_zero = multiplies && *beta == S(0);
+    if (!from_zero) {
+        scale<T>(*n, *n, T(*beta), target, upper(*uplo));
+        if (Hermitian) clear_imaginary_diagonal(*n, target);
+    }
+    if (!multiplies) return;
+    const char triangle = upper(*uplo);
     const Factor<T> first = operand(a, *lda, trans), second = operand(b, *ldb, trans);
     const T turned_alpha = Hermitian ? conjugate(*alpha) : *alpha;
-    add_to_triangle<T>(lower, *n, *k, *alpha, first, Hermitian ? second.adjoint() : second.transposed(),
-                       target);
-    add_to_triangle<T>(lower, *n, *k, turned_alpha, second, Hermitian ? first.adjoint() : first.transposed(),
-                       target);
+    const auto turned = [](const Factor<T>& x) { return Hermitian ? x.adjoint() : x.transposed(); };
+    add_product<T>(*n, *n, *k, *alpha, first, turned(second), target, {from_zero, triangle});
+    add_product<T>(*n, *n, *k, turned_alpha, second, turned(first), target, {false, triangle});
     if (Hermitian) clear_imaginary_diagonal(*n, target);
 }
 

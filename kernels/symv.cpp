@@ -7,12 +7,24 @@ namespace orvel::kernels {
 
 namespace {
 
+// y(m) += A * x(n) and sums(n) = A^H * z(m), the real ones with one pass over A.
+template <class T>
+void both(int64_t m, int64_t n, const T* a, int64_t lda, const T* x, T* y, const T* z, T* sums)
+{
+    if constexpr (std::is_same_v<T, float>)
+        return loops().level2->s.both(m, n, a, lda, x, y, z, sums);
+    else if constexpr (std::is_same_v<T, double>)
+        return loops().level2->d.both(m, n, a, lda, x, y, z, sums);
+    add_columns(m, n, a, lda, false, x, y);
+    dot_columns(m, n, a, lda, true, z, sums);
+}
+
 // One strip of columns at a time: the square on the diagonal is made whole; the rectangle beside it, in
 // pieces that stay in the cache, serves y twice, by its columns and by its rows.
 template <class T, bool Hermitian>
 void add_symmetric(bool lower, int64_t n, T alpha, const T* a, int64_t lda, const T* x, T* y)
 {
-    constexpr int64_t strip = 48, height = 256;
+    constexpr int64_t strip = 16, height = 1024;
     T square[strip * strip], scaled[strip], sums[strip], total[strip];
     for (int64_t j = 0; j < n; j += strip) {
         const int64_t width = std::min(strip, n - j);
@@ -33,8 +45,7 @@ void add_symmetric(bool lower, int64_t n, T alpha, const T* a, int64_t lda, cons
         for (int64_t r = first; r < last; r += height) {
             const int64_t rows = std::min(height, last - r);
             const T* part = a + r + j * lda;
-            add_columns(rows, width, part, lda, false, scaled, y + r);
-            dot_columns(rows, width, part, lda, Hermitian, x + r, sums);
+            both(rows, width, part, lda, scaled, y + r, x + r, sums);
             for (int64_t k = 0; k < width; ++k) total[k] += sums[k];
         }
         for (int64_t k = 0; k < width; ++k) y[j + k] += alpha * total[k];

@@ -29,6 +29,18 @@ void pack(int64_t n, const Factor<T>& l, T* to)
         for (int64_t c = 0; c <= r; ++c) to[r * n + c] = l(r, c);
 }
 
+// Visits the block in the order in which b lies in memory.
+template <class T, class Visit>
+void for_block(int64_t n, int64_t here, const View<T>& b, Visit visit)
+{
+    if (b.columns == 1)
+        for (int64_t r = 0; r < n; ++r)
+            for (int64_t c = 0; c < here; ++c) visit(r, c);
+    else
+        for (int64_t c = 0; c < here; ++c)
+            for (int64_t r = 0; r < n; ++r) visit(r, c);
+}
+
 template <class R>
 void apply_small(Action action, int64_t n, int64_t m, const Factor<R>& l, bool unit, View<R> b)
 {
@@ -39,11 +51,10 @@ void apply_small(Action action, int64_t n, int64_t m, const Factor<R>& l, bool u
     pack(n, l, triangle);
     for (int64_t j = 0; j < m; j += width) {
         const int64_t here = std::min(width, m - j);
-        for (int64_t c = 0; c < width; ++c)
-            for (int64_t r = 0; r < n; ++r) block[r * width + c] = c < here ? b(r, j + c) : R(0);
+        if (here < width) std::fill_n(block, n * width, R(0));
+        for_block(n, here, b, [&](int64_t r, int64_t c) { block[r * width + c] = b(r, j + c); });
         (action == Action::solve ? run.solve : run.multiply)(n, triangle, unit, block);
-        for (int64_t c = 0; c < here; ++c)
-            for (int64_t r = 0; r < n; ++r) b(r, j + c) = block[r * width + c];
+        for_block(n, here, b, [&](int64_t r, int64_t c) { b(r, j + c) = block[r * width + c]; });
     }
 }
 

@@ -13,25 +13,39 @@ namespace {
 template <class R>
 constexpr int most_rows = complex_tile_vectors* lanes<R>;
 
-// One tile of V vectors by N columns; `m` rows of C exist.
+// Where a tile lies in C, and what of it exists.
+struct Place {
+    int64_t row, column;
+    int rows;
+    char triangle;  // A when the whole tile counts
+    bool from_zero;
+};
+
+// One tile of V vectors by N columns.
 template <class R, int V, int N>
-void complex_tile(int64_t k, const R* a, const R* b, R* c, int64_t ldc, int m)
+void complex_tile(int64_t k, const R* a, const R* b, R* c, int64_t ldc, const Place& place)
 {
     constexpr int L = lanes<R>;
     using Lane = Vector<R, L>;
     Lane re[N][V], im[N][V];
     R buffer[2][N][V * L];
-    const auto full = m == V * L;
+    const int m = place.rows;
+    const bool whole = m == V * L && place.triangle == 'A';
+    const auto exists = [&place, m](int i, int j) {
+        return i < m && is_in(place.triangle, place.row + i, place.column + j);
+    };
     for (int j = 0; j < N; ++j)
-        if (full)
+        if (place.from_zero)
+            for (int i = 0; i < V * L; ++i) buffer[0][j][i] = buffer[1][j][i] = R(0);
+        else if (whole)
             for (int i = 0; i < V * L; ++i) {
                 buffer[0][j][i] = c[2 * (j * ldc + i)];
                 buffer[1][j][i] = c[2 * (j * ldc + i) + 1];
             }
         else
             for (int i = 0; i < V * L; ++i) {
-                buffer[0][j][i] = i < m ? c[2 * (j * ldc + i)] : R(0);
-                buffer[1][j][i] = i < m ? c[2 * (j * ldc + i) + 1] : R(0);
+                buffer[0][j][i] = exists(i, j) ? c[2 * (j * ldc + i)] : R(0);
+                buffer[1][j][i] = exists(i, j) ? c[2 * (j * ldc + i) + 1] : R(0);
             }
 #pragma GCC unroll 16
     for (int j = 0; j < N; ++j)
@@ -67,10 +81,11 @@ void complex_tile(int64_t k, const R* a, const R* b, R* c, int64_t ldc, int m)
             *reinterpret_cast<Lane*>(buffer[1][j] + v * L) = im[j][v];
         }
     for (int j = 0; j < N; ++j)
-        for (int i = 0; i < m; ++i) {
-            c[2 * (j * ldc + i)] = buffer[0][j][i];
-            c[2 * (j * ldc + i) + 1] = buffer[1][j][i];
-        }
+        for (int i = 0; i < m; ++i)
+            if (whole || exists(i, j)) {
+                c[2 * (j * ldc + i)] = buffer[0][j][i];
+                c[2 * (j * ldc + i) + 1] = buffer[1][j][i];
+            }
 }
 
 // Panels of most_rows rows, the last one narrower by whole vectors: real parts, then imaginary parts, of a
@@ -135,17 +150,20 @@ void pack_b(int64_t k, int64_t n, const R* b, Strides s, bool conjugate, const R
 }
 
 template <class R, int V>
-void tiles_of_columns(int columns, int64_t k, const R* a, const R* b, R* c, int64_t ldc, int m)
+void tiles_of_columns(int columns, int64_t k, const R* a, const R* b, R* c, int64_t ldc, const Place& place)
 {
-    if (columns == complex_tile_columns) return complex_tile<R, V, complex_tile_columns>(k, a, b, c, ldc, m);
+    if (columns == complex_tile_columns)
+        return complex_tile<R, V, complex_tile_columns>(k, a, b, c, ldc, place);
     if constexpr (complex_tile_columns > 4)
-        if (columns == 4) return complex_tile<R, V, 4>(k, a, b, c, ldc, m);
-    if (columns == 2) return complex_tile<R, V, 2>(k, a, b, c, ldc, m);
-    complex_tile<R, V, 1>(k, a, b, c, ldc, m);
+        if (columns == 4) return complex_tile<R, V, 4>(k, a, b, c, ldc, place);
+    if (columns == 2) return complex_tile<R, V, 2>(k, a, b, c, ldc, place);
+    complex_tile<R, V, 1>(k, a, b, c, ldc, place);
 }
 
+// The rows from i0 and columns from j0 of C, with panels of an inner depth k.
 template <class R>
-void multiply_panels(int64_t m, int64_t n, int64_t k, const R* a, const R* b, R* c, int64_t ldc)
+void multiply_panels(const ComplexProduct<R>& p, int64_t i0, int64_t m, int64_t j0, int64_t n, int64_t k,
+                     const R* a, const R* b, bool from_zero)
 {
     for (int64_t j = 0; j < n;) {
         const int columns = panel_columns(n - j);
@@ -153,11 +171,15 @@ void multiply_panels(int64_t m, int64_t n, int64_t k, const R* a, const R* b, R*
         for (int64_t i = 0; i < m;) {
             const int rows = panel_rows<R>(m - i);
             const int here = m - i < rows ? static_cast<int>(m - i) : rows;
-            R* tile = c + 2 * (j * ldc + i);
-            if (complex_tile_vectors > 1 && rows == most_rows<R>)
-                tiles_of_columns<R, complex_tile_vectors>(columns, k, panel, b, tile, ldc, here);
-            else
-                tiles_of_columns<R, 1>(columns, k, panel, b, tile, ldc, here);
+            R* tile = p.c + 2 * (i0 + i + (j0 + j) * p.c_columns);
+            const Position where = position(p.triangle, i0 + i, j0 + j, here, columns);
+            const Place place{i0 + i, j0 + j, here, where == Position::across ? p.triangle : 'A', from_zero};
+            if (where != Position::outside) {
+                if (complex_tile_vectors > 1 && rows == most_rows<R>)
+                    tiles_of_columns<R, complex_tile_vectors>(columns, k, panel, b, tile, p.c_columns, place);
+                else
+                    tiles_of_columns<R, 1>(columns, k, panel, b, tile, p.c_columns, place);
+            }
             panel += 2 * rows * k;
             i += here;
         }
@@ -202,7 +224,7 @@ void packed(const ComplexProduct<R>* p, R* work)
                 const int64_t m = smaller(p->m - i, block_rows<R>);
                 pack_a(m, k, p->a + 2 * (i * p->a_rows + l * p->a_columns), {p->a_rows, p->a_columns},
                        p->a_conjugate, packed_a);
-                multiply_panels(m, n, k, packed_a, packed_b, p->c + 2 * (i + j * p->c_columns), p->c_columns);
+                multiply_panels(*p, i, m, j, n, k, packed_a, packed_b, p->from_zero && l == 0);
             }
         }
     }

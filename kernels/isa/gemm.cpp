@@ -8,45 +8,43 @@ namespace {
 
 // ---- small sizes: no packing, A with contiguous columns ---------------------------------------------------
 
-template <Factor F, class R, int L, int V, int N>
+template <class R, int L, int V, int N>
 int64_t direct_tiles(const Product<R>& p, int64_t row, int64_t j)
 {
     for (; j + N <= p.n; j += N)
-        real_tile<F, R, L, V, N>(p.k, p.a + row, p.a_columns, p.b + j * p.b_columns, {p.b_rows, p.b_columns},
-                                 p.alpha, p.c + row + j * p.c_columns, p.c_columns);
+        real_tile<false, R, L, V, N>(p.k, p.a + row, p.a_columns, p.b + j * p.b_columns,
+                                     {p.b_rows, p.b_columns}, p.c + row + j * p.c_columns, p.c_columns,
+                                     p.from_zero);
     return j;
 }
 
 // V vectors of rows by all columns; the columns that are left over go to ever narrower tiles.
-template <Factor F, class R, int L, int V>
+template <class R, int L, int V>
 void direct_columns(const Product<R>& p, int64_t row)
 {
-    int64_t j = direct_tiles<F, R, L, V, tile_columns>(p, row, 0);
-    if constexpr (tile_columns > 4) j = direct_tiles<F, R, L, V, 4>(p, row, j);
-    j = direct_tiles<F, R, L, V, 2>(p, row, j);
-    direct_tiles<F, R, L, V, 1>(p, row, j);
+    int64_t j = direct_tiles<R, L, V, tile_columns>(p, row, 0);
+    if constexpr (tile_columns > 4) j = direct_tiles<R, L, V, 4>(p, row, j);
+    j = direct_tiles<R, L, V, 2>(p, row, j);
+    direct_tiles<R, L, V, 1>(p, row, j);
 }
 
-template <Factor F, class R, int L>
+template <class R, int L>
 void direct_rows(const Product<R>& p, int64_t row)
 {
     if constexpr (L == lanes<R>) {
         for (; row + tile_vectors * L <= p.m; row += tile_vectors * L)
-            direct_columns<F, R, L, tile_vectors>(p, row);
-        for (; row + 2 * L <= p.m; row += 2 * L) direct_columns<F, R, L, 2>(p, row);
+            direct_columns<R, L, tile_vectors>(p, row);
+        for (; row + 2 * L <= p.m; row += 2 * L) direct_columns<R, L, 2>(p, row);
     }
-    for (; row + L <= p.m; row += L) direct_columns<F, R, L, 1>(p, row);
+    for (; row + L <= p.m; row += L) direct_columns<R, L, 1>(p, row);
     if constexpr (L > 1)
-        if (row < p.m) direct_rows<F, R, L / 2>(p, row);
+        if (row < p.m) direct_rows<R, L / 2>(p, row);
 }
 
 template <class R>
 void direct(const Product<R>* p)
 {
-    if (p->alpha == R(1))
-        direct_rows<Factor::one, R, lanes<R>>(*p, 0);
-    else
-        direct_rows<Factor::alpha, R, lanes<R>>(*p, 0);
+    direct_rows<R, lanes<R>>(*p, 0);
 }
 
 // ---- large sizes ------------------------------------------------------------------------------------------
@@ -98,35 +96,42 @@ void pack_b(int64_t k, int64_t n, const R* b, Strides s, R alpha, R* to)
     }
 }
 
-// A tile that hangs over the edge of C goes through a buffer.
+// A tile that hangs over the edge of C or of the triangle goes through a buffer.
 template <class R>
-void edge_tile(int64_t k, const R* a, const R* b, R* c, int64_t ldc, int64_t m, int64_t n)
+void edge_tile(int64_t k, const R* a, const R* b, const Product<R>& p, int64_t i0, int64_t j0, bool from_zero)
 {
     constexpr int rows = tile_rows<R>;
+    const int64_t m = p.m - i0 < rows ? p.m - i0 : rows,
+                  n = p.n - j0 < tile_columns ? p.n - j0 : tile_columns;
+    R* c = p.c + i0 + j0 * p.c_columns;
     R buffer[rows * tile_columns];
-    for (int j = 0; j < tile_columns; ++j)
-        for (int i = 0; i < rows; ++i) buffer[j * rows + i] = i < m && j < n ? c[j * ldc + i] : R(0);
-    real_tile<Factor::packed, R, lanes<R>, tile_vectors, tile_columns>(k, a, rows, b, {0, 0}, R(1), buffer,
-                                                                       rows);
+    if (!from_zero)
+        for (int j = 0; j < tile_columns; ++j)
+            for (int i = 0; i < rows; ++i)
+                buffer[j * rows + i] =
+                    i < m && j < n && is_in(p.triangle, i0 + i, j0 + j) ? c[j * p.c_columns + i] : R(0);
+    real_tile<true, R, lanes<R>, tile_vectors, tile_columns>(k, a, rows, b, {0, 0}, buffer, rows, from_zero);
     for (int64_t j = 0; j < n; ++j)
-        for (int64_t i = 0; i < m; ++i) c[j * ldc + i] = buffer[j * rows + i];
+        for (int64_t i = 0; i < m; ++i)
+            if (is_in(p.triangle, i0 + i, j0 + j)) c[j * p.c_columns + i] = buffer[j * rows + i];
 }
 
+// The rows from i0 and columns from j0 of C, with panels of an inner depth k.
 template <class R>
-void multiply_panels(int64_t m, int64_t n, int64_t k, const R* a, const R* b, R* c, int64_t ldc)
+void multiply_panels(const Product<R>& p, int64_t i0, int64_t m, int64_t j0, int64_t n, int64_t k, const R* a,
+                     const R* b, bool from_zero)
 {
     constexpr int rows = tile_rows<R>;
     for (int64_t j = 0; j < n; j += tile_columns)
         for (int64_t i = 0; i < m; i += rows) {
-            const R* pa = a + i * k;
-            const R* pb = b + j * k;
-            R* pc = c + j * ldc + i;
-            if (i + rows <= m && j + tile_columns <= n)
-                real_tile<Factor::packed, R, lanes<R>, tile_vectors, tile_columns>(k, pa, rows, pb, {0, 0},
-                                                                                   R(1), pc, ldc);
+            const Position here = position(p.triangle, i0 + i, j0 + j, rows, tile_columns);
+            if (here == Position::outside) continue;
+            if (here == Position::inside && i + rows <= m && j + tile_columns <= n)
+                real_tile<true, R, lanes<R>, tile_vectors, tile_columns>(
+                    k, a + i * k, rows, b + j * k, {0, 0}, p.c + i0 + i + (j0 + j) * p.c_columns, p.c_columns,
+                    from_zero);
             else
-                edge_tile(k, pa, pb, pc, ldc, m - i < rows ? m - i : rows,
-                          n - j < tile_columns ? n - j : tile_columns);
+                edge_tile(k, a + i * k, b + j * k, p, i0 + i, j0 + j, from_zero);
         }
 }
 
@@ -163,7 +168,7 @@ void packed(const Product<R>* p, R* work)
             for (int64_t i = 0; i < p->m; i += block_rows<R>) {
                 const int64_t m = p->m - i < block_rows<R> ? p->m - i : block_rows<R>;
                 pack_a(m, k, p->a + i * p->a_rows + l * p->a_columns, {p->a_rows, p->a_columns}, packed_a);
-                multiply_panels(m, n, k, packed_a, packed_b, p->c + i + j * p->c_columns, p->c_columns);
+                multiply_panels(*p, i, m, j, n, k, packed_a, packed_b, p->from_zero && l == 0);
             }
         }
     }

@@ -105,6 +105,41 @@ void dot_columns(int64_t m, int64_t n, const R* a, int64_t lda, const R* x, R* y
     for (; j < n; ++j) dot_strip<R, 1>(m, a + j * lda, lda, x, y + j);
 }
 
+template <class R, int N>
+void both_strip(int64_t m, const R* a, int64_t lda, const R* x, R* y, const R* z, R* sums)
+{
+    constexpr int L = lanes<R>;
+    Lane<R> sum[N] = {};
+    int64_t i = 0;
+    for (; i + L <= m; i += L) {
+        Lane<R> to = at(y + i);
+        const Lane<R> from = at(z + i);
+#pragma GCC unroll 8
+        for (int j = 0; j < N; ++j) {
+            const Lane<R> e = at(a + j * lda + i);
+            to += e * x[j];
+            sum[j] += e * from;
+        }
+        at(y + i) = to;
+    }
+    for (int j = 0; j < N; ++j) {
+        R rest = 0;
+        for (int64_t k = i; k < m; ++k) {
+            y[k] += a[j * lda + k] * x[j];
+            rest += a[j * lda + k] * z[k];
+        }
+        sums[j] = total<R>(sum[j]) + rest;
+    }
+}
+
+template <class R>
+void both(int64_t m, int64_t n, const R* a, int64_t lda, const R* x, R* y, const R* z, R* sums)
+{
+    int64_t j = 0;
+    for (; j + 8 <= n; j += 8) both_strip<R, 8>(m, a + j * lda, lda, x + j, y, z, sums + j);
+    for (; j < n; ++j) both_strip<R, 1>(m, a + j * lda, lda, x + j, y, z, sums + j);
+}
+
 // ---- complex: products with the real parts of x on pairs as they lie, and with swapped pairs
 // ---------------
 
@@ -204,7 +239,7 @@ void dot_complex_columns(int64_t m, int64_t n, const R* a, int64_t lda, bool con
 }
 
 template <class R>
-constexpr RealLevel2<R> real_loops = {add_columns<R>, dot_columns<R>};
+constexpr RealLevel2<R> real_loops = {add_columns<R>, dot_columns<R>, both<R>};
 template <class R>
 constexpr ComplexLevel2<R> complex_loops = {add_complex_columns<R>, dot_complex_columns<R>};
 

@@ -41,11 +41,13 @@ struct Product {
     R alpha;
     R* c;
     int64_t c_columns;
+    bool from_zero;  // the sums start from zero instead of C
+    char triangle;   // L or U: only this triangle of C is read and written
 };
 
 template <class R>
 struct RealLevel3 {
-    void (*direct)(const Product<R>*);           // needs a_rows = 1
+    void (*direct)(const Product<R>*);           // needs a_rows = 1, alpha = 1 and no triangle
     void (*packed)(const Product<R>*, R* work);  // any strides
     int64_t (*workspace)(int64_t m, int64_t n, int64_t k);
 };
@@ -63,6 +65,8 @@ struct ComplexProduct {
     R alpha[2];
     R* c;
     int64_t c_columns;
+    bool from_zero;
+    char triangle;
 };
 
 template <class R>
@@ -90,6 +94,8 @@ struct RealLevel2 {
     void (*add_columns)(int64_t m, int64_t n, const R* a, int64_t lda, const R* x, R* y);  // y(m) += A * x(n)
     void (*dot_columns)(int64_t m, int64_t n, const R* a, int64_t lda, const R* x,
                         R* y);  // y(n) = A^T * x(m)
+    // Both at once, reading A once: y(m) += A * x(n), sums(n) = A^T * z(m).
+    void (*both)(int64_t m, int64_t n, const R* a, int64_t lda, const R* x, R* y, const R* z, R* sums);
 };
 template <class R>
 struct ComplexLevel2 {

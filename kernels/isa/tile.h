@@ -43,41 +43,63 @@ struct Strides {
     int64_t rows, columns;
 };
 
-// Where the factor alpha of B comes in: it is 1, it multiplies every element as it is read, or it is in the
-// packed panel already.
-enum class Factor { one, alpha, packed };
-
 // C(V*L, N) += A(V*L, k) * B(k, N) in registers. Columns of A are contiguous and `a_step` apart; element (l,
 // j) of B is at b[l * bs.rows + j * bs.columns], in a packed panel at b[l * N + j].
-template <Factor F, class R, int L, int V, int N>
+template <bool Packed, class R, int L, int V, int N>
 inline __attribute__((always_inline)) void real_tile(int64_t k, const R* a, int64_t a_step, const R* b,
-                                                     Strides bs, R alpha, R* c, int64_t ldc)
+                                                     Strides bs, R* c, int64_t ldc, bool from_zero)
 {
     using Lane = Vector<R, L>;
     Lane sum[N][V];
 #pragma GCC unroll 16
     for (int j = 0; j < N; ++j)
 #pragma GCC unroll 16
-        for (int v = 0; v < V; ++v) sum[j][v] = *reinterpret_cast<const Lane*>(c + j * ldc + v * L);
+        for (int v = 0; v < V; ++v)
+            sum[j][v] = from_zero ? Lane{} : *reinterpret_cast<const Lane*>(c + j * ldc + v * L);
     for (int64_t l = 0; l < k; ++l) {
         Lane x[V];
 #pragma GCC unroll 16
         for (int v = 0; v < V; ++v) x[v] = *reinterpret_cast<const Lane*>(a + v * L);
 #pragma GCC unroll 16
         for (int j = 0; j < N; ++j) {
-            const R y = F == Factor::packed ? b[j]
-                        : F == Factor::one  ? b[j * bs.columns]
-                                            : alpha * b[j * bs.columns];
+            const R y = Packed ? b[j] : b[j * bs.columns];
 #pragma GCC unroll 16
             for (int v = 0; v < V; ++v) sum[j][v] += x[v] * y;
         }
         a += a_step;
-        b += F == Factor::packed ? N : bs.rows;
+        b += Packed ? N : bs.rows;
     }
 #pragma GCC unroll 16
     for (int j = 0; j < N; ++j)
 #pragma GCC unroll 16
         for (int v = 0; v < V; ++v) *reinterpret_cast<Lane*>(c + j * ldc + v * L) = sum[j][v];
+}
+
+}  // namespace
+}  // namespace orvel::kernels
+
+// How a tile of C at row i, column j with the given extents lies to the triangle.
+namespace orvel::kernels {
+namespace {
+
+enum class Position { inside, outside, across };
+
+inline Position position(char triangle, int64_t i, int64_t j, int64_t rows, int64_t columns)
+{
+    if (triangle == 'L')
+        return i >= j + columns - 1 ? Position::inside
+               : i + rows - 1 < j   ? Position::outside
+                                    : Position::across;
+    if (triangle == 'U')
+        return i + rows - 1 <= j     ? Position::inside
+               : i > j + columns - 1 ? Position::outside
+                                     : Position::across;
+    return Position::inside;
+}
+
+inline bool is_in(char triangle, int64_t i, int64_t j)
+{
+    return triangle == 'L' ? i >= j : triangle == 'U' ? i <= j : true;
 }
 
 }  // namespace
