@@ -6,9 +6,11 @@
 
 namespace orvel::kernels {
 
-#define ORVEL_ISA_LEVEL(name)        \
-    namespace name {                 \
-    extern const Level1Loops level1; \
+#define ORVEL_ISA_LEVEL(name)                    \
+    namespace name {                             \
+    extern const Level1Updates level1_updates;   \
+    extern const Level1Sums level1_sums;         \
+    extern const Level1Searches level1_searches; \
     }
 
 #ifdef __x86_64__
@@ -29,11 +31,15 @@ struct Level {
 // Lowest first.
 const Level levels[] = {
 #ifdef __x86_64__
-    {{"x86-64", &x86_64::level1}, [] { return true; }},
-    {{"x86-64-v3", &x86_64_v3::level1}, [] { return __builtin_cpu_supports("x86-64-v3") != 0; }},
-    {{"x86-64-v4", &x86_64_v4::level1}, [] { return __builtin_cpu_supports("x86-64-v4") != 0; }},
+    {{"x86-64", &x86_64::level1_updates, &x86_64::level1_sums, &x86_64::level1_searches},
+     [] { return true; }},
+    {{"x86-64-v3", &x86_64_v3::level1_updates, &x86_64_v3::level1_sums, &x86_64_v3::level1_searches},
+     [] { return __builtin_cpu_supports("x86-64-v3") != 0; }},
+    {{"x86-64-v4", &x86_64_v4::level1_updates, &x86_64_v4::level1_sums, &x86_64_v4::level1_searches},
+     [] { return __builtin_cpu_supports("x86-64-v4") != 0; }},
 #else
-    {{"native", &native::level1}, [] { return true; }},
+    {{"native", &native::level1_updates, &native::level1_sums, &native::level1_searches},
+     [] { return true; }},
 #endif
 };
 
