@@ -53,7 +53,8 @@ inline Pair two_product(double a, double b)
 [[gnu::noinline, gnu::cold]] void add_quadruple(double a, double b, double* head, double* tail)
 {
     const bool nothing = (a == 0 || b == 0) && a * b == 0;
-    if (nothing && *head == 0 && *tail == 0 && !std::signbit(*head)) return;
+    const bool empty = *head == 0 && *tail == 0 && !std::signbit(*head) && !std::signbit(*tail);
+    if (nothing && empty) return;
     const Quadruple sum = static_cast<Quadruple>(*head) + static_cast<Quadruple>(*tail) +
                           static_cast<Quadruple>(a) * static_cast<Quadruple>(b);
     *head = static_cast<double>(sum);

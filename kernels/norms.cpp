@@ -19,18 +19,18 @@ void each_part(int64_t n, const T* x, int64_t incx, F visit)
         for (int64_t j = 0; j < Number<T>::parts; ++j) visit(parts(x + k * incx)[j]);
 }
 
-// Norm from the squares of scaled parts. Carried in double, so that a long vector of moderate numbers loses
-// nothing to the small factor in single precision.
+// Norm from the squares of parts divided by unit. Carried in double, so that a long vector of moderate
+// numbers loses nothing to a large unit in single precision.
 template <class T>
-Part<T> scaled_norm(int64_t n, const T* x, int64_t incx, Part<T> factor, Part<T> multiplier)
+Part<T> scaled_norm(int64_t n, const T* x, int64_t incx, double unit)
 {
-    const double by = static_cast<double>(factor);
+    const double factor = 1 / unit;
     double sum = 0.0;
     each_part(n, x, incx, [&](Part<T> part) {
-        const double scaled = by * static_cast<double>(part);
+        const double scaled = factor * static_cast<double>(part);
         sum += scaled * scaled;
     });
-    return static_cast<Part<T>>(static_cast<double>(multiplier) * std::sqrt(sum));
+    return static_cast<Part<T>>(unit * std::sqrt(sum));
 }
 
 template <class T>
@@ -64,7 +64,13 @@ Part<T> nrm2(int64_t n, const T* x, int64_t incx)
     const R cutlo = std::sqrt(machine<R>(1) / machine<R>(4));
     const R cuthi = std::sqrt(machine<R>(2) * machine<R>(4));
     if (n < 1 || incx < 0) return 0;
-    if (incx == 0) return nrm2(1, x, 1) * std::sqrt(static_cast<R>(n));
+    if (incx == 0) {
+        const R root = std::sqrt(static_cast<R>(n));
+        if constexpr (is_complex<T>)
+            return nrm2(1, x, 1) * root;
+        else
+            return std::abs(*x) * root;
+    }
     R s[2] = {0, 0};
     if (incx == 1)
         sum_loops<T>().norms(Number<T>::parts * n, parts(x), s);
@@ -73,13 +79,9 @@ Part<T> nrm2(int64_t n, const T* x, int64_t incx)
             s[0] += std::abs(part);
             s[1] += part * part;
         });
-    if (s[0] > cuthi) {
-        const R down = cutlo / cuthi;
-        return scaled_norm(n, x, incx, down, 1 / down);
-    }
+    if (s[0] > cuthi) return scaled_norm(n, x, incx, static_cast<double>(cuthi) / static_cast<double>(cutlo));
     if (s[0] >= static_cast<R>(Number<T>::parts * n) * cutlo) return std::sqrt(s[1]);
-    const R unit = cutlo * machine<R>(4);
-    return scaled_norm(n, x, incx, 1 / unit, unit);
+    return scaled_norm(n, x, incx, static_cast<double>(cutlo) * static_cast<double>(machine<R>(4)));
 }
 
 template float asum(int64_t, const float*, int64_t);
