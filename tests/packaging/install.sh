@@ -39,7 +39,7 @@ cmake -S "$scratch" -B "$scratch/build" -G Ninja -DCMAKE_PREFIX_PATH="$scratch/p
 gcc "$scratch/alpha.c" $(pkg-config --cflags --libs orvel) -lm -o "$scratch/by_pkg_config"
 modules=$(dirname "$(find "$scratch/prefix" -name orvel_special.mod)")
 gfortran -I"$modules" "$scratch/alpha.f90" $(pkg-config --libs orvel) -o "$scratch/by_fortran"
-sed 's/^ *external.*//; s/, ddot$//; s/standard$/&; use orvel_kernels/' "$scratch/standard.f90" >"$scratch/module.f90"
+sed '1s/$/; use orvel_kernels/; s/, ddot$//; /external/d' "$scratch/standard.f90" >"$scratch/module.f90"
 gfortran -I"$modules" "$scratch/module.f90" $(pkg-config --libs orvel_blas) -o "$scratch/by_module"
 for program in build/blas build/blas_static by_module; do
     [ "$("$scratch/$program")" = " 12.0" ] || { echo "$program fails"; exit 1; }
