@@ -48,12 +48,9 @@ struct Lanes {
     // a in the even lanes, b in the odd ones
     static Vector pairs(R a, R b)
     {
-        Vector v{};
-        for (int k = 0; k < count; k += 2) {
-            v[k] = a;
-            v[k + 1] = b;
-        }
-        return v;
+        Integers odd{};
+        for (int k = 0; k < count; ++k) odd[k] = -(k & 1);
+        return odd ? all(b) : all(a);
     }
     // even and odd lanes exchanged
     static Vector exchange(Vector v)
@@ -74,20 +71,62 @@ struct Single {
     static void store(R* p, Vector v) { *p = v; }
     static Vector all(R a) { return a; }
     static Vector magnitude(Vector v) { return v < 0 ? -v : v + R(0); }
-    static Vector pairs(R a, R) { return a; }
 };
 
-// The sums of the lower and the upper lanes.
+// A vector in a register: what is made of it does not read the memory again.
+template <class V>
+inline V held(V v)
+{
+#ifdef __x86_64__
+    if constexpr (sizeof(V) >= 16) __asm__("" : "+x"(v));
+#endif
+    return v;
+}
+
+// The lower half of the lanes, and the sum of both halves.
+template <class R, int bytes>
+inline typename Lanes<R, bytes / 2>::Vector lower(typename Lanes<R, bytes>::Vector v)
+{
+    union {
+        typename Lanes<R, bytes>::Vector whole;
+        typename Lanes<R, bytes / 2>::Vector half[2];
+    } parts = {v};
+    return parts.half[0];
+}
 template <class R, int bytes>
 inline typename Lanes<R, bytes / 2>::Vector fold(typename Lanes<R, bytes>::Vector v)
 {
-    typedef Lanes<R, bytes / 2> Half;
     union {
         typename Lanes<R, bytes>::Vector whole;
-        typename Half::Vector half[2];
+        typename Lanes<R, bytes / 2>::Vector half[2];
     } parts = {v};
     return parts.half[0] + parts.half[1];
 }
+
+// The same pair of numbers in all lanes, made once for every width.
+template <class R>
+class Pairs {
+public:
+    Pairs(R a, R b) : all_(Lanes<R, widest>::pairs(a, b)) {}
+    template <int bytes>
+    typename Lanes<R, bytes>::Vector of(Lanes<R, bytes>) const
+    {
+        return narrowed<widest, bytes>(all_);
+    }
+    R of(Single<R>) const { return all_[0]; }
+
+private:
+    template <int from, int to>
+    static typename Lanes<R, to>::Vector narrowed(typename Lanes<R, from>::Vector v)
+    {
+        if constexpr (from == to)
+            return v;
+        else
+            return narrowed<from / 2, to>(lower<R, from>(v));
+    }
+
+    typename Lanes<R, widest>::Vector all_;
+};
 
 // Calls work(lanes, i) for all i: four vectors of the full width at a time, then ever narrower ones. `finest`
 // is the narrowest width in numbers, 1 or 2; n is a multiple of it.

@@ -54,37 +54,42 @@ void transform(int64_t n, const R h[4], R* x, R* y)
 template <class R>
 void complex_axpy(int64_t n, R a, R b, const R* x, R* y)
 {
+    const Pairs<R> turn(-b, b);
     for_lanes<R, 2>(n, [=](auto l, int64_t i) {
-        const auto v = l.load(x + i);
-        l.store(y + i, l.pairs(-b, b) * l.exchange(v) + (a * v + l.load(y + i)));
+        const auto v = held(l.load(x + i));
+        l.store(y + i, turn.of(l) * l.exchange(v) + (a * v + l.load(y + i)));
     });
 }
 
 template <class R>
 void complex_scale(int64_t n, R a, R b, const R* x, R* y)
 {
+    const Pairs<R> turn(-b, b);
     for_lanes<R, 2>(n, [=](auto l, int64_t i) {
-        const auto v = l.load(x + i);
-        l.store(y + i, a * v + l.pairs(-b, b) * l.exchange(v));
+        const auto v = held(l.load(x + i));
+        l.store(y + i, a * v + turn.of(l) * l.exchange(v));
     });
 }
 
 template <class R>
 void set(int64_t n, R a, R b, R* x)
 {
-    for_lanes<R, 1>(n, [=](auto l, int64_t i) { l.store(x + i, l.pairs(a, b)); });
+    const Pairs<R> value(a, b);
+    for_lanes<R, 1>(n, [=](auto l, int64_t i) { l.store(x + i, value.of(l)); });
 }
 
 template <class R>
 void add(int64_t n, R a, R b, R* x)
 {
-    for_lanes<R, 1>(n, [=](auto l, int64_t i) { l.store(x + i, l.load(x + i) + l.pairs(a, b)); });
+    const Pairs<R> value(a, b);
+    for_lanes<R, 1>(n, [=](auto l, int64_t i) { l.store(x + i, l.load(x + i) + value.of(l)); });
 }
 
 template <class R>
 void subtract_from(int64_t n, R a, R b, R* x)
 {
-    for_lanes<R, 1>(n, [=](auto l, int64_t i) { l.store(x + i, l.pairs(a, b) - l.load(x + i)); });
+    const Pairs<R> value(a, b);
+    for_lanes<R, 1>(n, [=](auto l, int64_t i) { l.store(x + i, value.of(l) - l.load(x + i)); });
 }
 
 template <class R>
