@@ -8,27 +8,12 @@
 #include <type_traits>
 
 #include "frame/message.h"
+#include "kernels/vectors.h"
 
 namespace orvel::kernels {
 
 using frame::i;
 using frame::l;
-
-template <class T>
-inline constexpr bool is_complex = false;
-template <class R>
-inline constexpr bool is_complex<std::complex<R>> = true;
-
-template <class T>
-struct RealOf {
-    using type = T;
-};
-template <class R>
-struct RealOf<std::complex<R>> {
-    using type = R;
-};
-template <class T>
-using Real = typename RealOf<std::remove_const_t<T>>::type;
 
 template <class T>
 inline T conjugate(T x)

@@ -49,13 +49,13 @@ constexpr int64_t direct_limit = 160;
 // Blocks on the stack: for small matrices whose A is not by columns, for a factor alpha, and for large ones
 // when there is no memory for panels.
 template <class T>
-constexpr int64_t block = is_complex<T> ? 48 : 64;
+constexpr int64_t stack_block = is_complex<T> ? 48 : 64;
 
 template <class R>
 void by_blocks(int64_t m, int64_t n, int64_t k, R alpha, const Factor<R>& a, const Factor<R>& b,
                const View<R>& c, bool from_zero)
 {
-    constexpr int64_t size = block<R>;
+    constexpr int64_t size = stack_block<R>;
     alignas(64) R block_of_a[size * size];
     alignas(64) R block_of_b[size * size];
     for (int64_t j = 0; j < n; j += size)
@@ -86,7 +86,7 @@ template <class R>
 void by_blocks(int64_t m, int64_t n, int64_t k, std::complex<R> alpha, const Factor<std::complex<R>>& a,
                const Factor<std::complex<R>>& b, const View<std::complex<R>>& c, bool from_zero)
 {
-    constexpr int64_t size = block<std::complex<R>>;
+    constexpr int64_t size = stack_block<std::complex<R>>;
     alignas(64) R panels[8 * size * size];
     const auto& run = product_loops(alpha);
     for (int64_t j = 0; j < n; j += size)
@@ -104,7 +104,7 @@ bool by_panels(int64_t m, int64_t n, int64_t k, T alpha, const Factor<T>& a, con
                const View<T>& c, Target target)
 {
     const auto& run = product_loops(T());
-    Scratch<Real<T>> panels;
+    Scratch<Part<T>> panels;
     if (!panels.allocate(run.workspace(m, n, k))) return false;
     const auto p = task(m, n, k, alpha, a, b, c, target);
     run.packed(&p, panels);
@@ -121,7 +121,7 @@ void add_to_columns(int64_t m, int64_t n, int64_t k, T alpha, const Factor<T>& a
             const auto p = task(m, n, k, alpha, a, b, c, {from_zero});
             return product_loops(T()).direct(&p);
         }
-    constexpr int64_t small = block<T>;
+    constexpr int64_t small = stack_block<T>;
     if ((m > small || n > small || k > small) && by_panels(m, n, k, alpha, a, b, c, {from_zero})) return;
     by_blocks(m, n, k, alpha, a, b, c, from_zero);
 }

@@ -14,16 +14,31 @@ inline T* start(T* x, int64_t n, int64_t inc)
     return inc < 0 ? x + (1 - n) * inc : x;
 }
 
-// The real numbers that complex ones consist of.
+// The real numbers that complex ones consist of; a real number is its own part.
+template <class T>
+struct Number {
+    using Part = T;
+    static constexpr int64_t parts = 1;
+};
 template <class R>
-inline R* parts(std::complex<R>* z)
+struct Number<std::complex<R>> {
+    using Part = R;
+    static constexpr int64_t parts = 2;
+};
+template <class T>
+using Part = typename Number<T>::Part;
+template <class T>
+constexpr bool is_complex = Number<T>::parts == 2;
+
+template <class T>
+inline Part<T>* parts(T* x)
 {
-    return reinterpret_cast<R*>(z);
+    return reinterpret_cast<Part<T>*>(x);
 }
-template <class R>
-inline const R* parts(const std::complex<R>* z)
+template <class T>
+inline const Part<T>* parts(const T* x)
 {
-    return reinterpret_cast<const R*>(z);
+    return reinterpret_cast<const Part<T>*>(x);
 }
 
 }  // namespace orvel::kernels

@@ -23,9 +23,223 @@
 
 ORVEL_BEGIN
 
-/* ---- level 1: vectors --------------------------------------------------------------------------- */
+/* ---- level 1: vectors ---------------------------------------------------------------------------
+ *
+ * In all routines on vectors N < 1 means no elements: nothing is read or written, a function returns zero, an
+ * index function 0. INCX = 0 uses X(1) N times. A routine with one vector takes it as empty when INCX < 0.
+ * The routines check nothing else and post nothing. Index arithmetic is done in 64 bits, so that every N and
+ * INCX that an array can have are good.
+ *
+ * Vectors may be the same or overlap: the result is that of the loop that treats one element after the
+ * other, from the first to the last. What is no number goes through all arithmetic as IEEE 754 has it; where
+ * a routine says more, it says so below. Complex products are formed by the plain rule, without care for
+ * infinities.
+ */
 
-/* ---- vector utilities and accumulators of the library ------------------------------------------- */
+/* Y = A*X + Y. X(N) in, Y(N) in and out. With A = 0 nothing is read or written, whatever X holds. */
+void SAXPY(const int32_t* n, const float* a, const float* x, const int32_t* incx, float* y,
+           const int32_t* incy);
+void DAXPY(const int32_t* n, const double* a, const double* x, const int32_t* incx, double* y,
+           const int32_t* incy);
+void CAXPY(const int32_t* n, const orvel_complex* a, const orvel_complex* x, const int32_t* incx,
+           orvel_complex* y, const int32_t* incy);
+void ZAXPY(const int32_t* n, const orvel_dcomplex* a, const orvel_dcomplex* x, const int32_t* incx,
+           orvel_dcomplex* y, const int32_t* incy);
+
+/* Y = X. X(N) in, Y(N) out. INCX = 0 fills Y with X(1). */
+void SCOPY(const int32_t* n, const float* x, const int32_t* incx, float* y, const int32_t* incy);
+void DCOPY(const int32_t* n, const double* x, const int32_t* incx, double* y, const int32_t* incy);
+void CCOPY(const int32_t* n, const orvel_complex* x, const int32_t* incx, orvel_complex* y,
+           const int32_t* incy);
+void ZCOPY(const int32_t* n, const orvel_dcomplex* x, const int32_t* incx, orvel_dcomplex* y,
+           const int32_t* incy);
+
+/* X = A*X. X(N) in and out. A real A is in CSSCAL and ZDSCAL. A = 0 multiplies like any other, so that what
+ * is no number stays. */
+void SSCAL(const int32_t* n, const float* a, float* x, const int32_t* incx);
+void DSCAL(const int32_t* n, const double* a, double* x, const int32_t* incx);
+void CSCAL(const int32_t* n, const orvel_complex* a, orvel_complex* x, const int32_t* incx);
+void ZSCAL(const int32_t* n, const orvel_dcomplex* a, orvel_dcomplex* x, const int32_t* incx);
+void CSSCAL(const int32_t* n, const float* a, orvel_complex* x, const int32_t* incx);
+void ZDSCAL(const int32_t* n, const double* a, orvel_dcomplex* x, const int32_t* incx);
+
+/* Exchanges X and Y. X(N), Y(N) in and out. */
+void SSWAP(const int32_t* n, float* x, const int32_t* incx, float* y, const int32_t* incy);
+void DSWAP(const int32_t* n, double* x, const int32_t* incx, double* y, const int32_t* incy);
+void CSWAP(const int32_t* n, orvel_complex* x, const int32_t* incx, orvel_complex* y, const int32_t* incy);
+void ZSWAP(const int32_t* n, orvel_dcomplex* x, const int32_t* incx, orvel_dcomplex* y, const int32_t* incy);
+
+/* Sum of X(i)*Y(i), in the precision of the arguments; DOTC: of conj(X(i))*Y(i). X(N), Y(N) in. */
+float SDOT(const int32_t* n, const float* x, const int32_t* incx, const float* y, const int32_t* incy);
+double DDOT(const int32_t* n, const double* x, const int32_t* incx, const double* y, const int32_t* incy);
+orvel_complex CDOTU(const int32_t* n, const orvel_complex* x, const int32_t* incx, const orvel_complex* y,
+                    const int32_t* incy);
+orvel_dcomplex ZDOTU(const int32_t* n, const orvel_dcomplex* x, const int32_t* incx, const orvel_dcomplex* y,
+                     const int32_t* incy);
+orvel_complex CDOTC(const int32_t* n, const orvel_complex* x, const int32_t* incx, const orvel_complex* y,
+                    const int32_t* incy);
+orvel_dcomplex ZDOTC(const int32_t* n, const orvel_dcomplex* x, const int32_t* incx, const orvel_dcomplex* y,
+                     const int32_t* incy);
+
+/* Sum of X(i)*Y(i) of single-precision vectors, products and sum in double. SDSDOT adds the start value SB,
+ * in, and rounds once at the end; for N < 1 it returns SB. */
+double DSDOT(const int32_t* n, const float* x, const int32_t* incx, const float* y, const int32_t* incy);
+float SDSDOT(const int32_t* n, const float* sb, const float* x, const int32_t* incx, const float* y,
+             const int32_t* incy);
+
+/* Euclidean norm without harmful overflow or underflow. X(N) in. INCX = 0 gives |X(1)|*sqrt(N).
+ *
+ * With TINY = AMACH(1), HUGE = AMACH(2), EPS = AMACH(4) of the precision, CUTLO = sqrt(TINY/EPS), CUTHI =
+ * sqrt(HUGE*EPS) and S the sum of the magnitudes of the N elements (of the 2N parts, with 2N for N, of
+ * complex ones): S above CUTHI scales all elements by CUTLO/CUTHI, S below N*CUTLO scales them by
+ * 1/(CUTLO*EPS), else the plain squares are summed. What is no number gives no number, infinities give
+ * infinity. Source: J. Blue, A portable Fortran program to find the Euclidean norm of a vector, 1978. */
+float SNRM2(const int32_t* n, const float* x, const int32_t* incx);
+double DNRM2(const int32_t* n, const double* x, const int32_t* incx);
+float SCNRM2(const int32_t* n, const orvel_complex* x, const int32_t* incx);
+double DZNRM2(const int32_t* n, const orvel_dcomplex* x, const int32_t* incx);
+
+/* Sum of |X(i)|; of |Re X(i)| + |Im X(i)| for complex vectors. X(N) in. */
+float SASUM(const int32_t* n, const float* x, const int32_t* incx);
+double DASUM(const int32_t* n, const double* x, const int32_t* incx);
+float SCASUM(const int32_t* n, const orvel_complex* x, const int32_t* incx);
+double DZASUM(const int32_t* n, const orvel_dcomplex* x, const int32_t* incx);
+
+/* One-based index of the first element of largest magnitude, |Re| + |Im| for complex vectors. X(N) in. For N
+ * = 1 the value is 1 and neither X nor INCX is read; for N > 1, INCX = 0 gives 1 and INCX < 0 gives 0. An
+ * element that is no number is passed over, but where X(1) is none the value is 1. */
+int32_t ISAMAX(const int32_t* n, const float* x, const int32_t* incx);
+int32_t IDAMAX(const int32_t* n, const double* x, const int32_t* incx);
+int32_t ICAMAX(const int32_t* n, const orvel_complex* x, const int32_t* incx);
+int32_t IZAMAX(const int32_t* n, const orvel_dcomplex* x, const int32_t* incx);
+
+/* Plane rotation: (X, Y) = (C*X + S*Y, C*Y - S*X). X(N), Y(N) in and out; C and S real, in. */
+void SROT(const int32_t* n, float* x, const int32_t* incx, float* y, const int32_t* incy, const float* c,
+          const float* s);
+void DROT(const int32_t* n, double* x, const int32_t* incx, double* y, const int32_t* incy, const double* c,
+          const double* s);
+void CSROT(const int32_t* n, orvel_complex* x, const int32_t* incx, orvel_complex* y, const int32_t* incy,
+           const float* c, const float* s);
+void ZDROT(const int32_t* n, orvel_dcomplex* x, const int32_t* incx, orvel_dcomplex* y, const int32_t* incy,
+           const double* c, const double* s);
+
+/* Sets up the rotation that takes (A, B) to (R, 0). C, S out; A returns R, which has the sign of the larger
+ * of A and B (of B when they are equal); B returns Z: S when |A| > |B|, else 1/C, or 1 when C = 0, from which
+ * C and S can be had again. A = B = 0 gives C = 1, S = R = Z = 0. Nothing overflows but R itself, and Z where
+ * 1/C does. */
+void SROTG(float* a, float* b, float* c, float* s);
+void DROTG(double* a, double* b, double* c, double* s);
+
+/* Modified rotation: (X, Y) = (H11*X + H12*Y, H21*X + H22*Y), of complex vectors too. X(N), Y(N) in and out.
+ * PARAM(5) in: FLAG, H11, H21, H12, H22. FLAG < 0 takes the whole matrix; 0 takes H21 and H12, with H11 = H22
+ * = 1; above 0 H11 and H22, with H21 = -1, H12 = 1; -2 changes nothing. */
+void SROTM(const int32_t* n, float* x, const int32_t* incx, float* y, const int32_t* incy,
+           const float* param);
+void DROTM(const int32_t* n, double* x, const int32_t* incx, double* y, const int32_t* incy,
+           const double* param);
+void CSROTM(const int32_t* n, orvel_complex* x, const int32_t* incx, orvel_complex* y, const int32_t* incy,
+            const float* param);
+void ZDROTM(const int32_t* n, orvel_dcomplex* x, const int32_t* incx, orvel_dcomplex* y, const int32_t* incy,
+            const double* param);
+
+/* Sets up the modified rotation that makes the second component of (sqrt(D1)*X1, sqrt(D2)*Y1) zero. D1, D2,
+ * X1 in and out; Y1 in; PARAM(5) out, of which only what its flag takes is set. D1 and D2 are brought back
+ * between 2**(-24) and 2**24 as often as it takes, and then the whole matrix is set (FLAG = -1). D1 < 0, or a
+ * rotation that does not exist, sets matrix, D1, D2 and X1 to zero. */
+void SROTMG(float* d1, float* d2, float* x1, const float* y1, float* param);
+void DROTMG(double* d1, double* d2, double* x1, const double* y1, double* param);
+
+/* ---- vector utilities and accumulators of the library -------------------------------------------
+ *
+ * Counts, increments and overlaps as in level 1.
+ */
+
+/* X = A. X(N) out. */
+void SSET(const int32_t* n, const float* a, float* x, const int32_t* incx);
+void DSET(const int32_t* n, const double* a, double* x, const int32_t* incx);
+void CSET(const int32_t* n, const orvel_complex* a, orvel_complex* x, const int32_t* incx);
+void ZSET(const int32_t* n, const orvel_dcomplex* a, orvel_dcomplex* x, const int32_t* incx);
+
+/* Y = A*X. X(N) in, Y(N) out. A real A is in CSVCAL and ZDVCAL. */
+void SVCAL(const int32_t* n, const float* a, const float* x, const int32_t* incx, float* y,
+           const int32_t* incy);
+void DVCAL(const int32_t* n, const double* a, const double* x, const int32_t* incx, double* y,
+           const int32_t* incy);
+void CVCAL(const int32_t* n, const orvel_complex* a, const orvel_complex* x, const int32_t* incx,
+           orvel_complex* y, const int32_t* incy);
+void ZVCAL(const int32_t* n, const orvel_dcomplex* a, const orvel_dcomplex* x, const int32_t* incx,
+           orvel_dcomplex* y, const int32_t* incy);
+void CSVCAL(const int32_t* n, const float* a, const orvel_complex* x, const int32_t* incx, orvel_complex* y,
+            const int32_t* incy);
+void ZDVCAL(const int32_t* n, const double* a, const orvel_dcomplex* x, const int32_t* incx,
+            orvel_dcomplex* y, const int32_t* incy);
+
+/* X = X + A. X(N) in and out. */
+void SADD(const int32_t* n, const float* a, float* x, const int32_t* incx);
+void DADD(const int32_t* n, const double* a, double* x, const int32_t* incx);
+void CADD(const int32_t* n, const orvel_complex* a, orvel_complex* x, const int32_t* incx);
+void ZADD(const int32_t* n, const orvel_dcomplex* a, orvel_dcomplex* x, const int32_t* incx);
+
+/* X = A - X: the constant minus the element. X(N) in and out. */
+void SSUB(const int32_t* n, const float* a, float* x, const int32_t* incx);
+void DSUB(const int32_t* n, const double* a, double* x, const int32_t* incx);
+void CSUB(const int32_t* n, const orvel_complex* a, orvel_complex* x, const int32_t* incx);
+void ZSUB(const int32_t* n, const orvel_dcomplex* a, orvel_dcomplex* x, const int32_t* incx);
+
+/* Sum of X(i), with its signs. X(N) in. */
+float SSUM(const int32_t* n, const float* x, const int32_t* incx);
+double DSUM(const int32_t* n, const double* x, const int32_t* incx);
+
+/* Sum of X(i)*Y(i)*Z(i). X(N), Y(N), Z(N) in. */
+float SXYZ(const int32_t* n, const float* x, const int32_t* incx, const float* y, const int32_t* incy,
+           const float* z, const int32_t* incz);
+double DXYZ(const int32_t* n, const double* x, const int32_t* incx, const double* y, const int32_t* incy,
+            const double* z, const int32_t* incz);
+
+/* Z(i) = X(i)*Y(i). X(N), Y(N) in, Z(N) out. */
+void SHPROD(const int32_t* n, const float* x, const int32_t* incx, const float* y, const int32_t* incy,
+            float* z, const int32_t* incz);
+void DHPROD(const int32_t* n, const double* x, const int32_t* incx, const double* y, const int32_t* incy,
+            double* z, const int32_t* incz);
+
+/* One-based index of the first element of smallest magnitude (AMIN), of largest (MAX) and smallest (MIN)
+ * signed value. X(N) in. N, INCX and what is no number as in ISAMAX. */
+int32_t ISAMIN(const int32_t* n, const float* x, const int32_t* incx);
+int32_t IDAMIN(const int32_t* n, const double* x, const int32_t* incx);
+int32_t ICAMIN(const int32_t* n, const orvel_complex* x, const int32_t* incx);
+int32_t IZAMIN(const int32_t* n, const orvel_dcomplex* x, const int32_t* incx);
+int32_t ISMAX(const int32_t* n, const float* x, const int32_t* incx);
+int32_t IDMAX(const int32_t* n, const double* x, const int32_t* incx);
+int32_t ISMIN(const int32_t* n, const float* x, const int32_t* incx);
+int32_t IDMIN(const int32_t* n, const double* x, const int32_t* incx);
+
+/* Dot products of single complex vectors, carried in double complex and rounded once: CZDOTU gives C + the
+ * sum of X(i)*Y(i), CZDOTC C + the sum of conj(X(i))*Y(i), CZCDOT the latter without a start value. X(N),
+ * Y(N), C in. For N < 1 the value is C, or 0 of CZCDOT. */
+orvel_complex CZDOTU(const int32_t* n, const orvel_complex* c, const orvel_complex* x, const int32_t* incx,
+                     const orvel_complex* y, const int32_t* incy);
+orvel_complex CZDOTC(const int32_t* n, const orvel_complex* c, const orvel_complex* x, const int32_t* incx,
+                     const orvel_complex* y, const int32_t* incy);
+orvel_complex CZCDOT(const int32_t* n, const orvel_complex* x, const int32_t* incx, const orvel_complex* y,
+                     const int32_t* incy);
+
+/* Accumulators of double length: ACC(2) holds a head and a tail whose sum is the value. DQINI sets ACC = (A,
+ * 0); DQADD adds A; DQMUL adds A*B; DQSTO stores head + tail in A. The sum is the one of quadruple precision
+ * (113 bits), split again: the head is the sum rounded to double, the tail what is left, rounded to double. A
+ * sum beyond the range of double therefore leaves an infinite head and the opposite infinity as tail, of
+ * which DQSTO makes no number. Source: T. Dekker, A floating-point technique for extending the available
+ * precision, 1971; D. Knuth, The Art of Computer Programming, volume 2, 1969. */
+void DQINI(const double* a, double* acc);
+void DQADD(const double* a, double* acc);
+void DQMUL(const double* a, const double* b, double* acc);
+void DQSTO(const double* acc, double* a);
+
+/* The same with complex numbers: ACC(2) double complex, ACC(1) the heads, ACC(2) the tails. Each part is
+ * accumulated as by DQADD and DQMUL; ZQMUL adds two products to each, one after the other. */
+void ZQINI(const orvel_dcomplex* a, orvel_dcomplex* acc);
+void ZQADD(const orvel_dcomplex* a, orvel_dcomplex* acc);
+void ZQMUL(const orvel_dcomplex* a, const orvel_dcomplex* b, orvel_dcomplex* acc);
+void ZQSTO(const orvel_dcomplex* acc, orvel_dcomplex* a);
 
 /* ---- levels 2 and 3: matrices ------------------------------------------------------------------- */
 

@@ -6,20 +6,23 @@
 
 namespace orvel::kernels {
 
-#define ORVEL_ISA_LEVEL(name)                                                                             \
-    namespace name {                                                                                      \
-    extern const Level1Loops level1;                                                                      \
-    extern const Level2Loops level2;                                                                      \
-    extern const RealLevel3<float> gemm_s;                                                                \
-    extern const RealLevel3<double> gemm_d;                                                               \
-    extern const ComplexLevel3<float> gemm_c;                                                             \
-    extern const ComplexLevel3<double> gemm_z;                                                            \
-    extern const Triangles<float> triangles_s;                                                            \
-    extern const Triangles<double> triangles_d;                                                           \
-    }                                                                                                     \
-    constexpr Loops name##_loops = {#name,         &name::level1, &name::gemm_s,      &name::gemm_d,      \
-                                    &name::gemm_c, &name::gemm_z, &name::triangles_s, &name::triangles_d, \
-                                    &name::level2};
+#define ORVEL_ISA_LEVEL(name)                                                             \
+    namespace name {                                                                      \
+    extern const Level1Updates level1_updates;                                            \
+    extern const Level1Sums level1_sums;                                                  \
+    extern const Level1Searches level1_searches;                                          \
+    extern const Level2Loops level2;                                                      \
+    extern const RealLevel3<float> gemm_s;                                                \
+    extern const RealLevel3<double> gemm_d;                                               \
+    extern const ComplexLevel3<float> gemm_c;                                             \
+    extern const ComplexLevel3<double> gemm_z;                                            \
+    extern const Triangles<float> triangles_s;                                            \
+    extern const Triangles<double> triangles_d;                                           \
+    }                                                                                     \
+    constexpr Loops name##_loops = {                                                      \
+        #name,         &name::level1_updates, &name::level1_sums, &name::level1_searches, \
+        &name::level2, &name::gemm_s,         &name::gemm_d,      &name::gemm_c,          \
+        &name::gemm_z, &name::triangles_s,    &name::triangles_d};
 
 #ifdef __x86_64__
 ORVEL_ISA_LEVEL(x86_64)

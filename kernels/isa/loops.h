@@ -1,32 +1,83 @@
 // kernels/isa/loops.h - tables of the hot loops, one set for each instruction-set level
 //
-// The files beside this one are compiled once per level. They include nothing but this header and <stdint.h>,
-// keep everything in unnamed namespaces, and so leave no symbol that the linker could merge with code of
-// another level.
+// The files beside this one are compiled once per level. They include nothing but this header, lanes.h and
+// <stdint.h>, keep everything in unnamed namespaces, and so leave no symbol that the linker could merge with
+// code of another level.
 #pragma once
 
 #include <stdint.h>
 
 namespace orvel::kernels {
 
-// Loops over contiguous vectors of n > 0 elements. R is float or double.
+// Loops over contiguous vectors. R is float or double; n counts real numbers, n >= 0, where nothing else is
+// said. A loop over complex vectors takes their interleaved parts.
+//
+// Vectors that a loop reads and writes may be the same one. A written vector that begins less than `block`
+// bytes behind the begin of a read one would not give what the plain loop gives.
+inline constexpr int64_t block = 64;
+
 template <class R>
-struct RealLevel1 {
-    R (*dot)(int64_t n, const R* x, const R* y);
-    void (*axpy)(int64_t n, R a, const R* x, R* y);
+struct Updates {
+    void (*copy)(int64_t n, const R* x, R* y);
+    void (*swap)(int64_t n, R* x, R* y);
+    void (*axpy)(int64_t n, R a, const R* x, R* y);               // y += a x
+    void (*scale)(int64_t n, R a, const R* x, R* y);              // y = a x
+    void (*multiply)(int64_t n, const R* x, const R* y, R* z);    // z = x y
+    void (*transform)(int64_t n, const R h[4], R* x, R* y);       // (x, y) = (h0 x + h1 y, h2 x + h3 y)
+    void (*complex_axpy)(int64_t n, R a, R b, const R* x, R* y);  // a + i b; n reals, as in scale
+    void (*complex_scale)(int64_t n, R a, R b, const R* x, R* y);
+    // a for the numbers of even index, b for the others
+    void (*set)(int64_t n, R a, R b, R* x);
+    void (*add)(int64_t n, R a, R b, R* x);            // x += a
+    void (*subtract_from)(int64_t n, R a, R b, R* x);  // x = a - x
 };
 
-// The same for complex vectors, given as their interleaved real and imaginary parts.
+// Sums are formed in independent partial sums, so that they neither wait for each other nor depend on
+// alignment.
 template <class R>
-struct ComplexLevel1 {
-    void (*axpy)(int64_t n, const R* a, const R* x, R* y);
+struct Sums {
+    R (*sum)(int64_t n, const R* x);
+    R (*magnitudes)(int64_t n, const R* x);
+    R (*products)(int64_t n, const R* x, const R* y);
+    R (*triple_products)(int64_t n, const R* x, const R* y, const R* z);
+    void (*norms)(int64_t n, const R* x, R s[2]);  // sums of magnitudes and of squares
+    // Sums of re re, im im, re im and im re of the elements of x and y; n reals.
+    void (*complex_products)(int64_t n, const R* x, const R* y, R s[4]);
 };
 
-struct Level1Loops {
-    RealLevel1<float> s;
-    RealLevel1<double> d;
-    ComplexLevel1<float> c;
-    ComplexLevel1<double> z;
+// Products and sums in double of single-precision vectors.
+struct WideSums {
+    double (*products)(int64_t n, const float* x, const float* y);
+    void (*complex_products)(int64_t n, const float* x, const float* y, double s[4]);
+};
+
+// Index, from 0, of the first of the n > 0 elements that is strictly better than all before it. What is no
+// number is never better; in front, nothing is better than it. A complex element counts as |re| + |im|, and n
+// counts elements.
+template <class R>
+struct Searches {
+    int64_t (*largest_magnitude)(int64_t n, const R* x);
+    int64_t (*smallest_magnitude)(int64_t n, const R* x);
+    int64_t (*largest)(int64_t n, const R* x);
+    int64_t (*smallest)(int64_t n, const R* x);
+    int64_t (*complex_largest)(int64_t n, const R* x);
+    int64_t (*complex_smallest)(int64_t n, const R* x);
+};
+
+struct Level1Updates {
+    Updates<float> s;
+    Updates<double> d;
+};
+
+struct Level1Sums {
+    Sums<float> s;
+    Sums<double> d;
+    WideSums wide;
+};
+
+struct Level1Searches {
+    Searches<float> s;
+    Searches<double> d;
 };
 
 // C(m, n) += A(m, k) * (alpha * B(k, n)), each element's products in ascending order of the inner index.
@@ -92,8 +143,8 @@ struct Triangles {
 template <class R>
 struct RealLevel2 {
     void (*add_columns)(int64_t m, int64_t n, const R* a, int64_t lda, const R* x, R* y);  // y(m) += A * x(n)
-    void (*dot_columns)(int64_t m, int64_t n, const R* a, int64_t lda, const R* x,
-                        R* y);  // y(n) = A^T * x(m)
+    // y(n) = A^T * x(m)
+    void (*dot_columns)(int64_t m, int64_t n, const R* a, int64_t lda, const R* x, R* y);
     // Both at once, reading A once: y(m) += A * x(n), sums(n) = A^T * z(m).
     void (*both)(int64_t m, int64_t n, const R* a, int64_t lda, const R* x, R* y, const R* z, R* sums);
 };
@@ -112,14 +163,16 @@ struct Level2Loops {
 
 struct Loops {
     const char* level;
-    const Level1Loops* level1;
+    const Level1Updates* updates;
+    const Level1Sums* sums;
+    const Level1Searches* searches;
+    const Level2Loops* level2;
     const RealLevel3<float>* gemm_s;
     const RealLevel3<double>* gemm_d;
     const ComplexLevel3<float>* gemm_c;
     const ComplexLevel3<double>* gemm_z;
     const Triangles<float>* triangles_s;
     const Triangles<double>* triangles_d;
-    const Level2Loops* level2;
 };
 
 // The loops of the best level that the machine has; chosen at the first call.

@@ -3,7 +3,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/../.."
 declare -A allowed=(
-    [frame]="frame" [kernels]="frame kernels" [linsys]="frame kernels linsys" [interp]="frame kernels util interp"
+    [frame]="frame" [blas]="frame" [kernels]="frame kernels" [linsys]="frame kernels linsys" [interp]="frame kernels util interp"
     [quad]="frame kernels quad" [zeros]="frame kernels zeros" [optim]="frame kernels optim"
     [fft]="frame kernels fft" [special]="frame kernels special" [random]="frame kernels util random"
     [util]="frame kernels util"

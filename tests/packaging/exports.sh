@@ -1,18 +1,35 @@
 #!/usr/bin/env bash
-# tests/packaging/exports.sh BUILD - the shared library exports the listed names and nothing else, and needs no
+# tests/packaging/exports.sh BUILD - the shared libraries export the listed names and nothing else, and need no
 # library beyond the language run-times
 set -euo pipefail
 cd "$(dirname "$0")/../.."
-library=$1/liborvel.so
-diff <(grep -v '^#' tools/exports.txt | tr ' ' '\n' | sort) \
-    <(nm -D --defined-only "$library" | awk '$2 != "A" { sub(/@.*/, "", $3); print $3 }' | sort)
-upper_and_lower() { nm "$library" | awk -v n="$1" '$3 == n { print $1 }'; }
+build=$1
+listed() { grep -v '^#' "$1" | tr ' ' '\n' | sort; }
+exported() { nm -D --defined-only "$1" | awk '$2 != "A" { sub(/@.*/, "", $3); print $3 }' | sort; }
+library=$build/liborvel.so
+diff <(listed tools/exports.txt) <(exported "$library")
+diff <(listed tools/exports_blas.txt) <(exported "$build/liborvel_blas.so")
+address() { nm "$library" | awk -v n="$1" '$3 == n { print $1 }'; }
 while read -r upper lower; do
-    [ -z "$lower" ] || [ "$(upper_and_lower "$upper")" = "$(upper_and_lower "$lower")" ] ||
+    [ -z "$lower" ] || [ "$(address "$upper")" = "$(address "$lower")" ] ||
         { echo "$upper and $lower differ"; exit 1; }
 done < <(grep -v '^#' tools/exports.txt)
-needed=$(objdump -p "$library" | awk '$1 == "NEEDED" { print $2 }' | grep -vE '^(libgomp|libstdc\+\+|libm|libgcc_s|libc|libpthread|ld-linux.*)\.so' || true)
-[ -z "$needed" ] || { echo "needs $needed"; exit 1; }
-objdump -p "$library" | grep -q 'SONAME.*liborvel.so.1$'
+both=$(comm -12 <(listed tools/exports.txt) <(listed tools/exports_blas.txt))
+[ -z "$both" ] || { echo "in both libraries: $both"; exit 1; }
+
+# Every name of liborvel_blas jumps to the upper-case one of liborvel, with nothing done on the way.
+jumps=$(objdump -dr "$build"/CMakeFiles/orvel_blas_objects.dir/blas/*.o | awk '
+    /^[0-9a-f]+ <.*>:$/ { name = $2; gsub(/[<>:]/, "", name); steps = 0 }
+    /^ +[0-9a-f]+:\t/ && !/\t(nop|endbr64|xchg +%ax,%ax|cs nopw|data16)/ { ++steps; jump = /\tjmp/ }
+    /R_X86_64_/ { target = $3; sub(/[-+]0x.*/, "", target); if (steps == 1 && jump && toupper(target "_") == toupper(name)) print name }')
+diff <(listed tools/exports_blas.txt) <(sort <<<"$jumps")
+
+for file in "$library" "$build/liborvel_blas.so"; do
+    needed=$(objdump -p "$file" | awk '$1 == "NEEDED" { print $2 }' |
+        grep -vE '^(liborvel|libgomp|libstdc\+\+|libm|libgcc_s|libc|libpthread|ld-linux.*)\.so' || true)
+    [ -z "$needed" ] || { echo "$file needs $needed"; exit 1; }
+    objdump -p "$file" | grep -q "SONAME.*$(basename "$file").1$"
+done
+! objdump -p "$library" | grep -q 'NEEDED.*liborvel' || { echo "liborvel needs its own forwarders"; exit 1; }
 ! readelf -d "$library" | grep -q STATIC_TLS || { echo "needs static TLS"; exit 1; }
-echo "exports are those of tools/exports.txt"
+echo "exports are those of tools/exports.txt and tools/exports_blas.txt"

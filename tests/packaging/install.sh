@@ -20,12 +20,30 @@ add_executable(shared alpha.cpp)
 target_link_libraries(shared orvel::orvel)
 add_executable(static alpha.cpp)
 target_link_libraries(static orvel::static)
+enable_language(Fortran)
+add_executable(blas standard.f90)
+target_link_libraries(blas orvel::blas)
+add_executable(blas_static standard.f90)
+target_link_libraries(blas_static orvel::blas_static)
+END
+cat >"$scratch/standard.f90" <<'END'
+program standard
+  double precision :: x(3), ddot
+  external :: dset, ddot
+  call dset(3, 2d0, x, 1)
+  print '(f5.1)', ddot(3, x, 1, x, -1)
+end program standard
 END
 cmake -S "$scratch" -B "$scratch/build" -G Ninja -DCMAKE_PREFIX_PATH="$scratch/prefix" >"$scratch/log" 2>&1 &&
     cmake --build "$scratch/build" >>"$scratch/log" 2>&1 || { cat "$scratch/log"; exit 1; }
 gcc "$scratch/alpha.c" $(pkg-config --cflags --libs orvel) -lm -o "$scratch/by_pkg_config"
 modules=$(dirname "$(find "$scratch/prefix" -name orvel_special.mod)")
 gfortran -I"$modules" "$scratch/alpha.f90" $(pkg-config --libs orvel) -o "$scratch/by_fortran"
+sed '1s/$/; use orvel_kernels/; s/, ddot$//; /external/d' "$scratch/standard.f90" >"$scratch/module.f90"
+gfortran -I"$modules" "$scratch/module.f90" $(pkg-config --libs orvel_blas) -o "$scratch/by_module"
+for program in build/blas build/blas_static by_module; do
+    [ "$("$scratch/$program")" = " 12.0" ] || { echo "$program fails"; exit 1; }
+done
 
 data=examples/data/alpha_counts.txt
 "$scratch/by_pkg_config" $data >"$scratch/expected"
@@ -33,5 +51,5 @@ grep -q 'chi-square  12.96' "$scratch/expected"
 for program in build/shared build/static by_fortran; do
     "$scratch/$program" $data | diff "$scratch/expected" -
 done
-! ldd "$scratch/build/static" | grep -q liborvel
+! ldd "$scratch/build/static" "$scratch/build/blas_static" | grep -q liborvel
 echo "installed package serves consumers"

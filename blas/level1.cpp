@@ -1,0 +1,54 @@
+// blas/level1.cpp - Fortran spelling of the standard vector kernels
+#include "frame/export.h"
+#include "orvel/kernels.h"
+
+ORVEL_FORWARD(SAXPY, saxpy_, 6);
+ORVEL_FORWARD(DAXPY, daxpy_, 6);
+ORVEL_FORWARD(CAXPY, caxpy_, 6);
+ORVEL_FORWARD(ZAXPY, zaxpy_, 6);
+ORVEL_FORWARD(SCOPY, scopy_, 5);
+ORVEL_FORWARD(DCOPY, dcopy_, 5);
+ORVEL_FORWARD(CCOPY, ccopy_, 5);
+ORVEL_FORWARD(ZCOPY, zcopy_, 5);
+ORVEL_FORWARD(SSCAL, sscal_, 4);
+ORVEL_FORWARD(DSCAL, dscal_, 4);
+ORVEL_FORWARD(CSCAL, cscal_, 4);
+ORVEL_FORWARD(ZSCAL, zscal_, 4);
+ORVEL_FORWARD(CSSCAL, csscal_, 4);
+ORVEL_FORWARD(ZDSCAL, zdscal_, 4);
+ORVEL_FORWARD(SSWAP, sswap_, 5);
+ORVEL_FORWARD(DSWAP, dswap_, 5);
+ORVEL_FORWARD(CSWAP, cswap_, 5);
+ORVEL_FORWARD(ZSWAP, zswap_, 5);
+ORVEL_FORWARD(SDOT, sdot_, 5);
+ORVEL_FORWARD(DDOT, ddot_, 5);
+ORVEL_FORWARD(CDOTU, cdotu_, 5);
+ORVEL_FORWARD(ZDOTU, zdotu_, 5);
+ORVEL_FORWARD(CDOTC, cdotc_, 5);
+ORVEL_FORWARD(ZDOTC, zdotc_, 5);
+ORVEL_FORWARD(DSDOT, dsdot_, 5);
+ORVEL_FORWARD(SDSDOT, sdsdot_, 6);
+ORVEL_FORWARD(SNRM2, snrm2_, 3);
+ORVEL_FORWARD(DNRM2, dnrm2_, 3);
+ORVEL_FORWARD(SCNRM2, scnrm2_, 3);
+ORVEL_FORWARD(DZNRM2, dznrm2_, 3);
+ORVEL_FORWARD(SASUM, sasum_, 3);
+ORVEL_FORWARD(DASUM, dasum_, 3);
+ORVEL_FORWARD(SCASUM, scasum_, 3);
+ORVEL_FORWARD(DZASUM, dzasum_, 3);
+ORVEL_FORWARD(ISAMAX, isamax_, 3);
+ORVEL_FORWARD(IDAMAX, idamax_, 3);
+ORVEL_FORWARD(ICAMAX, icamax_, 3);
+ORVEL_FORWARD(IZAMAX, izamax_, 3);
+ORVEL_FORWARD(SROT, srot_, 7);
+ORVEL_FORWARD(DROT, drot_, 7);
+ORVEL_FORWARD(CSROT, csrot_, 7);
+ORVEL_FORWARD(ZDROT, zdrot_, 7);
+ORVEL_FORWARD(SROTG, srotg_, 4);
+ORVEL_FORWARD(DROTG, drotg_, 4);
+ORVEL_FORWARD(SROTM, srotm_, 6);
+ORVEL_FORWARD(DROTM, drotm_, 6);
+ORVEL_FORWARD(CSROTM, csrotm_, 6);
+ORVEL_FORWARD(ZDROTM, zdrotm_, 6);
+ORVEL_FORWARD(SROTMG, srotmg_, 5);
+ORVEL_FORWARD(DROTMG, drotmg_, 5);

@@ -1,0 +1,83 @@
+// blas/matrices.cpp - Fortran spelling of the standard matrix kernels
+//
+// The lengths of the one-letter arguments are not declared: a callee that declares them owns their places on
+// the stack, and a caller from C has not passed any. A jump leaves them as they are.
+#include "frame/export.h"
+#include "orvel/kernels.h"
+
+ORVEL_FORWARD(SGEMV, sgemv_, 11);
+ORVEL_FORWARD(DGEMV, dgemv_, 11);
+ORVEL_FORWARD(CGEMV, cgemv_, 11);
+ORVEL_FORWARD(ZGEMV, zgemv_, 11);
+ORVEL_FORWARD(SGBMV, sgbmv_, 13);
+ORVEL_FORWARD(DGBMV, dgbmv_, 13);
+ORVEL_FORWARD(CGBMV, cgbmv_, 13);
+ORVEL_FORWARD(ZGBMV, zgbmv_, 13);
+ORVEL_FORWARD(SSBMV, ssbmv_, 11);
+ORVEL_FORWARD(DSBMV, dsbmv_, 11);
+ORVEL_FORWARD(CHBMV, chbmv_, 11);
+ORVEL_FORWARD(ZHBMV, zhbmv_, 11);
+ORVEL_FORWARD(STBMV, stbmv_, 9);
+ORVEL_FORWARD(DTBMV, dtbmv_, 9);
+ORVEL_FORWARD(CTBMV, ctbmv_, 9);
+ORVEL_FORWARD(ZTBMV, ztbmv_, 9);
+ORVEL_FORWARD(STBSV, stbsv_, 9);
+ORVEL_FORWARD(DTBSV, dtbsv_, 9);
+ORVEL_FORWARD(CTBSV, ctbsv_, 9);
+ORVEL_FORWARD(ZTBSV, ztbsv_, 9);
+ORVEL_FORWARD(SSYMV, ssymv_, 10);
+ORVEL_FORWARD(DSYMV, dsymv_, 10);
+ORVEL_FORWARD(CHEMV, chemv_, 10);
+ORVEL_FORWARD(ZHEMV, zhemv_, 10);
+ORVEL_FORWARD(STRMV, strmv_, 8);
+ORVEL_FORWARD(DTRMV, dtrmv_, 8);
+ORVEL_FORWARD(CTRMV, ctrmv_, 8);
+ORVEL_FORWARD(ZTRMV, ztrmv_, 8);
+ORVEL_FORWARD(STRSV, strsv_, 8);
+ORVEL_FORWARD(DTRSV, dtrsv_, 8);
+ORVEL_FORWARD(CTRSV, ctrsv_, 8);
+ORVEL_FORWARD(ZTRSV, ztrsv_, 8);
+ORVEL_FORWARD(SGER, sger_, 9);
+ORVEL_FORWARD(DGER, dger_, 9);
+ORVEL_FORWARD(CGERU, cgeru_, 9);
+ORVEL_FORWARD(ZGERU, zgeru_, 9);
+ORVEL_FORWARD(CGERC, cgerc_, 9);
+ORVEL_FORWARD(ZGERC, zgerc_, 9);
+ORVEL_FORWARD(SSYR, ssyr_, 7);
+ORVEL_FORWARD(DSYR, dsyr_, 7);
+ORVEL_FORWARD(CHER, cher_, 7);
+ORVEL_FORWARD(ZHER, zher_, 7);
+ORVEL_FORWARD(SSYR2, ssyr2_, 9);
+ORVEL_FORWARD(DSYR2, dsyr2_, 9);
+ORVEL_FORWARD(CHER2, cher2_, 9);
+ORVEL_FORWARD(ZHER2, zher2_, 9);
+ORVEL_FORWARD(SGEMM, sgemm_, 13);
+ORVEL_FORWARD(DGEMM, dgemm_, 13);
+ORVEL_FORWARD(CGEMM, cgemm_, 13);
+ORVEL_FORWARD(ZGEMM, zgemm_, 13);
+ORVEL_FORWARD(SSYMM, ssymm_, 12);
+ORVEL_FORWARD(DSYMM, dsymm_, 12);
+ORVEL_FORWARD(CSYMM, csymm_, 12);
+ORVEL_FORWARD(ZSYMM, zsymm_, 12);
+ORVEL_FORWARD(CHEMM, chemm_, 12);
+ORVEL_FORWARD(ZHEMM, zhemm_, 12);
+ORVEL_FORWARD(SSYRK, ssyrk_, 10);
+ORVEL_FORWARD(DSYRK, dsyrk_, 10);
+ORVEL_FORWARD(CSYRK, csyrk_, 10);
+ORVEL_FORWARD(ZSYRK, zsyrk_, 10);
+ORVEL_FORWARD(CHERK, cherk_, 10);
+ORVEL_FORWARD(ZHERK, zherk_, 10);
+ORVEL_FORWARD(SSYR2K, ssyr2k_, 12);
+ORVEL_FORWARD(DSYR2K, dsyr2k_, 12);
+ORVEL_FORWARD(CSYR2K, csyr2k_, 12);
+ORVEL_FORWARD(ZSYR2K, zsyr2k_, 12);
+ORVEL_FORWARD(CHER2K, cher2k_, 12);
+ORVEL_FORWARD(ZHER2K, zher2k_, 12);
+ORVEL_FORWARD(STRMM, strmm_, 11);
+ORVEL_FORWARD(DTRMM, dtrmm_, 11);
+ORVEL_FORWARD(CTRMM, ctrmm_, 11);
+ORVEL_FORWARD(ZTRMM, ztrmm_, 11);
+ORVEL_FORWARD(STRSM, strsm_, 11);
+ORVEL_FORWARD(DTRSM, dtrsm_, 11);
+ORVEL_FORWARD(CTRSM, ctrsm_, 11);
+ORVEL_FORWARD(ZTRSM, ztrsm_, 11);

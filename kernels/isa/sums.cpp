@@ -1,0 +1,202 @@
+// kernels/isa/sums.cpp - sums over contiguous vectors
+#include "kernels/isa/lanes.h"
+#include "kernels/isa/loops.h"
+
+namespace orvel::kernels {
+
+namespace {
+
+// What is summed at once: one or two vectors.
+template <class L>
+struct One {
+    typename L::Vector a = {};
+
+    One operator+(One other) const { return {a + other.a}; }
+};
+template <class L>
+struct Two {
+    typename L::Vector a = {}, b = {};
+
+    Two operator+(Two other) const { return {a + other.a, b + other.b}; }
+};
+
+// Chains of additions that do not wait for each other, joined in pairs at the end. add(lanes, sums, i) adds
+// what begins at i.
+template <class S, class L, int chains>
+struct Chains {
+    Chains<S, L, chains / 2> first, second;
+
+    template <class F>
+    inline __attribute__((always_inline)) void add_to_all(int64_t i, F add)
+    {
+        first.add_to_all(i, add);
+        second.add_to_all(i + chains / 2 * L::count, add);
+    }
+    template <class F>
+    inline __attribute__((always_inline)) int64_t add_to_some(int64_t i, int64_t n, F add)
+    {
+        return second.add_to_some(first.add_to_some(i, n, add), n, add);
+    }
+    S joined() const { return first.joined() + second.joined(); }
+};
+template <class S, class L>
+struct Chains<S, L, 1> {
+    S sums;
+
+    template <class F>
+    inline __attribute__((always_inline)) void add_to_all(int64_t i, F add)
+    {
+        add(L(), sums, i);
+    }
+    template <class F>
+    inline __attribute__((always_inline)) int64_t add_to_some(int64_t i, int64_t n, F add)
+    {
+        if (n - i < L::count) return i;
+        add(L(), sums, i);
+        return i + L::count;
+    }
+    S joined() const { return sums; }
+};
+
+// Folds the lanes down to `finest`, one or two; each width takes its part of the rest.
+template <class R, int bytes, int finest, template <class> class S, class F>
+inline __attribute__((always_inline)) auto folded(S<Lanes<R, bytes>> sums, int64_t i, int64_t n, F add)
+{
+    if constexpr (Lanes<R, bytes>::count == finest) {
+        return sums;
+    } else if constexpr (Lanes<R, bytes>::count == 2) {
+        S<Single<R>> last;
+        last.a = sums.a[0] + sums.a[1];
+        if constexpr (sizeof(last) > sizeof(R)) last.b = sums.b[0] + sums.b[1];
+        if (n > i) add(Single<R>(), last, i);
+        return last;
+    } else {
+        typedef Lanes<R, bytes / 2> Half;
+        S<Half> half;
+        half.a = fold<R, bytes>(sums.a);
+        if constexpr (sizeof(half) > sizeof(half.a)) half.b = fold<R, bytes>(sums.b);
+        if (n - i >= Half::count) {
+            add(Half(), half, i);
+            i += Half::count;
+        }
+        return folded<R, bytes / 2, finest, S>(half, i, n, add);
+    }
+}
+
+template <class R, template <class> class S, int chains, int finest, class F>
+inline __attribute__((always_inline)) auto sum_lanes(int64_t n, F add)
+{
+    typedef Lanes<R, widest> L;
+    Chains<S<L>, L, chains> sums;
+    int64_t i = 0;
+    for (; n - i >= chains * L::count; i += chains * L::count) sums.add_to_all(i, add);
+    i = sums.add_to_some(i, n, add);
+    return folded<R, widest, finest, S>(sums.joined(), i, n, add);
+}
+
+template <class R>
+R sum(int64_t n, const R* x)
+{
+    return sum_lanes<R, One, 8, 1>(n, [=](auto l, auto& s, int64_t i) { s.a += l.load(x + i); }).a;
+}
+
+template <class R>
+R magnitudes(int64_t n, const R* x)
+{
+    return sum_lanes<R, One, 8, 1>(n, [=](auto l, auto& s, int64_t i) { s.a += l.magnitude(l.load(x + i)); })
+        .a;
+}
+
+template <class R>
+R products(int64_t n, const R* x, const R* y)
+{
+    return sum_lanes<R, One, 4, 1>(n,
+                                   [=](auto l, auto& s, int64_t i) { s.a += l.load(x + i) * l.load(y + i); })
+        .a;
+}
+
+template <class R>
+R triple_products(int64_t n, const R* x, const R* y, const R* z)
+{
+    return sum_lanes<R, One, 4, 1>(
+               n, [=](auto l, auto& s, int64_t i) { s.a += l.load(x + i) * l.load(y + i) * l.load(z + i); })
+        .a;
+}
+
+template <class R>
+void norms(int64_t n, const R* x, R result[2])
+{
+    const auto s = sum_lanes<R, Two, 4, 1>(n, [=](auto l, auto& sums, int64_t i) {
+        const auto v = held(l.load(x + i));
+        sums.a += l.magnitude(v);
+        sums.b += v * v;
+    });
+    result[0] = s.a;
+    result[1] = s.b;
+}
+
+template <class S, class R>
+void store_pairs(const S& s, R* result)
+{
+    result[0] = s.a[0];
+    result[1] = s.a[1];
+    result[2] = s.b[0];
+    result[3] = s.b[1];
+}
+
+template <class R>
+void complex_products(int64_t n, const R* x, const R* y, R result[4])
+{
+    store_pairs(sum_lanes<R, Two, 4, 2>(n,
+                                        [=](auto l, auto& s, int64_t i) {
+                                            const auto u = held(l.load(x + i)), v = held(l.load(y + i));
+                                            s.a += u * v;
+                                            s.b += u * l.exchange(v);
+                                        }),
+                result);
+}
+
+// Lanes of doubles, loaded from floats.
+template <class L>
+inline __attribute__((always_inline)) typename L::Vector widen(L, const float* p)
+{
+    if constexpr (L::count == 1) {
+        return static_cast<double>(*p);
+    } else {
+        typedef float Floats __attribute__((vector_size(L::count * 4), aligned(4), may_alias));
+        return __builtin_convertvector(*reinterpret_cast<const Floats*>(p), typename L::Vector);
+    }
+}
+
+double wide_products(int64_t n, const float* x, const float* y)
+{
+    return sum_lanes<double, One, 8, 1>(
+               n, [=](auto l, auto& s, int64_t i) { s.a += widen(l, x + i) * widen(l, y + i); })
+        .a;
+}
+
+void wide_complex_products(int64_t n, const float* x, const float* y, double result[4])
+{
+    store_pairs(sum_lanes<double, Two, 4, 2>(n,
+                                             [=](auto l, auto& s, int64_t i) {
+                                                 const auto u = widen(l, x + i), v = widen(l, y + i);
+                                                 s.a += u * v;
+                                                 s.b += u * l.exchange(v);
+                                             }),
+                result);
+}
+
+template <class R>
+constexpr Sums<R> sums = {sum<R>,   magnitudes<R>,      products<R>, triple_products<R>,
+                          norms<R>, complex_products<R>};
+
+}  // namespace
+
+namespace ORVEL_ISA {
+
+extern const Level1Sums level1_sums;
+const Level1Sums level1_sums = {sums<float>, sums<double>, {wide_products, wide_complex_products}};
+
+}  // namespace ORVEL_ISA
+
+}  // namespace orvel::kernels

@@ -1,0 +1,14 @@
+#!/usr/bin/env bash
+# tests/packaging/isa.sh BUILD - the objects of the instruction-set levels define their tables and nothing else: code
+# that the linker could merge with that of another level would bring its instructions onto every machine
+set -euo pipefail
+count=0
+while read -r object; do
+    bad=$(nm -C "$object" | awk '$2 !~ /^[tdrbU]$/ && $1 != "U" && !/ [DR] orvel::kernels::[a-z0-9_]+::[a-z0-9_]+$/')
+    undefined=$(nm -u "$object" | grep -v _GLOBAL_OFFSET_TABLE_ || true)
+    [ -z "$bad$undefined" ] || { printf '%s:\n%s\n%s\n' "$object" "$bad" "$undefined"; exit 1; }
+    [ "$(nm -C "$object" | grep -cE ' [DR] ')" -eq 1 ] || { echo "$object: not one table"; exit 1; }
+    count=$((count + 1))
+done < <(find "$1" -path '*/isa/*.o' ! -name 'dispatch*')
+[ "$count" -gt 0 ]
+echo "$count objects of instruction-set levels define one table each"
