@@ -76,10 +76,10 @@ inline __attribute__((always_inline)) auto fold_lanes(V v, F choose)
 
 // The same for all n parts, in groups of `size` vectors. The last group reaches back into the one before
 // it: what both contain is found in the earlier one.
-template <class R, class Key, int size>
+template <class R, class Key, int bytes, int size>
 inline int64_t search_groups(int64_t n, const R* x)
 {
-    typedef Lanes<R, widest> L;
+    typedef Lanes<R, bytes> L;
     typedef typename L::Vector Vector;
     typedef typename L::Integers Integers;
     typedef typename L::Int Int;
@@ -134,8 +134,9 @@ int64_t search(int64_t n, const R* x)
 {
     typedef Lanes<R, widest> L;
     const int64_t parts = n * Key::parts;
-    if (parts >= 8 * L::count) return search_groups<R, Key, 8>(parts, x);
-    if (parts >= L::count) return search_groups<R, Key, 1>(parts, x);
+    if (parts >= far<R>) return search_groups<R, Key, 16, 8>(parts, x);
+    if (parts >= 8 * L::count) return search_groups<R, Key, widest, 8>(parts, x);
+    if (parts >= L::count) return search_groups<R, Key, widest, 1>(parts, x);
     return search_plain<R, Key>(x, 1, n, 0);
 }
 
