@@ -97,15 +97,17 @@ inline void add_product(Pair p, double a, double b, double* head, double* tail)
     const Pair first = two_sum(upper.head, middle.head);
     const Pair second = two_sum(first.tail, small.head);
     const double sum = first.head, rest = second.head;
-    const double last = second.tail + small.tail;
+    const Pair end = two_sum(second.tail, small.tail);
+    const double last = end.head;
 
     // Bits beyond the last place are in `rest`, where `last` tells only which way a tie falls, or in `last`
-    // alone. Ties go the long way.
+    // alone. There a tie goes to even when `rest` is; other ties go the long way.
     const double leading = leading_bit(sum);
     const double half = leading * 0x1p-113;
     const double rounded = round_rest(rest, leading);
     const double last_rounded = rounded == rest ? round_rest(last, leading) : 0.0;
-    const bool tie = rounded == rest ? std::abs(last - last_rounded) == half
+    const bool even = end.tail == 0 && std::abs(rest) >= leading * 0x1p-59;
+    const bool tie = rounded == rest ? !even && std::abs(last - last_rounded) == half
                                      : last != 0 && std::abs(rest - rounded) == half;
     // Below a power of two the places are half as wide.
     const bool exact = rounded == rest && last_rounded == last;

@@ -128,8 +128,13 @@ private:
     typename Lanes<R, widest>::Vector all_;
 };
 
-// Calls work(lanes, i) for all i: four vectors of the full width at a time, then ever narrower ones. `finest`
-// is the narrowest width in numbers, 1 or 2; n is a multiple of it.
+// Vectors beyond this length come from memory, not from a cache. There narrow loads are faster: hardware
+// prefetches further ahead when a line is asked for more than once.
+template <class R>
+constexpr int64_t far = (16 << 20) / static_cast<int64_t>(sizeof(R));
+
+// Calls work(lanes, i) for all i: four vectors of the width at a time, then single ones, then ever narrower
+// ones. `finest` is the narrowest width in numbers, 1 or 2; n is a multiple of it.
 template <class R, int bytes, int finest, class F>
 inline __attribute__((always_inline)) void for_rest(int64_t i, int64_t n, F work)
 {
@@ -145,10 +150,10 @@ inline __attribute__((always_inline)) void for_rest(int64_t i, int64_t n, F work
     }
 }
 
-template <class R, int finest, class F>
-inline __attribute__((always_inline)) void for_lanes(int64_t n, F work)
+template <class R, int bytes, int finest, class F>
+inline __attribute__((always_inline)) void for_width(int64_t n, F work)
 {
-    typedef Lanes<R, widest> L;
+    typedef Lanes<R, bytes> L;
     int64_t i = 0;
     for (; n - i >= 4 * L::count; i += 4 * L::count) {
         work(L(), i);
@@ -157,7 +162,20 @@ inline __attribute__((always_inline)) void for_lanes(int64_t n, F work)
         work(L(), i + 3 * L::count);
     }
     for (; n - i >= L::count; i += L::count) work(L(), i);
-    if constexpr (L::count > finest) for_rest<R, widest / 2, finest>(i, n, work);
+    if constexpr (L::count > finest) for_rest<R, bytes / 2, finest>(i, n, work);
+}
+
+// For loops that write. A store of 64 bytes takes two steps on some machines, which shows, and gains nothing
+// over two of 32 bytes.
+constexpr int written = widest < 32 ? widest : 32;
+
+template <class R, int finest, class F>
+inline __attribute__((always_inline)) void for_lanes(int64_t n, F work)
+{
+    if (n < far<R>)
+        for_width<R, written, finest>(n, work);
+    else
+        for_width<R, 16, finest>(n, work);
 }
 
 }  // namespace

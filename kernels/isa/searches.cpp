@@ -25,7 +25,7 @@ struct RealKey {
     template <class L>
     static typename L::Vector some(L, const R* x)
     {
-        return absolute ? L::magnitude(L::load(x)) : L::load(x);
+        return held(absolute ? L::magnitude(L::load(x)) : L::load(x));
     }
 };
 
@@ -37,8 +37,8 @@ struct ComplexKey : RealKey<R, true, least> {
     template <class L>
     static typename L::Vector some(L, const R* x)
     {
-        const auto v = L::magnitude(L::load(x));
-        return v + L::exchange(v);
+        const auto v = held(L::magnitude(L::load(x)));
+        return held(v + L::exchange(v));
     }
 };
 
@@ -57,29 +57,55 @@ inline int64_t search_plain(const R* x, int64_t first, int64_t last, int64_t at)
     return at;
 }
 
+// The best of the lanes by choose(a, b), which takes vectors and numbers.
+template <class V, int lanes, class F>
+inline __attribute__((always_inline)) auto fold_lanes(V v, F choose)
+{
+    typedef __typeof__(v[0] + v[0]) Element;
+    if constexpr (lanes == 2) {
+        return choose(static_cast<Element>(v[0]), static_cast<Element>(v[1]));
+    } else {
+        typedef Element Half __attribute__((vector_size(lanes / 2 * sizeof(Element))));
+        union {
+            V whole;
+            Half half[2];
+        } parts = {v};
+        return fold_lanes<Half, lanes / 2>(choose(parts.half[0], parts.half[1]), choose);
+    }
+}
+
 // The same for all n parts, in groups of `size` vectors. The last group reaches back into the one before
 // it: what both contain is found in the earlier one.
-template <class R, class Key, int size>
+template <class R, class Key, int bytes, int size>
 inline int64_t search_groups(int64_t n, const R* x)
 {
-    typedef Lanes<R, widest> L;
+    typedef Lanes<R, bytes> L;
+    typedef typename L::Vector Vector;
     typedef typename L::Integers Integers;
+    typedef typename L::Int Int;
     constexpr int64_t length = size * L::count;
+    const auto choose = [](auto a, auto b) __attribute__((always_inline))
+    {
+        return Key::better(b, a) ? b : a;
+    };
+    const auto least = [](auto a, auto b) __attribute__((always_inline)) { return b < a ? b : a; };
     const R front = Key::one(x);
     if (front != front) return 0;
-    typename L::Vector best = L::all(front);
+    const Vector base = L::all(front);
+    Vector best = base;
     Integers where{}, group{};
     const auto visit = [&](const R* p) __attribute__((always_inline))
     {
-        typename L::Vector high[2] = {best, best};
-#pragma GCC unroll 8
-        for (int k = 0; k < size; ++k) {
-            const typename L::Vector key = Key::some(L(), p + k * L::count);
-            high[k % 2] = Key::better(key, high[k % 2]) ? key : high[k % 2];
-        }
-        high[0] = Key::better(high[1], high[0]) ? high[1] : high[0];
+        constexpr int chains = size < 4 ? size : 4;
+        Vector high[chains];
+#pragma GCC unroll 4
+        for (int k = 0; k < chains; ++k) high[k] = choose(base, Key::some(L(), p + k * L::count));
+#pragma GCC unroll 4
+        for (int k = chains; k < size; ++k)
+            high[k % chains] = choose(high[k % chains], Key::some(L(), p + k * L::count));
+        if constexpr (chains == 4) high[0] = choose(choose(high[0], high[1]), choose(high[2], high[3]));
         where = Key::better(high[0], best) ? group : where;
-        best = high[0];
+        best = choose(best, high[0]);
     };
     int64_t i = 0;
     for (; n - i >= length; i += length) {
@@ -88,16 +114,19 @@ inline int64_t search_groups(int64_t n, const R* x)
     }
     if (i < n) visit(x + n - length);
 
-    R found = best[0];
-    int64_t first = where[0];
-    for (int k = 1; k < L::count; ++k) {
-        if (Key::better(best[k], found) || (best[k] == found && where[k] < first)) first = where[k];
-        if (Key::better(best[k], found)) found = best[k];
-    }
+    const R found = fold_lanes<Vector, L::count>(best, choose);
     if (found == front) return 0;
-    int64_t at = (n - first * length >= length ? first * length : n - length) / Key::parts;
-    while (Key::one(x + Key::parts * at) != found) ++at;
-    return at;
+    const Integers none = Integers{} + static_cast<Int>(INT32_MAX);
+    const int64_t first = fold_lanes<Integers, L::count>(best == L::all(found) ? where : none, least);
+    const int64_t from = n - first * length >= length ? first * length : n - length;
+    Integers place{}, earliest = none;
+    for (int k = 0; k < L::count; ++k) place[k] = k;
+#pragma GCC unroll 8
+    for (int k = 0; k < size; ++k) {
+        earliest = least(earliest, Key::some(L(), x + from + k * L::count) == L::all(found) ? place : none);
+        place += static_cast<Int>(L::count);
+    }
+    return (from + fold_lanes<Integers, L::count>(earliest, least)) / Key::parts;
 }
 
 template <class R, class Key>
@@ -105,8 +134,9 @@ int64_t search(int64_t n, const R* x)
 {
     typedef Lanes<R, widest> L;
     const int64_t parts = n * Key::parts;
-    if (parts >= 8 * L::count) return search_groups<R, Key, 8>(parts, x);
-    if (parts >= L::count) return search_groups<R, Key, 1>(parts, x);
+    if (parts >= far<R>) return search_groups<R, Key, 16, 8>(parts, x);
+    if (parts >= 8 * L::count) return search_groups<R, Key, widest, 8>(parts, x);
+    if (parts >= L::count) return search_groups<R, Key, widest, 1>(parts, x);
     return search_plain<R, Key>(x, 1, n, 0);
 }
 

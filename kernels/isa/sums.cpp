@@ -83,15 +83,22 @@ inline __attribute__((always_inline)) auto folded(S<Lanes<R, bytes>> sums, int64
     }
 }
 
-template <class R, template <class> class S, int chains, int finest, class F>
-inline __attribute__((always_inline)) auto sum_lanes(int64_t n, F add)
+template <class R, int bytes, template <class> class S, int chains, int finest, class F>
+inline __attribute__((always_inline)) auto sum_width(int64_t n, F add)
 {
-    typedef Lanes<R, widest> L;
+    typedef Lanes<R, bytes> L;
     Chains<S<L>, L, chains> sums;
     int64_t i = 0;
     for (; n - i >= chains * L::count; i += chains * L::count) sums.add_to_all(i, add);
     i = sums.add_to_some(i, n, add);
-    return folded<R, widest, finest, S>(sums.joined(), i, n, add);
+    return folded<R, bytes, finest, S>(sums.joined(), i, n, add);
+}
+
+template <class R, template <class> class S, int chains, int finest, class F>
+inline __attribute__((always_inline)) auto sum_lanes(int64_t n, F add)
+{
+    return n < far<R> ? sum_width<R, widest, S, chains, finest>(n, add)
+                      : sum_width<R, 16, S, 8, finest>(n, add);
 }
 
 template <class R>
@@ -168,21 +175,22 @@ inline __attribute__((always_inline)) typename L::Vector widen(L, const float* p
     }
 }
 
+// Conversions limit these sums, not the memory: the full width always.
 double wide_products(int64_t n, const float* x, const float* y)
 {
-    return sum_lanes<double, One, 8, 1>(
+    return sum_width<double, widest, One, 8, 1>(
                n, [=](auto l, auto& s, int64_t i) { s.a += widen(l, x + i) * widen(l, y + i); })
         .a;
 }
 
 void wide_complex_products(int64_t n, const float* x, const float* y, double result[4])
 {
-    store_pairs(sum_lanes<double, Two, 4, 2>(n,
-                                             [=](auto l, auto& s, int64_t i) {
-                                                 const auto u = widen(l, x + i), v = widen(l, y + i);
-                                                 s.a += u * v;
-                                                 s.b += u * l.exchange(v);
-                                             }),
+    store_pairs(sum_width<double, widest, Two, 4, 2>(n,
+                                                     [=](auto l, auto& s, int64_t i) {
+                                                         const auto u = widen(l, x + i), v = widen(l, y + i);
+                                                         s.a += u * v;
+                                                         s.b += u * l.exchange(v);
+                                                     }),
                 result);
 }
 

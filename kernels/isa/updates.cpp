@@ -28,10 +28,11 @@ void axpy(int64_t n, R a, const R* x, R* y)
     for_lanes<R, 1>(n, [=](auto l, int64_t i) { l.store(y + i, a * l.load(x + i) + l.load(y + i)); });
 }
 
+// In place this is a single stream, for which narrow loads gain nothing.
 template <class R>
 void scale(int64_t n, R a, const R* x, R* y)
 {
-    for_lanes<R, 1>(n, [=](auto l, int64_t i) { l.store(y + i, a * l.load(x + i)); });
+    for_width<R, written, 1>(n, [=](auto l, int64_t i) { l.store(y + i, a * l.load(x + i)); });
 }
 
 template <class R>

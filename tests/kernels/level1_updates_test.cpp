@@ -153,6 +153,39 @@ TYPED_TEST(Updates, ByZeroReadNothingInAxpyAndKeepNaNInScal)
     EXPECT_EQ(x[1], zero);
 }
 
+// Vectors that no cache holds take other loops.
+TEST(LongVectors, GiveWhatShortOnesGive)
+{
+    const int32_t n = (16 << 20) / 8 + 1003, half = n / 2, one = 1, at = n - 5;
+    const double a = 3;
+    const orvel_dcomplex turn(0, 2);
+    on_all_levels([&] {
+        std::vector<double> x(n), y(n), z(n);
+        double dot = 0, sum = 0;
+        for (int32_t k = 0; k < n; ++k) {
+            x[k] = k % 7 - 3;
+            y[k] = k % 5;
+            dot += x[k] * y[k];
+            sum += std::abs(x[k]);
+        }
+        EXPECT_EQ(DDOT(&n, x.data(), &one, y.data(), &one), dot);
+        EXPECT_EQ(DASUM(&n, x.data(), &one), sum);
+        DCOPY(&n, y.data(), &one, z.data(), &one);
+        DAXPY(&n, &a, x.data(), &one, z.data(), &one);
+        auto* const u = reinterpret_cast<orvel_dcomplex*>(x.data());
+        ZAXPY(&half, &turn, u, &one, reinterpret_cast<orvel_dcomplex*>(z.data()), &one);
+        for (int32_t k = 0; k < n; ++k)
+            ASSERT_EQ(z[k], y[k] + 3 * x[k] +
+                                (k >= 2 * half ? 0
+                                 : k % 2 == 0  ? -2 * x[k + 1]
+                                               : 2 * x[k - 1]))
+                << k;
+        x[at] = -9;
+        x[at + 2] = 9;
+        EXPECT_EQ(IDAMAX(&n, x.data(), &one), at + 1);
+    });
+}
+
 // One rounding for a product and a sum where the level has the instruction, two where it has not.
 TEST(Levels, TheForcedOneRuns)
 {
