@@ -18,7 +18,7 @@ void add_segment(int64_t n, T factor, const T* a, bool conjugated, T* y, int64_t
 {
     if (n < 1) return;
     if (inc == 1) return add_columns(n, 1, a, 1, conjugated, &factor, y);
-    T part[piece];
+    OnStack<T, piece> part;
     for (int64_t r = 0; r < n; r += piece) {
         const int64_t rows = std::min(piece, n - r);
         for (int64_t k = 0; k < rows; ++k) part[k] = y[(r + k) * inc];
@@ -31,11 +31,12 @@ template <class T>
 T dot_segment(int64_t n, const T* a, bool conjugated, const T* x, int64_t inc)
 {
     if (inc == 1) return dot_column(n, a, conjugated, x);
-    T part[piece], sum{};
+    OnStack<T, piece> part;
+    T sum{};
     for (int64_t r = 0; r < n; r += piece) {
         const int64_t rows = std::min(piece, n - r);
         for (int64_t k = 0; k < rows; ++k) part[k] = x[(r + k) * inc];
-        sum += dot_column(rows, a + r, conjugated, part);
+        sum += dot_column<T>(rows, a + r, conjugated, part);
     }
     return sum;
 }

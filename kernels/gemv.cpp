@@ -15,7 +15,7 @@ void add_product_with(int64_t m, int64_t n, T alpha, const T* a, int64_t lda, co
 {
     x = start(x, n, incx);
     y = start(y, m, incy);
-    T scaled[piece], part[piece];
+    OnStack<T, piece> scaled, part;
     for (int64_t j = 0; j < n; j += piece) {
         const int64_t columns = std::min(piece, n - j);
         for (int64_t k = 0; k < columns; ++k) scaled[k] = alpha * x[(j + k) * incx];
@@ -39,10 +39,10 @@ void add_transposed_product_with(int64_t m, int64_t n, T alpha, const T* a, int6
     x = start(x, m, incx);
     y = start(y, n, incy);
     const int64_t span = incx == 1 ? m : piece;
-    T sums[piece], more[piece], part[piece];
+    OnStack<T, piece> sums, more, part;
     for (int64_t j = 0; j < n; j += piece) {
         const int64_t columns = std::min(piece, n - j);
-        std::fill_n(sums, columns, T(0));
+        std::fill_n(static_cast<T*>(sums), columns, T(0));
         for (int64_t r = 0; r < m; r += span) {
             const int64_t rows = std::min(span, m - r);
             const T* here = x + r;

@@ -92,7 +92,7 @@ private:
     T* strided_;
     int64_t n_, inc_;
     T* p_;
-    Value on_stack_[small];
+    OnStack<Value, small> on_stack_;
     Scratch<Value> on_heap_;
 };
 

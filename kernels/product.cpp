@@ -44,47 +44,49 @@ ComplexProduct<R> task(int64_t m, int64_t n, int64_t k, std::complex<R> alpha,
 }
 
 // Up to here the direct tiles are as fast as packed panels: A stays close to the core.
-constexpr int64_t direct_limit = 160;
+template <class T>
+constexpr int64_t direct_limit = is_complex<T> ? 48 : 160;
 
 // Blocks on the stack: for small matrices whose A is not by columns, for a factor alpha, and for large ones
 // when there is no memory for panels.
 template <class T>
-constexpr int64_t stack_block = is_complex<T> ? 48 : 64;
+constexpr int64_t stack_block = is_complex<T> ? 32 : 64;
 
-template <class R>
-void by_blocks(int64_t m, int64_t n, int64_t k, R alpha, const Factor<R>& a, const Factor<R>& b,
-               const View<R>& c, bool from_zero)
+template <class T>
+void by_blocks(int64_t m, int64_t n, int64_t k, T alpha, const Factor<T>& a, const Factor<T>& b,
+               const View<T>& c, bool from_zero)
 {
-    constexpr int64_t size = stack_block<R>;
-    alignas(64) R block_of_a[size * size];
-    alignas(64) R block_of_b[size * size];
+    constexpr int64_t size = stack_block<T>;
+    OnStack<T, size * size> block_of_a, block_of_b;
     for (int64_t j = 0; j < n; j += size)
         for (int64_t q = 0; q < k; q += size) {
             const int64_t columns = std::min(size, n - j), depth = std::min(size, k - q);
-            Factor<R> second = b.from(q, j);
-            if (alpha != R(1)) {
+            Factor<T> second = b.from(q, j);
+            if (alpha != T(1)) {
                 for (int64_t s = 0; s < columns; ++s)
-                    for (int64_t t = 0; t < depth; ++t) block_of_b[s * depth + t] = alpha * second.view(t, s);
+                    for (int64_t t = 0; t < depth; ++t) block_of_b[s * depth + t] = alpha * second(t, s);
                 second = {{block_of_b, 1, depth}};
             }
             for (int64_t r = 0; r < m; r += size) {
                 const int64_t rows = std::min(size, m - r);
-                Factor<R> first = a.from(r, q);
-                if (first.view.rows != 1) {
+                Factor<T> first = a.from(r, q);
+                if (first.view.rows != 1 || first.conjugated) {
                     for (int64_t s = 0; s < rows; ++s)
-                        for (int64_t t = 0; t < depth; ++t) block_of_a[t * rows + s] = first.view(s, t);
+                        for (int64_t t = 0; t < depth; ++t) block_of_a[t * rows + s] = first(s, t);
                     first = {{block_of_a, 1, rows}};
                 }
                 const Target here{from_zero && q == 0};
-                const auto p = task(rows, columns, depth, R(1), first, second, c.from(r, j), here);
-                product_loops(R()).direct(&p);
+                const auto p = task(rows, columns, depth, T(1), first, second, c.from(r, j), here);
+                product_loops(T()).direct(&p);
             }
         }
 }
 
+// The same for complex matrices with a factor alpha, whose products with B are formed as those of large
+// panels are.
 template <class R>
-void by_blocks(int64_t m, int64_t n, int64_t k, std::complex<R> alpha, const Factor<std::complex<R>>& a,
-               const Factor<std::complex<R>>& b, const View<std::complex<R>>& c, bool from_zero)
+void by_small_panels(int64_t m, int64_t n, int64_t k, std::complex<R> alpha, const Factor<std::complex<R>>& a,
+                     const Factor<std::complex<R>>& b, const View<std::complex<R>>& c, bool from_zero)
 {
     constexpr int64_t size = stack_block<std::complex<R>>;
     alignas(64) R panels[8 * size * size];
@@ -116,13 +118,14 @@ template <class T>
 void add_to_columns(int64_t m, int64_t n, int64_t k, T alpha, const Factor<T>& a, const Factor<T>& b,
                     const View<T>& c, bool from_zero)
 {
-    if constexpr (!is_complex<T>)
-        if (a.view.rows == 1 && alpha == T(1) && m <= direct_limit && k <= direct_limit) {
-            const auto p = task(m, n, k, alpha, a, b, c, {from_zero});
-            return product_loops(T()).direct(&p);
-        }
+    if (a.view.rows == 1 && !a.conjugated && alpha == T(1) && m <= direct_limit<T> && k <= direct_limit<T>) {
+        const auto p = task(m, n, k, alpha, a, b, c, {from_zero});
+        return product_loops(T()).direct(&p);
+    }
     constexpr int64_t small = stack_block<T>;
     if ((m > small || n > small || k > small) && by_panels(m, n, k, alpha, a, b, c, {from_zero})) return;
+    if constexpr (is_complex<T>)
+        if (alpha != T(1)) return by_small_panels(m, n, k, alpha, a, b, c, from_zero);
     by_blocks(m, n, k, alpha, a, b, c, from_zero);
 }
 
@@ -144,7 +147,7 @@ void add_to_triangle(int64_t n, int64_t k, T alpha, const Factor<T>& a, const Fa
             add_to_columns(half, rest, k, alpha, a, b.from(0, half), c.from(0, half), target.from_zero);
         return add_to_triangle(rest, k, alpha, a.from(half, 0), b.from(0, half), c.from(half, half), target);
     }
-    alignas(64) T buffer[small * small];
+    OnStack<T, small * small> buffer;
     const View<T> square{buffer, 1, n};
     for (int64_t j = 0; j < n && !target.from_zero; ++j)
         for (int64_t r = 0; r < n; ++r) square(r, j) = (lower ? r >= j : r <= j) ? c(r, j) : T(0);

@@ -12,7 +12,7 @@ template <class T>
 void add_column(int64_t first, int64_t last, T factor, const T* x, int64_t incx, T* column)
 {
     constexpr int64_t piece = 256;
-    T part[piece];
+    OnStack<T, piece> part;
     if (incx == 1 && last > first)
         return add_columns(last - first, 1, x + first, 1, false, &factor, column + first);
     for (int64_t r = first; r < last; r += piece) {

@@ -38,7 +38,7 @@ template <class T>
 void multiply(bool left, int64_t m, int64_t n, T alpha, const Symmetric<T>& a, Factor<T> b, View<T> c)
 {
     constexpr int64_t small = 32;
-    alignas(64) T on_stack[small * small];
+    OnStack<T, small * small> on_stack;
     Scratch<T> on_heap;
     const int64_t order = left ? m : n;
     int64_t depth = std::min<int64_t>(order, 256), span = order;

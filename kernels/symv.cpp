@@ -25,27 +25,27 @@ template <class T, bool Hermitian>
 void add_symmetric(bool lower, int64_t n, T alpha, const T* a, int64_t lda, const T* x, T* y)
 {
     constexpr int64_t strip = 16, height = 1024;
-    T square[strip * strip], scaled[strip], sums[strip], total[strip];
+    OnStack<T, strip * strip> square;
+    OnStack<T, strip> scaled, sums, total;
     for (int64_t j = 0; j < n; j += strip) {
         const int64_t width = std::min(strip, n - j);
         const T* corner = a + j + j * lda;
-        for (int64_t c = 0; c < width; ++c)
-            for (int64_t r = 0; r < width; ++r) {
-                const bool here = lower ? r >= c : r <= c;
-                const T value = here ? corner[r + c * lda] : corner[c + r * lda];
-                square[r + c * width] = !Hermitian ? value
-                                        : r == c   ? T(std::real(value))
-                                        : here     ? value
-                                                   : conjugate(value);
+        for (int64_t c = 0; c < width; ++c) {
+            const T* column = corner + c * lda;
+            square[c + c * width] = Hermitian ? T(std::real(column[c])) : column[c];
+            for (int64_t r = lower ? c + 1 : 0; r < (lower ? width : c); ++r) {
+                square[r + c * width] = column[r];
+                square[c + r * width] = Hermitian ? conjugate(column[r]) : column[r];
             }
+        }
         for (int64_t k = 0; k < width; ++k) scaled[k] = alpha * x[j + k];
         add_columns(width, width, square, width, false, scaled, y + j);
         const int64_t first = lower ? j + width : 0, last = lower ? n : j;
-        std::fill_n(total, width, T(0));
+        std::fill_n(static_cast<T*>(total), width, T(0));
         for (int64_t r = first; r < last; r += height) {
             const int64_t rows = std::min(height, last - r);
             const T* part = a + r + j * lda;
-            both(rows, width, part, lda, scaled, y + r, x + r, sums);
+            both<T>(rows, width, part, lda, scaled, y + r, x + r, sums);
             for (int64_t k = 0; k < width; ++k) total[k] += sums[k];
         }
         for (int64_t k = 0; k < width; ++k) y[j + k] += alpha * total[k];

@@ -64,9 +64,9 @@ void apply_small(Action action, int64_t n, int64_t m, const Factor<std::complex<
 {
     const Triangles<R>& run = triangle_loops(R());
     const int64_t width = run.complex_width;
-    std::complex<R> triangle[smallest * smallest];
+    OnStack<std::complex<R>, smallest * smallest> triangle;
     alignas(64) R block[smallest * most_width];
-    pack(n, l, triangle);
+    pack<std::complex<R>>(n, l, triangle);
     for (int64_t j = 0; j < m; j += width) {
         const int64_t here = std::min(width, m - j);
         for (int64_t c = 0; c < width; ++c)
@@ -75,7 +75,8 @@ void apply_small(Action action, int64_t n, int64_t m, const Factor<std::complex<
                 block[2 * r * width + c] = z.real();
                 block[(2 * r + 1) * width + c] = z.imag();
             }
-        (action == Action::solve ? run.solve_complex : run.multiply_complex)(n, parts(triangle), unit, block);
+        (action == Action::solve ? run.solve_complex : run.multiply_complex)(
+            n, parts(static_cast<std::complex<R>*>(triangle)), unit, block);
         for (int64_t c = 0; c < here; ++c)
             for (int64_t r = 0; r < n; ++r)
                 b(r, j + c) = {block[2 * r * width + c], block[(2 * r + 1) * width + c]};

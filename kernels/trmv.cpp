@@ -57,13 +57,13 @@ void apply(Action action, const Triangle<T>& t, int64_t n, T* x)
     constexpr int64_t strip = 32;
     const int64_t strips = (n + strip - 1) / strip;
     const bool up = ascending(action, t);
-    T sums[strip];
+    OnStack<T, strip> sums;
     for (int64_t step = 0; step < strips; ++step) {
         const int64_t j = (up ? step : strips - 1 - step) * strip, width = std::min(strip, n - j);
         const int64_t first = t.lower ? j + width : 0, rows = t.lower ? n - j - width : j;
         const T* rectangle = t.a + first + j * t.lda;
         if (t.transposed) {
-            std::fill_n(sums, width, T(0));
+            std::fill_n(static_cast<T*>(sums), width, T(0));
             if (action == Action::multiply) apply_columns(action, t, j, j + width, x);
             if (rows > 0) dot_columns(rows, width, rectangle, t.lda, t.conjugated, x + first, sums);
             for (int64_t k = 0; k < width; ++k) x[j + k] += action == Action::solve ? -sums[k] : sums[k];

@@ -41,4 +41,14 @@ inline const Part<T>* parts(const T* x)
     return reinterpret_cast<const Part<T>*>(x);
 }
 
+// N numbers on the stack, not initialised: a complex array would be cleared first.
+template <class T, int64_t N>
+class OnStack {
+public:
+    operator T*() { return reinterpret_cast<T*>(parts_); }
+
+private:
+    alignas(64) Part<T> parts_[N * Number<T>::parts];
+};
+
 }  // namespace orvel::kernels

@@ -66,9 +66,9 @@ void complex_tile(int64_t k, const R* a, const R* b, R* c, int64_t ldc, const Pl
 #pragma GCC unroll 16
             for (int v = 0; v < V; ++v) {
                 re[j][v] += x[v] * b[j];
-                im[j][v] += x[v] * b[N + j];
-                re[j][v] -= y[v] * b[N + j];
                 im[j][v] += y[v] * b[j];
+                re[j][v] -= y[v] * b[N + j];
+                im[j][v] += x[v] * b[N + j];
             }
         a += 2 * V * L;
         b += 2 * N;
@@ -188,6 +188,85 @@ void multiply_panels(const ComplexProduct<R>& p, int64_t i0, int64_t m, int64_t 
     }
 }
 
+// ---- small sizes: no packing, A with contiguous columns ---------------------------------------------------
+
+// (re, im) pairs to (-im, re).
+template <class R, int L>
+inline Vector<R, L> turned(Vector<R, L> z)
+{
+    Vector<R, L> sign = {};
+    for (int k = 0; k < L; k += 2) sign[k] = R(-1), sign[k + 1] = R(1);
+    return swapped<R, L>(z) * sign;
+}
+
+// C(V*L/2, N) += A(V*L/2, k) * B(k, N); L counts real numbers.
+template <class R, int L, int V, int N>
+void direct_tile(const ComplexProduct<R>& p, int64_t row, int64_t column)
+{
+    using Pairs = Vector<R, L>;
+    R* c = p.c + 2 * (row + column * p.c_columns);
+    const R* a = p.a + 2 * row;
+    const R* b = p.b + 2 * column * p.b_columns;
+    const R sign = p.b_conjugate ? R(-1) : R(1);
+    Pairs sum[N][V];
+#pragma GCC unroll 16
+    for (int j = 0; j < N; ++j)
+#pragma GCC unroll 16
+        for (int v = 0; v < V; ++v)
+            sum[j][v] =
+                p.from_zero ? Pairs{} : *reinterpret_cast<const Pairs*>(c + 2 * j * p.c_columns + v * L);
+    for (int64_t l = 0; l < p.k; ++l) {
+        Pairs x[V], y[V];
+#pragma GCC unroll 16
+        for (int v = 0; v < V; ++v) {
+            x[v] = *reinterpret_cast<const Pairs*>(a + v * L);
+            y[v] = turned<R, L>(x[v]);
+        }
+#pragma GCC unroll 16
+        for (int j = 0; j < N; ++j) {
+            const R re = b[2 * j * p.b_columns], im = sign * b[2 * j * p.b_columns + 1];
+#pragma GCC unroll 16
+            for (int v = 0; v < V; ++v) {
+                sum[j][v] += x[v] * re;
+                sum[j][v] += y[v] * im;
+            }
+        }
+        a += 2 * p.a_columns;
+        b += 2 * p.b_rows;
+    }
+#pragma GCC unroll 16
+    for (int j = 0; j < N; ++j)
+#pragma GCC unroll 16
+        for (int v = 0; v < V; ++v) *reinterpret_cast<Pairs*>(c + 2 * j * p.c_columns + v * L) = sum[j][v];
+}
+
+template <class R, int L, int V>
+void direct_columns(const ComplexProduct<R>& p, int64_t row)
+{
+    int64_t j = 0;
+    for (; j + 4 <= p.n; j += 4) direct_tile<R, L, V, 4>(p, row, j);
+    for (; j < p.n; ++j) direct_tile<R, L, V, 1>(p, row, j);
+}
+
+// Rows that are left over go to ever narrower vectors.
+template <class R, int L>
+void direct_rows(const ComplexProduct<R>& p, int64_t row)
+{
+    if constexpr (L == lanes<R> && L > 2)
+        for (; row + L <= p.m; row += L) direct_columns<R, L, 2>(p, row);
+    for (; row + L / 2 <= p.m; row += L / 2) direct_columns<R, L, 1>(p, row);
+    if constexpr (L > 2)
+        if (row < p.m) direct_rows<R, L / 2>(p, row);
+}
+
+template <class R>
+void direct(const ComplexProduct<R>* p)
+{
+    direct_rows<R, lanes<R>>(*p, 0);
+}
+
+// ---- large sizes ------------------------------------------------------------------------------------------
+
 constexpr int64_t depth = 192;
 constexpr int64_t block_columns = 1536;
 
@@ -231,7 +310,7 @@ void packed(const ComplexProduct<R>* p, R* work)
 }
 
 template <class R>
-constexpr ComplexLevel3<R> complex_loops = {packed<R>, workspace<R>};
+constexpr ComplexLevel3<R> complex_loops = {direct<R>, packed<R>, workspace<R>};
 
 }  // namespace
 

@@ -143,14 +143,6 @@ void both(int64_t m, int64_t n, const R* a, int64_t lda, const R* x, R* y, const
 // ---- complex: products with the real parts of x on pairs as they lie, and with swapped pairs
 // ---------------
 
-template <class R>
-inline Lane<R> swapped(Lane<R> z)
-{
-    Lane<R> result = z;
-    for (int k = 0; k < lanes<R>; k += 2) result[k] = z[k + 1], result[k + 1] = z[k];
-    return result;
-}
-
 template <class R, int N>
 void add_complex_strip(int64_t m, const R* a, int64_t lda, bool conjugate, const R* x, R* y)
 {
@@ -173,7 +165,7 @@ void add_complex_strip(int64_t m, const R* a, int64_t lda, bool conjugate, const
         for (int j = 0; j < N; ++j) {
             const Lane<R> z = at(a + 2 * j * lda + i);
             sum += z * same[j];
-            sum += swapped<R>(z) * cross[j];
+            sum += swapped<R, lanes<R>>(z) * cross[j];
         }
         at(y + i) = sum;
     }
@@ -203,7 +195,7 @@ void dot_complex_strip(int64_t m, const R* a, int64_t lda, bool conjugate, const
     for (int j = 0; j < N; ++j) same[j] = cross[j] = Lane<R>{};
     int64_t i = 0;
     for (; i + L <= 2 * m; i += L) {
-        const Lane<R> z = at(x + i), turned = swapped<R>(z);
+        const Lane<R> z = at(x + i), turned = swapped<R, lanes<R>>(z);
 #pragma GCC unroll 8
         for (int j = 0; j < N; ++j) {
             same[j] += at(a + 2 * j * lda + i) * z;

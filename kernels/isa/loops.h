@@ -122,6 +122,8 @@ struct ComplexProduct {
 
 template <class R>
 struct ComplexLevel3 {
+    void (*direct)(
+        const ComplexProduct<R>*);  // needs a_rows = 1, alpha = 1, A not conjugated and no triangle
     void (*packed)(const ComplexProduct<R>*, R* work);
     int64_t (*workspace)(int64_t m, int64_t n, int64_t k);
 };

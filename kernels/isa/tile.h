@@ -38,6 +38,26 @@ using Vector = typename VectorOf<R, N>::type;
 template <class R>
 constexpr int lanes = vector_bytes / static_cast<int>(sizeof(R));
 
+// Whole numbers as wide as R, for the order of a shuffle.
+template <class R>
+struct WholeOf {
+    typedef int64_t type;
+};
+template <>
+struct WholeOf<float> {
+    typedef int32_t type;
+};
+
+// (re, im) pairs to (im, re).
+template <class R, int L>
+inline __attribute__((always_inline)) Vector<R, L> swapped(Vector<R, L> z)
+{
+    typedef typename WholeOf<R>::type Order __attribute__((vector_size(L * sizeof(R))));
+    Order order = {};
+    for (int k = 0; k < L; ++k) order[k] = k ^ 1;
+    return __builtin_shuffle(z, order);
+}
+
 // Strides of a matrix whose element (i, j) is at p[i * rows + j * columns].
 struct Strides {
     int64_t rows, columns;

@@ -76,9 +76,9 @@ void solve_complex(int64_t n, const R* l, bool unit, R* x)
             const Lane<R>* const known = row_of(x, k, row_vectors);
             for (int v = 0; v < half; ++v) {
                 re[v] -= a * known[v];
-                im[v] -= a * known[half + v];
-                re[v] += b * known[half + v];
                 im[v] -= b * known[v];
+                re[v] += b * known[half + v];
+                im[v] -= a * known[half + v];
             }
         }
         for (int v = 0; v < half; ++v) row[v] = re[v], row[half + v] = im[v];
@@ -102,9 +102,9 @@ void multiply_complex(int64_t n, const R* l, bool unit, R* x)
             const Lane<R>* const other = row_of(x, k, row_vectors);
             for (int v = 0; v < half; ++v) {
                 re[v] += a * other[v];
-                im[v] += a * other[half + v];
-                re[v] -= b * other[half + v];
                 im[v] += b * other[v];
+                re[v] -= b * other[half + v];
+                im[v] += a * other[half + v];
             }
         }
         for (int v = 0; v < half; ++v) row[v] = re[v], row[half + v] = im[v];

@@ -43,8 +43,7 @@ void compare(const Strided<T>& result, double terms, Element element, const std:
         ASSERT_NO_FATAL_FAILURE(
             expect_close(result[k], element(k), 3 * terms + 3, terms, what + " at " + std::to_string(k)));
     }
-    for (size_t k = 0; k < used.size(); ++k)
-        ASSERT_TRUE(used[k] || is_poison(result.memory[k])) << what;
+    for (size_t k = 0; k < used.size(); ++k) ASSERT_TRUE(used[k] || is_poison(result.memory[k])) << what;
 }
 
 template <class T>

@@ -92,7 +92,8 @@ TYPED_TEST(Level3, GeneralProduct)
                         if (alpha == T(0) && s.m * s.n * s.k > 0) a(0, 0) = b(0, 0) = poison<T>();
                         gemm<T>(&ta, &tb, &s.m, &s.n, &s.k, &alpha, a.data(), &a.ld, b.data(), &b.ld, &beta,
                                 c.data(), &c.ld);
-                        if (s.m * s.n > 5000 && (ta != 't' || tb != 'n' || beta == T(0))) continue;  // slow reference
+                        if (s.m * s.n > 5000 && (ta != 't' || tb != 'n' || beta == T(0)))
+                            continue;  // slow reference
                         const auto element = [&, al = alpha](int32_t i, int32_t j) {
                             Wide<T> sum{};
                             if (al == T(0)) return sum;
@@ -128,9 +129,9 @@ TYPED_TEST(Level3, ProductsAreAddedInOrder)
                             const T x = ta == 'N' ? a(i, l) : a(l, i), y = b(l, j);
                             re = add(std::real(x), std::real(y), re);
                             if constexpr (is_complex<T>) {
-                                im = add(std::real(x), std::imag(y), im);
-                                re = add(-std::imag(x), std::imag(y), re);
                                 im = add(std::imag(x), std::real(y), im);
+                                re = add(-std::imag(x), std::imag(y), re);
+                                im = add(std::real(x), std::imag(y), im);
                             }
                         }
                         ASSERT_EQ(std::real(c(i, j)), re) << level << " " << s.m << " " << i << " " << j;
