@@ -5,5 +5,6 @@
 #include "orvel/frame.h"
 #include "orvel/host.h"
 #include "orvel/special.h"
+#include "orvel/util.h"
 
 #endif
