@@ -10,8 +10,6 @@ namespace orvel::random {
 
 namespace {
 
-constexpr int table_length = 128;
-
 // Below this, a fill goes number by number.
 constexpr int64_t few = 12;
 
@@ -40,52 +38,35 @@ template <class T>
     shuffle_ready<T>(c) = -1;
 }
 
-template <class T>
-T exchange(T* table, uint32_t s)
-{
-    T& entry = table[s % table_length];
-    const T r = entry;
-    entry = static_cast<T>(static_cast<double>(s) * scale<T>);
-    return r;
-}
-
 }  // namespace
 
 template <class T>
 void fill_congruential(orvel_r2ncom& c, int64_t n, T* r)
 {
-    const int which = which_multiplier(c.option);
-    uint32_t s = state_of(c);
-    if (n < few) {
-        for (int64_t k = 0; k < n; ++k) {
-            s = advanced(s, multipliers[which]);
-            r[k] = static_cast<T>(static_cast<double>(s) * scale<T>);
-        }
-    } else {
-        s = fill_by_lanes(which, s, n, r);
-    }
-    keep_state(c, s);
+    if (n < few)
+        for (int64_t k = 0; k < n; ++k) r[k] = next_congruential<T>(c);
+    else
+        keep_state(c, fill_by_lanes(which_multiplier(c.option), state_of(c), n, r));
 }
 
 template <class T>
 void fill_shuffled(orvel_r2ncom& c, int64_t n, T* r)
 {
-    T* const table = shuffle_table<T>(c);
     if (!is_true(shuffle_ready<T>(c))) [[unlikely]]
         fill_table<T>(c);
-    const int which = which_multiplier(c.option);
-    uint32_t s = state_of(c);
     if (n < few) {
-        for (int64_t k = 0; k < n; ++k) r[k] = exchange(table, s = advanced(s, multipliers[which]));
-    } else {
-        const Loops& fast = loops();
-        uint32_t states[512];
-        for (int64_t at = 0; at < n;) {
-            const int64_t count = std::min<int64_t>(n - at, std::size(states));
-            s = fast.states(which, s, count, states);
-            for (int64_t k = 0; k < count; ++k) r[at + k] = exchange(table, states[k]);
-            at += count;
-        }
+        for (int64_t k = 0; k < n; ++k) r[k] = next_shuffled<T>(c);
+        return;
+    }
+    T* const table = shuffle_table<T>(c);
+    const Loops& fast = loops();
+    const int which = which_multiplier(c.option);
+    uint32_t s = state_of(c), states[512];
+    for (int64_t at = 0; at < n;) {
+        const int64_t count = std::min<int64_t>(n - at, std::size(states));
+        s = fast.states(which, s, count, states);
+        for (int64_t k = 0; k < count; ++k) r[at + k] = exchange(table, states[k]);
+        at += count;
     }
     keep_state(c, s);
 }

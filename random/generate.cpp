@@ -43,11 +43,49 @@ void rnun(const int32_t* nr, T* r)
 }
 
 template <class T>
-T rnunf()
+[[gnu::noinline]] T one_of_fill(Stream& g)
 {
     T r;
-    fill(seeded_stream(), 1, &r);
+    fill(g, 1, &r);
     return r;
+}
+
+// True when a word can be taken as it is: the twister is ready and its position within the block.
+bool is_at_hand(const orvel_mt_state1& place, int32_t length)
+{
+    return place.ready == 1 && place.position >= 1 && place.position <= length;
+}
+
+bool is_in_register(int32_t index) { return index >= 1 && index <= register_length; }
+
+// The common cases without a loop.
+template <class T>
+T rnunf()
+{
+    Stream& g = seeded_stream();
+    orvel_r2ncom& c = *g.common;
+    switch (c.option) {
+        case 2:
+        case 4:
+        case 6:
+            if (is_true(shuffle_ready<T>(c))) return next_shuffled<T>(c);
+            break;
+        case shift_register:
+            if (is_true(c.words_ready) && is_in_register(c.first) && is_in_register(c.second))
+                return next_of_register<T>(c);
+            break;
+        case twister32:
+            if (is_at_hand(*g.place32, 624))
+                return static_cast<T>(deviate(g.words32->word[g.place32->position++ - 1]));
+            break;
+        case twister64:
+            if (is_at_hand(*g.place64, 312))
+                return static_cast<T>(deviate(g.words64->word[g.place64->position++ - 1]));
+            break;
+        default:
+            return next_congruential<T>(c);
+    }
+    return one_of_fill<T>(g);
 }
 
 }  // namespace

@@ -37,16 +37,16 @@ inline Stream& stream()
 }
 
 int32_t clock_seed();
-void set_state(orvel_r2ncom& c, int32_t seed);
 [[gnu::cold]] void seed_from_clock(Stream& g);
 
-// The stream of the thread, ready to draw.
+// The stream of the thread, ready to draw. A stream that is seeded is set up.
 inline Stream& seeded_stream()
 {
-    Stream& g = stream();
-    if (!g.seeded) [[unlikely]]
-        seed_from_clock(g);
-    return g;
+    Stream* g = &thread_stream;
+    asm("" : "+r"(g));
+    if (!g->seeded) [[unlikely]]
+        seed_from_clock(stream());
+    return *g;
 }
 
 inline bool is_true(int32_t logical) { return (logical & 1) != 0; }
@@ -102,14 +102,77 @@ int32_t& shuffle_ready(orvel_r2ncom& c)
 }
 
 template <class T>
+T next_congruential(orvel_r2ncom& c)
+{
+    const uint32_t s = advanced(state_of(c), multipliers[which_multiplier(c.option)]);
+    keep_state(c, s);
+    return static_cast<T>(static_cast<double>(s) * scale<T>);
+}
+
+inline constexpr int table_length = 128;
+
+// The entry that the new state points to; the state's own number takes its place.
+template <class T>
+T exchange(T* table, uint32_t s)
+{
+    T& entry = table[s % table_length];
+    const T r = entry;
+    entry = static_cast<T>(static_cast<double>(s) * scale<T>);
+    return r;
+}
+
+template <class T>
+T next_shuffled(orvel_r2ncom& c)
+{
+    const uint32_t s = advanced(state_of(c), multipliers[which_multiplier(c.option)]);
+    keep_state(c, s);
+    return exchange(shuffle_table<T>(c), s);
+}
+
+template <class T>
 void fill_congruential(orvel_r2ncom& c, int64_t n, T* r);
 template <class T>
 void fill_shuffled(orvel_r2ncom& c, int64_t n, T* r);
 
 // ---- shift register and twisters --------------------------------------------------------------------------
 
+// A step at indices that are in range.
+template <class T>
+T next_of_register(orvel_r2ncom& c)
+{
+    int32_t& word = c.words[c.first - 1];
+    const int32_t value = word & 0x7FFFFFFF;
+    word ^= c.words[c.second - 1];
+    c.first = c.first == register_length ? 1 : c.first + 1;
+    c.second = c.second == register_length ? 1 : c.second + 1;
+    keep_state(c, static_cast<uint32_t>(value));
+    return static_cast<T>(static_cast<double>(value) * scale<T>);
+}
+
 template <class T>
 void fill_register(orvel_r2ncom& c, int64_t n, T* r);
+
+inline uint32_t tempered(uint32_t y)
+{
+    y ^= y >> 11;
+    y ^= (y << 7) & 0x9D2C5680u;
+    y ^= (y << 15) & 0xEFC60000u;
+    return y ^ (y >> 18);
+}
+
+inline uint64_t tempered(uint64_t x)
+{
+    x ^= (x >> 29) & 0x5555555555555555u;
+    x ^= (x << 17) & 0x71D67FFFEDA60000u;
+    x ^= (x << 37) & 0xFFF7EEE000000000u;
+    return x ^ (x >> 43);
+}
+
+inline double deviate(uint32_t word) { return (static_cast<double>(tempered(word)) + 0.5) / 4294967295.0; }
+inline double deviate(uint64_t word)
+{
+    return static_cast<double>(static_cast<int64_t>(tempered(word) >> 11)) * 0x1p-53;
+}
 
 // Numbers of a twister; one that is not ready is seeded from `seed`.
 template <class T>

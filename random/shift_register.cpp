@@ -108,8 +108,6 @@ int32_t fill_words_out(int32_t* words, int32_t* p, int32_t* q, int64_t n, double
     return loops().double_register(words, p, q, n, r);
 }
 
-int32_t after(int32_t index) { return index == register_length - 1 ? 0 : index + 1; }
-
 }  // namespace
 
 template <class T>
@@ -117,21 +115,17 @@ void fill_register(orvel_r2ncom& c, int64_t n, T* r)
 {
     if (!is_true(c.words_ready)) [[unlikely]]
         fill_words(c);
-    int32_t p = std::clamp(c.first, 1, register_length) - 1;
-    int32_t q = std::clamp(c.second, 1, register_length) - 1;
-    int32_t word;
+    c.first = std::clamp(c.first, 1, register_length);
+    c.second = std::clamp(c.second, 1, register_length);
     if (n == 1) {
-        word = c.words[p] & 0x7FFFFFFF;
-        c.words[p] ^= c.words[q];
-        *r = static_cast<T>(static_cast<double>(word) * scale<T>);
-        p = after(p);
-        q = after(q);
-    } else {
-        word = fill_words_out(c.words, &p, &q, n, r);
+        *r = next_of_register<T>(c);
+        return;
     }
+    int32_t p = c.first - 1, q = c.second - 1;
+    const int32_t word = fill_words_out(c.words, &p, &q, n, r);
     c.first = p + 1;
     c.second = q + 1;
-    set_state(c, word);
+    keep_state(c, static_cast<uint32_t>(word));
 }
 
 template void fill_register<float>(orvel_r2ncom&, int64_t, float*);

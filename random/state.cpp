@@ -35,8 +35,6 @@ void initialise(Stream& g)
     g = {true, false, &R2NCOM, &MT32_STATE1, &MT32_STATE2, &MT64_STATE1, &MT64_STATE2};
 }
 
-void set_state(orvel_r2ncom& c, int32_t seed) { keep_state(c, static_cast<uint32_t>(seed)); }
-
 int32_t clock_seed()
 {
     const util::TimeOfDay t = util::time_of_day();
@@ -46,7 +44,7 @@ int32_t clock_seed()
 
 void seed_from_clock(Stream& g)
 {
-    set_state(*g.common, clock_seed());
+    keep_state(*g.common, static_cast<uint32_t>(clock_seed()));
     g.seeded = true;
 }
 
@@ -92,13 +90,13 @@ void rnset(const int32_t* iseed)
     Routine<float, "RNSET">::visit(frame::state());
     const int32_t seed = *iseed;
     if (seed == 0) {
-        set_state(*stream().common, clock_seed());
+        keep_state(*stream().common, static_cast<uint32_t>(clock_seed()));
     } else if (seed < 0 || seed >= static_cast<int32_t>(modulus)) {
         seeded_stream();
     } else {
         Stream& g = stream();
         g.seeded = true;
-        set_state(*g.common, seed);
+        keep_state(*g.common, static_cast<uint32_t>(seed));
     }
 }
 

@@ -46,14 +46,6 @@ struct Twister32 {
         MT_MASK1 = 0x80000000u;
         MT_MASK2 = 0x7FFFFFFFu;
     }
-    static double one(Word y)
-    {
-        y ^= y >> 11;
-        y ^= (y << 7) & 0x9D2C5680u;
-        y ^= (y << 15) & 0xEFC60000u;
-        y ^= y >> 18;
-        return (static_cast<double>(y) + 0.5) / 4294967295.0;
-    }
 };
 
 struct Twister64 {
@@ -77,14 +69,6 @@ struct Twister64 {
     {
         MT_MASK3[0] = 0xFFFFFFFF80000000u;
         MT_MASK3[1] = 0x7FFFFFFFu;
-    }
-    static double one(Word x)
-    {
-        x ^= (x >> 29) & 0x5555555555555555u;
-        x ^= (x << 17) & 0x71D67FFFEDA60000u;
-        x ^= (x << 37) & 0xFFF7EEE000000000u;
-        x ^= x >> 43;
-        return static_cast<double>(x >> 11) * 0x1p-53;
     }
 };
 
@@ -141,7 +125,7 @@ void fill_twister(Stream& g, int64_t n, T* r, int32_t seed)
         }
         const auto count = static_cast<int32_t>(std::min<int64_t>(n, M::length - at));
         if (count == 1)
-            *r = static_cast<T>(M::one(w[at]));
+            *r = static_cast<T>(deviate(w[at]));
         else
             M::temper(w + at, count, r);
         at += count;
