@@ -43,10 +43,10 @@ void rnun(const int32_t* nr, T* r)
 }
 
 template <class T>
-[[gnu::noinline]] T one_of_fill(Stream& g)
+[[gnu::noinline]] T one_of_fill()
 {
     T r;
-    fill(g, 1, &r);
+    fill(seeded_stream(), 1, &r);
     return r;
 }
 
@@ -58,17 +58,19 @@ bool is_at_hand(const orvel_mt_state1& place, int32_t length)
 
 bool is_in_register(int32_t index) { return index >= 1 && index <= register_length; }
 
-// The common cases without a loop.
+// The common cases without a loop, and without a call that would need registers saved.
 template <class T>
 T rnunf()
 {
-    Stream& g = seeded_stream();
+    Stream& g = thread_stream_as_is();
+    if (!g.seeded) [[unlikely]]
+        return one_of_fill<T>();
     orvel_r2ncom& c = *g.common;
     switch (c.option) {
         case 2:
         case 4:
         case 6:
-            if (is_true(shuffle_ready<T>(c))) return next_shuffled<T>(c);
+            if (is_true(shuffle_ready<T>(c)) && is_in_step(c)) return next_shuffled<T>(c);
             break;
         case shift_register:
             if (is_true(c.words_ready) && is_in_register(c.first) && is_in_register(c.second))
@@ -83,9 +85,9 @@ T rnunf()
                 return static_cast<T>(deviate(g.words64->word[g.place64->position++ - 1]));
             break;
         default:
-            return next_congruential<T>(c);
+            if (is_in_step(c)) return next_congruential<T>(c);
     }
-    return one_of_fill<T>(g);
+    return one_of_fill<T>();
 }
 
 }  // namespace

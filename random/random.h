@@ -26,27 +26,33 @@ struct Stream {
 
 [[gnu::cold]] void initialise(Stream& g);
 
-// The stream of the thread, set up.
-inline Stream& stream()
+// The stream of the thread, which may not have been set up.
+inline Stream& thread_stream_as_is()
 {
     Stream* g = &thread_stream;
     asm("" : "+r"(g));  // keep the address; the compiler would look it up again at the next use
-    if (!g->initialised) [[unlikely]]
-        initialise(*g);
     return *g;
+}
+
+// The same, set up.
+inline Stream& stream()
+{
+    Stream& g = thread_stream_as_is();
+    if (!g.initialised) [[unlikely]]
+        initialise(g);
+    return g;
 }
 
 int32_t clock_seed();
 [[gnu::cold]] void seed_from_clock(Stream& g);
 
-// The stream of the thread, ready to draw. A stream that is seeded is set up.
+// The same, ready to draw. A stream that is seeded has been set up.
 inline Stream& seeded_stream()
 {
-    Stream* g = &thread_stream;
-    asm("" : "+r"(g));
-    if (!g->seeded) [[unlikely]]
+    Stream& g = thread_stream_as_is();
+    if (!g.seeded) [[unlikely]]
         seed_from_clock(stream());
-    return *g;
+    return g;
 }
 
 inline bool is_true(int32_t logical) { return (logical & 1) != 0; }
@@ -56,12 +62,17 @@ inline bool is_true(int32_t logical) { return (logical & 1) != 0; }
 // The state of a block into which a program may have written.
 [[gnu::cold]] int32_t state_by_hand(double state);
 
+// Whether integer seed and state agree on a state of the generator, as every call leaves them.
+inline bool is_in_step(const orvel_r2ncom& c)
+{
+    return c.seed >= 1 && c.seed < static_cast<int32_t>(modulus) && static_cast<double>(c.seed) == c.state;
+}
+
 inline uint32_t state_of(const orvel_r2ncom& c)
 {
-    const int32_t s = c.seed;
-    if (s < 1 || s >= static_cast<int32_t>(modulus) || static_cast<double>(s) != c.state) [[unlikely]]
+    if (!is_in_step(c)) [[unlikely]]
         return static_cast<uint32_t>(state_by_hand(c.state));
-    return static_cast<uint32_t>(s);
+    return static_cast<uint32_t>(c.seed);
 }
 
 inline void keep_state(orvel_r2ncom& c, uint32_t s)

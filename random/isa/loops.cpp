@@ -168,8 +168,9 @@ template <class Word, int length, int middle, Word matrix>
 void refill32(uint32_t* word) { refill<uint32_t, 624, 397, 0x9908B0DFu>(word); }
 void refill64(uint64_t* word) { refill<uint64_t, 312, 156, 0xB5026F5AA96619E9u>(word); }
 
-// (y + 0.5) / (2^32 - 1) is x (2^-32 + 2^-64 + 2^-96 ...) for x = y + 0.5. The sum below rounds like the
-// division for each of the 2^32 words, as a run over all of them has shown.
+// (y + 0.5) / (2^32 - 1) is x (2^-32 + 2^-64 + 2^-96 ...) for x = y + 0.5. The sum below, rounded to single,
+// equals the division for each of the 2^32 words, as a run over all of them has shown; as a double it misses
+// the last bit of one.
 template <class T>
 void temper32(const uint32_t* word, int64_t n, T* __restrict out)
 {
@@ -180,7 +181,7 @@ void temper32(const uint32_t* word, int64_t n, T* __restrict out)
         y ^= (y << 15) & 0xEFC60000u;
         y ^= y >> 18;
         const double x = static_cast<double>(static_cast<int32_t>(y ^ 0x80000000u)) + 2147483648.5;
-        out[k] = static_cast<T>(x * 0x1p-32 + x * 0x1.00000001p-64);
+        out[k] = static_cast<T>(sizeof(T) == 4 ? x * 0x1p-32 + x * 0x1.00000001p-64 : x / 4294967295.0);
     }
 }
 
