@@ -3,8 +3,9 @@
 //     montecarlo_cpp [plot.dat]
 //
 // The part of the unit ball in five dimensions that lies in the cube [0, 1]^5 has the volume pi^2 / 60. Every
-// generator estimates it from growing samples; the error falls like the square root of their size. Then streams
-// that RNISD sets 100000 numbers apart are shared among threads: the total is the same whatever their number.
+// generator estimates it from growing samples; the error falls like the square root of their size. Then
+// streams that RNISD sets 100000 numbers apart are shared among threads: the total is the same whatever their
+// number.
 #include <omp.h>
 #include <orvel/orvel.h>
 

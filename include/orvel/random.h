@@ -19,9 +19,10 @@
  *     8       32-bit Mersenne twister MT19937                     0 < r <= 1       0 < r <= 1 + 1.2e-10
  *     9       64-bit Mersenne twister MT19937-64                  0 <= r <= 1      0 <= r < 1
  *
- * (a) Filling the single table of a shuffled option may round one of the 64 largest states to 1, once in
- * 3e7 entries. Option 7 gives 0 and the double 1, option 8 the double above 1, and option 9 the double 0
- * each with a chance near 5e-10 or below: a program that divides by r or takes log(r) looks for them.
+ * (a) Filling the single table of a shuffled option rounds the 64 largest states to 1, once in 3e7 entries.
+ * The single 1 of options 8 and 9 comes once in 3e7 numbers; the 0 of option 7, its double 1, the double
+ * above 1 of option 8 and the 0 of option 9 once in 2e9 or more. A program that divides by r or 1 - r, or
+ * takes a logarithm, looks for them.
  *
  * A single value is the double product (state or word times the scale 2^-31 - 2^-55, or the quotient of the
  * twisters) rounded once more.
@@ -71,8 +72,9 @@ struct orvel_r2ncom {
 };
 
 struct orvel_mt_state1 {
-    int32_t ready;    /* 1 once initialised */
-    int32_t position; /* of the next word, from 1; one more than there are: exhausted, two more: never filled */
+    int32_t ready; /* 1 once initialised */
+    int32_t
+        position; /* of the next word, from 1; one more than there are: exhausted, two more: never filled */
 };
 struct orvel_mt32_state2 {
     uint32_t word[624];
