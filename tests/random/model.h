@@ -6,9 +6,35 @@
 #include <cmath>
 #include <cstdint>
 #include <random>
+#include <thread>
 #include <vector>
 
+#include "tests/support.h"
+
 namespace orvel_test {
+
+inline void set_option(int32_t option) { RNOPT(&option); }
+inline void set_seed(int32_t seed) { RNSET(&seed); }
+
+// A stream starts on a thread of its own, where nothing is set up.
+template <class F>
+void on_new_thread(F body)
+{
+    std::thread(body).join();
+}
+
+template <class T>
+std::vector<T> draw(int32_t n)
+{
+    std::vector<T> r(static_cast<std::size_t>(n) + 1, T(-7));
+    if constexpr (sizeof(T) == 4)
+        RNUN(&n, r.data());
+    else
+        DRNUN(&n, r.data());
+    EXPECT_EQ(r.back(), T(-7)) << "written behind the end";
+    r.pop_back();
+    return r;
+}
 
 struct Model {
     explicit Model(int32_t seed_) : state(seed_), seed(seed_) {}
@@ -82,21 +108,18 @@ struct Model {
 
     using Bits = std::array<bool, 1043>;
 
-    static void extend(Bits& a)
-    {
-        for (int k = 522; k <= 1042; ++k) a[k] = a[k - 32] != a[k - 521];
-    }
-
     void fill_words()
     {
-        Bits a{}, c{}, d{};
+        Bits a{}, c{}, d{}, power{};  // power[e + 1]: coefficient of x^e
+        const auto extend = [](Bits& b) {
+            for (int k = 522; k <= 1042; ++k) b[k] = b[k - 32] != b[k - 521];
+        };
         uint32_t x = static_cast<uint32_t>(seed);
         for (int k = 1; k <= 521; ++k) a[k] = (x *= 69069) != 0 && x < 0x80000000u;
         extend(a);
-        std::array<bool, 1043> power{};  // power[e + 1]: coefficient of x^e
         power[2] = true;
         for (int i = 1; i <= 520; ++i) {
-            std::array<bool, 1043> square{};
+            Bits square{};
             for (int e = 0; e <= 520; ++e) square[2 * e + (i % 2 == 0) + 1] = power[e + 1];
             for (int e = 520; e >= 0; --e)
                 if (square[521 + e + 1]) {

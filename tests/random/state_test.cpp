@@ -4,17 +4,13 @@
 #include <cmath>
 #include <functional>
 #include <sstream>
-#include <thread>
-#include <vector>
 
-#include "tests/support.h"
+#include "tests/random/model.h"
 
 using namespace orvel_test;
 
 namespace {
 
-void set_option(int32_t option) { RNOPT(&option); }
-void set_seed(int32_t seed) { RNSET(&seed); }
 int32_t option()
 {
     int32_t o;
@@ -26,22 +22,7 @@ int32_t seed()
     return RNGET(&s), s;
 }
 
-std::vector<double> draw(int32_t n)
-{
-    std::vector<double> r(static_cast<std::size_t>(n));
-    DRNUN(&n, r.data());
-    return r;
-}
-
 class States : public Quiet {};
-
-void on_new_thread(const std::function<void()>& body)
-{
-    std::thread([&] {
-        set_switches(0, 1, 0);
-        body();
-    }).join();
-}
 
 void expect_clock_seed(int32_t s)
 {
@@ -96,7 +77,7 @@ TEST_F(States, TablesStayUntilTheyAreSetBack)
         std::vector<double> table(128), later(128), zeros(128);
         set_seed(7);
         set_option(2);
-        draw(300);
+        draw<double>(300);
         DRNGES(table.data());
         set_seed(7);
         set_option(6);
@@ -107,14 +88,14 @@ TEST_F(States, TablesStayUntilTheyAreSetBack)
         EXPECT_EQ(changed, 1);
         DRNSES(table.data());
         const int32_t s = seed();
-        const std::vector<double> once = draw(500);
+        const std::vector<double> once = draw<double>(500);
         DRNSES(table.data());
         set_seed(s);
-        EXPECT_EQ(draw(500), once);
+        EXPECT_EQ(draw<double>(500), once);
         DRNSES(zeros.data());
         set_seed(7);
         set_option(2);
-        draw(300);
+        draw<double>(300);
         DRNGES(later.data());
         EXPECT_EQ(later, table);
         // The single table is another one.
@@ -128,13 +109,13 @@ TEST_F(States, TablesStayUntilTheyAreSetBack)
         set_seed(5);
         const auto restores = [](int32_t o, const auto& save, const auto& restore, auto* state) {
             set_option(o);
-            draw(777);
+            draw<double>(777);
             save(state);
-            const std::vector<double> once = draw(2000);
+            const std::vector<double> once = draw<double>(2000);
             set_seed(99);
-            EXPECT_NE(draw(2000), once);
+            EXPECT_NE(draw<double>(2000), once);
             restore(state);
-            EXPECT_EQ(draw(2000), once) << o;
+            EXPECT_EQ(draw<double>(2000), once) << o;
         };
         restores(7, RNGEF, RNSEF, words.data());
         restores(8, RNGE32, RNSE32, state32.data());
@@ -146,7 +127,7 @@ TEST_F(States, TablesStayUntilTheyAreSetBack)
             RNSEF(words.data());
             EXPECT_EQ(outcome(), (Outcome{0, 0}));
             set_seed(5);
-            r = draw(10);
+            r = draw<double>(10);
         }
         EXPECT_EQ(fresh[0], fresh[1]);
         state32[0] = 627;
@@ -245,7 +226,7 @@ TEST_F(States, NonsenseStaysInBounds)
     on_new_thread([&] {
         const int32_t extremes[] = {INT32_MIN, -1, 0, 1, 2, 627, 1563, 1564, INT32_MAX};
         set_seed(11);
-        draw(1);
+        draw<double>(1);
         for (int32_t o = -1; o <= 10; ++o)
             for (const int32_t x : extremes) {
                 R2NCOM.option = o;
@@ -254,7 +235,7 @@ TEST_F(States, NonsenseStaysInBounds)
                 MT32_STATE1 = MT64_STATE1 = {1, x};
                 R2NCOM.state = x;
                 R2NCOM.words[5] = x;
-                for (const int32_t n : {1, 700, 3}) EXPECT_TRUE(is_sane(draw(n))) << o << " " << x;
+                for (const int32_t n : {1, 700, 3}) EXPECT_TRUE(is_sane(draw<double>(n))) << o << " " << x;
             }
         for (const double s : {0.0, -3.0, 2147483647.0, 1.5, 1e300, std::nan(""), HUGE_VAL}) {
             set_option(1);
@@ -279,10 +260,10 @@ TEST_F(States, NonsenseStaysInBounds)
         set_option(7);
         R2NCOM.seed = INT32_MIN;
         R2NCOM.words_ready = 0;
-        EXPECT_GT(std::ranges::max(draw(100)), 0.5);
+        EXPECT_GT(std::ranges::max(draw<double>(100)), 0.5);
         R2NCOM.first = 1564;
         R2NCOM.second = 3;
-        draw(1);
+        draw<double>(1);
         EXPECT_EQ(R2NCOM.first, 1);
     });
 }

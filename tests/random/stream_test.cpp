@@ -2,38 +2,13 @@
 #include <omp.h>
 
 #include <sstream>
-#include <thread>
 
 #include "random/isa/loops.h"
 #include "tests/random/model.h"
-#include "tests/support.h"
 
 using namespace orvel_test;
 
 namespace {
-
-void set_option(int32_t option) { RNOPT(&option); }
-void set_seed(int32_t seed) { RNSET(&seed); }
-
-// A test of streams starts on a thread of its own, where nothing is set up.
-template <class F>
-void on_new_thread(F body)
-{
-    std::thread(body).join();
-}
-
-template <class T>
-std::vector<T> draw(int32_t n)
-{
-    std::vector<T> r(static_cast<std::size_t>(n) + 1, T(-7));
-    if constexpr (sizeof(T) == 4)
-        RNUN(&n, r.data());
-    else
-        DRNUN(&n, r.data());
-    EXPECT_EQ(r.back(), T(-7)) << "written behind the end";
-    r.pop_back();
-    return r;
-}
 
 void expect_state(const Model& model)
 {
