@@ -28,6 +28,15 @@ struct Signature<R(A...)> {
 #define ORVEL_TYPES_4(U) ORVEL_TYPES_3(U), ORVEL_TYPE_(U, 3)
 #define ORVEL_TYPES_5(U) ORVEL_TYPES_4(U), ORVEL_TYPE_(U, 4)
 #define ORVEL_TYPES_6(U) ORVEL_TYPES_5(U), ORVEL_TYPE_(U, 5)
+#define ORVEL_TYPES_7(U) ORVEL_TYPES_6(U), ORVEL_TYPE_(U, 6)
+#define ORVEL_TYPES_8(U) ORVEL_TYPES_7(U), ORVEL_TYPE_(U, 7)
+#define ORVEL_TYPES_9(U) ORVEL_TYPES_8(U), ORVEL_TYPE_(U, 8)
+#define ORVEL_TYPES_10(U) ORVEL_TYPES_9(U), ORVEL_TYPE_(U, 9)
+#define ORVEL_TYPES_11(U) ORVEL_TYPES_10(U), ORVEL_TYPE_(U, 10)
+#define ORVEL_TYPES_12(U) ORVEL_TYPES_11(U), ORVEL_TYPE_(U, 11)
+#define ORVEL_TYPES_13(U) ORVEL_TYPES_12(U), ORVEL_TYPE_(U, 12)
+#define ORVEL_TYPES_14(U) ORVEL_TYPES_13(U), ORVEL_TYPE_(U, 13)
+#define ORVEL_TYPES_15(U) ORVEL_TYPES_14(U), ORVEL_TYPE_(U, 14)
 #define ORVEL_NAMES_0
 #define ORVEL_NAMES_1 a0
 #define ORVEL_NAMES_2 ORVEL_NAMES_1, a1
@@ -36,11 +45,33 @@ struct Signature<R(A...)> {
 #define ORVEL_NAMES_5 ORVEL_NAMES_4, a4
 #define ORVEL_NAMES_6 ORVEL_NAMES_5, a5
 
-// Defines UPPER, whose types are those of its public declaration, and the Unix Fortran spelling at the same
-// address. A wrong count or type does not compile.
-#define ORVEL_EXPORT(UPPER, lower, count, function)                                                      \
+#define ORVEL_NAMES_7 ORVEL_NAMES_6, a6
+#define ORVEL_NAMES_8 ORVEL_NAMES_7, a7
+#define ORVEL_NAMES_9 ORVEL_NAMES_8, a8
+#define ORVEL_NAMES_10 ORVEL_NAMES_9, a9
+#define ORVEL_NAMES_11 ORVEL_NAMES_10, a10
+#define ORVEL_NAMES_12 ORVEL_NAMES_11, a11
+#define ORVEL_NAMES_13 ORVEL_NAMES_12, a12
+#define ORVEL_NAMES_14 ORVEL_NAMES_13, a13
+#define ORVEL_NAMES_15 ORVEL_NAMES_14, a14
+
+// Defines UPPER, whose types are those of its public declaration. A wrong count or type does not compile.
+#define ORVEL_EXPORT_UPPER(UPPER, count, function)                                                       \
     extern "C" ORVEL_VISIBLE orvel::Signature<decltype(UPPER)>::Result UPPER(ORVEL_TYPES_##count(UPPER)) \
     {                                                                                                    \
         return function(ORVEL_NAMES_##count);                                                            \
     }                                                                                                    \
+    static_assert(true)
+
+// The same, and the Unix Fortran spelling at the same address.
+#define ORVEL_EXPORT(UPPER, lower, count, function) \
+    ORVEL_EXPORT_UPPER(UPPER, count, function);     \
     extern "C" decltype(UPPER) lower ORVEL_ALIAS(UPPER)
+
+// For liborvel_blas: the Fortran spelling of a standard kernel, which jumps to the upper-case one.
+#define ORVEL_FORWARD(UPPER, lower, count)                                                               \
+    extern "C" ORVEL_VISIBLE orvel::Signature<decltype(UPPER)>::Result lower(ORVEL_TYPES_##count(UPPER)) \
+    {                                                                                                    \
+        return UPPER(ORVEL_NAMES_##count);                                                               \
+    }                                                                                                    \
+    static_assert(true)

@@ -44,11 +44,19 @@ Source current_source(const State& s)
     return {{s.sources->name[k], static_cast<std::size_t>(length)}, s.lines->line[k]};
 }
 
+// Form of the header; a source that is not known gives way to the name of the routine.
+int32_t header_form(const State& s, int32_t type)
+{
+    const int32_t form = attribute(s.errors->atttab, type);
+    const Source source = current_source(s);
+    return form == 3 && source.name == "?" && source.line == 0 ? 1 : form;
+}
+
 // What follows the word "ERROR"; at most 59 characters.
 void put_prefix(Page& prefix, const State& s, int32_t level, int32_t form)
 {
-    const Source source = current_source(s);
-    if (form == 3 && (source.name != "?" || source.line != 0)) {
+    if (form == 3) {
+        const Source source = current_source(s);
         prefix << " from " << source.name;
         if (source.line >= 1) prefix << " at line " << source.line;
     } else if (form != 2) {
@@ -115,6 +123,33 @@ void put_traceback(Page& page, State& s, int32_t level)
     }
 }
 
+// A writer may call the library. What it leaves behind is not the business of the routine whose message it
+// writes: the records from that routine's level up and the empty buffer are restored.
+class Undisturbed {
+public:
+    explicit Undisturbed(State& s) : s_(s), errors_(*s.errors), exceptions_(s.exceptions) {}
+    ~Undisturbed()
+    {
+        orvel_ercom1& e = *s_.errors;
+        for (int32_t k = std::clamp(errors_.level, 1, deepest_level) - 1; k <= deepest_level; ++k) {
+            e.ertype[k] = errors_.ertype[k];
+            e.ercode[k] = errors_.ercode[k];
+        }
+        e.post6 = errors_.post6;
+        e.post7 = errors_.post7;
+        e.msglen = 0;
+        e.parlen = 1;
+        s_.exceptions = exceptions_;
+    }
+    Undisturbed(const Undisturbed&) = delete;
+    Undisturbed& operator=(const Undisturbed&) = delete;
+
+private:
+    State& s_;
+    const orvel_ercom1 errors_;
+    const int exceptions_;
+};
+
 }  // namespace
 
 void print_message(State& s)
@@ -124,7 +159,7 @@ void print_message(State& s)
     orvel_ercom1& e = *s.errors;
     const int32_t level = current_level(s);
     const int32_t type = type_at(s, level);
-    const int32_t form = attribute(e.atttab, type);
+    const int32_t form = header_form(s, type);
     const std::string_view message{s.text->message, static_cast<std::size_t>(message_length(s))};
 
     Page prefix;
@@ -133,9 +168,9 @@ void print_message(State& s)
     Page page;
     page << "\n *** " << severity_word(type) << " ERROR" << prefix.text();
     put_message(page, message, header_room - std::min(header_room, prefix.text().size()));
-    e.msglen = 0;
-    e.parlen = 1;
     if (attribute(e.trctab, type) == 1 && (level > 2 || form > 1)) put_traceback(page, s, level);
+    e.msglen = 0;
+    const Undisturbed records(s);
     write_unit(s.units[2], page.text());
 }
 

@@ -115,13 +115,25 @@ private:
 // Brackets a call of a user's function: library routines that it calls report as if the user had called them.
 class UserCode {
 public:
-    explicit UserCode(frame::State& s) : user_(s.callers->user[frame::current_level(s) - 1]) { user_ = -1; }
-    ~UserCode() { user_ = 0; }
+    explicit UserCode(frame::State& s)
+        : s_(s), user_(s.callers->user[frame::current_level(s) - 1]), exceptions_(s.exceptions)
+    {
+        user_ = -1;
+    }
+
+    // When an exception passes, destructors of the user's may have posted errors on its way.
+    ~UserCode()
+    {
+        user_ = 0;
+        s_.exceptions = exceptions_;
+    }
     UserCode(const UserCode&) = delete;
     UserCode& operator=(const UserCode&) = delete;
 
 private:
+    frame::State& s_;
     int32_t& user_;
+    const int exceptions_;
 };
 
 }  // namespace orvel

@@ -98,6 +98,7 @@ void judge_and_pop(State& s, const PaddedName& name)
         }
         if (is_type(type)) stops = print_and_judge(s, type, caller);
     }
+    if (caller == 1) s.exceptions = 0;
     if (stops) stop(type, code);
 }
 

@@ -9,12 +9,14 @@ namespace {
 
 const Loops* table_of(int level)
 {
-#if defined(ORVEL_X86_LEVELS)
+#ifdef __x86_64__
     __builtin_cpu_init();
-    if (level == 4 && __builtin_cpu_supports("x86-64-v4")) return &loops_v4;
-    if (level == 3 && __builtin_cpu_supports("x86-64-v3")) return &loops_v3;
+    if (level == 4 && __builtin_cpu_supports("x86-64-v4")) return &loops_x86_64_v4;
+    if (level == 3 && __builtin_cpu_supports("x86-64-v3")) return &loops_x86_64_v3;
+    return level == 1 ? &loops_x86_64 : nullptr;
+#else
+    return level == 1 ? &loops_native : nullptr;
 #endif
-    return level == 1 ? &loops_v1 : nullptr;
 }
 
 // Threads that meet here at the first call choose the same.

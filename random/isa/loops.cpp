@@ -1,4 +1,4 @@
-// random/isa/loops.cpp - the hot loops of the generators, for the level ORVEL_LEVEL
+// random/isa/loops.cpp - the hot loops of the generators, for the level ORVEL_ISA
 //
 // Congruential fills run a vector of lanes ahead: lane k starts at the state k + 1 steps on, and a step of
 // all lanes multiplies by the power of the multiplier that skips them. Products are exact integers; twice
@@ -203,9 +203,9 @@ void temper64(const uint64_t* word, int64_t n, T* __restrict out)
 
 }  // namespace
 
-#define ORVEL_TABLE_(level) loops_v##level
-#define ORVEL_TABLE(level) ORVEL_TABLE_(level)
-const Loops ORVEL_TABLE(ORVEL_LEVEL) = {
+#define ORVEL_TABLE_(isa) loops_##isa
+#define ORVEL_TABLE(isa) ORVEL_TABLE_(isa)
+const Loops ORVEL_TABLE(ORVEL_ISA) = {
     congruential<float>,
     congruential<double>,
     congruential<uint32_t>,

@@ -35,12 +35,17 @@ struct Loops {
     void (*double_temper64)(const uint64_t* word, int64_t n, double* out);
 };
 
-extern const Loops loops_v1, loops_v3, loops_v4;
+#ifdef __x86_64__
+extern const Loops loops_x86_64, loops_x86_64_v3, loops_x86_64_v4;
+#else
+extern const Loops loops_native;
+#endif
 
 // The table in use, the best one for the machine; chosen at the first call.
 const Loops& loops();
 
-// Makes the table of level 1, 3 or 4 the one in use. False where the machine or the build has no such level.
+// Makes the table of level 1 (the lowest), 3 or 4 the one in use. False where the machine or the build has no
+// such level.
 bool force_level(int level);
 
 }  // namespace orvel::random

@@ -99,7 +99,10 @@ TEST(Streams, LevelThatIsForcedIsTheOneThatRuns)
         if (!force_level(level)) continue;
         EXPECT_NE(&loops(), last);
         last = &loops();
-        EXPECT_EQ(&loops(), level == 1 ? &loops_v1 : level == 3 ? &loops_v3 : &loops_v4);
+#ifdef __x86_64__
+        const Loops* const tables[] = {&loops_x86_64, nullptr, &loops_x86_64_v3, &loops_x86_64_v4};
+        EXPECT_EQ(&loops(), tables[level - 1]);
+#endif
     }
 }
 

@@ -1,0 +1,194 @@
+// kernels/band.cpp - GBMV, SBMV, HBMV, TBMV, TBSV: band matrices, column by column
+//
+// A band is stored by columns: element (i, j) of a matrix with KU superdiagonals at row KU + i - j of column
+// j.
+#include "frame/export.h"
+#include "kernels/level2.h"
+#include "orvel/kernels.h"
+
+namespace orvel::kernels {
+
+namespace {
+
+constexpr int64_t piece = 256;  // of a vector, copied to the stack
+
+// y += factor * a over n > 0 elements, and a * x; a is contiguous.
+template <class T>
+void add_segment(int64_t n, T factor, const T* a, bool conjugated, T* y, int64_t inc)
+{
+    if (n < 1) return;
+    if (inc == 1) return add_columns(n, 1, a, 1, conjugated, &factor, y);
+    T part[piece];
+    for (int64_t r = 0; r < n; r += piece) {
+        const int64_t rows = std::min(piece, n - r);
+        for (int64_t k = 0; k < rows; ++k) part[k] = y[(r + k) * inc];
+        add_columns(rows, 1, a + r, 1, conjugated, &factor, part);
+        for (int64_t k = 0; k < rows; ++k) y[(r + k) * inc] = part[k];
+    }
+}
+
+template <class T>
+T dot_segment(int64_t n, const T* a, bool conjugated, const T* x, int64_t inc)
+{
+    if (inc == 1) return dot_column(n, a, conjugated, x);
+    T part[piece], sum{};
+    for (int64_t r = 0; r < n; r += piece) {
+        const int64_t rows = std::min(piece, n - r);
+        for (int64_t k = 0; k < rows; ++k) part[k] = x[(r + k) * inc];
+        sum += dot_column(rows, a + r, conjugated, part);
+    }
+    return sum;
+}
+
+template <class T>
+void gbmv(const char* trans, const int32_t* m, const int32_t* n, const int32_t* kl, const int32_t* ku,
+          const T* alpha, const T* a, const int32_t* lda, const T* x, const int32_t* incx, const T* beta,
+          T* y, const int32_t* incy)
+{
+    const auto bad = [](int32_t code, std::string_view text,
+                        std::initializer_list<frame::Parameter> parameters) {
+        complain<T>("GBMV", code, text, parameters);
+    };
+    if (*m < 0) return bad(1, "M must be greater than or equal to zero while %(I1) is given.", {i(1, *m)});
+    if (*n < 0) return bad(2, "N must be greater than or equal to zero while %(I1) is given.", {i(1, *n)});
+    if (*kl < 0) return bad(3, "KL must be greater than or equal to zero while %(I1) is given.", {i(1, *kl)});
+    if (*ku < 0) return bad(4, "KU must be greater than or equal to zero while %(I1) is given.", {i(1, *ku)});
+    if (*lda < int64_t{*kl} + *ku + 1)
+        return bad(5,
+                   "LDA must be greater than or equal to KL + KU + 1 while LDA = %(I1), KL = %(I2) and KU = "
+                   "%(I3) are "
+                   "given.",
+                   {i(1, *lda), i(2, *kl), i(3, *ku)});
+    if (!is_one_of(trans, "NTC"))
+        return bad(6, "TRANS must be set equal to N or T or C while %(L1) is given.", {l(1, {trans, 1})});
+    if (*incx == 0) return bad(7, "INCX must not be equal to zero while %(I1) is given.", {i(1, *incx)});
+    if (*incy == 0) return bad(8, "INCY must not be equal to zero while %(I1) is given.", {i(1, *incy)});
+
+    if (*m == 0 || *n == 0) return;
+    const bool plain = is_letter(trans, 'N'), conjugated = is_letter(trans, 'C');
+    const int64_t rows = *m, columns = *n, below = *kl, above = *ku, step_x = *incx, step_y = *incy;
+    scale_vector<T>(plain ? rows : columns, *beta, y, step_y);
+    if (*alpha == T(0)) return;
+    x = start(x, plain ? columns : rows, step_x);
+    y = start(y, plain ? rows : columns, step_y);
+    for (int64_t j = 0; j < columns; ++j) {
+        const int64_t first = std::max<int64_t>(0, j - above), last = std::min(rows, j + below + 1);
+        if (last <= first) continue;
+        const T* segment = a + j * *lda + (above + first - j);
+        if (plain)
+            add_segment<T>(last - first, *alpha * x[j * step_x], segment, false, y + first * step_y, step_y);
+        else
+            y[j * step_y] +=
+                *alpha * dot_segment(last - first, segment, conjugated, x + first * step_x, step_x);
+    }
+}
+
+template <class T, bool Hermitian>
+void sbmv(const char* uplo, const int32_t* n, const int32_t* k, const T* alpha, const T* a,
+          const int32_t* lda, const T* x, const int32_t* incx, const T* beta, T* y, const int32_t* incy)
+{
+    const auto bad = [](int32_t code, std::string_view text,
+                        std::initializer_list<frame::Parameter> parameters) {
+        complain<T>(Hermitian ? "HBMV" : "SBMV", code, text, parameters);
+    };
+    if (*n < 0) return bad(1, "N must be greater than or equal to zero while %(I1) is given.", {i(1, *n)});
+    if (*k < 0) return bad(2, "K must be greater than or equal to zero while %(I1) is given.", {i(1, *k)});
+    if (*lda <= *k)
+        return bad(3, "LDA must be greater than or equal to K + 1 while LDA = %(I1) and K = %(I2) are given.",
+                   {i(1, *lda), i(2, *k)});
+    if (!is_one_of(uplo, "UL"))
+        return bad(4, "UPLO must be set equal to U or L while %(L1) is given.", {l(1, {uplo, 1})});
+    if (*incx == 0) return bad(5, "INCX must not be equal to zero while %(I1) is given.", {i(1, *incx)});
+    if (*incy == 0) return bad(6, "INCY must not be equal to zero while %(I1) is given.", {i(1, *incy)});
+
+    if (*n == 0) return;
+    const bool lower = is_letter(uplo, 'L');
+    const int64_t order = *n, band = *k, step_x = *incx, step_y = *incy;
+    scale_vector<T>(order, *beta, y, step_y);
+    if (*alpha == T(0)) return;
+    x = start(x, order, step_x);
+    y = start(y, order, step_y);
+    for (int64_t j = 0; j < order; ++j) {
+        const int64_t first = lower ? j + 1 : std::max<int64_t>(0, j - band);
+        const int64_t count = lower ? std::min(order, j + band + 1) - first : j - first;
+        const T* column = a + j * *lda;
+        const T* segment = lower ? column + 1 : column + (band + first - j);
+        const T diagonal = column[lower ? 0 : band], scaled = *alpha * x[j * step_x];
+        add_segment<T>(count, scaled, segment, false, y + first * step_y, step_y);
+        y[j * step_y] += scaled * (Hermitian ? T(std::real(diagonal)) : diagonal) +
+                         *alpha * dot_segment(count, segment, Hermitian, x + first * step_x, step_x);
+    }
+}
+
+enum class Action { multiply, solve };
+
+template <class T, Action action>
+void triangular(const char* uplo, const char* trans, const char* diag, const int32_t* n, const int32_t* k,
+                const T* a, const int32_t* lda, T* x, const int32_t* incx)
+{
+    const auto bad = [](int32_t code, std::string_view text,
+                        std::initializer_list<frame::Parameter> parameters) {
+        complain<T>(action == Action::solve ? "TBSV" : "TBMV", code, text, parameters);
+    };
+    if (*n < 0) return bad(1, "N must be greater than or equal to zero while %(I1) is given.", {i(1, *n)});
+    if (*k < 0) return bad(2, "K must be greater than or equal to zero while %(I1) is given.", {i(1, *k)});
+    if (*lda <= *k)
+        return bad(3, "LDA must be greater than or equal to K + 1 while LDA = %(I1) and K = %(I2) are given.",
+                   {i(1, *lda), i(2, *k)});
+    if (!is_one_of(uplo, "UL"))
+        return bad(4, "UPLO must be set equal to U or L while %(L1) is given.", {l(1, {uplo, 1})});
+    if (!is_one_of(trans, "NTC"))
+        return bad(5, "TRANS must be set equal to N or T or C while %(L1) is given.", {l(1, {trans, 1})});
+    if (!is_one_of(diag, "UN"))
+        return bad(6, "DIAG must be set equal to U or N while %(L1) is given.", {l(1, {diag, 1})});
+    if (*incx == 0) return bad(7, "INCX must not be equal to zero while %(I1) is given.", {i(1, *incx)});
+
+    const bool lower = is_letter(uplo, 'L'), plain = is_letter(trans, 'N'),
+               conjugated = is_letter(trans, 'C');
+    const bool unit = is_letter(diag, 'U');
+    const bool ascending = (action == Action::solve) == (lower == plain);
+    const int64_t order = *n, band = *k, inc = *incx;
+    x = start(x, order, inc);
+    for (int64_t step = 0; step < order; ++step) {
+        const int64_t j = ascending ? step : order - 1 - step;
+        const int64_t first = lower ? j + 1 : std::max<int64_t>(0, j - band);
+        const int64_t count = lower ? std::min(order, j + band + 1) - first : j - first;
+        const T* column = a + j * *lda;
+        const T* segment = lower ? column + 1 : column + (band + first - j);
+        const T stored = column[lower ? 0 : band], diagonal = conjugated ? conjugate(stored) : stored;
+        T& own = x[j * inc];
+        T* others = x + first * inc;
+        if (action == Action::multiply) {
+            if (plain) add_segment<T>(count, own, segment, false, others, inc);
+            if (!unit) own *= diagonal;
+            if (!plain) own += dot_segment<T>(count, segment, conjugated, others, inc);
+        } else {
+            if (!plain) own -= dot_segment<T>(count, segment, conjugated, others, inc);
+            if (!unit) own /= diagonal;
+            if (plain) add_segment<T>(count, -own, segment, false, others, inc);
+        }
+    }
+}
+
+using enum Action;
+
+}  // namespace
+
+}  // namespace orvel::kernels
+
+ORVEL_EXPORT_UPPER(SGBMV, 13, orvel::kernels::gbmv<float>);
+ORVEL_EXPORT_UPPER(DGBMV, 13, orvel::kernels::gbmv<double>);
+ORVEL_EXPORT_UPPER(CGBMV, 13, orvel::kernels::gbmv<orvel_complex>);
+ORVEL_EXPORT_UPPER(ZGBMV, 13, orvel::kernels::gbmv<orvel_dcomplex>);
+ORVEL_EXPORT_UPPER(SSBMV, 11, (orvel::kernels::sbmv<float, false>));
+ORVEL_EXPORT_UPPER(DSBMV, 11, (orvel::kernels::sbmv<double, false>));
+ORVEL_EXPORT_UPPER(CHBMV, 11, (orvel::kernels::sbmv<orvel_complex, true>));
+ORVEL_EXPORT_UPPER(ZHBMV, 11, (orvel::kernels::sbmv<orvel_dcomplex, true>));
+ORVEL_EXPORT_UPPER(STBMV, 9, (orvel::kernels::triangular<float, orvel::kernels::multiply>));
+ORVEL_EXPORT_UPPER(DTBMV, 9, (orvel::kernels::triangular<double, orvel::kernels::multiply>));
+ORVEL_EXPORT_UPPER(CTBMV, 9, (orvel::kernels::triangular<orvel_complex, orvel::kernels::multiply>));
+ORVEL_EXPORT_UPPER(ZTBMV, 9, (orvel::kernels::triangular<orvel_dcomplex, orvel::kernels::multiply>));
+ORVEL_EXPORT_UPPER(STBSV, 9, (orvel::kernels::triangular<float, orvel::kernels::solve>));
+ORVEL_EXPORT_UPPER(DTBSV, 9, (orvel::kernels::triangular<double, orvel::kernels::solve>));
+ORVEL_EXPORT_UPPER(CTBSV, 9, (orvel::kernels::triangular<orvel_complex, orvel::kernels::solve>));
+ORVEL_EXPORT_UPPER(ZTBSV, 9, (orvel::kernels::triangular<orvel_dcomplex, orvel::kernels::solve>));

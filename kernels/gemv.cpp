@@ -1,0 +1,98 @@
+// kernels/gemv.cpp - GEMV: y = alpha * op(A) * x + beta * y
+#include "frame/export.h"
+#include "kernels/level2.h"
+#include "orvel/kernels.h"
+
+namespace orvel::kernels {
+
+namespace {
+
+constexpr int64_t piece = 256;  // of a vector, copied to the stack
+
+template <class T>
+void add_product_with(int64_t m, int64_t n, T alpha, const T* a, int64_t lda, const T* x, int64_t incx, T* y,
+                      int64_t incy)
+{
+    x = start(x, n, incx);
+    y = start(y, m, incy);
+    T scaled[piece], part[piece];
+    for (int64_t j = 0; j < n; j += piece) {
+        const int64_t columns = std::min(piece, n - j);
+        for (int64_t k = 0; k < columns; ++k) scaled[k] = alpha * x[(j + k) * incx];
+        if (incy == 1) {
+            add_columns(m, columns, a + j * lda, lda, false, scaled, y);
+            continue;
+        }
+        for (int64_t r = 0; r < m; r += piece) {
+            const int64_t rows = std::min(piece, m - r);
+            for (int64_t k = 0; k < rows; ++k) part[k] = y[(r + k) * incy];
+            add_columns(rows, columns, a + r + j * lda, lda, false, scaled, part);
+            for (int64_t k = 0; k < rows; ++k) y[(r + k) * incy] = part[k];
+        }
+    }
+}
+
+template <class T>
+void add_transposed_product_with(int64_t m, int64_t n, T alpha, const T* a, int64_t lda, bool conjugated,
+                                 const T* x, int64_t incx, T* y, int64_t incy)
+{
+    x = start(x, m, incx);
+    y = start(y, n, incy);
+    const int64_t span = incx == 1 ? m : piece;
+    T sums[piece], more[piece], part[piece];
+    for (int64_t j = 0; j < n; j += piece) {
+        const int64_t columns = std::min(piece, n - j);
+        std::fill_n(sums, columns, T(0));
+        for (int64_t r = 0; r < m; r += span) {
+            const int64_t rows = std::min(span, m - r);
+            const T* here = x + r;
+            if (incx != 1) {
+                for (int64_t k = 0; k < rows; ++k) part[k] = x[(r + k) * incx];
+                here = part;
+            }
+            dot_columns(rows, columns, a + r + j * lda, lda, conjugated, here, more);
+            for (int64_t k = 0; k < columns; ++k) sums[k] += more[k];
+        }
+        for (int64_t k = 0; k < columns; ++k) y[(j + k) * incy] += alpha * sums[k];
+    }
+}
+
+template <class T>
+void gemv(const char* trans, const int32_t* m, const int32_t* n, const T* alpha, const T* a,
+          const int32_t* lda, const T* x, const int32_t* incx, const T* beta, T* y, const int32_t* incy)
+{
+    const auto bad = [](int32_t code, std::string_view text,
+                        std::initializer_list<frame::Parameter> parameters) {
+        complain<T>("GEMV", code, text, parameters);
+    };
+    if (*m < 0) return bad(1, "M must be greater than or equal to zero while %(I1) is given.", {i(1, *m)});
+    if (*n < 0) return bad(2, "N must be greater than or equal to zero while %(I1) is given.", {i(1, *n)});
+    if (*lda < *m || *lda <= 0)
+        return bad(3,
+                   "LDA must be greater than or equal to M and greater than zero while LDA = %(I1) and M = "
+                   "%(I2) are "
+                   "given.",
+                   {i(1, *lda), i(2, *m)});
+    if (!is_one_of(trans, "NTC"))
+        return bad(4, "TRANS must be set equal to N or T or C while %(L1) is given.", {l(1, {trans, 1})});
+    if (*incx == 0) return bad(5, "INCX must not be equal to zero while %(I1) is given.", {i(1, *incx)});
+    if (*incy == 0) return bad(6, "INCY must not be equal to zero while %(I1) is given.", {i(1, *incy)});
+
+    if (*m == 0 || *n == 0) return;
+    const bool plain = is_letter(trans, 'N');
+    scale_vector<T>(plain ? *m : *n, *beta, y, *incy);
+    if (*alpha == T(0)) return;
+    if (plain)
+        add_product_with<T>(*m, *n, *alpha, a, *lda, x, *incx, y, *incy);
+    else
+        add_transposed_product_with<T>(*m, *n, *alpha, a, *lda, is_letter(trans, 'C'), x, *incx, y, *incy);
+}
+
+}  // namespace
+
+}  // namespace orvel::kernels
+
+ORVEL_EXPORT_UPPER(SGEMV, 11, orvel::kernels::gemv<float>);
+ORVEL_EXPORT_UPPER(DGEMV, 11, orvel::kernels::gemv<double>);
+ORVEL_EXPORT_UPPER(CGEMV, 11, orvel::kernels::gemv<orvel_complex>);
+ORVEL_EXPORT_UPPER(ZGEMV, 11, orvel::kernels::gemv<orvel_dcomplex>);

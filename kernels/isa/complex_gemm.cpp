@@ -1,0 +1,225 @@
+// kernels/isa/complex_gemm.cpp - complex matrix products on packed panels
+//
+// Panels keep real and imaginary parts apart, so that a tile runs like a real one. Each element of C
+// receives, for each inner index in ascending order, the products re*re, -im*im and re*im, im*re, in this
+// order.
+#include "kernels/isa/loops.h"
+#include "kernels/isa/tile.h"
+
+namespace orvel::kernels {
+
+namespace {
+
+template <class R>
+constexpr int most_rows = complex_tile_vectors* lanes<R>;
+
+// One tile of V vectors by N columns; `m` rows of C exist.
+template <class R, int V, int N>
+void complex_tile(int64_t k, const R* a, const R* b, R* c, int64_t ldc, int m)
+{
+    constexpr int L = lanes<R>;
+    using Lane = Vector<R, L>;
+    Lane re[N][V], im[N][V];
+    R buffer[2][N][V * L];
+    const auto full = m == V * L;
+    for (int j = 0; j < N; ++j)
+        if (full)
+            for (int i = 0; i < V * L; ++i) {
+                buffer[0][j][i] = c[2 * (j * ldc + i)];
+                buffer[1][j][i] = c[2 * (j * ldc + i) + 1];
+            }
+        else
+            for (int i = 0; i < V * L; ++i) {
+                buffer[0][j][i] = i < m ? c[2 * (j * ldc + i)] : R(0);
+                buffer[1][j][i] = i < m ? c[2 * (j * ldc + i) + 1] : R(0);
+            }
+#pragma GCC unroll 16
+    for (int j = 0; j < N; ++j)
+#pragma GCC unroll 16
+        for (int v = 0; v < V; ++v) {
+            re[j][v] = *reinterpret_cast<const Lane*>(buffer[0][j] + v * L);
+            im[j][v] = *reinterpret_cast<const Lane*>(buffer[1][j] + v * L);
+        }
+    for (int64_t l = 0; l < k; ++l) {
+        Lane x[V], y[V];
+#pragma GCC unroll 16
+        for (int v = 0; v < V; ++v) {
+            x[v] = *reinterpret_cast<const Lane*>(a + v * L);
+            y[v] = *reinterpret_cast<const Lane*>(a + (V + v) * L);
+        }
+#pragma GCC unroll 16
+        for (int j = 0; j < N; ++j)
+#pragma GCC unroll 16
+            for (int v = 0; v < V; ++v) {
+                re[j][v] += x[v] * b[j];
+                im[j][v] += x[v] * b[N + j];
+                re[j][v] -= y[v] * b[N + j];
+                im[j][v] += y[v] * b[j];
+            }
+        a += 2 * V * L;
+        b += 2 * N;
+    }
+#pragma GCC unroll 16
+    for (int j = 0; j < N; ++j)
+#pragma GCC unroll 16
+        for (int v = 0; v < V; ++v) {
+            *reinterpret_cast<Lane*>(buffer[0][j] + v * L) = re[j][v];
+            *reinterpret_cast<Lane*>(buffer[1][j] + v * L) = im[j][v];
+        }
+    for (int j = 0; j < N; ++j)
+        for (int i = 0; i < m; ++i) {
+            c[2 * (j * ldc + i)] = buffer[0][j][i];
+            c[2 * (j * ldc + i) + 1] = buffer[1][j][i];
+        }
+}
+
+// Panels of most_rows rows, the last one narrower by whole vectors: real parts, then imaginary parts, of a
+// column.
+template <class R>
+void pack_rows(int64_t k, const R* a, Strides s, bool conjugate, int rows, int here, R* to)
+{
+    const R sign = conjugate ? R(-1) : R(1);
+    for (int64_t l = 0; l < k; ++l, to += 2 * rows) {
+        const R* column = a + 2 * l * s.columns;
+        for (int r = 0; r < here; ++r) {
+            to[r] = column[2 * r * s.rows];
+            to[rows + r] = sign * column[2 * r * s.rows + 1];
+        }
+        for (int r = here; r < rows; ++r) to[r] = to[rows + r] = 0;
+    }
+}
+
+template <class R>
+int panel_rows(int64_t left)
+{
+    constexpr int L = lanes<R>;
+    return left >= most_rows<R> ? most_rows<R> : static_cast<int>((left + L - 1) / L * L);
+}
+
+template <class R>
+void pack_a(int64_t m, int64_t k, const R* a, Strides s, bool conjugate, R* to)
+{
+    while (m > 0) {
+        const int rows = panel_rows<R>(m);
+        const int here = m < rows ? static_cast<int>(m) : rows;
+        pack_rows(k, a, s, conjugate, rows, here, to);
+        to += 2 * rows * k;
+        a += 2 * rows * s.rows;
+        m -= here;
+    }
+}
+
+// Widths of the panels of B: as many of the largest as fit, then narrower ones without a gap.
+constexpr int panel_columns(int64_t left)
+{
+    return left >= complex_tile_columns ? complex_tile_columns : left >= 4 ? 4 : left >= 2 ? 2 : 1;
+}
+
+template <class R>
+void pack_b(int64_t k, int64_t n, const R* b, Strides s, bool conjugate, const R* alpha, R* to)
+{
+    const R sign = conjugate ? R(-1) : R(1);
+    const bool one = alpha[0] == R(1) && alpha[1] == R(0);
+    while (n > 0) {
+        const int columns = panel_columns(n);
+        for (int64_t l = 0; l < k; ++l, to += 2 * columns)
+            for (int c = 0; c < columns; ++c) {
+                const R* e = b + 2 * (l * s.rows + c * s.columns);
+                const R re = e[0], im = sign * e[1];
+                to[c] = one ? re : alpha[0] * re - alpha[1] * im;
+                to[columns + c] = one ? im : alpha[0] * im + alpha[1] * re;
+            }
+        b += 2 * columns * s.columns;
+        n -= columns;
+    }
+}
+
+template <class R, int V>
+void tiles_of_columns(int columns, int64_t k, const R* a, const R* b, R* c, int64_t ldc, int m)
+{
+    if (columns == complex_tile_columns) return complex_tile<R, V, complex_tile_columns>(k, a, b, c, ldc, m);
+    if constexpr (complex_tile_columns > 4)
+        if (columns == 4) return complex_tile<R, V, 4>(k, a, b, c, ldc, m);
+    if (columns == 2) return complex_tile<R, V, 2>(k, a, b, c, ldc, m);
+    complex_tile<R, V, 1>(k, a, b, c, ldc, m);
+}
+
+template <class R>
+void multiply_panels(int64_t m, int64_t n, int64_t k, const R* a, const R* b, R* c, int64_t ldc)
+{
+    for (int64_t j = 0; j < n;) {
+        const int columns = panel_columns(n - j);
+        const R* panel = a;
+        for (int64_t i = 0; i < m;) {
+            const int rows = panel_rows<R>(m - i);
+            const int here = m - i < rows ? static_cast<int>(m - i) : rows;
+            R* tile = c + 2 * (j * ldc + i);
+            if (complex_tile_vectors > 1 && rows == most_rows<R>)
+                tiles_of_columns<R, complex_tile_vectors>(columns, k, panel, b, tile, ldc, here);
+            else
+                tiles_of_columns<R, 1>(columns, k, panel, b, tile, ldc, here);
+            panel += 2 * rows * k;
+            i += here;
+        }
+        b += 2 * columns * k;
+        j += columns;
+    }
+}
+
+constexpr int64_t depth = 192;
+constexpr int64_t block_columns = 1536;
+
+template <class R>
+constexpr int64_t block_rows = 384 * 1024 / depth /
+                               static_cast<int64_t>(2 * sizeof(R)) / most_rows<R>* most_rows<R>;
+
+constexpr int64_t smaller(int64_t a, int64_t b) { return a < b ? a : b; }
+
+template <class R>
+int64_t rows_of_work(int64_t m)
+{
+    return smaller((m + lanes<R> - 1) / lanes<R> * lanes<R>, block_rows<R>);
+}
+
+template <class R>
+int64_t workspace(int64_t m, int64_t n, int64_t k)
+{
+    return 2 * (rows_of_work<R>(m) + smaller(n, block_columns)) * smaller(k, depth);
+}
+
+template <class R>
+void packed(const ComplexProduct<R>* p, R* work)
+{
+    R* packed_a = work;
+    R* packed_b = work + 2 * rows_of_work<R>(p->m) * smaller(p->k, depth);
+    for (int64_t j = 0; j < p->n; j += block_columns) {
+        const int64_t n = smaller(p->n - j, block_columns);
+        for (int64_t l = 0; l < p->k; l += depth) {
+            const int64_t k = smaller(p->k - l, depth);
+            pack_b(k, n, p->b + 2 * (l * p->b_rows + j * p->b_columns), {p->b_rows, p->b_columns},
+                   p->b_conjugate, p->alpha, packed_b);
+            for (int64_t i = 0; i < p->m; i += block_rows<R>) {
+                const int64_t m = smaller(p->m - i, block_rows<R>);
+                pack_a(m, k, p->a + 2 * (i * p->a_rows + l * p->a_columns), {p->a_rows, p->a_columns},
+                       p->a_conjugate, packed_a);
+                multiply_panels(m, n, k, packed_a, packed_b, p->c + 2 * (i + j * p->c_columns), p->c_columns);
+            }
+        }
+    }
+}
+
+template <class R>
+constexpr ComplexLevel3<R> complex_loops = {packed<R>, workspace<R>};
+
+}  // namespace
+
+namespace ORVEL_ISA {
+
+extern const ComplexLevel3<float> gemm_c;
+const ComplexLevel3<float> gemm_c = complex_loops<float>;
+extern const ComplexLevel3<double> gemm_z;
+const ComplexLevel3<double> gemm_z = complex_loops<double>;
+
+}  // namespace ORVEL_ISA
+
+}  // namespace orvel::kernels

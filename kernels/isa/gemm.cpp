@@ -1,0 +1,186 @@
+// kernels/isa/gemm.cpp - real matrix products: direct tiles for small sizes, packed panels for large ones
+#include "kernels/isa/loops.h"
+#include "kernels/isa/tile.h"
+
+namespace orvel::kernels {
+
+namespace {
+
+// ---- small sizes: no packing, A with contiguous columns ---------------------------------------------------
+
+template <Factor F, class R, int L, int V, int N>
+int64_t direct_tiles(const Product<R>& p, int64_t row, int64_t j)
+{
+    for (; j + N <= p.n; j += N)
+        real_tile<F, R, L, V, N>(p.k, p.a + row, p.a_columns, p.b + j * p.b_columns, {p.b_rows, p.b_columns},
+                                 p.alpha, p.c + row + j * p.c_columns, p.c_columns);
+    return j;
+}
+
+// V vectors of rows by all columns; the columns that are left over go to ever narrower tiles.
+template <Factor F, class R, int L, int V>
+void direct_columns(const Product<R>& p, int64_t row)
+{
+    int64_t j = direct_tiles<F, R, L, V, tile_columns>(p, row, 0);
+    if constexpr (tile_columns > 4) j = direct_tiles<F, R, L, V, 4>(p, row, j);
+    j = direct_tiles<F, R, L, V, 2>(p, row, j);
+    direct_tiles<F, R, L, V, 1>(p, row, j);
+}
+
+template <Factor F, class R, int L>
+void direct_rows(const Product<R>& p, int64_t row)
+{
+    if constexpr (L == lanes<R>) {
+        for (; row + tile_vectors * L <= p.m; row += tile_vectors * L)
+            direct_columns<F, R, L, tile_vectors>(p, row);
+        for (; row + 2 * L <= p.m; row += 2 * L) direct_columns<F, R, L, 2>(p, row);
+    }
+    for (; row + L <= p.m; row += L) direct_columns<F, R, L, 1>(p, row);
+    if constexpr (L > 1)
+        if (row < p.m) direct_rows<F, R, L / 2>(p, row);
+}
+
+template <class R>
+void direct(const Product<R>* p)
+{
+    if (p->alpha == R(1))
+        direct_rows<Factor::one, R, lanes<R>>(*p, 0);
+    else
+        direct_rows<Factor::alpha, R, lanes<R>>(*p, 0);
+}
+
+// ---- large sizes ------------------------------------------------------------------------------------------
+
+template <class R>
+constexpr int tile_rows = tile_vectors* lanes<R>;
+
+// Panels of tile_rows rows: element (i, l) of a panel is at [l * tile_rows + i]; missing rows are zero.
+template <class R>
+void pack_a(int64_t m, int64_t k, const R* a, Strides s, R* to)
+{
+    constexpr int rows = tile_rows<R>;
+    for (int64_t i = 0; i < m; i += rows, to += rows * k, a += rows * s.rows) {
+        const int here = m - i < rows ? static_cast<int>(m - i) : rows;
+        if (here == rows && s.rows == 1) {
+            for (int64_t l = 0; l < k; ++l)
+                for (int r = 0; r < rows; ++r) to[l * rows + r] = a[l * s.columns + r];
+        } else if (s.columns == 1) {
+            constexpr int64_t strip = 16;  // of a transposed block, so that both sides stay in cache lines
+            for (int64_t l0 = 0; l0 < k; l0 += strip) {
+                const int64_t l1 = l0 + strip < k ? l0 + strip : k;
+                for (int r = 0; r < here; ++r)
+                    for (int64_t l = l0; l < l1; ++l) to[l * rows + r] = a[r * s.rows + l];
+                for (int r = here; r < rows; ++r)
+                    for (int64_t l = l0; l < l1; ++l) to[l * rows + r] = 0;
+            }
+        } else {
+            for (int64_t l = 0; l < k; ++l)
+                for (int r = 0; r < rows; ++r)
+                    to[l * rows + r] = r < here ? a[l * s.columns + r * s.rows] : R(0);
+        }
+    }
+}
+
+// Panels of tile_columns columns of alpha * B; missing columns are zero.
+template <class R>
+void pack_b(int64_t k, int64_t n, const R* b, Strides s, R alpha, R* to)
+{
+    constexpr int columns = tile_columns;
+    for (int64_t j = 0; j < n; j += columns, to += columns * k, b += columns * s.columns) {
+        const int here = n - j < columns ? static_cast<int>(n - j) : columns;
+        if (here == columns)
+            for (int64_t l = 0; l < k; ++l)
+                for (int c = 0; c < columns; ++c) to[l * columns + c] = alpha * b[l * s.rows + c * s.columns];
+        else
+            for (int64_t l = 0; l < k; ++l)
+                for (int c = 0; c < columns; ++c)
+                    to[l * columns + c] = c < here ? alpha * b[l * s.rows + c * s.columns] : R(0);
+    }
+}
+
+// A tile that hangs over the edge of C goes through a buffer.
+template <class R>
+void edge_tile(int64_t k, const R* a, const R* b, R* c, int64_t ldc, int64_t m, int64_t n)
+{
+    constexpr int rows = tile_rows<R>;
+    R buffer[rows * tile_columns];
+    for (int j = 0; j < tile_columns; ++j)
+        for (int i = 0; i < rows; ++i) buffer[j * rows + i] = i < m && j < n ? c[j * ldc + i] : R(0);
+    real_tile<Factor::packed, R, lanes<R>, tile_vectors, tile_columns>(k, a, rows, b, {0, 0}, R(1), buffer,
+                                                                       rows);
+    for (int64_t j = 0; j < n; ++j)
+        for (int64_t i = 0; i < m; ++i) c[j * ldc + i] = buffer[j * rows + i];
+}
+
+template <class R>
+void multiply_panels(int64_t m, int64_t n, int64_t k, const R* a, const R* b, R* c, int64_t ldc)
+{
+    constexpr int rows = tile_rows<R>;
+    for (int64_t j = 0; j < n; j += tile_columns)
+        for (int64_t i = 0; i < m; i += rows) {
+            const R* pa = a + i * k;
+            const R* pb = b + j * k;
+            R* pc = c + j * ldc + i;
+            if (i + rows <= m && j + tile_columns <= n)
+                real_tile<Factor::packed, R, lanes<R>, tile_vectors, tile_columns>(k, pa, rows, pb, {0, 0},
+                                                                                   R(1), pc, ldc);
+            else
+                edge_tile(k, pa, pb, pc, ldc, m - i < rows ? m - i : rows,
+                          n - j < tile_columns ? n - j : tile_columns);
+        }
+}
+
+constexpr int64_t depth = 256;           // inner indices of a packed panel
+constexpr int64_t block_columns = 2048;  // of B packed at a time
+
+// Rows of A packed at a time: a third to a half of the second-level cache, in whole tiles.
+template <class R>
+constexpr int64_t block_rows = 384 * 1024 / depth /
+                               static_cast<int64_t>(sizeof(R)) / tile_rows<R>* tile_rows<R>;
+
+constexpr int64_t round_up(int64_t n, int64_t unit) { return (n + unit - 1) / unit * unit; }
+
+template <class R>
+int64_t workspace(int64_t m, int64_t n, int64_t k)
+{
+    const int64_t rows = m < block_rows<R> ? m : block_rows<R>;
+    const int64_t columns = n < block_columns ? n : block_columns;
+    return (round_up(rows, tile_rows<R>) + round_up(columns, tile_columns)) * (k < depth ? k : depth);
+}
+
+template <class R>
+void packed(const Product<R>* p, R* work)
+{
+    R* packed_a = work;
+    R* packed_b = work + round_up(p->m < block_rows<R> ? p->m : block_rows<R>, tile_rows<R>) *
+                             (p->k < depth ? p->k : depth);
+    for (int64_t j = 0; j < p->n; j += block_columns) {
+        const int64_t n = p->n - j < block_columns ? p->n - j : block_columns;
+        for (int64_t l = 0; l < p->k; l += depth) {
+            const int64_t k = p->k - l < depth ? p->k - l : depth;
+            pack_b(k, n, p->b + l * p->b_rows + j * p->b_columns, {p->b_rows, p->b_columns}, p->alpha,
+                   packed_b);
+            for (int64_t i = 0; i < p->m; i += block_rows<R>) {
+                const int64_t m = p->m - i < block_rows<R> ? p->m - i : block_rows<R>;
+                pack_a(m, k, p->a + i * p->a_rows + l * p->a_columns, {p->a_rows, p->a_columns}, packed_a);
+                multiply_panels(m, n, k, packed_a, packed_b, p->c + i + j * p->c_columns, p->c_columns);
+            }
+        }
+    }
+}
+
+template <class R>
+constexpr RealLevel3<R> real = {direct<R>, packed<R>, workspace<R>};
+
+}  // namespace
+
+namespace ORVEL_ISA {
+
+extern const RealLevel3<float> gemm_s;
+const RealLevel3<float> gemm_s = real<float>;
+extern const RealLevel3<double> gemm_d;
+const RealLevel3<double> gemm_d = real<double>;
+
+}  // namespace ORVEL_ISA
+
+}  // namespace orvel::kernels

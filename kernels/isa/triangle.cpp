@@ -1,0 +1,129 @@
+// kernels/isa/triangle.cpp - small lower triangles applied to rows of a block, in place
+//
+// The triangle L(n, n) is packed by rows; complex ones as pairs. A row of the block holds `width` numbers;
+// complex rows hold their real parts, then their imaginary parts. The order of operations on an element is
+// that of the products of larger blocks: ascending inner index when solving, descending when multiplying.
+#include "kernels/isa/loops.h"
+#include "kernels/isa/tile.h"
+
+namespace orvel::kernels {
+
+namespace {
+
+constexpr int row_vectors = 4;
+
+template <class R>
+using Lane = Vector<R, lanes<R>>;
+
+template <class R>
+inline Lane<R>* row_of(R* x, int64_t row, int vectors)
+{
+    return reinterpret_cast<Lane<R>*>(x) + row * vectors;
+}
+
+template <class R>
+void solve(int64_t n, const R* l, bool unit, R* x)
+{
+    for (int64_t i = 0; i < n; ++i) {
+        Lane<R>* const row = row_of(x, i, row_vectors);
+        Lane<R> sum[row_vectors];
+        for (int v = 0; v < row_vectors; ++v) sum[v] = row[v];
+        for (int64_t k = 0; k < i; ++k)
+            for (int v = 0; v < row_vectors; ++v) sum[v] -= l[i * n + k] * row_of(x, k, row_vectors)[v];
+        for (int v = 0; v < row_vectors; ++v) row[v] = unit ? sum[v] : sum[v] / l[i * n + i];
+    }
+}
+
+template <class R>
+void multiply(int64_t n, const R* l, bool unit, R* x)
+{
+    for (int64_t i = n - 1; i >= 0; --i) {
+        Lane<R>* const row = row_of(x, i, row_vectors);
+        Lane<R> sum[row_vectors];
+        for (int v = 0; v < row_vectors; ++v) sum[v] = unit ? row[v] : l[i * n + i] * row[v];
+        for (int64_t k = i - 1; k >= 0; --k)
+            for (int v = 0; v < row_vectors; ++v) sum[v] += l[i * n + k] * row_of(x, k, row_vectors)[v];
+        for (int v = 0; v < row_vectors; ++v) row[v] = sum[v];
+    }
+}
+
+constexpr int half = row_vectors / 2;
+
+// Divides a row by the complex number (re, im), scaled by its larger part: R. L. Smith, Algorithm 116:
+// Complex division.
+template <class R>
+void divide(R re, R im, Lane<R>* row)
+{
+    const bool swapped = (re < 0 ? -re : re) < (im < 0 ? -im : im);
+    const R ratio = swapped ? re / im : im / re;
+    const R denominator = swapped ? im + re * ratio : re + im * ratio;
+    for (int v = 0; v < half; ++v) {
+        const Lane<R> a = row[v], b = row[half + v];
+        row[v] = (swapped ? a * ratio + b : a + b * ratio) / denominator;
+        row[half + v] = (swapped ? b * ratio - a : b - a * ratio) / denominator;
+    }
+}
+
+template <class R>
+void solve_complex(int64_t n, const R* l, bool unit, R* x)
+{
+    for (int64_t i = 0; i < n; ++i) {
+        Lane<R>* const row = row_of(x, i, row_vectors);
+        Lane<R> re[half], im[half];
+        for (int v = 0; v < half; ++v) re[v] = row[v], im[v] = row[half + v];
+        for (int64_t k = 0; k < i; ++k) {
+            const R a = l[2 * (i * n + k)], b = l[2 * (i * n + k) + 1];
+            const Lane<R>* const known = row_of(x, k, row_vectors);
+            for (int v = 0; v < half; ++v) {
+                re[v] -= a * known[v];
+                im[v] -= a * known[half + v];
+                re[v] += b * known[half + v];
+                im[v] -= b * known[v];
+            }
+        }
+        for (int v = 0; v < half; ++v) row[v] = re[v], row[half + v] = im[v];
+        if (!unit) divide<R>(l[2 * (i * n + i)], l[2 * (i * n + i) + 1], row);
+    }
+}
+
+template <class R>
+void multiply_complex(int64_t n, const R* l, bool unit, R* x)
+{
+    for (int64_t i = n - 1; i >= 0; --i) {
+        Lane<R>* const row = row_of(x, i, row_vectors);
+        const R c = unit ? R(1) : l[2 * (i * n + i)], d = unit ? R(0) : l[2 * (i * n + i) + 1];
+        Lane<R> re[half], im[half];
+        for (int v = 0; v < half; ++v) {
+            re[v] = unit ? row[v] : c * row[v] - d * row[half + v];
+            im[v] = unit ? row[half + v] : c * row[half + v] + d * row[v];
+        }
+        for (int64_t k = i - 1; k >= 0; --k) {
+            const R a = l[2 * (i * n + k)], b = l[2 * (i * n + k) + 1];
+            const Lane<R>* const other = row_of(x, k, row_vectors);
+            for (int v = 0; v < half; ++v) {
+                re[v] += a * other[v];
+                im[v] += a * other[half + v];
+                re[v] -= b * other[half + v];
+                im[v] += b * other[v];
+            }
+        }
+        for (int v = 0; v < half; ++v) row[v] = re[v], row[half + v] = im[v];
+    }
+}
+
+template <class R>
+constexpr Triangles<R> triangles = {row_vectors* lanes<R>, solve<R>,         multiply<R>,
+                                    half* lanes<R>,        solve_complex<R>, multiply_complex<R>};
+
+}  // namespace
+
+namespace ORVEL_ISA {
+
+extern const Triangles<float> triangles_s;
+const Triangles<float> triangles_s = triangles<float>;
+extern const Triangles<double> triangles_d;
+const Triangles<double> triangles_d = triangles<double>;
+
+}  // namespace ORVEL_ISA
+
+}  // namespace orvel::kernels

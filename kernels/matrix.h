@@ -1,0 +1,117 @@
+// kernels/matrix.h - matrices as views, letters of options, complaints about arguments
+#pragma once
+
+#include <complex>
+#include <cstdint>
+#include <initializer_list>
+#include <string_view>
+#include <type_traits>
+
+#include "frame/message.h"
+
+namespace orvel::kernels {
+
+using frame::i;
+using frame::l;
+
+template <class T>
+inline constexpr bool is_complex = false;
+template <class R>
+inline constexpr bool is_complex<std::complex<R>> = true;
+
+template <class T>
+struct RealOf {
+    using type = T;
+};
+template <class R>
+struct RealOf<std::complex<R>> {
+    using type = R;
+};
+template <class T>
+using Real = typename RealOf<std::remove_const_t<T>>::type;
+
+template <class T>
+inline T conjugate(T x)
+{
+    if constexpr (is_complex<T>)
+        return std::conj(x);
+    else
+        return x;
+}
+
+// Element (i, j) is at p[i * rows + j * columns]. Transposed and reversed matrices are views of the same
+// elements, so that one algorithm serves every side and triangle.
+template <class T>
+struct View {
+    T* p;
+    int64_t rows, columns;
+
+    T& operator()(int64_t row, int64_t column) const { return p[row * rows + column * columns]; }
+    View from(int64_t row, int64_t column) const
+    {
+        return {p + row * rows + column * columns, rows, columns};
+    }
+    View transposed() const { return {p, columns, rows}; }
+    View rows_reversed(int64_t m) const { return {p + (m - 1) * rows, -rows, columns}; }
+    View columns_reversed(int64_t n) const { return {p + (n - 1) * columns, rows, -columns}; }
+    View<const T> constant() const { return {p, rows, columns}; }
+};
+
+// A matrix that enters a product, perhaps conjugated.
+template <class T>
+struct Factor {
+    View<const T> view;
+    bool conjugated = false;
+
+    Factor from(int64_t row, int64_t column) const { return {view.from(row, column), conjugated}; }
+    Factor transposed() const { return {view.transposed(), conjugated}; }
+    Factor rows_reversed(int64_t m) const { return {view.rows_reversed(m), conjugated}; }
+    Factor columns_reversed(int64_t n) const { return {view.columns_reversed(n), conjugated}; }
+    Factor adjoint() const { return {view.transposed(), is_complex<T> && !conjugated}; }
+    T operator()(int64_t row, int64_t column) const
+    {
+        return conjugated ? conjugate(view(row, column)) : view(row, column);
+    }
+};
+
+template <class T>
+inline View<T> by_columns(T* a, int32_t lda)
+{
+    return {a, 1, lda};
+}
+
+// ---- option letters, in upper or lower case ---------------------------------------------------------------
+
+constexpr char upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
+inline bool is_letter(const char* given, char letter) { return upper(*given) == letter; }
+inline bool is_one_of(const char* given, std::string_view letters)
+{
+    return letters.find(upper(*given)) != std::string_view::npos;
+}
+
+// op(A) for TRANS = N, T or C.
+template <class T>
+inline Factor<T> operand(const T* a, int32_t lda, const char* trans)
+{
+    const Factor<T> plain{{a, 1, lda}};
+    return is_letter(trans, 'N') ? plain : is_letter(trans, 'T') ? plain.transposed() : plain.adjoint();
+}
+
+// ---- complaints -------------------------------------------------------------------------------------------
+
+// Pushes the kernel's name, posts the TERMINAL error and pops. On the good path a kernel has no frame.
+[[gnu::cold]] void complain_as(char precision, std::string_view kernel, int32_t code, std::string_view text,
+                               std::initializer_list<frame::Parameter> parameters);
+
+template <class T>
+inline constexpr char precision_letter = is_complex<T> ? (sizeof(T) == 8 ? 'C' : 'Z')
+                                                       : (sizeof(T) == 4 ? 'S' : 'D');
+
+template <class T>
+inline void complain(std::string_view kernel, int32_t code, std::string_view text,
+                     std::initializer_list<frame::Parameter> parameters)
+{
+    complain_as(precision_letter<T>, kernel, code, text, parameters);
+}
+
+}  // namespace orvel::kernels

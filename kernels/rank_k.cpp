@@ -1,0 +1,167 @@
+// kernels/rank_k.cpp - SYRK, HERK, SYR2K, HER2K: updates of one triangle by products with a transpose
+#include <algorithm>
+
+#include "frame/export.h"
+#include "kernels/product.h"
+#include "orvel/kernels.h"
+
+namespace orvel::kernels {
+
+namespace {
+
+// A triangle of C(n, n) += A(n, k) * (alpha * B(k, n)): halves until a square fits the stack, where it is
+// formed whole and one triangle of it goes back. Elements of C outside the triangle are neither read nor
+// written.
+template <class T>
+void add_to_triangle(bool lower, int64_t n, int64_t k, T alpha, Factor<T> a, Factor<T> b, View<T> c)
+{
+    constexpr int64_t most = 48;
+    if (n > most) {
+        const int64_t half = (n / 2 + most - 1) / most * most;
+        add_to_triangle(lower, half, k, alpha, a, b, c);
+        if (lower)
+            add_product(n - half, half, k, alpha, a.from(half, 0), b, c.from(half, 0));
+        else
+            add_product(half, n - half, k, alpha, a, b.from(0, half), c.from(0, half));
+        return add_to_triangle(lower, n - half, k, alpha, a.from(half, 0), b.from(0, half),
+                               c.from(half, half));
+    }
+    alignas(64) T buffer[most * most];
+    const View<T> square{buffer, 1, n};
+    const auto inside = [lower](int64_t row, int64_t column) {
+        return lower ? row >= column : row <= column;
+    };
+    for (int64_t j = 0; j < n; ++j)
+        for (int64_t r = 0; r < n; ++r) square(r, j) = inside(r, j) ? c(r, j) : T(0);
+    add_product(n, n, k, alpha, a, b, square);
+    for (int64_t j = 0; j < n; ++j)
+        for (int64_t r = 0; r < n; ++r)
+            if (inside(r, j)) c(r, j) = square(r, j);
+}
+
+template <class T>
+void clear_imaginary_diagonal(int64_t n, View<T> c)
+{
+    for (int64_t j = 0; j < n; ++j) c(j, j) = T(std::real(c(j, j)));
+}
+
+// The checks that all four kernels share; `turned` are the letters that transpose.
+template <class T>
+bool arguments_are_bad(std::string_view kernel, const char* uplo, const char* trans, std::string_view turned,
+                       int32_t n, int32_t k, int32_t lda, const int32_t* ldb, int32_t ldc)
+{
+    const bool plain = is_letter(trans, 'N'), transposed = is_one_of(trans, turned);
+    const auto bad = [&](int32_t code, std::string_view text,
+                         std::initializer_list<frame::Parameter> parameters) {
+        complain<T>(kernel, code, text, parameters);
+        return true;
+    };
+    if (n < 0) return bad(1, "N must be greater than or equal to zero while %(I1) is given.", {i(1, n)});
+    if (k < 0) return bad(2, "K must be greater than or equal to zero while %(I1) is given.", {i(1, k)});
+    if (ldc < n || ldc <= 0)
+        return bad(3,
+                   "LDC must be greater than or equal to N and greater than zero while LDC = %(I1) and N = "
+                   "%(I2) are "
+                   "given.",
+                   {i(1, ldc), i(2, n)});
+    if (plain && (lda < n || lda <= 0))
+        return bad(4,
+                   "LDA must be greater than or equal to N and greater than zero when TRANS = N, but LDA = "
+                   "%(I1) and "
+                   "N = %(I2) are given.",
+                   {i(1, lda), i(2, n)});
+    if (transposed && (lda < k || lda <= 0))
+        return bad(5,
+                   "LDA must be greater than or equal to K and greater than zero when TRANS = T or C, but "
+                   "LDA = %(I1) "
+                   "and K = %(I2) are given.",
+                   {i(1, lda), i(2, k)});
+    if (!plain && !transposed)
+        return turned == "TC" ? bad(6, "TRANS must be set equal to N or T or C while %(L1) is given.",
+                                    {l(1, {trans, 1})})
+               : turned == "T"
+                   ? bad(6, "TRANS must be set equal to N or T while %(L1) is given.", {l(1, {trans, 1})})
+                   : bad(6, "TRANS must be set equal to N or C while %(L1) is given.", {l(1, {trans, 1})});
+    if (ldb != nullptr && plain && (*ldb < n || *ldb <= 0))
+        return bad(7,
+                   "LDB must be greater than or equal to N and greater than zero when TRANS = N, but LDB = "
+                   "%(I1) and "
+                   "N = %(I2) are given.",
+                   {i(1, *ldb), i(2, n)});
+    if (ldb != nullptr && transposed && (*ldb < k || *ldb <= 0))
+        return bad(8,
+                   "LDB must be greater than or equal to K and greater than zero when TRANS = T or C, but "
+                   "LDB = %(I1) "
+                   "and K = %(I2) are given.",
+                   {i(1, *ldb), i(2, k)});
+    if (!is_one_of(uplo, "UL"))
+        return bad(ldb == nullptr ? 7 : 9, "UPLO must be set equal to U or L while %(L1) is given.",
+                   {l(1, {uplo, 1})});
+    return false;
+}
+
+// The letters that transpose in a kernel of type T.
+template <class T, bool Hermitian>
+constexpr std::string_view turning_letters = Hermitian       ? "C"
+                                             : is_complex<T> ? "T"
+                                                             : "TC";
+
+// SYRK and, with a real alpha and beta, HERK.
+template <class T, bool Hermitian, class S>
+void syrk(const char* uplo, const char* trans, const int32_t* n, const int32_t* k, const S* alpha, const T* a,
+          const int32_t* lda, const S* beta, T* c, const int32_t* ldc)
+{
+    if (arguments_are_bad<T>(Hermitian ? "HERK" : "SYRK", uplo, trans, turning_letters<T, Hermitian>, *n, *k,
+                             *lda, nullptr, *ldc))
+        return;
+    if (*n == 0 || ((*alpha == S(0) || *k == 0) && *beta == S(1))) return;
+    const View<T> target = by_columns(c, *ldc);
+    scale<T>(*n, *n, T(*beta), target, upper(*uplo));
+    if (Hermitian) clear_imaginary_diagonal(*n, target);
+    if (*alpha == S(0) || *k == 0) return;
+    const Factor<T> first = operand(a, *lda, trans);
+    const Factor<T> second = Hermitian ? first.adjoint() : first.transposed();
+    add_to_triangle<T>(is_letter(uplo, 'L'), *n, *k, T(*alpha), first, second, target);
+    if (Hermitian) clear_imaginary_diagonal(*n, target);
+}
+
+// SYR2K and, with a real beta, HER2K: all products with op(A) on the left come first, then those with op(B).
+template <class T, bool Hermitian, class S>
+void syr2k(const char* uplo, const char* trans, const int32_t* n, const int32_t* k, const T* alpha,
+           const T* a, const int32_t* lda, const T* b, const int32_t* ldb, const S* beta, T* c,
+           const int32_t* ldc)
+{
+    if (arguments_are_bad<T>(Hermitian ? "HER2K" : "SYR2K", uplo, trans, turning_letters<T, Hermitian>, *n,
+                             *k, *lda, ldb, *ldc))
+        return;
+    if (*n == 0 || ((*alpha == T(0) || *k == 0) && *beta == S(1))) return;
+    const View<T> target = by_columns(c, *ldc);
+    scale<T>(*n, *n, T(*beta), target, upper(*uplo));
+    if (Hermitian) clear_imaginary_diagonal(*n, target);
+    if (*alpha == T(0) || *k == 0) return;
+    const bool lower = is_letter(uplo, 'L');
+    const Factor<T> first = operand(a, *lda, trans), second = operand(b, *ldb, trans);
+    const T turned_alpha = Hermitian ? conjugate(*alpha) : *alpha;
+    add_to_triangle<T>(lower, *n, *k, *alpha, first, Hermitian ? second.adjoint() : second.transposed(),
+                       target);
+    add_to_triangle<T>(lower, *n, *k, turned_alpha, second, Hermitian ? first.adjoint() : first.transposed(),
+                       target);
+    if (Hermitian) clear_imaginary_diagonal(*n, target);
+}
+
+}  // namespace
+
+}  // namespace orvel::kernels
+
+ORVEL_EXPORT_UPPER(SSYRK, 10, (orvel::kernels::syrk<float, false, float>));
+ORVEL_EXPORT_UPPER(DSYRK, 10, (orvel::kernels::syrk<double, false, double>));
+ORVEL_EXPORT_UPPER(CSYRK, 10, (orvel::kernels::syrk<orvel_complex, false, orvel_complex>));
+ORVEL_EXPORT_UPPER(ZSYRK, 10, (orvel::kernels::syrk<orvel_dcomplex, false, orvel_dcomplex>));
+ORVEL_EXPORT_UPPER(CHERK, 10, (orvel::kernels::syrk<orvel_complex, true, float>));
+ORVEL_EXPORT_UPPER(ZHERK, 10, (orvel::kernels::syrk<orvel_dcomplex, true, double>));
+ORVEL_EXPORT_UPPER(SSYR2K, 12, (orvel::kernels::syr2k<float, false, float>));
+ORVEL_EXPORT_UPPER(DSYR2K, 12, (orvel::kernels::syr2k<double, false, double>));
+ORVEL_EXPORT_UPPER(CSYR2K, 12, (orvel::kernels::syr2k<orvel_complex, false, orvel_complex>));
+ORVEL_EXPORT_UPPER(ZSYR2K, 12, (orvel::kernels::syr2k<orvel_dcomplex, false, orvel_dcomplex>));
+ORVEL_EXPORT_UPPER(CHER2K, 12, (orvel::kernels::syr2k<orvel_complex, true, float>));
+ORVEL_EXPORT_UPPER(ZHER2K, 12, (orvel::kernels::syr2k<orvel_dcomplex, true, double>));

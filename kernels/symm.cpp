@@ -1,0 +1,122 @@
+// kernels/symm.cpp - SYMM and HEMM: products with a symmetric or Hermitian matrix of which one triangle is
+// stored
+#include <algorithm>
+
+#include "frame/export.h"
+#include "frame/scratch.h"
+#include "kernels/product.h"
+#include "orvel/kernels.h"
+
+namespace orvel::kernels {
+
+namespace {
+
+template <class T>
+struct Symmetric {
+    View<const T> stored;
+    bool lower, hermitian;
+
+    T operator()(int64_t row, int64_t column) const
+    {
+        const bool here = lower ? row >= column : row <= column;
+        const T x = here ? stored(row, column) : stored(column, row);
+        if (!hermitian) return x;
+        return row == column ? T(std::real(x)) : here ? x : conjugate(x);
+    }
+};
+
+template <class T>
+void expand(const Symmetric<T>& a, int64_t row, int64_t column, int64_t rows, int64_t columns, T* to)
+{
+    for (int64_t j = 0; j < columns; ++j)
+        for (int64_t r = 0; r < rows; ++r) to[j * rows + r] = a(row + r, column + j);
+}
+
+// The full matrix is formed block by block, a slab of the inner index at a time; on the stack where memory is
+// short.
+template <class T>
+void multiply(bool left, int64_t m, int64_t n, T alpha, const Symmetric<T>& a, Factor<T> b, View<T> c)
+{
+    constexpr int64_t small = 32;
+    alignas(64) T on_stack[small * small];
+    Scratch<T> on_heap;
+    const int64_t order = left ? m : n;
+    int64_t depth = std::min<int64_t>(order, 256), span = order;
+    T* block = on_stack;
+    if (order > small) {
+        if (on_heap.allocate(span, depth))
+            block = on_heap;
+        else
+            span = depth = small;
+    }
+    for (int64_t q = 0; q < order; q += depth)
+        for (int64_t r = 0; r < order; r += span) {
+            const int64_t inner = std::min(depth, order - q), outer = std::min(span, order - r);
+            if (left) {
+                expand(a, r, q, outer, inner, block);
+                add_product<T>(outer, n, inner, alpha, {{block, 1, outer}}, b.from(q, 0), c.from(r, 0));
+            } else {
+                expand(a, q, r, inner, outer, block);
+                add_product<T>(m, outer, inner, alpha, b.from(0, q), {{block, 1, inner}}, c.from(0, r));
+            }
+        }
+}
+
+template <class T, bool Hermitian>
+void symm(const char* side, const char* uplo, const int32_t* m, const int32_t* n, const T* alpha, const T* a,
+          const int32_t* lda, const T* b, const int32_t* ldb, const T* beta, T* c, const int32_t* ldc)
+{
+    const bool left = is_letter(side, 'L'), right = is_letter(side, 'R');
+    const auto bad = [](int32_t code, std::string_view text,
+                        std::initializer_list<frame::Parameter> parameters) {
+        complain<T>(Hermitian ? "HEMM" : "SYMM", code, text, parameters);
+    };
+    if (*m < 0) return bad(1, "M must be greater than or equal to zero while %(I1) is given.", {i(1, *m)});
+    if (*n < 0) return bad(2, "N must be greater than or equal to zero while %(I1) is given.", {i(1, *n)});
+    if (*ldc < *m || *ldc <= 0)
+        return bad(3,
+                   "LDC must be greater than or equal to M and greater than zero while LDC = %(I1) and M = "
+                   "%(I2) are "
+                   "given.",
+                   {i(1, *ldc), i(2, *m)});
+    if (left && (*lda < *m || *lda <= 0))
+        return bad(
+            4,
+            "LDA must be greater than or equal to M and greater than zero when SIDE = L, but LDA = %(I1) and "
+            "M = %(I2) are given.",
+            {i(1, *lda), i(2, *m)});
+    if (right && (*lda < *n || *lda <= 0))
+        return bad(
+            5,
+            "LDA must be greater than or equal to N and greater than zero when SIDE = R, but LDA = %(I1) and "
+            "N = %(I2) are given.",
+            {i(1, *lda), i(2, *n)});
+    if (!left && !right)
+        return bad(6, "SIDE must be set equal to L or R while %(L1) is given.", {l(1, {side, 1})});
+    if (*ldb < *m || *ldb <= 0)
+        return bad(7,
+                   "LDB must be greater than or equal to M and greater than zero while LDB = %(I1) and M = "
+                   "%(I2) are "
+                   "given.",
+                   {i(1, *ldb), i(2, *m)});
+    if (!is_one_of(uplo, "UL"))
+        return bad(8, "UPLO must be set equal to U or L while %(L1) is given.", {l(1, {uplo, 1})});
+
+    if (*m == 0 || *n == 0) return;
+    const View<T> target = by_columns(c, *ldc);
+    scale<T>(*m, *n, *beta, target);
+    if (*alpha == T(0)) return;
+    const Symmetric<T> matrix{by_columns(a, *lda), is_letter(uplo, 'L'), Hermitian};
+    multiply<T>(left, *m, *n, *alpha, matrix, {by_columns(b, *ldb)}, target);
+}
+
+}  // namespace
+
+}  // namespace orvel::kernels
+
+ORVEL_EXPORT_UPPER(SSYMM, 12, (orvel::kernels::symm<float, false>));
+ORVEL_EXPORT_UPPER(DSYMM, 12, (orvel::kernels::symm<double, false>));
+ORVEL_EXPORT_UPPER(CSYMM, 12, (orvel::kernels::symm<orvel_complex, false>));
+ORVEL_EXPORT_UPPER(ZSYMM, 12, (orvel::kernels::symm<orvel_dcomplex, false>));
+ORVEL_EXPORT_UPPER(CHEMM, 12, (orvel::kernels::symm<orvel_complex, true>));
+ORVEL_EXPORT_UPPER(ZHEMM, 12, (orvel::kernels::symm<orvel_dcomplex, true>));

@@ -1,0 +1,101 @@
+// kernels/symv.cpp - SYMV and HEMV: y = alpha * A * x + beta * y with a symmetric or Hermitian matrix
+#include "frame/export.h"
+#include "kernels/level2.h"
+#include "orvel/kernels.h"
+
+namespace orvel::kernels {
+
+namespace {
+
+// One strip of columns at a time: the square on the diagonal is made whole; the rectangle beside it, in
+// pieces that stay in the cache, serves y twice, by its columns and by its rows.
+template <class T, bool Hermitian>
+void add_symmetric(bool lower, int64_t n, T alpha, const T* a, int64_t lda, const T* x, T* y)
+{
+    constexpr int64_t strip = 48, height = 256;
+    T square[strip * strip], scaled[strip], sums[strip], total[strip];
+    for (int64_t j = 0; j < n; j += strip) {
+        const int64_t width = std::min(strip, n - j);
+        const T* corner = a + j + j * lda;
+        for (int64_t c = 0; c < width; ++c)
+            for (int64_t r = 0; r < width; ++r) {
+                const bool here = lower ? r >= c : r <= c;
+                const T value = here ? corner[r + c * lda] : corner[c + r * lda];
+                square[r + c * width] = !Hermitian ? value
+                                        : r == c   ? T(std::real(value))
+                                        : here     ? value
+                                                   : conjugate(value);
+            }
+        for (int64_t k = 0; k < width; ++k) scaled[k] = alpha * x[j + k];
+        add_columns(width, width, square, width, false, scaled, y + j);
+        const int64_t first = lower ? j + width : 0, last = lower ? n : j;
+        std::fill_n(total, width, T(0));
+        for (int64_t r = first; r < last; r += height) {
+            const int64_t rows = std::min(height, last - r);
+            const T* part = a + r + j * lda;
+            add_columns(rows, width, part, lda, false, scaled, y + r);
+            dot_columns(rows, width, part, lda, Hermitian, x + r, sums);
+            for (int64_t k = 0; k < width; ++k) total[k] += sums[k];
+        }
+        for (int64_t k = 0; k < width; ++k) y[j + k] += alpha * total[k];
+    }
+}
+
+// The definition, for vectors that cannot be made contiguous.
+template <class T, bool Hermitian>
+void add_symmetric_plainly(bool lower, int64_t n, T alpha, const T* a, int64_t lda, const T* x, int64_t incx,
+                           T* y, int64_t incy)
+{
+    x = start(x, n, incx);
+    y = start(y, n, incy);
+    for (int64_t j = 0; j < n; ++j)
+        for (int64_t r = 0; r < n; ++r) {
+            const bool here = lower ? r >= j : r <= j;
+            const T stored = here ? a[r + j * lda] : a[j + r * lda];
+            const T value = !Hermitian ? stored
+                            : r == j   ? T(std::real(stored))
+                            : here     ? stored
+                                       : conjugate(stored);
+            y[r * incy] += value * (alpha * x[j * incx]);
+        }
+}
+
+template <class T, bool Hermitian>
+void symv(const char* uplo, const int32_t* n, const T* alpha, const T* a, const int32_t* lda, const T* x,
+          const int32_t* incx, const T* beta, T* y, const int32_t* incy)
+{
+    const auto bad = [](int32_t code, std::string_view text,
+                        std::initializer_list<frame::Parameter> parameters) {
+        complain<T>(Hermitian ? "HEMV" : "SYMV", code, text, parameters);
+    };
+    if (*n < 0) return bad(1, "N must be greater than or equal to zero while %(I1) is given.", {i(1, *n)});
+    if (*lda < *n || *lda <= 0)
+        return bad(2,
+                   "LDA must be greater than or equal to N and greater than zero while LDA = %(I1) and N = "
+                   "%(I2) are "
+                   "given.",
+                   {i(1, *lda), i(2, *n)});
+    if (!is_one_of(uplo, "UL"))
+        return bad(3, "UPLO must be set equal to U or L while %(L1) is given.", {l(1, {uplo, 1})});
+    if (*incx == 0) return bad(4, "INCX must not be equal to zero while %(I1) is given.", {i(1, *incx)});
+    if (*incy == 0) return bad(5, "INCY must not be equal to zero while %(I1) is given.", {i(1, *incy)});
+
+    if (*n == 0) return;
+    scale_vector<T>(*n, *beta, y, *incy);
+    if (*alpha == T(0)) return;
+    const Contiguous<const T> whole_x(x, *n, *incx);
+    const Contiguous<T> whole_y(y, *n, *incy);
+    if (whole_x && whole_y)
+        add_symmetric<T, Hermitian>(is_letter(uplo, 'L'), *n, *alpha, a, *lda, whole_x, whole_y);
+    else
+        add_symmetric_plainly<T, Hermitian>(is_letter(uplo, 'L'), *n, *alpha, a, *lda, x, *incx, y, *incy);
+}
+
+}  // namespace
+
+}  // namespace orvel::kernels
+
+ORVEL_EXPORT_UPPER(SSYMV, 10, (orvel::kernels::symv<float, false>));
+ORVEL_EXPORT_UPPER(DSYMV, 10, (orvel::kernels::symv<double, false>));
+ORVEL_EXPORT_UPPER(CHEMV, 10, (orvel::kernels::symv<orvel_complex, true>));
+ORVEL_EXPORT_UPPER(ZHEMV, 10, (orvel::kernels::symv<orvel_dcomplex, true>));

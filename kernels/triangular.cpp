@@ -1,0 +1,166 @@
+// kernels/triangular.cpp - TRMM and TRSM: products and solutions with a triangular matrix
+//
+// Every case is turned into one: B = L * B or L * X = B with a lower triangle L. The right side is the
+// transposed left side, and an upper triangle read from its end is a lower one.
+#include <algorithm>
+
+#include "frame/export.h"
+#include "kernels/isa/loops.h"
+#include "kernels/product.h"
+#include "kernels/vectors.h"
+#include "orvel/kernels.h"
+
+namespace orvel::kernels {
+
+namespace {
+
+enum class Action { multiply, solve };
+
+inline const Triangles<float>& triangle_loops(float) { return *loops().triangles_s; }
+inline const Triangles<double>& triangle_loops(double) { return *loops().triangles_d; }
+
+constexpr int64_t smallest = 32;    // triangles up to this order are applied on the stack
+constexpr int64_t most_width = 64;  // real columns of a block there
+
+template <class T>
+void pack(int64_t n, const Factor<T>& l, T* to)
+{
+    for (int64_t r = 0; r < n; ++r)
+        for (int64_t c = 0; c <= r; ++c) to[r * n + c] = l(r, c);
+}
+
+template <class R>
+void apply_small(Action action, int64_t n, int64_t m, const Factor<R>& l, bool unit, View<R> b)
+{
+    const Triangles<R>& run = triangle_loops(R());
+    const int64_t width = run.width;
+    alignas(64) R triangle[smallest * smallest];
+    alignas(64) R block[smallest * most_width];
+    pack(n, l, triangle);
+    for (int64_t j = 0; j < m; j += width) {
+        const int64_t here = std::min(width, m - j);
+        for (int64_t c = 0; c < width; ++c)
+            for (int64_t r = 0; r < n; ++r) block[r * width + c] = c < here ? b(r, j + c) : R(0);
+        (action == Action::solve ? run.solve : run.multiply)(n, triangle, unit, block);
+        for (int64_t c = 0; c < here; ++c)
+            for (int64_t r = 0; r < n; ++r) b(r, j + c) = block[r * width + c];
+    }
+}
+
+template <class R>
+void apply_small(Action action, int64_t n, int64_t m, const Factor<std::complex<R>>& l, bool unit,
+                 View<std::complex<R>> b)
+{
+    const Triangles<R>& run = triangle_loops(R());
+    const int64_t width = run.complex_width;
+    std::complex<R> triangle[smallest * smallest];
+    alignas(64) R block[smallest * most_width];
+    pack(n, l, triangle);
+    for (int64_t j = 0; j < m; j += width) {
+        const int64_t here = std::min(width, m - j);
+        for (int64_t c = 0; c < width; ++c)
+            for (int64_t r = 0; r < n; ++r) {
+                const std::complex<R> z = c < here ? b(r, j + c) : std::complex<R>();
+                block[2 * r * width + c] = z.real();
+                block[(2 * r + 1) * width + c] = z.imag();
+            }
+        (action == Action::solve ? run.solve_complex : run.multiply_complex)(n, parts(triangle), unit, block);
+        for (int64_t c = 0; c < here; ++c)
+            for (int64_t r = 0; r < n; ++r)
+                b(r, j + c) = {block[2 * r * width + c], block[(2 * r + 1) * width + c]};
+    }
+}
+
+// Halves the triangle. An element meets the inner indices in ascending order when solving and in descending
+// order, from its own on, when multiplying; that is the order of the definitions by columns.
+template <class T>
+void apply(Action action, int64_t n, int64_t m, Factor<T> l, bool unit, View<T> b)
+{
+    if (n <= smallest) return apply_small(action, n, m, l, unit, b);
+    const int64_t half = (n / 2 + smallest - 1) / smallest * smallest, rest = n - half;
+    const View<T> lower = b.from(half, 0);
+    const Factor<T> square = l.from(half, 0);
+    if (action == Action::solve) {
+        apply(action, half, m, l, unit, b);
+        add_product<T>(rest, m, half, T(-1), square, {b.constant()}, lower);
+        apply(action, rest, m, l.from(half, half), unit, lower);
+    } else {
+        apply(action, rest, m, l.from(half, half), unit, lower);
+        add_product<T>(rest, m, half, T(1), square.columns_reversed(half), {b.constant().rows_reversed(half)},
+                       lower);
+        apply(action, half, m, l, unit, b);
+    }
+}
+
+template <class T, Action action>
+void triangular(const char* side, const char* uplo, const char* transa, const char* diag, const int32_t* m,
+                const int32_t* n, const T* alpha, const T* a, const int32_t* lda, T* b, const int32_t* ldb)
+{
+    const bool left = is_letter(side, 'L'), right = is_letter(side, 'R');
+    const auto bad = [](int32_t code, std::string_view text,
+                        std::initializer_list<frame::Parameter> parameters) {
+        complain<T>(action == Action::solve ? "TRSM" : "TRMM", code, text, parameters);
+    };
+    if (*m < 0) return bad(1, "M must be greater than or equal to zero while %(I1) is given.", {i(1, *m)});
+    if (*n < 0) return bad(2, "N must be greater than or equal to zero while %(I1) is given.", {i(1, *n)});
+    if (*ldb < *m || *ldb <= 0)
+        return bad(3,
+                   "LDB must be greater than or equal to M and greater than zero while LDB = %(I1) and M = "
+                   "%(I2) are "
+                   "given.",
+                   {i(1, *ldb), i(2, *m)});
+    if (left && (*lda < *m || *lda <= 0))
+        return bad(
+            4,
+            "LDA must be greater than or equal to M and greater than zero when SIDE = L, but LDA = %(I1) and "
+            "M = %(I2) are given.",
+            {i(1, *lda), i(2, *m)});
+    if (right && (*lda < *n || *lda <= 0))
+        return bad(
+            5,
+            "LDA must be greater than or equal to N and greater than zero when SIDE = R, but LDA = %(I1) and "
+            "N = %(I2) are given.",
+            {i(1, *lda), i(2, *n)});
+    if (!left && !right)
+        return bad(6, "SIDE must be set equal to L or R while %(L1) is given.", {l(1, {side, 1})});
+    if (!is_one_of(uplo, "UL"))
+        return bad(7, "UPLO must be set equal to U or L while %(L1) is given.", {l(1, {uplo, 1})});
+    if (!is_one_of(transa, "NTC"))
+        return bad(8, "TRANSA must be set equal to N or T or C while %(L1) is given.", {l(1, {transa, 1})});
+    if (!is_one_of(diag, "UN"))
+        return bad(9, "DIAG must be set equal to U or N while %(L1) is given.", {l(1, {diag, 1})});
+
+    if (*m == 0 || *n == 0) return;
+    View<T> target = by_columns(b, *ldb);
+    scale<T>(*m, *n, *alpha, target);
+    if (*alpha == T(0)) return;
+    Factor<T> matrix = operand(a, *lda, transa);
+    bool lower = is_letter(uplo, 'L') == is_letter(transa, 'N');
+    int64_t order = *m, others = *n;
+    if (right) {
+        std::swap(order, others);
+        matrix = matrix.transposed();
+        target = target.transposed();
+        lower = !lower;
+    }
+    if (!lower) {
+        matrix = matrix.rows_reversed(order).columns_reversed(order);
+        target = target.rows_reversed(order);
+    }
+    apply<T>(action, order, others, matrix, is_letter(diag, 'U'), target);
+}
+
+using enum Action;
+
+}  // namespace
+
+}  // namespace orvel::kernels
+
+ORVEL_EXPORT_UPPER(STRMM, 11, (orvel::kernels::triangular<float, orvel::kernels::multiply>));
+ORVEL_EXPORT_UPPER(DTRMM, 11, (orvel::kernels::triangular<double, orvel::kernels::multiply>));
+ORVEL_EXPORT_UPPER(CTRMM, 11, (orvel::kernels::triangular<orvel_complex, orvel::kernels::multiply>));
+ORVEL_EXPORT_UPPER(ZTRMM, 11, (orvel::kernels::triangular<orvel_dcomplex, orvel::kernels::multiply>));
+ORVEL_EXPORT_UPPER(STRSM, 11, (orvel::kernels::triangular<float, orvel::kernels::solve>));
+ORVEL_EXPORT_UPPER(DTRSM, 11, (orvel::kernels::triangular<double, orvel::kernels::solve>));
+ORVEL_EXPORT_UPPER(CTRSM, 11, (orvel::kernels::triangular<orvel_complex, orvel::kernels::solve>));
+ORVEL_EXPORT_UPPER(ZTRSM, 11, (orvel::kernels::triangular<orvel_dcomplex, orvel::kernels::solve>));

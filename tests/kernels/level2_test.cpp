@@ -1,0 +1,311 @@
+// tests/kernels/level2_test.cpp - matrix-vector kernels against wide arithmetic, and their complaints
+#include "tests/kernels/matrices.h"
+
+namespace {
+
+using namespace orvel_test;
+
+ORVEL_TEST_KERNEL(gemv, SGEMV, DGEMV, CGEMV, ZGEMV);
+ORVEL_TEST_KERNEL(gbmv, SGBMV, DGBMV, CGBMV, ZGBMV);
+ORVEL_TEST_KERNEL(symv, SSYMV, DSYMV, CHEMV, ZHEMV);
+ORVEL_TEST_KERNEL(sbmv, SSBMV, DSBMV, CHBMV, ZHBMV);
+ORVEL_TEST_KERNEL(trmv, STRMV, DTRMV, CTRMV, ZTRMV);
+ORVEL_TEST_KERNEL(trsv, STRSV, DTRSV, CTRSV, ZTRSV);
+ORVEL_TEST_KERNEL(tbmv, STBMV, DTBMV, CTBMV, ZTBMV);
+ORVEL_TEST_KERNEL(tbsv, STBSV, DTBSV, CTBSV, ZTBSV);
+ORVEL_TEST_KERNEL(geru, SGER, DGER, CGERU, ZGERU);
+ORVEL_TEST_KERNEL(gerc, SGER, DGER, CGERC, ZGERC);
+ORVEL_TEST_KERNEL(syr, SSYR, DSYR, CHER, ZHER);
+ORVEL_TEST_KERNEL(syr2, SSYR2, DSYR2, CHER2, ZHER2);
+
+// A vector with an increment; what lies between its elements is poison and must stay so.
+template <class T>
+struct Strided {
+    int32_t n, inc;
+    std::vector<T> memory;
+
+    Strided(int32_t count, int32_t increment, std::mt19937& random, bool poisoned = false)
+        : n(count), inc(increment), memory(static_cast<size_t>(std::abs(increment)) * count + 1, poison<T>())
+    {
+        for (int32_t k = 0; k < n; ++k) (*this)[k] = poisoned ? poison<T>() : random_value<T>(random);
+    }
+    T& operator[](int32_t k) { return memory[static_cast<size_t>(inc > 0 ? k : n - 1 - k) * std::abs(inc)]; }
+    const T& operator[](int32_t k) const { return const_cast<Strided&>(*this)[k]; }
+    T* data() { return memory.data(); }
+};
+
+template <class T, class Element>
+void compare(const Strided<T>& result, double terms, Element element, const std::string& what)
+{
+    std::vector<bool> used(result.memory.size());
+    for (int32_t k = 0; k < result.n; ++k) {
+        used[static_cast<size_t>(&result[k] - result.memory.data())] = true;
+        ASSERT_NO_FATAL_FAILURE(
+            expect_close(result[k], element(k), 3 * terms + 3, terms, what + " at " + std::to_string(k)));
+    }
+    for (size_t k = 0; k < used.size(); ++k)
+        ASSERT_TRUE(used[k] || is_poison(result.memory[k])) << what;
+}
+
+template <class T>
+class Level2 : public Quiet {
+protected:
+    std::mt19937 random{11};
+    const T alpha = [] {
+        if constexpr (is_complex<T>)
+            return T(Real<T>(-0.7), Real<T>(0.4));
+        else
+            return T(-0.7);
+    }();
+};
+TYPED_TEST_SUITE(Level2, Precisions);
+
+struct Steps {
+    int32_t x, y;
+};
+const Steps steps[] = {{1, 1}, {2, -1}, {-3, 2}, {1, -2}};
+const int32_t orders[] = {0, 1, 2, 7, 33, 65, 130, 300};
+
+// Keeps the elements of a band and poisons the rest of the full matrix; the band goes to its own storage.
+template <class T>
+Matrix<T> band_of(const Matrix<T>& full, int32_t below, int32_t above)
+{
+    Matrix<T> band(below + above + 1, full.columns);
+    for (int32_t j = 0; j < full.columns; ++j)
+        for (int32_t i = std::max(0, j - above); i < std::min(full.rows, j + below + 1); ++i)
+            band(above + i - j, j) = full(i, j);
+    return band;
+}
+
+TYPED_TEST(Level2, GeneralAndBand)
+{
+    using T = TypeParam;
+    on_every_level([&](const std::string& level) {
+        for (const int32_t m : orders)
+            for (const int32_t n : {0, 1, 9, 66, 290})
+                for (const char trans : {'N', 't', 'C'})
+                    for (const bool banded : {false, true})
+                        for (const T beta : {T(0), T(1), T(Real<T>(0.3))}) {
+                            if (m * n > 9000 && beta != T(1)) continue;
+                            const Steps s = steps[(m + n + (trans == 'N')) % 4];
+                            const char up = static_cast<char>(std::toupper(trans));
+                            Matrix<T> a(m, n, this->random);
+                            const int32_t kl = 2, ku = 5;
+                            Matrix<T> band = band_of(a, kl, ku);
+                            const int32_t length_x = up == 'N' ? n : m, length_y = up == 'N' ? m : n;
+                            Strided<T> x(length_x, s.x, this->random),
+                                y(length_y, s.y, this->random, beta == T(0));
+                            const Strided<T> before = y;
+                            if (banded)
+                                gbmv<T>(&trans, &m, &n, &kl, &ku, &this->alpha, band.data(), &band.ld,
+                                        x.data(), &s.x, &beta, y.data(), &s.y);
+                            else
+                                gemv<T>(&trans, &m, &n, &this->alpha, a.data(), &a.ld, x.data(), &s.x, &beta,
+                                        y.data(), &s.y);
+                            if (m == 0 || n == 0) continue;
+                            const auto exact = [&](int32_t k) {
+                                Wide<T> sum{};
+                                for (int32_t l = 0; l < length_x; ++l) {
+                                    const int32_t i = up == 'N' ? k : l, j = up == 'N' ? l : k;
+                                    if (!banded || (i - j <= kl && j - i <= ku))
+                                        sum += op(a, up, k, l) * wide(x[l]);
+                                }
+                                sum *= wide(this->alpha);
+                                return beta == T(0) ? sum : sum + wide(beta) * wide(before[k]);
+                            };
+                            ASSERT_NO_FATAL_FAILURE(
+                                compare(y, length_x, exact, level + trans + std::to_string(m)));
+                        }
+    });
+}
+
+TYPED_TEST(Level2, SymmetricAndItsBand)
+{
+    using T = TypeParam;
+    on_every_level([&](const std::string& level) {
+        for (const int32_t n : orders)
+            for (const char uplo : {'U', 'L'})
+                for (const bool banded : {false, true})
+                    for (const Steps& s : steps) {
+                        Matrix<T> a(n, n, this->random);
+                        const int32_t k = 3;
+                        Matrix<T> band = band_of(a, uplo == 'L' ? k : 0, uplo == 'U' ? k : 0);
+                        a.poison_outside(uplo);
+                        Strided<T> x(n, s.x, this->random), y(n, s.y, this->random);
+                        const Strided<T> before = y;
+                        const T beta(Real<T>(0.3));
+                        if (banded)
+                            sbmv<T>(&uplo, &n, &k, &this->alpha, band.data(), &band.ld, x.data(), &s.x, &beta,
+                                    y.data(), &s.y);
+                        else
+                            symv<T>(&uplo, &n, &this->alpha, a.data(), &a.ld, x.data(), &s.x, &beta, y.data(),
+                                    &s.y);
+                        const auto exact = [&](int32_t i) {
+                            Wide<T> sum{};
+                            for (int32_t j = 0; j < n; ++j) {
+                                if (banded && std::abs(i - j) > k) continue;
+                                const bool here = uplo == 'U' ? i <= j : i >= j;
+                                const Wide<T> e = here ? wide(a(i, j)) : conjugated(wide(a(j, i)));
+                                sum += (i == j ? Wide<T>(std::real(e)) : e) * wide(x[j]);
+                            }
+                            return wide(beta) * wide(before[i]) + wide(this->alpha) * sum;
+                        };
+                        ASSERT_NO_FATAL_FAILURE(compare(y, n, exact, level + uplo + std::to_string(n)));
+                    }
+    });
+}
+
+// The product against the reference; the solution by putting it back into the product.
+TYPED_TEST(Level2, TrianglesAndTheirBands)
+{
+    using T = TypeParam;
+    on_every_level([&](const std::string& level) {
+        for (const int32_t n : orders)
+            for (const char uplo : {'U', 'L'})
+                for (const char trans : {'N', 'T', 'C'})
+                    for (const char diag : {'U', 'N'})
+                        for (const bool banded : {false, true}) {
+                            const int32_t inc = steps[(n + (uplo == 'U')) % 4].x;
+                            const int32_t k = 4;
+                            Matrix<T> a(n, n, this->random);
+                            for (int32_t j = 0; j < n; ++j)
+                                for (int32_t i = 0; i < n; ++i)
+                                    a(i, j) *= i == j ? Real<T>(1) : Real<T>(1) / n;
+                            for (int32_t j = 0; j < n; ++j) a(j, j) += T(std::real(a(j, j)) < 0 ? -1 : 1);
+                            a.poison_outside(uplo, diag == 'U');
+                            Matrix<T> band = band_of(a, uplo == 'L' ? k : 0, uplo == 'U' ? k : 0);
+                            const auto element = [&](int32_t i, int32_t j) {
+                                if (i == j) return diag == 'U' ? Wide<T>(1) : op(a, trans, i, i);
+                                const bool stored = (uplo == 'U') == (trans == 'N') ? i < j : i > j;
+                                return stored && (!banded || std::abs(i - j) <= k) ? op(a, trans, i, j)
+                                                                                   : Wide<T>(0);
+                            };
+                            const auto times = [&](const Strided<T>& v, int32_t i) {
+                                Wide<T> sum{};
+                                for (int32_t j = 0; j < n; ++j) sum += element(i, j) * wide(v[j]);
+                                return sum;
+                            };
+                            Strided<T> x(n, inc, this->random), product = x, solution = x;
+                            if (banded) {
+                                tbmv<T>(&uplo, &trans, &diag, &n, &k, band.data(), &band.ld, product.data(),
+                                        &inc);
+                                tbsv<T>(&uplo, &trans, &diag, &n, &k, band.data(), &band.ld, solution.data(),
+                                        &inc);
+                            } else {
+                                trmv<T>(&uplo, &trans, &diag, &n, a.data(), &a.ld, product.data(), &inc);
+                                trsv<T>(&uplo, &trans, &diag, &n, a.data(), &a.ld, solution.data(), &inc);
+                            }
+                            const std::string what = level + uplo + trans + diag + std::to_string(n);
+                            ASSERT_NO_FATAL_FAILURE(compare(
+                                product, 8, [&](int32_t i) { return times(x, i); }, "product " + what));
+                            ASSERT_NO_FATAL_FAILURE(compare(
+                                x, 16, [&](int32_t i) { return times(solution, i); }, "solution " + what));
+                        }
+    });
+}
+
+TYPED_TEST(Level2, RankOneAndTwo)
+{
+    using T = TypeParam;
+    on_every_level([&](const std::string& level) {
+        for (const int32_t n : orders)
+            for (const Steps& s : steps)
+                for (const char kind : {'u', 'c', 'U', 'L', '2'}) {
+                    const int32_t m = kind == 'u' || kind == 'c' ? n / 2 + 1 : n;
+                    const char uplo = kind == '2' ? 'L' : kind;
+                    Matrix<T> a(m, n, this->random);
+                    if (kind == 'U' || kind == 'L' || kind == '2') a.poison_outside(uplo);
+                    const Matrix<T> before = a;
+                    Strided<T> x(m, s.x, this->random), y(n, s.y, this->random);
+                    const Real<T> real_alpha = std::real(this->alpha);
+                    if (kind == 'u')
+                        geru<T>(&m, &n, &this->alpha, x.data(), &s.x, y.data(), &s.y, a.data(), &a.ld);
+                    else if (kind == 'c')
+                        gerc<T>(&m, &n, &this->alpha, x.data(), &s.x, y.data(), &s.y, a.data(), &a.ld);
+                    else if (kind == '2')
+                        syr2<T>(&uplo, &n, &this->alpha, x.data(), &s.x, y.data(), &s.y, a.data(), &a.ld);
+                    else
+                        syr<T>(&uplo, &n, &real_alpha, x.data(), &s.x, a.data(), &a.ld);
+                    for (int32_t j = 0; j < n; ++j)
+                        for (int32_t i = 0; i < a.ld; ++i) {
+                            const T& value = a.elements[static_cast<size_t>(j) * a.ld + i];
+                            if (i >= m || (kind == 'U' && i > j) || ((kind == 'L' || kind == '2') && i < j)) {
+                                ASSERT_TRUE(is_poison(value)) << level << kind;
+                                continue;
+                            }
+                            const Wide<T> al = wide(this->alpha);
+                            Wide<T> exact = wide(before(i, j));
+                            if (kind == 'u') exact += al * wide(x[i]) * wide(y[j]);
+                            if (kind == 'c') exact += al * wide(x[i]) * conjugated(wide(y[j]));
+                            if (kind == 'U' || kind == 'L')
+                                exact += Wide<T>(real_alpha) * wide(x[i]) * conjugated(wide(x[j]));
+                            if (kind == '2')
+                                exact += al * wide(x[i]) * conjugated(wide(y[j])) +
+                                         conjugated(al) * wide(y[i]) * conjugated(wide(x[j]));
+                            if (i == j && (kind == 'U' || kind == 'L' || kind == '2'))
+                                exact = std::real(exact);
+                            ASSERT_NO_FATAL_FAILURE(expect_close(value, exact, 6, 4, level + kind));
+                        }
+                }
+    });
+}
+
+TEST(MatrixKernelArguments, FirstBadOneIsReported)
+{
+    set_switches(0, 1, 0);
+    Capture printed;
+    const double one = 1;
+    double a[64] = {}, x[8] = {3};
+    const auto check = [&](const char* kernel, int32_t code, const std::string& text) {
+        EXPECT_EQ(outcome(), (Outcome{5, code})) << kernel;
+        EXPECT_EQ(one_line(printed.take()), "\n *** TERMINAL ERROR " + std::to_string(code) + " from " +
+                                                kernel + ".  " + text + " given.\n");
+        EXPECT_EQ(x[0], 3);
+    };
+    const int32_t m1 = -1, zero = 0, i1 = 1, i2 = 2, i3 = 3;
+    DGEMV("Q", &i2, &m1, &one, a, &i1, x, &zero, &one, x, &i1);
+    check("DGEMV", 2, "N must be greater than or equal to zero while -1 is");
+    DGEMV("Q", &i2, &i3, &one, a, &i1, x, &zero, &one, x, &i1);
+    check("DGEMV", 3,
+          "LDA must be greater than or equal to M and greater than zero while LDA = 1 and M = 2 are");
+    DGEMV("Q", &i2, &i3, &one, a, &i2, x, &zero, &one, x, &i1);
+    check("DGEMV", 4, "TRANS must be set equal to N or T or C while Q is");
+    DGEMV("N", &i2, &i3, &one, a, &i2, x, &zero, &one, x, &zero);
+    check("DGEMV", 5, "INCX must not be equal to zero while 0 is");
+    DGEMV("N", &i2, &i3, &one, a, &i2, x, &i1, &one, x, &zero);
+    check("DGEMV", 6, "INCY must not be equal to zero while 0 is");
+    DGBMV("N", &i2, &i3, &i1, &m1, &one, a, &i2, x, &i1, &one, x, &i1);
+    check("DGBMV", 4, "KU must be greater than or equal to zero while -1 is");
+    DGBMV("N", &i2, &i3, &i1, &i1, &one, a, &i2, x, &i1, &one, x, &i1);
+    check("DGBMV", 5,
+          "LDA must be greater than or equal to KL + KU + 1 while LDA = 2, KL = 1 and KU = 1 are");
+    DSBMV("U", &i3, &i2, &one, a, &i2, x, &i1, &one, x, &i1);
+    check("DSBMV", 3, "LDA must be greater than or equal to K + 1 while LDA = 2 and K = 2 are");
+    DSYMV("G", &i3, &one, a, &i3, x, &i1, &one, x, &i1);
+    check("DSYMV", 3, "UPLO must be set equal to U or L while G is");
+    DTRSV("U", "N", "E", &i3, a, &i3, x, &i1);
+    check("DTRSV", 5, "DIAG must be set equal to U or N while E is");
+    DTBMV("U", "N", "U", &i3, &i1, a, &i3, x, &zero);
+    check("DTBMV", 7, "INCX must not be equal to zero while 0 is");
+    DSYR2("L", &i3, &one, x, &i1, x, &i1, a, &i2);
+    check("DSYR2", 2,
+          "LDA must be greater than or equal to N and greater than zero while LDA = 2 and N = 3 are");
+    DGER(&i3, &i2, &one, x, &i1, x, &i1, a, &i2);
+    check("DGER", 3,
+          "LDA must be greater than or equal to M and greater than zero while LDA = 2 and M = 3 are");
+    DSYMM("X", "U", &i2, &i3, &one, a, &i3, x, &i2, &one, a, &i2);
+    check("DSYMM", 6, "SIDE must be set equal to L or R while X is");
+    DTRMM("R", "U", "N", "U", &i2, &i3, &one, a, &i2, x, &i2);
+    check("DTRMM", 5,
+          "LDA must be greater than or equal to N and greater than zero when SIDE = R, but LDA = 2 and N = 3 "
+          "are");
+    const std::complex<double> z(1);
+    std::complex<double> c[64];
+    ZHERK("L", "T", &i2, &i2, &one, c, &i2, &one, c, &i2);
+    check("ZHERK", 6, "TRANS must be set equal to N or C while T is");
+    ZSYR2K("L", "C", &i2, &i2, &z, c, &i2, c, &i2, &z, c, &i2);
+    check("ZSYR2K", 6, "TRANS must be set equal to N or T while C is");
+    set_switches(0, 2, 2);
+}
+
+}  // namespace

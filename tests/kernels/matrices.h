@@ -1,0 +1,150 @@
+// tests/kernels/matrices.h - matrices with poison around them, wide reference arithmetic, kernels by
+// precision
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <complex>
+#include <cstring>
+#include <limits>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "kernels/isa/loops.h"
+#include "tests/support.h"
+
+namespace orvel_test {
+
+template <class T>
+struct Precision {
+    using Real = T;
+    using Wide = long double;
+    static constexpr bool is_complex = false;
+};
+template <class R>
+struct Precision<std::complex<R>> {
+    using Real = R;
+    using Wide = std::complex<long double>;
+    static constexpr bool is_complex = true;
+};
+template <class T>
+using Real = typename Precision<T>::Real;
+template <class T>
+using Wide = typename Precision<T>::Wide;
+template <class T>
+inline constexpr bool is_complex = Precision<T>::is_complex;
+
+template <class T>
+T poison()
+{
+    return T(std::numeric_limits<Real<T>>::quiet_NaN());
+}
+
+template <class T>
+bool is_poison(T x)
+{
+    return std::isnan(std::real(x));
+}
+
+template <class T>
+Wide<T> wide(T x)
+{
+    return Wide<T>(x);
+}
+
+template <class T>
+T conjugated(T x)
+{
+    if constexpr (is_complex<T>)
+        return std::conj(x);
+    else
+        return x;
+}
+inline long double conjugated(long double x) { return x; }
+inline std::complex<long double> conjugated(std::complex<long double> x) { return std::conj(x); }
+
+template <class T>
+T random_value(std::mt19937& random)
+{
+    std::uniform_real_distribution<Real<T>> uniform(Real<T>(-1), Real<T>(1));
+    if constexpr (is_complex<T>) {
+        const Real<T> re = uniform(random);
+        return {re, uniform(random)};
+    } else {
+        return uniform(random);
+    }
+}
+
+// By columns, with three more rows than the leading dimension needs, all poison where nothing is stored.
+template <class T>
+struct Matrix {
+    int32_t rows, columns, ld;
+    std::vector<T> elements;
+
+    Matrix(int32_t m, int32_t n)
+        : rows(m), columns(n), ld(m + 3), elements(static_cast<size_t>(ld) * n, poison<T>())
+    {}
+    Matrix(int32_t m, int32_t n, std::mt19937& random) : Matrix(m, n)
+    {
+        for (int32_t j = 0; j < n; ++j)
+            for (int32_t i = 0; i < m; ++i) (*this)(i, j) = random_value<T>(random);
+    }
+    T& operator()(int32_t i, int32_t j) { return elements[static_cast<size_t>(j) * ld + i]; }
+    const T& operator()(int32_t i, int32_t j) const { return elements[static_cast<size_t>(j) * ld + i]; }
+    T* data() { return elements.data(); }
+
+    void poison_outside(char uplo, bool diagonal = false)
+    {
+        for (int32_t j = 0; j < columns; ++j)
+            for (int32_t i = 0; i < rows; ++i)
+                if ((uplo == 'U' ? i > j : i < j) || (diagonal && i == j)) (*this)(i, j) = poison<T>();
+    }
+};
+
+template <class T>
+Wide<T> op(const Matrix<T>& a, char trans, int32_t i, int32_t j)
+{
+    return trans == 'N' ? wide(a(i, j)) : trans == 'T' ? wide(a(j, i)) : conjugated(wide(a(j, i)));
+}
+
+// A result against its reference: within `terms` roundings of sums whose magnitudes add up to `size`.
+template <class T>
+void expect_close(T value, Wide<T> exact, double size, double terms, const std::string& what)
+{
+    const double eps = static_cast<double>(std::numeric_limits<Real<T>>::epsilon());
+    ASSERT_LE(static_cast<double>(std::abs(wide(value) - exact)), 4 * eps * (terms + 2) * (size + 1e-30))
+        << what;
+}
+
+// Runs the body on every instruction-set level of the machine and proves that the level is the one in use.
+template <class Body>
+void on_every_level(Body body)
+{
+    using namespace orvel::kernels;
+    for (int k = 0; k < level_count(); ++k) {
+        ASSERT_TRUE(force_level(level_name(k)));
+        ASSERT_STREQ(loops().level, level_name(k));
+        body(std::string(level_name(k)));
+    }
+    force_level(nullptr);
+}
+
+#define ORVEL_TEST_KERNEL(name, S, D, C, Z)                        \
+    template <class T>                                             \
+    inline constexpr auto name = [] {                              \
+        if constexpr (std::is_same_v<T, float>)                    \
+            return S;                                              \
+        else if constexpr (std::is_same_v<T, double>)              \
+            return D;                                              \
+        else if constexpr (std::is_same_v<T, std::complex<float>>) \
+            return C;                                              \
+        else                                                       \
+            return Z;                                              \
+    }()
+
+using Precisions = ::testing::Types<float, double, std::complex<float>, std::complex<double>>;
+
+}  // namespace orvel_test
