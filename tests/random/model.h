@@ -16,11 +16,16 @@ namespace orvel_test {
 inline void set_option(int32_t option) { RNOPT(&option); }
 inline void set_seed(int32_t seed) { RNSET(&seed); }
 
-// A stream starts on a thread of its own, where nothing is set up.
+// A stream starts on a thread of its own, where nothing is set up. No error may end the test as if it were
+// good.
 template <class F>
 void on_new_thread(F body)
 {
-    std::thread(body).join();
+    std::thread([&] {
+        set_switches(0, 1, 0);
+        body();
+        EXPECT_EQ(outcome(), (Outcome{0, 0}));
+    }).join();
 }
 
 template <class T>

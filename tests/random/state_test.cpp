@@ -70,6 +70,28 @@ TEST_F(States, SeedsGoodAndBad)
         });
 }
 
+TEST_F(States, WorkerMarksSelectsAndSeeds)
+{
+    on_new_thread([] {
+        const int32_t mark = -1, choose = 4, seed_it = 0, nothing = -2;
+        R1INT(&nothing);
+        R1INT(&choose);
+        EXPECT_EQ(option(), 4);
+        EXPECT_EQ(R2NCOM.seed, 0);
+        R1INT(&mark);
+        R1INT(&seed_it);
+        EXPECT_EQ(R2NCOM.seed, 0);  // marked before: the clock is not asked
+        EXPECT_EQ(option(), 4);
+    });
+    on_new_thread([] {
+        int32_t seed_it = 0, clock = 0;
+        R1INT(&seed_it);
+        expect_clock_seed(R2NCOM.seed);
+        R1CLK(&clock);
+        expect_clock_seed(clock);
+    });
+}
+
 // A table is built once; neither a seed nor another option rebuilds it.
 TEST_F(States, TablesStayUntilTheyAreSetBack)
 {

@@ -85,6 +85,9 @@ TEST(Streams, EqualTheirDefinitionAtEveryLevelInEveryCut)
                         expect_cut(model, random);
                         expect_state(model);
                     }
+                    // One by one, past the end of every block.
+                    for (int k = 0; k < 1700; ++k) ASSERT_EQ(DRNUNF(), model.next<double>()) << k;
+                    expect_state(model);
                 });
             }
     }
