@@ -1,6 +1,4 @@
 // tests/random/stream_test.cpp - every stream bit by bit, at every level, in any cut, precision and thread
-#include <omp.h>
-
 #include <sstream>
 
 #include "random/isa/loops.h"
@@ -185,19 +183,15 @@ TEST(Streams, SeedsOfDistantStreams)
 TEST(Streams, ThreadsShareNothing)
 {
     std::vector<std::vector<double>> drawn(8);
-#pragma omp parallel num_threads(4)
-    {
-#pragma omp for schedule(static, 1)
-        for (int k = 0; k < 8; ++k) {
-            set_option(k + 1);
-            set_seed(100 + k);
-            RNSES(std::vector<float>(128).data());
-            DRNSES(std::vector<double>(128).data());
-            R2NCOM.words_ready = MT32_STATE1.ready = MT64_STATE1.ready = 0;
-            for (int n = 0; n < 50; ++n)
-                for (const double r : draw<double>(20)) drawn[static_cast<std::size_t>(k)].push_back(r);
-        }
-    }
+    const auto body = [&](int k) {
+        set_option(k + 1);
+        set_seed(100 + k);
+        for (int n = 0; n < 50; ++n)
+            for (const double r : draw<double>(20)) drawn[static_cast<std::size_t>(k)].push_back(r);
+    };
+    std::vector<std::thread> team;
+    for (int k = 0; k < 8; ++k) team.emplace_back(body, k);
+    for (std::thread& t : team) t.join();
     for (int k = 0; k < 8; ++k) {
         Model model(100 + k);
         model.option = k + 1;
