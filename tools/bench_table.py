@@ -18,10 +18,10 @@ def main():
             rows[routine, case][who][b["repetition_index"]] = 1e9 / b["items_per_second"]
     print(f"median of {run['benchmarks'][0]['repetitions']} interleaved repetitions; "
           "ratio = time of the peer / ours\n")
-    print(f"{'routine':<8} {'case':<28} {'ours ns':>11}  {'peer':<11} {'peer ns':>11} {'ratio':>6}")
+    print(f"{'routine':<8} {'case':<31} {'ours ns':>11}  {'peer':<11} {'peer ns':>11} {'ratio':>6}")
     for (routine, case), sides in rows.items():
         ours = sides.pop("ours")
-        line = f"{routine:<8} {case:<28} {statistics.median(ours.values()):11.2f}"
+        line = f"{routine:<8} {case:<31} {statistics.median(ours.values()):11.2f}"
         if not sides:
             print(line)
         for who, times in sides.items():

@@ -4,11 +4,11 @@
 set -euo pipefail
 count=0
 while read -r object; do
-    bad=$(nm -C "$object" | awk '$2 !~ /^[tdrbU]$/ && $1 != "U" && !/ [DR] orvel::kernels::[a-z0-9_]+::[a-z0-9_]+$/')
-    undefined=$(nm -u "$object" | grep -v _GLOBAL_OFFSET_TABLE_ || true)
+    bad=$(nm -C --defined-only "$object" | awk '$2 !~ /^[tdrb]$/ && !/ [DR] orvel::[a-z0-9_:]+$/')
+    undefined=$(nm -u "$object" | grep -vE '_GLOBAL_OFFSET_TABLE_|mem(cpy|set|move)$' || true)
     [ -z "$bad$undefined" ] || { printf '%s:\n%s\n%s\n' "$object" "$bad" "$undefined"; exit 1; }
-    [ "$(nm -C "$object" | grep -cE ' [DR] ')" -eq 1 ] || { echo "$object: not one table"; exit 1; }
+    [ "$(nm -C "$object" | grep -cE ' [DR] ')" -ge 1 ] || { echo "$object: no table"; exit 1; }
     count=$((count + 1))
 done < <(find "$1" -path '*/isa/*.o' ! -name 'dispatch*')
 [ "$count" -gt 0 ]
-echo "$count objects of instruction-set levels define one table each"
+echo "$count objects of instruction-set levels define their tables only"

@@ -1,0 +1,189 @@
+/* include/orvel/random.h - uniform random numbers: nine generators, seeds, states, independent streams
+ *
+ *     int32_t option = 8, seed = 123457, n = 1000;
+ *     double r[1000];
+ *     RNOPT(&option);
+ *     RNSET(&seed);
+ *     DRNUN(&n, r);
+ *
+ * Each thread has a stream of its own, set up at its first call, with option 1 and no seed. A thread that
+ * draws without having set a seed takes one from the local time of day; threads that start in the same
+ * second then draw the same numbers. How a stream is cut into calls never changes it, and single and double
+ * members draw from the same stream, but for the shuffled options, where each has its own table.
+ *
+ *     option  generator                                           single values    double values
+ *     1, 2    s = 16807 s mod (2^31 - 1); 2 shuffled              0 < r < 1 (a)    0 < r < 1
+ *     3, 4    the same with 397204094; 4 shuffled                 0 < r < 1 (a)    0 < r < 1
+ *     5, 6    the same with 950706376; 6 shuffled                 0 < r < 1 (a)    0 < r < 1
+ *     7       shift register, X(t) = X(t-1563) xor X(t-96)        0 <= r < 1       0 <= r <= 1
+ *     8       32-bit Mersenne twister MT19937                     0 < r <= 1       0 < r <= 1 + 1.2e-10
+ *     9       64-bit Mersenne twister MT19937-64                  0 <= r <= 1      0 <= r < 1
+ *
+ * (a) Filling the single table of a shuffled option rounds the 64 largest states to 1, once in 3e7 entries.
+ * The single 1 of options 8 and 9 comes once in 3e7 numbers; the 0 of option 7, its double 1, the double
+ * above 1 of option 8 and the 0 of option 9 once in 2e9 or more. A program that divides by r or 1 - r, or
+ * takes a logarithm, looks for them.
+ *
+ * A single value is the double product (state or word times the scale 2^-31 - 2^-55, or the quotient of the
+ * twisters) rounded once more.
+ *
+ * Sources: P. A. W. Lewis, A. S. Goodman, J. M. Miller, A pseudo-random number generator for the System/360,
+ * 1969 (16807); G. S. Fishman, L. R. Moore, An exhaustive analysis of multiplicative congruential random
+ * number generators with modulus 2^31 - 1, 1986 (the large multipliers); T. G. Lewis, W. H. Payne,
+ * Generalized feedback shift register pseudorandom number algorithm, 1973, and M. Fushimi, Random number
+ * generation with the recursion X(t) = X(t-3p) xor X(t-3q), 1990 (shift register); C. Bays, S. D. Durham,
+ * Improving a poor random number generator, 1976 (shuffling); M. Matsumoto, T. Nishimura, Mersenne twister,
+ * 1998, with the key initialisation of 2002, and T. Nishimura, Tables of 64-bit Mersenne twisters, 2000.
+ */
+#ifndef ORVEL_RANDOM_H
+#define ORVEL_RANDOM_H
+
+#include "orvel/types.h"
+
+ORVEL_BEGIN
+
+/* ---- blocks of state, one copy per thread ------------------------------------------------------- */
+
+/* A program may read and write these. What leads nowhere is taken so:
+ *   - a state that is no whole number in 1..2147483646 counts as 1 (it can only get there by hand, or, once
+ *     in 2^30 words, by leaving option 7);
+ *   - an option outside 1..9 generates like 1;
+ *   - an index of the shift register, or a twister position, below its range counts as 1, an index above
+ *     1563 as 1563; negative words of the shift register count without their sign bit;
+ *   - a twister position above 625 (32 bits) or 313 (64 bits) says "never filled", whatever the flag says:
+ *     the next draw seeds the twister from 21641 or 19650218.
+ * Where SEED and STATE differ, congruential options go on from STATE. MODULUS, RECIPROCAL and SCALE are
+ * written for the program to read, as are the masks below. */
+struct orvel_r2ncom {
+    double modulus;           /* 2147483647 */
+    double state;             /* of the congruential generator; last word of option 7 */
+    double reciprocal;        /* 1 / 2147483647, the scale of double members */
+    double double_table[128]; /* shuffle table of double members */
+    int32_t double_ready;     /* LOGICAL */
+    int32_t option;           /* 1..9 */
+    int32_t single_ready;     /* LOGICAL */
+    float single_table[128];  /* shuffle table of single members */
+    int32_t seed;             /* STATE as an integer */
+    int32_t first;            /* index of the next word of the shift register, 1..1563 */
+    int32_t words_ready;      /* LOGICAL */
+    int32_t second;           /* index of the word that it is combined with */
+    float scale;              /* 2^-31 - 2^-55, the scale of single members */
+    int32_t words[1563];      /* shift register, 31 bits each */
+};
+
+struct orvel_mt_state1 {
+    int32_t ready; /* 1 once initialised */
+    int32_t
+        position; /* of the next word, from 1; one more than there are: exhausted, two more: never filled */
+};
+struct orvel_mt32_state2 {
+    uint32_t word[624];
+};
+struct orvel_mt64_state2 {
+    uint64_t word[312];
+};
+
+extern ORVEL_PER_THREAD struct orvel_r2ncom R2NCOM;
+extern ORVEL_PER_THREAD struct orvel_mt_state1 MT32_STATE1;
+extern ORVEL_PER_THREAD struct orvel_mt32_state2 MT32_STATE2;
+extern ORVEL_PER_THREAD struct orvel_mt_state1 MT64_STATE1;
+extern ORVEL_PER_THREAD struct orvel_mt64_state2 MT64_STATE2;
+/* Upper (0x80000000) and lower (0x7FFFFFFF) mask of the 32-bit twister, and both of the 64-bit twister;
+ * written when a twister is initialised. */
+extern ORVEL_PER_THREAD uint32_t MT_MASK1;
+extern ORVEL_PER_THREAD uint32_t MT_MASK2;
+extern ORVEL_PER_THREAD uint64_t MT_MASK3[2];
+
+/* ---- numbers ------------------------------------------------------------------------------------ */
+
+/* Fill R(NR), out, with uniform numbers. NR in. Posts TERMINAL 1 (NR < 1) and then changes nothing; without
+ * an error no name is put on the routine stack, and N1RTY(1) still tells of the routine before. */
+void RNUN(const int32_t* nr, float* r);
+void DRNUN(const int32_t* nr, double* r);
+
+/* One number of the same stream. */
+float RNUNF(void);
+double DRNUNF(void);
+
+/* ---- option and seed ---------------------------------------------------------------------------- */
+
+/* Select the generator of this thread, IOPT in, 1..9. Posts TERMINAL 1 (any other IOPT). State and tables of
+ * all generators are kept. RNOPG: the current option, out. */
+void RNOPT(const int32_t* iopt);
+void RNOPG(int32_t* iopt);
+
+/* Set the seed. ISEED in: 1..2147483646. 0 takes one from the local time of day, 10000 hour + 100 minute +
+ * second + 1 (123457 where that is 1); a thread that has neither a seed nor drawn yet replaces it by a fresh
+ * one at its first draw. Other values are ignored. Posts nothing. Tables and twisters that are in use stay
+ * as they are: a seed reaches a shuffled option, the shift register or a twister only where that has not
+ * been used on this thread, or is set back with RNSES, RNSEF or the flags of the blocks. */
+void RNSET(const int32_t* iseed);
+
+/* The current state as an integer, out: after draws with options 1 to 6 the seed that continues the stream
+ * (unshuffled options), with option 7 the last word; options 8 and 9 leave it alone. A thread without a seed
+ * takes one from the clock first. */
+void RNGET(int32_t* iseed);
+
+/* ISEED2, out: the seed whose stream starts 100000 numbers after that of ISEED1, in; for options 1, 3 and
+ * 5. Options 8 and 9 return ISEED1. Posts TERMINAL 1 (option 2, 4 or 6) and 2 (option 7), and then leaves
+ * ISEED2 alone. An ISEED1 outside 1..2147483646 is taken modulo 2147483647 and may give 0. Both may be the
+ * same variable. */
+void RNISD(const int32_t* iseed1, int32_t* iseed2);
+
+/* ---- saving and restoring ----------------------------------------------------------------------- */
+
+/* Shuffle table of single (DRNGES, DRNSES: double) members, TABLE(128), out of RNGES and into RNSES. A table
+ * that has not been used is 0. RNSES copies elements as long as they lie in (0, 1); when all do, the table is
+ * ready; it posts TERMINAL 1 at the first that does not. TABLE(1) <= 0 posts nothing: the table is filled
+ * anew from the current state at the next draw. */
+void RNGES(float* table);
+void DRNGES(double* table);
+void RNSES(const float* table);
+void DRNSES(const double* table);
+
+/* State of the shift register, IARRAY(1565): the words, the index of the next one and the second index.
+ * RNSEF posts TERMINAL 2 (IARRAY(1564) < 1) and 3 (IARRAY(1565) < 1), and then changes nothing. IARRAY(1) < 1
+ * posts nothing: the register is filled anew from the current seed at the next draw; that is also what a
+ * saved register suffers whose first word happens to be 0. Indices above 1563: see R2NCOM. */
+void RNGEF(int32_t* iarray);
+void RNSEF(const int32_t* iarray);
+
+/* State of a twister, MTABLE(625) or MTABLE(313): position and words. RNSE32 does nothing for a position
+ * above 626, RNSE64 above 314, without a message. Other positions: see R2NCOM. A twister saved before its
+ * first use says "never filled" and, restored, does not start from the seed any more. */
+void RNGE32(int32_t* mtable);
+void RNSE32(const int32_t* mtable);
+void RNGE64(int64_t* mtable);
+void RNSE64(const int64_t* mtable);
+
+/* Initialise a twister from KEY(LEN), in. Posts TERMINAL 1 (LEN < 1). LEN = 1 does nothing. */
+void RNIN32(const int32_t* key, const int32_t* len);
+void RNIN64(const int64_t* key, const int32_t* len);
+
+/* ---- workers, which post nothing ---------------------------------------------------------------- */
+
+/* Set this thread's stream up if need be; then IARG, in: -1 takes a seed as set, a positive value becomes the
+ * option, unchecked, 0 takes a seed from the clock where none is set. */
+void R1INT(const int32_t* iarg);
+
+/* A seed from the clock, out; not stored. */
+void R1CLK(int32_t* iseed);
+
+/* Fill the shuffle table from the state (by the multiplier of the option, 16807 for options 7 to 9), the
+ * shift register or a twister from the integer seed; ISEED in. */
+void R1INS(void);
+void DR1INS(void);
+void R1INF(void);
+void R1IN32(const int32_t* iseed);
+void R1IN64(const int32_t* iseed);
+
+/* R(NR), out, from a twister, whatever the option; one that is not ready is seeded from 21641 or 19650218.
+ * NR < 1 does nothing. */
+void R1T32(const int32_t* nr, float* r);
+void R1T64(const int32_t* nr, float* r);
+void DR1T32(const int32_t* nr, double* r);
+void DR1T64(const int32_t* nr, double* r);
+
+ORVEL_END
+
+#endif

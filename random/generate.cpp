@@ -1,0 +1,100 @@
+// random/generate.cpp - RNUN, RNUNF: uniform numbers of the generator that the thread has chosen
+#include "frame/export.h"
+#include "frame/routine.h"
+#include "random/random.h"
+#include "util/util.h"
+
+namespace orvel::random {
+
+namespace {
+
+template <class T>
+void fill(Stream& g, int64_t n, T* r)
+{
+    orvel_r2ncom& c = *g.common;
+    const int32_t option = c.option;
+    if (is_shuffled(option))
+        fill_shuffled(c, n, r);
+    else if (option == shift_register)
+        fill_register(c, n, r);
+    else if (option == twister32)
+        fill_twister32(g, n, r, g.place32->ready == 1 ? 21641 : c.seed);
+    else if (option == twister64)
+        fill_twister64(g, n, r, g.place64->ready == 1 ? 19650218 : c.seed);
+    else
+        fill_congruential(c, n, r);
+}
+
+// Puts its name on the stack for the error only.
+template <class T>
+[[gnu::cold, gnu::noinline]] void refuse(int32_t nr)
+{
+    Routine<T, "RNUN"> me;
+    int32_t code = 1;
+    util::c1iarg(me.state(), nr, "NR", 1, 0, code);
+}
+
+template <class T>
+void rnun(const int32_t* nr, T* r)
+{
+    if (*nr < 1) [[unlikely]]
+        return refuse<T>(*nr);
+    fill(seeded_stream(), *nr, r);
+}
+
+template <class T>
+[[gnu::noinline]] T one_of_fill()
+{
+    T r;
+    fill(seeded_stream(), 1, &r);
+    return r;
+}
+
+// True when a word can be taken as it is: the twister is ready and its position within the block.
+bool is_at_hand(const orvel_mt_state1& place, int32_t length)
+{
+    return place.ready == 1 && place.position >= 1 && place.position <= length;
+}
+
+bool is_in_register(int32_t index) { return index >= 1 && index <= register_length; }
+
+// The common cases without a loop, and without a call that would need registers saved.
+template <class T>
+T rnunf()
+{
+    Stream& g = thread_stream_as_is();
+    if (!g.seeded) [[unlikely]]
+        return one_of_fill<T>();
+    orvel_r2ncom& c = *g.common;
+    switch (c.option) {
+        case 2:
+        case 4:
+        case 6:
+            if (is_true(shuffle_ready<T>(c)) && is_in_step(c)) return next_shuffled<T>(c);
+            break;
+        case shift_register:
+            if (is_true(c.words_ready) && is_in_register(c.first) && is_in_register(c.second))
+                return next_of_register<T>(c);
+            break;
+        case twister32:
+            if (is_at_hand(*g.place32, 624))
+                return static_cast<T>(deviate(g.words32->word[g.place32->position++ - 1]));
+            break;
+        case twister64:
+            if (is_at_hand(*g.place64, 312))
+                return static_cast<T>(deviate(g.words64->word[g.place64->position++ - 1]));
+            break;
+        default:
+            if (is_in_step(c)) return next_congruential<T>(c);
+    }
+    return one_of_fill<T>();
+}
+
+}  // namespace
+
+}  // namespace orvel::random
+
+ORVEL_EXPORT(RNUN, rnun_, 2, orvel::random::rnun<float>);
+ORVEL_EXPORT(DRNUN, drnun_, 2, orvel::random::rnun<double>);
+ORVEL_EXPORT(RNUNF, rnunf_, 0, orvel::random::rnunf<float>);
+ORVEL_EXPORT(DRNUNF, drnunf_, 0, orvel::random::rnunf<double>);

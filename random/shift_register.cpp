@@ -1,0 +1,175 @@
+// random/shift_register.cpp - option 7: generalized feedback shift register; RNGEF, RNSEF
+//
+// The words start out equidistributed in 32-bit pieces: their bits are three interleaved copies of one bit
+// sequence, x^521 + x^489 + 1, far apart from each other. Source: M. Fushimi, Random number generation with
+// the recursion X(t) = X(t-3p) xor X(t-3q), Journal of Computational and Applied Mathematics 31, 1990.
+#include <algorithm>
+#include <array>
+#include <bitset>
+
+#include "frame/export.h"
+#include "frame/routine.h"
+#include "random/random.h"
+
+namespace orvel::random {
+
+namespace {
+
+constexpr int degree = 521, tap = 489;
+constexpr int near = register_length - 3 * (degree - tap) + 1;  // one-based start of the second index, 1468
+
+// 1042 bits of a sequence, the second half by the recurrence.
+using Bits = std::array<uint8_t, 2 * degree>;
+
+void extend(Bits& bits)
+{
+    for (std::size_t k = degree; k < bits.size(); ++k) bits[k] = bits[k - degree + tap] ^ bits[k - degree];
+}
+
+Bits bits_of_seed(int32_t seed)
+{
+    uint32_t x = static_cast<uint32_t>(seed);
+    if (x << 1 == 0) x = 1;  // 0 and -2^31 would leave a register of zeros
+    Bits bits{};
+    for (int k = 0; k < degree; ++k) {
+        x *= 69069u;
+        bits[static_cast<std::size_t>(k)] = static_cast<int32_t>(x) > 0;
+    }
+    extend(bits);
+    return bits;
+}
+
+using Polynomial = std::bitset<2 * degree>;
+
+// x^E modulo x^521 + x^489 + 1, E = 2^520 + (4^260 - 1) / 3, by squarings, with a factor x at every other.
+Polynomial jump_polynomial()
+{
+    Polynomial p;
+    p[1] = true;
+    for (int step = 1; step <= 520; ++step) {
+        Polynomial square;
+        const std::size_t shift = step % 2 == 0;
+        for (std::size_t e = 0; e < degree; ++e)
+            if (p[e]) square[2 * e + shift] = true;
+        for (std::size_t e = degree; e-- > 0;) {
+            if (!square[degree + e]) continue;
+            square[degree + e] = false;
+            square.flip(e);
+            square.flip(e + tap);
+        }
+        p = square;
+    }
+    return p;
+}
+
+Bits jumped(const Bits& from, const Polynomial& p)
+{
+    Bits to{};
+    for (std::size_t i = 0; i < degree; ++i)
+        for (std::size_t j = 0; j < degree; ++j) to[i] ^= static_cast<uint8_t>(p[j] ? from[i + j] : 0);
+    extend(to);
+    return to;
+}
+
+[[gnu::noinline]] void fill_words(orvel_r2ncom& c)
+{
+    const Polynomial p = jump_polynomial();
+    const Bits a = bits_of_seed(c.seed);
+    const Bits once = jumped(a, p);
+    const Bits twice = jumped(once, p);
+    std::array<uint8_t, register_length> t;
+    for (std::size_t k = 0; k < degree; ++k) {
+        t[3 * k] = a[k];
+        t[3 * k + 1] = once[k];
+        t[3 * k + 2] = twice[k];
+    }
+    std::size_t at = 0, other = near - 1;
+    for (int32_t& word : c.words) {
+        word = 0;
+        for (int bit = 30; bit >= -1; --bit) {  // the last of the 32 bits carries no weight
+            if (bit >= 0) word |= t[at] << bit;
+            t[at] ^= t[other];
+            at = (at + 1) % register_length;
+            other = (other + 1) % register_length;
+        }
+    }
+    c.first = 1;
+    c.second = near;
+    c.words_ready = -1;
+}
+
+int32_t fill_words_out(int32_t* words, int32_t* p, int32_t* q, int64_t n, float* r)
+{
+    return loops().single_register(words, p, q, n, r);
+}
+
+int32_t fill_words_out(int32_t* words, int32_t* p, int32_t* q, int64_t n, double* r)
+{
+    return loops().double_register(words, p, q, n, r);
+}
+
+}  // namespace
+
+template <class T>
+void fill_register(orvel_r2ncom& c, int64_t n, T* r)
+{
+    if (!is_true(c.words_ready)) [[unlikely]]
+        fill_words(c);
+    c.first = std::clamp(c.first, 1, register_length);
+    c.second = std::clamp(c.second, 1, register_length);
+    if (n == 1) {
+        *r = next_of_register<T>(c);
+        return;
+    }
+    int32_t p = c.first - 1, q = c.second - 1;
+    const int32_t word = fill_words_out(c.words, &p, &q, n, r);
+    c.first = p + 1;
+    c.second = q + 1;
+    keep_state(c, static_cast<uint32_t>(word));
+}
+
+template void fill_register<float>(orvel_r2ncom&, int64_t, float*);
+template void fill_register<double>(orvel_r2ncom&, int64_t, double*);
+
+namespace {
+
+void r1inf() { fill_words(*stream().common); }
+
+void rngef(int32_t* iarray)
+{
+    Routine<float, "RNGEF">::visit(frame::state());
+    const orvel_r2ncom& c = *stream().common;
+    std::copy_n(c.words, register_length, iarray);
+    iarray[register_length] = c.first;
+    iarray[register_length + 1] = c.second;
+}
+
+void rnsef(const int32_t* iarray)
+{
+    Routine<float, "RNSEF"> me;
+    orvel_r2ncom& c = *stream().common;
+    if (iarray[0] < 1) {
+        c.words_ready = 0;
+        return;
+    }
+    const int32_t first = iarray[register_length], second = iarray[register_length + 1];
+    if (first < 1)
+        me.post(terminal, 2, "IARRAY(1564) = %(I1).  All elements of IARRAY must be positive.",
+                {i(1, first)});
+    if (second < 1)
+        me.post(terminal, 3, "IARRAY(1565) = %(I1).  All elements of IARRAY must be positive.",
+                {i(1, second)});
+    if (me.failed()) return;
+    std::copy_n(iarray, register_length, c.words);
+    c.first = first;
+    c.second = second;
+    c.words_ready = -1;
+}
+
+}  // namespace
+
+}  // namespace orvel::random
+
+ORVEL_EXPORT(R1INF, r1inf_, 0, orvel::random::r1inf);
+ORVEL_EXPORT(RNGEF, rngef_, 1, orvel::random::rngef);
+ORVEL_EXPORT(RNSEF, rnsef_, 1, orvel::random::rnsef);
