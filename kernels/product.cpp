@@ -182,6 +182,35 @@ template void add_product(int64_t, int64_t, int64_t, std::complex<double>, Facto
                           Factor<std::complex<double>>, View<std::complex<double>>, Target);
 
 template <class T>
+bool add_small_product(int64_t m, int64_t n, int64_t k, const T* a, int64_t lda, const T* b, int64_t b_rows,
+                       int64_t b_columns, bool b_conjugated, T* c, int64_t ldc, bool from_zero)
+{
+    if (m > direct_limit<T> || k > direct_limit<T>) return false;
+    const auto& run = product_loops(T());
+    if constexpr (is_complex<T>) {
+        const ComplexProduct<Part<T>> p{m,         n,      k,         parts(a),     1,      lda,      false,
+                                        parts(b),  b_rows, b_columns, b_conjugated, {1, 0}, parts(c), ldc,
+                                        from_zero, 'A'};
+        run.direct(&p);
+    } else {
+        const Product<T> p{m, n, k, a, 1, lda, b, b_rows, b_columns, T(1), c, ldc, from_zero, 'A'};
+        run.direct(&p);
+    }
+    return true;
+}
+
+template bool add_small_product(int64_t, int64_t, int64_t, const float*, int64_t, const float*, int64_t,
+                                int64_t, bool, float*, int64_t, bool);
+template bool add_small_product(int64_t, int64_t, int64_t, const double*, int64_t, const double*, int64_t,
+                                int64_t, bool, double*, int64_t, bool);
+template bool add_small_product(int64_t, int64_t, int64_t, const std::complex<float>*, int64_t,
+                                const std::complex<float>*, int64_t, int64_t, bool, std::complex<float>*,
+                                int64_t, bool);
+template bool add_small_product(int64_t, int64_t, int64_t, const std::complex<double>*, int64_t,
+                                const std::complex<double>*, int64_t, int64_t, bool, std::complex<double>*,
+                                int64_t, bool);
+
+template <class T>
 void scale(int64_t m, int64_t n, T beta, View<T> c, char uplo)
 {
     if (beta == T(1)) return;

@@ -29,6 +29,12 @@ extern template void add_product(int64_t, int64_t, int64_t, std::complex<double>
                                  Factor<std::complex<double>>, Factor<std::complex<double>>,
                                  View<std::complex<double>>, Target);
 
+// The same for a small A by columns and alpha = 1, with as little as possible around the tiles. False when
+// the sizes are not for the tiles; nothing has been done then.
+template <class T>
+bool add_small_product(int64_t m, int64_t n, int64_t k, const T* a, int64_t lda, const T* b, int64_t b_rows,
+                       int64_t b_columns, bool b_conjugated, T* c, int64_t ldc, bool from_zero);
+
 // C = beta * C, with C not read when beta is 0; only the part that `uplo` names when it is U or L.
 template <class T>
 void scale(int64_t m, int64_t n, T beta, View<T> c, char uplo = 'A');
