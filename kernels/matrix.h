@@ -99,4 +99,9 @@ inline void complain(std::string_view kernel, int32_t code, std::string_view tex
     complain_as(precision_letter<T>, kernel, code, text, parameters);
 }
 
+// The checks of SIDE and of LDA, whose least value depends on it: codes 4 to 6 of the kernels that have a
+// side. Returns whether one of them has failed.
+bool complain_of_side(char precision, std::string_view kernel, const char* side, int32_t m, int32_t n,
+                      int32_t lda);
+
 }  // namespace orvel::kernels

@@ -113,15 +113,37 @@ bool by_panels(int64_t m, int64_t n, int64_t k, T alpha, const Factor<T>& a, con
     return true;
 }
 
+}  // namespace
+
+template <class T>
+bool add_small_product(int64_t m, int64_t n, int64_t k, const T* a, int64_t lda, const T* b, int64_t b_rows,
+                       int64_t b_columns, bool b_conjugated, T* c, int64_t ldc, bool from_zero)
+{
+    if (m > direct_limit<T> || k > direct_limit<T>) return false;
+    const auto& run = product_loops(T());
+    if constexpr (is_complex<T>) {
+        const ComplexProduct<Part<T>> p{m,         n,      k,         parts(a),     1,      lda,      false,
+                                        parts(b),  b_rows, b_columns, b_conjugated, {1, 0}, parts(c), ldc,
+                                        from_zero, 'A'};
+        run.direct(&p);
+    } else {
+        const Product<T> p{m, n, k, a, 1, lda, b, b_rows, b_columns, T(1), c, ldc, from_zero, 'A'};
+        run.direct(&p);
+    }
+    return true;
+}
+
+namespace {
+
 // C by columns with contiguous rows, all of it.
 template <class T>
 void add_to_columns(int64_t m, int64_t n, int64_t k, T alpha, const Factor<T>& a, const Factor<T>& b,
                     const View<T>& c, bool from_zero)
 {
-    if (a.view.rows == 1 && !a.conjugated && alpha == T(1) && m <= direct_limit<T> && k <= direct_limit<T>) {
-        const auto p = task(m, n, k, alpha, a, b, c, {from_zero});
-        return product_loops(T()).direct(&p);
-    }
+    if (a.view.rows == 1 && !a.conjugated && alpha == T(1) &&
+        add_small_product(m, n, k, a.view.p, a.view.columns, b.view.p, b.view.rows, b.view.columns,
+                          b.conjugated, c.p, c.columns, from_zero))
+        return;
     constexpr int64_t small = stack_block<T>;
     if ((m > small || n > small || k > small) && by_panels(m, n, k, alpha, a, b, c, {from_zero})) return;
     if constexpr (is_complex<T>)
@@ -180,24 +202,6 @@ template void add_product(int64_t, int64_t, int64_t, std::complex<float>, Factor
                           Factor<std::complex<float>>, View<std::complex<float>>, Target);
 template void add_product(int64_t, int64_t, int64_t, std::complex<double>, Factor<std::complex<double>>,
                           Factor<std::complex<double>>, View<std::complex<double>>, Target);
-
-template <class T>
-bool add_small_product(int64_t m, int64_t n, int64_t k, const T* a, int64_t lda, const T* b, int64_t b_rows,
-                       int64_t b_columns, bool b_conjugated, T* c, int64_t ldc, bool from_zero)
-{
-    if (m > direct_limit<T> || k > direct_limit<T>) return false;
-    const auto& run = product_loops(T());
-    if constexpr (is_complex<T>) {
-        const ComplexProduct<Part<T>> p{m,         n,      k,         parts(a),     1,      lda,      false,
-                                        parts(b),  b_rows, b_columns, b_conjugated, {1, 0}, parts(c), ldc,
-                                        from_zero, 'A'};
-        run.direct(&p);
-    } else {
-        const Product<T> p{m, n, k, a, 1, lda, b, b_rows, b_columns, T(1), c, ldc, from_zero, 'A'};
-        run.direct(&p);
-    }
-    return true;
-}
 
 template bool add_small_product(int64_t, int64_t, int64_t, const float*, int64_t, const float*, int64_t,
                                 int64_t, bool, float*, int64_t, bool);

@@ -66,10 +66,10 @@ template <class T, bool Hermitian>
 void symm(const char* side, const char* uplo, const int32_t* m, const int32_t* n, const T* alpha, const T* a,
           const int32_t* lda, const T* b, const int32_t* ldb, const T* beta, T* c, const int32_t* ldc)
 {
-    const bool left = is_letter(side, 'L'), right = is_letter(side, 'R');
+    constexpr std::string_view kernel = Hermitian ? "HEMM" : "SYMM";
     const auto bad = [](int32_t code, std::string_view text,
                         std::initializer_list<frame::Parameter> parameters) {
-        complain<T>(Hermitian ? "HEMM" : "SYMM", code, text, parameters);
+        complain<T>(kernel, code, text, parameters);
     };
     if (*m < 0) return bad(1, "M must be greater than or equal to zero while %(I1) is given.", {i(1, *m)});
     if (*n < 0) return bad(2, "N must be greater than or equal to zero while %(I1) is given.", {i(1, *n)});
@@ -79,20 +79,7 @@ void symm(const char* side, const char* uplo, const int32_t* m, const int32_t* n
                    "%(I2) are "
                    "given.",
                    {i(1, *ldc), i(2, *m)});
-    if (left && (*lda < *m || *lda <= 0))
-        return bad(
-            4,
-            "LDA must be greater than or equal to M and greater than zero when SIDE = L, but LDA = %(I1) and "
-            "M = %(I2) are given.",
-            {i(1, *lda), i(2, *m)});
-    if (right && (*lda < *n || *lda <= 0))
-        return bad(
-            5,
-            "LDA must be greater than or equal to N and greater than zero when SIDE = R, but LDA = %(I1) and "
-            "N = %(I2) are given.",
-            {i(1, *lda), i(2, *n)});
-    if (!left && !right)
-        return bad(6, "SIDE must be set equal to L or R while %(L1) is given.", {l(1, {side, 1})});
+    if (complain_of_side(precision_letter<T>, kernel, side, *m, *n, *lda)) return;
     if (*ldb < *m || *ldb <= 0)
         return bad(7,
                    "LDB must be greater than or equal to M and greater than zero while LDB = %(I1) and M = "
@@ -107,7 +94,7 @@ void symm(const char* side, const char* uplo, const int32_t* m, const int32_t* n
     scale<T>(*m, *n, *beta, target);
     if (*alpha == T(0)) return;
     const Symmetric<T> matrix{by_columns(a, *lda), is_letter(uplo, 'L'), Hermitian};
-    multiply<T>(left, *m, *n, *alpha, matrix, {by_columns(b, *ldb)}, target);
+    multiply<T>(is_letter(side, 'L'), *m, *n, *alpha, matrix, {by_columns(b, *ldb)}, target);
 }
 
 }  // namespace

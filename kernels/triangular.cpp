@@ -108,10 +108,10 @@ template <class T, Action action>
 void triangular(const char* side, const char* uplo, const char* transa, const char* diag, const int32_t* m,
                 const int32_t* n, const T* alpha, const T* a, const int32_t* lda, T* b, const int32_t* ldb)
 {
-    const bool left = is_letter(side, 'L'), right = is_letter(side, 'R');
+    constexpr std::string_view kernel = action == Action::solve ? "TRSM" : "TRMM";
     const auto bad = [](int32_t code, std::string_view text,
                         std::initializer_list<frame::Parameter> parameters) {
-        complain<T>(action == Action::solve ? "TRSM" : "TRMM", code, text, parameters);
+        complain<T>(kernel, code, text, parameters);
     };
     if (*m < 0) return bad(1, "M must be greater than or equal to zero while %(I1) is given.", {i(1, *m)});
     if (*n < 0) return bad(2, "N must be greater than or equal to zero while %(I1) is given.", {i(1, *n)});
@@ -121,20 +121,7 @@ void triangular(const char* side, const char* uplo, const char* transa, const ch
                    "%(I2) are "
                    "given.",
                    {i(1, *ldb), i(2, *m)});
-    if (left && (*lda < *m || *lda <= 0))
-        return bad(
-            4,
-            "LDA must be greater than or equal to M and greater than zero when SIDE = L, but LDA = %(I1) and "
-            "M = %(I2) are given.",
-            {i(1, *lda), i(2, *m)});
-    if (right && (*lda < *n || *lda <= 0))
-        return bad(
-            5,
-            "LDA must be greater than or equal to N and greater than zero when SIDE = R, but LDA = %(I1) and "
-            "N = %(I2) are given.",
-            {i(1, *lda), i(2, *n)});
-    if (!left && !right)
-        return bad(6, "SIDE must be set equal to L or R while %(L1) is given.", {l(1, {side, 1})});
+    if (complain_of_side(precision_letter<T>, kernel, side, *m, *n, *lda)) return;
     if (!is_one_of(uplo, "UL"))
         return bad(7, "UPLO must be set equal to U or L while %(L1) is given.", {l(1, {uplo, 1})});
     if (!is_one_of(transa, "NTC"))
@@ -149,7 +136,7 @@ void triangular(const char* side, const char* uplo, const char* transa, const ch
     Factor<T> matrix = operand(a, *lda, transa);
     bool lower = is_letter(uplo, 'L') == is_letter(transa, 'N');
     int64_t order = *m, others = *n;
-    if (right) {
+    if (is_letter(side, 'R')) {
         std::swap(order, others);
         matrix = matrix.transposed();
         target = target.transposed();
