@@ -50,6 +50,9 @@ inline void dot_columns(int64_t m, int64_t n, const orvel_dcomplex* a, int64_t l
     loops().level2->z.dot_columns(m, n, parts(a), lda, conjugated, parts(x), parts(y));
 }
 
+inline const RealLevel2<float>& level2_loops(float) { return loops().level2->s; }
+inline const RealLevel2<double>& level2_loops(double) { return loops().level2->d; }
+
 template <class T>
 inline T dot_column(int64_t m, const T* a, bool conjugated, const T* x)
 {

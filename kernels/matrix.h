@@ -71,7 +71,9 @@ constexpr char upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c
 inline bool is_letter(const char* given, char letter) { return upper(*given) == letter; }
 inline bool is_one_of(const char* given, std::string_view letters)
 {
-    return letters.find(upper(*given)) != std::string_view::npos;
+    for (const char letter : letters)
+        if (upper(*given) == letter) return true;
+    return false;
 }
 
 // op(A) for TRANS = N, T or C.

@@ -52,6 +52,17 @@ constexpr int64_t direct_limit = is_complex<T> ? 48 : 160;
 template <class T>
 constexpr int64_t stack_block = is_complex<T> ? 32 : 64;
 
+// to(rows, columns) by columns = the block of a factor.
+template <class T>
+void copy_block(int64_t rows, int64_t columns, const Factor<T>& from, T* to)
+{
+    if constexpr (!is_complex<T>)
+        if (from.view.columns == 1)
+            return product_loops(T()).transpose(columns, rows, from.view.p, from.view.rows, to, rows);
+    for (int64_t s = 0; s < rows; ++s)
+        for (int64_t t = 0; t < columns; ++t) to[t * rows + s] = from(s, t);
+}
+
 template <class T>
 void by_blocks(int64_t m, int64_t n, int64_t k, T alpha, const Factor<T>& a, const Factor<T>& b,
                const View<T>& c, bool from_zero)
@@ -71,8 +82,7 @@ void by_blocks(int64_t m, int64_t n, int64_t k, T alpha, const Factor<T>& a, con
                 const int64_t rows = std::min(size, m - r);
                 Factor<T> first = a.from(r, q);
                 if (first.view.rows != 1 || first.conjugated) {
-                    for (int64_t s = 0; s < rows; ++s)
-                        for (int64_t t = 0; t < depth; ++t) block_of_a[t * rows + s] = first(s, t);
+                    copy_block<T>(rows, depth, first, block_of_a);
                     first = {{block_of_a, 1, rows}};
                 }
                 const Target here{from_zero && q == 0};

@@ -22,6 +22,19 @@ void add_column(int64_t first, int64_t last, T factor, const T* x, int64_t incx,
     }
 }
 
+// A += alpha * x * y^T, with x contiguous: a piece of columns at a time.
+template <class R>
+void add_columns_of(int64_t m, int64_t n, R alpha, const R* x, const R* y, int64_t incy, R* a, int64_t lda)
+{
+    constexpr int64_t piece = 64;
+    R factors[piece];
+    for (int64_t j = 0; j < n; j += piece) {
+        const int64_t columns = std::min(piece, n - j);
+        for (int64_t k = 0; k < columns; ++k) factors[k] = alpha * y[(j + k) * incy];
+        level2_loops(alpha).add_rank_1(m, columns, x, factors, a + j * lda, lda);
+    }
+}
+
 template <class T, bool Conjugated>
 void ger(const int32_t* m, const int32_t* n, const T* alpha, const T* x, const int32_t* incx, const T* y,
          const int32_t* incy, T* a, const int32_t* lda)
@@ -44,6 +57,8 @@ void ger(const int32_t* m, const int32_t* n, const T* alpha, const T* x, const i
     if (*m == 0 || *n == 0 || *alpha == T(0)) return;
     const T* first_x = start(x, *m, *incx);
     const T* first_y = start(y, *n, *incy);
+    if constexpr (!is_complex<T>)
+        if (*incx == 1) return add_columns_of(*m, *n, *alpha, first_x, first_y, *incy, a, *lda);
     for (int64_t j = 0; j < *n; ++j) {
         const T element = first_y[j * *incy];
         add_column<T>(0, *m, *alpha * (Conjugated ? conjugate(element) : element), first_x, *incx,

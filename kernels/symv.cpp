@@ -7,45 +7,51 @@ namespace orvel::kernels {
 
 namespace {
 
+// y += S * x for a square on the diagonal, of which one triangle is read.
+template <class T, bool Hermitian>
+void add_square(int64_t n, bool lower, const T* a, int64_t lda, const T* x, T* y)
+{
+    if constexpr (is_complex<T>) {
+        for (int64_t c = 0; c < n; ++c)
+            for (int64_t r = 0; r < n; ++r) {
+                const bool here = lower ? r >= c : r <= c;
+                const T stored = here ? a[r + c * lda] : a[c + r * lda];
+                const T value = r == c ? T(std::real(stored)) : here ? stored : conjugate(stored);
+                y[r] += value * x[c];
+            }
+    } else {
+        level2_loops(T()).add_small_symmetric(n, lower, a, lda, x, y);
+    }
+}
+
 // y(m) += A * x(n) and sums(n) = A^H * z(m), the real ones with one pass over A.
 template <class T>
 void both(int64_t m, int64_t n, const T* a, int64_t lda, const T* x, T* y, const T* z, T* sums)
 {
-    if constexpr (std::is_same_v<T, float>)
-        return loops().level2->s.both(m, n, a, lda, x, y, z, sums);
-    else if constexpr (std::is_same_v<T, double>)
-        return loops().level2->d.both(m, n, a, lda, x, y, z, sums);
-    add_columns(m, n, a, lda, false, x, y);
-    dot_columns(m, n, a, lda, true, z, sums);
+    if constexpr (is_complex<T>) {
+        add_columns(m, n, a, lda, false, x, y);
+        dot_columns(m, n, a, lda, true, z, sums);
+    } else {
+        level2_loops(T()).both(m, n, a, lda, x, y, z, sums);
+    }
 }
 
-// One strip of columns at a time: the square on the diagonal is made whole; the rectangle beside it, in
-// pieces that stay in the cache, serves y twice, by its columns and by its rows.
+// One strip of columns at a time: the square on the diagonal by itself; the rectangle beside it, in pieces
+// that stay in the cache, serves y twice, by its columns and by its rows.
 template <class T, bool Hermitian>
 void add_symmetric(bool lower, int64_t n, T alpha, const T* a, int64_t lda, const T* x, T* y)
 {
-    constexpr int64_t strip = 16, height = 1024;
-    OnStack<T, strip * strip> square;
+    constexpr int64_t strip = small_square, height = 1024;
     OnStack<T, strip> scaled, sums, total;
     for (int64_t j = 0; j < n; j += strip) {
         const int64_t width = std::min(strip, n - j);
-        const T* corner = a + j + j * lda;
-        for (int64_t c = 0; c < width; ++c) {
-            const T* column = corner + c * lda;
-            square[c + c * width] = Hermitian ? T(std::real(column[c])) : column[c];
-            for (int64_t r = lower ? c + 1 : 0; r < (lower ? width : c); ++r) {
-                square[r + c * width] = column[r];
-                square[c + r * width] = Hermitian ? conjugate(column[r]) : column[r];
-            }
-        }
         for (int64_t k = 0; k < width; ++k) scaled[k] = alpha * x[j + k];
-        add_columns(width, width, square, width, false, scaled, y + j);
+        add_square<T, Hermitian>(width, lower, a + j + j * lda, lda, scaled, y + j);
         const int64_t first = lower ? j + width : 0, last = lower ? n : j;
         std::fill_n(static_cast<T*>(total), width, T(0));
         for (int64_t r = first; r < last; r += height) {
             const int64_t rows = std::min(height, last - r);
-            const T* part = a + r + j * lda;
-            both<T>(rows, width, part, lda, scaled, y + r, x + r, sums);
+            both<T>(rows, width, a + r + j * lda, lda, scaled, y + r, x + r, sums);
             for (int64_t k = 0; k < width; ++k) total[k] += sums[k];
         }
         for (int64_t k = 0; k < width; ++k) y[j + k] += alpha * total[k];

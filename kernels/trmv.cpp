@@ -30,6 +30,11 @@ bool ascending(Action action, const Triangle<T>& t)
 template <class T>
 void apply_columns(Action action, const Triangle<T>& t, int64_t first, int64_t last, T* x)
 {
+    if constexpr (!is_complex<T>) {
+        const RealLevel2<T>& run = level2_loops(T());
+        return (action == Action::solve ? run.solve_small : run.multiply_small)(
+            last - first, {t.lower, t.transposed, t.unit}, t.a + first * (t.lda + 1), t.lda, x + first);
+    }
     const bool up = ascending(action, t);
     for (int64_t step = 0; step < last - first; ++step) {
         const int64_t j = up ? first + step : last - 1 - step;
@@ -54,7 +59,7 @@ void apply_columns(Action action, const Triangle<T>& t, int64_t first, int64_t l
 template <class T>
 void apply(Action action, const Triangle<T>& t, int64_t n, T* x)
 {
-    constexpr int64_t strip = 32;
+    constexpr int64_t strip = is_complex<T> ? 32 : small_square;
     const int64_t strips = (n + strip - 1) / strip;
     const bool up = ascending(action, t);
     OnStack<T, strip> sums;

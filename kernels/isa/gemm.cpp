@@ -63,14 +63,9 @@ void pack_a(int64_t m, int64_t k, const R* a, Strides s, R* to)
             for (int64_t l = 0; l < k; ++l)
                 for (int r = 0; r < rows; ++r) to[l * rows + r] = a[l * s.columns + r];
         } else if (s.columns == 1) {
-            constexpr int64_t strip = 16;  // of a transposed block, so that both sides stay in cache lines
-            for (int64_t l0 = 0; l0 < k; l0 += strip) {
-                const int64_t l1 = l0 + strip < k ? l0 + strip : k;
-                for (int r = 0; r < here; ++r)
-                    for (int64_t l = l0; l < l1; ++l) to[l * rows + r] = a[r * s.rows + l];
-                for (int r = here; r < rows; ++r)
-                    for (int64_t l = l0; l < l1; ++l) to[l * rows + r] = 0;
-            }
+            transpose_matrix(k, here, a, s.rows, to, rows);
+            for (int64_t l = 0; l < k; ++l)
+                for (int r = here; r < rows; ++r) to[l * rows + r] = 0;
         } else {
             for (int64_t l = 0; l < k; ++l)
                 for (int r = 0; r < rows; ++r)
@@ -175,7 +170,7 @@ void packed(const Product<R>* p, R* work)
 }
 
 template <class R>
-constexpr RealLevel3<R> real = {direct<R>, packed<R>, workspace<R>};
+constexpr RealLevel3<R> real = {direct<R>, packed<R>, workspace<R>, transpose_matrix<R>};
 
 }  // namespace
 

@@ -2,6 +2,7 @@
 //
 // add_columns adds the columns to each element of y in ascending order. dot_columns forms each sum in vectors
 // of partial sums, two to a column, whatever the alignment.
+#include "kernels/isa/lanes.h"
 #include "kernels/isa/loops.h"
 #include "kernels/isa/tile.h"
 
@@ -63,14 +64,37 @@ void add_columns(int64_t m, int64_t n, const R* a, int64_t lda, const R* x, R* y
     for (; j < n; ++j) add_strip<R, 1>(m, a + j * lda, lda, x + j, y);
 }
 
+// The sums of lanes that are 16 bytes apart: halves of the vector are added until 16 bytes are left.
+template <class R, int bytes = vector_bytes>
+inline Vector<R, 16 / static_cast<int>(sizeof(R))> folded(typename Lanes<R, bytes>::Vector sum)
+{
+    if constexpr (bytes == 16)
+        return sum;
+    else
+        return folded<R, bytes / 2>(fold<R, bytes>(sum));
+}
+
 template <class R>
 inline R total(Lane<R> sum)
 {
-    R parts[lanes<R>];
-    at(parts) = sum;
-    for (int width = lanes<R> / 2; width > 0; width /= 2)
-        for (int k = 0; k < width; ++k) parts[k] += parts[k + width];
-    return parts[0];
+    const auto parts = folded<R>(sum);
+    if constexpr (sizeof(R) == 8)
+        return parts[0] + parts[1];
+    else
+        return (parts[0] + parts[2]) + (parts[1] + parts[3]);
+}
+
+// The sums of the lanes of even and of odd index.
+template <class R>
+inline void total_of_pairs(Lane<R> sum, R& even, R& odd)
+{
+    const auto parts = folded<R>(sum);
+    even = parts[0];
+    odd = parts[1];
+    if constexpr (sizeof(R) == 4) {
+        even += parts[2];
+        odd += parts[3];
+    }
 }
 
 template <class R, int N>
@@ -110,26 +134,30 @@ void both_strip(int64_t m, const R* a, int64_t lda, const R* x, R* y, const R* z
 {
     constexpr int L = lanes<R>;
     Lane<R> sum[N] = {};
+    R factor[N];
+#pragma GCC unroll 8
+    for (int j = 0; j < N; ++j) factor[j] = x[j];
     int64_t i = 0;
     for (; i + L <= m; i += L) {
         Lane<R> to = at(y + i);
         const Lane<R> from = at(z + i);
 #pragma GCC unroll 8
         for (int j = 0; j < N; ++j) {
-            const Lane<R> e = at(a + j * lda + i);
-            to += e * x[j];
+            const Lane<R> e = held(at(a + j * lda + i));
+            to += e * factor[j];
             sum[j] += e * from;
         }
         at(y + i) = to;
     }
-    for (int j = 0; j < N; ++j) {
-        R rest = 0;
-        for (int64_t k = i; k < m; ++k) {
-            y[k] += a[j * lda + k] * x[j];
-            rest += a[j * lda + k] * z[k];
+    R rest[N] = {};
+    for (; i < m; ++i)
+#pragma GCC unroll 8
+        for (int j = 0; j < N; ++j) {
+            y[i] += a[j * lda + i] * factor[j];
+            rest[j] += a[j * lda + i] * z[i];
         }
-        sums[j] = total<R>(sum[j]) + rest;
-    }
+#pragma GCC unroll 8
+    for (int j = 0; j < N; ++j) sums[j] = total<R>(sum[j]) + rest[j];
 }
 
 template <class R>
@@ -140,8 +168,140 @@ void both(int64_t m, int64_t n, const R* a, int64_t lda, const R* x, R* y, const
     for (; j < n; ++j) both_strip<R, 1>(m, a + j * lda, lda, x + j, y, z, sums + j);
 }
 
-// ---- complex: products with the real parts of x on pairs as they lie, and with swapped pairs
-// ---------------
+// N columns of A get their multiples of x while it is in registers.
+template <class R, int N>
+void add_rank_1_strip(int64_t m, const R* x, const R* y, R* a, int64_t lda)
+{
+    constexpr int L = lanes<R>;
+    int64_t i = 0;
+    for (; i + L <= m; i += L) {
+        const Lane<R> e = at(x + i);
+#pragma GCC unroll 4
+        for (int j = 0; j < N; ++j) at(a + j * lda + i) += e * y[j];
+    }
+    for (; i < m; ++i)
+#pragma GCC unroll 4
+        for (int j = 0; j < N; ++j) a[j * lda + i] += x[i] * y[j];
+}
+
+template <class R>
+void add_rank_1(int64_t m, int64_t n, const R* x, const R* y, R* a, int64_t lda)
+{
+    int64_t j = 0;
+    for (; j + 4 <= n; j += 4) add_rank_1_strip<R, 4>(m, x, y + j, a + j * lda, lda);
+    for (; j < n; ++j) add_rank_1_strip<R, 1>(m, x, y + j, a + j * lda, lda);
+}
+
+// ---- small squares on the diagonal, element by element ----------------------------------------------------
+
+// The order, known to the compiler where N is not 0.
+template <int N>
+inline int64_t bounded(int64_t order)
+{
+    if (order > small_square) __builtin_unreachable();
+    return N > 0 ? N : order;
+}
+
+template <class R, int N>
+inline void add_symmetric(int64_t order, bool lower, const R* a, int64_t lda, const R* x, R* y)
+{
+    const int64_t n = bounded<N>(order), down = lower ? 1 : lda, across = lower ? lda : 1;
+    R by_columns[small_square] = {}, by_rows[small_square] = {};
+#pragma GCC unroll 8
+    for (int64_t k = 0; k < n; ++k) by_columns[k] = y[k], by_rows[k] = a[k * (lda + 1)] * x[k];
+#pragma GCC unroll 8
+    for (int64_t c = 0; c < n; ++c)
+#pragma GCC unroll 8
+        for (int64_t r = c + 1; r < n; ++r) {
+            const R e = a[r * down + c * across];
+            by_columns[r] += e * x[c];
+            by_rows[c] += e * x[r];
+        }
+#pragma GCC unroll 8
+    for (int64_t k = 0; k < n; ++k) y[k] = by_columns[k] + by_rows[k];
+}
+
+template <class R>
+void add_small_symmetric(int64_t n, bool lower, const R* a, int64_t lda, const R* x, R* y)
+{
+    if (n == small_square)
+        add_symmetric<R, small_square>(n, lower, a, lda, x, y);
+    else
+        add_symmetric<R, 0>(n, lower, a, lda, x, y);
+}
+
+// A triangle as a lower one that is not transposed: the upper one is read from its end.
+template <class R>
+struct Lower {
+    const R* a;
+    int64_t down, across, first, step;
+
+    Lower(int64_t n, SmallTriangle how, const R* matrix, int64_t lda)
+    {
+        const bool turned = how.lower == how.transposed;
+        a = turned ? matrix + (n - 1) * (lda + 1) : matrix;
+        down = (how.transposed ? lda : 1) * (turned ? -1 : 1);
+        across = (how.transposed ? 1 : lda) * (turned ? -1 : 1);
+        first = turned ? n - 1 : 0;
+        step = turned ? -1 : 1;
+    }
+};
+
+template <class R, int N>
+inline void multiply_triangle(int64_t order, const Lower<R>& t, bool unit, R* x)
+{
+    const int64_t n = bounded<N>(order);
+    R v[small_square] = {};
+#pragma GCC unroll 8
+    for (int64_t k = 0; k < n; ++k) v[k] = x[t.first + k * t.step];
+#pragma GCC unroll 8
+    for (int64_t c = n - 1; c >= 0; --c) {
+#pragma GCC unroll 8
+        for (int64_t r = c + 1; r < n; ++r) v[r] += t.a[r * t.down + c * t.across] * v[c];
+        if (!unit) v[c] *= t.a[c * (t.down + t.across)];
+    }
+#pragma GCC unroll 8
+    for (int64_t k = 0; k < n; ++k) x[t.first + k * t.step] = v[k];
+}
+
+template <class R, int N>
+inline void solve_triangle(int64_t order, const Lower<R>& t, bool unit, R* x)
+{
+    const int64_t n = bounded<N>(order);
+    R v[small_square] = {};
+#pragma GCC unroll 8
+    for (int64_t k = 0; k < n; ++k) v[k] = x[t.first + k * t.step];
+#pragma GCC unroll 8
+    for (int64_t c = 0; c < n; ++c) {
+        if (!unit) v[c] /= t.a[c * (t.down + t.across)];
+#pragma GCC unroll 8
+        for (int64_t r = c + 1; r < n; ++r) v[r] -= t.a[r * t.down + c * t.across] * v[c];
+    }
+#pragma GCC unroll 8
+    for (int64_t k = 0; k < n; ++k) x[t.first + k * t.step] = v[k];
+}
+
+template <class R>
+void multiply_small(int64_t n, SmallTriangle how, const R* a, int64_t lda, R* x)
+{
+    const Lower<R> t(n, how, a, lda);
+    if (n == small_square)
+        multiply_triangle<R, small_square>(n, t, how.unit, x);
+    else
+        multiply_triangle<R, 0>(n, t, how.unit, x);
+}
+
+template <class R>
+void solve_small(int64_t n, SmallTriangle how, const R* a, int64_t lda, R* x)
+{
+    const Lower<R> t(n, how, a, lda);
+    if (n == small_square)
+        solve_triangle<R, small_square>(n, t, how.unit, x);
+    else
+        solve_triangle<R, 0>(n, t, how.unit, x);
+}
+
+// ---- complex: products with the real parts of x on pairs as they lie, and with swapped pairs -----
 
 template <class R, int N>
 void add_complex_strip(int64_t m, const R* a, int64_t lda, bool conjugate, const R* x, R* y)
@@ -163,7 +323,7 @@ void add_complex_strip(int64_t m, const R* a, int64_t lda, bool conjugate, const
         Lane<R> sum = at(y + i);
 #pragma GCC unroll 8
         for (int j = 0; j < N; ++j) {
-            const Lane<R> z = at(a + 2 * j * lda + i);
+            const Lane<R> z = held(at(a + 2 * j * lda + i));
             sum += z * same[j];
             sum += swapped<R, lanes<R>>(z) * cross[j];
         }
@@ -198,18 +358,16 @@ void dot_complex_strip(int64_t m, const R* a, int64_t lda, bool conjugate, const
         const Lane<R> z = at(x + i), turned = swapped<R, lanes<R>>(z);
 #pragma GCC unroll 8
         for (int j = 0; j < N; ++j) {
-            same[j] += at(a + 2 * j * lda + i) * z;
-            cross[j] += at(a + 2 * j * lda + i) * turned;
+            const Lane<R> e = held(at(a + 2 * j * lda + i));
+            same[j] += e * z;
+            cross[j] += e * turned;
         }
     }
+#pragma GCC unroll 4
     for (int j = 0; j < N; ++j) {
-        R rr = 0, ii = 0, ri = 0, ir = 0;
-        for (int k = 0; k < L; k += 2) {
-            rr += same[j][k];
-            ii += same[j][k + 1];
-            ri += cross[j][k];
-            ir += cross[j][k + 1];
-        }
+        R rr, ii, ri, ir;
+        total_of_pairs<R>(same[j], rr, ii);
+        total_of_pairs<R>(cross[j], ri, ir);
         for (int64_t k = i; k < 2 * m; k += 2) {
             const R re = a[2 * j * lda + k], im = a[2 * j * lda + k + 1];
             rr += re * x[k];
@@ -231,7 +389,8 @@ void dot_complex_columns(int64_t m, int64_t n, const R* a, int64_t lda, bool con
 }
 
 template <class R>
-constexpr RealLevel2<R> real_loops = {add_columns<R>, dot_columns<R>, both<R>};
+constexpr RealLevel2<R> real_loops = {add_columns<R>,         dot_columns<R>,    both<R>,       add_rank_1<R>,
+                                      add_small_symmetric<R>, multiply_small<R>, solve_small<R>};
 template <class R>
 constexpr ComplexLevel2<R> complex_loops = {add_complex_columns<R>, dot_complex_columns<R>};
 

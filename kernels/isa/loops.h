@@ -101,6 +101,8 @@ struct RealLevel3 {
     void (*direct)(const Product<R>*);           // needs a_rows = 1, alpha = 1 and no triangle
     void (*packed)(const Product<R>*, R* work);  // any strides
     int64_t (*workspace)(int64_t m, int64_t n, int64_t k);
+    // to(columns, rows) by columns `ldto` apart = the transpose of A(rows, columns) by columns lda apart
+    void (*transpose)(int64_t rows, int64_t columns, const R* a, int64_t lda, R* to, int64_t ldto);
 };
 
 // The same for complex matrices, given as their interleaved parts; strides count complex elements.
@@ -140,6 +142,12 @@ struct Triangles {
     void (*multiply_complex)(int64_t n, const R* l, bool unit, R* x);
 };
 
+inline constexpr int64_t small_square = 8;  // order of the squares on the diagonal that level 2 takes at once
+
+struct SmallTriangle {
+    bool lower, transposed, unit;
+};
+
 // Products of a matrix A(m, n), by columns lda apart, with contiguous vectors. Complex ones as interleaved
 // parts.
 template <class R>
@@ -149,6 +157,13 @@ struct RealLevel2 {
     void (*dot_columns)(int64_t m, int64_t n, const R* a, int64_t lda, const R* x, R* y);
     // Both at once, reading A once: y(m) += A * x(n), sums(n) = A^T * z(m).
     void (*both)(int64_t m, int64_t n, const R* a, int64_t lda, const R* x, R* y, const R* z, R* sums);
+    // A += x(m) * y(n)^T
+    void (*add_rank_1)(int64_t m, int64_t n, const R* x, const R* y, R* a, int64_t lda);
+    // y += S * x, S symmetric of order n <= small_square, of which the lower or upper triangle is read.
+    void (*add_small_symmetric)(int64_t n, bool lower, const R* a, int64_t lda, const R* x, R* y);
+    // x = op(T) * x or its solution, T triangular of order n <= small_square.
+    void (*multiply_small)(int64_t n, SmallTriangle how, const R* a, int64_t lda, R* x);
+    void (*solve_small)(int64_t n, SmallTriangle how, const R* a, int64_t lda, R* x);
 };
 template <class R>
 struct ComplexLevel2 {

@@ -58,6 +58,52 @@ inline __attribute__((always_inline)) Vector<R, L> swapped(Vector<R, L> z)
     return __builtin_shuffle(z, order);
 }
 
+// Transposes L vectors of L numbers in registers: a butterfly of exchanges between vectors 1, 2, 4 ... apart.
+template <class R, int L>
+inline __attribute__((always_inline)) void transpose_square(Vector<R, L> (&x)[L])
+{
+    typedef typename WholeOf<R>::type Order __attribute__((vector_size(L * sizeof(R))));
+#pragma GCC unroll 4
+    for (int w = 1; w < L; w *= 2) {
+        Order low = {}, high = {};
+        for (int k = 0; k < L; ++k) {
+            low[k] = k & w ? L + k - w : k;
+            high[k] = k & w ? L + k : k + w;
+        }
+#pragma GCC unroll 16
+        for (int i = 0; i < L; ++i)
+            if (!(i & w)) {
+                const Vector<R, L> first = x[i], second = x[i + w];
+                x[i] = __builtin_shuffle(first, second, low);
+                x[i + w] = __builtin_shuffle(first, second, high);
+            }
+    }
+}
+
+// to(columns, rows) = the transpose of A(rows, columns); both by columns, lda and ldto apart.
+template <class R>
+inline void transpose_matrix(int64_t rows, int64_t columns, const R* a, int64_t lda, R* to, int64_t ldto)
+{
+    constexpr int L = lanes<R>;
+    using Lane = Vector<R, L>;
+    int64_t i = 0;
+    for (; i + L <= rows; i += L) {
+        int64_t j = 0;
+        for (; j + L <= columns; j += L) {
+            Lane x[L];
+#pragma GCC unroll 16
+            for (int k = 0; k < L; ++k) x[k] = *reinterpret_cast<const Lane*>(a + i + (j + k) * lda);
+            transpose_square<R, L>(x);
+#pragma GCC unroll 16
+            for (int k = 0; k < L; ++k) *reinterpret_cast<Lane*>(to + j + (i + k) * ldto) = x[k];
+        }
+        for (; j < columns; ++j)
+            for (int k = 0; k < L; ++k) to[j + (i + k) * ldto] = a[i + k + j * lda];
+    }
+    for (; i < rows; ++i)
+        for (int64_t j = 0; j < columns; ++j) to[j + i * ldto] = a[i + j * lda];
+}
+
 // Strides of a matrix whose element (i, j) is at p[i * rows + j * columns].
 struct Strides {
     int64_t rows, columns;
