@@ -62,8 +62,13 @@ void pack_a(int64_t m, int64_t k, const R* a, Strides s, R* to)
         if (here == rows && s.rows == 1) {
             for (int64_t l = 0; l < k; ++l)
                 for (int r = 0; r < rows; ++r) to[l * rows + r] = a[l * s.columns + r];
-        } else if (s.columns == 1) {
-            transpose_matrix(k, here, a, s.rows, to, rows);
+        } else if (here == rows && s.rows == -1) {
+            for (int64_t l = 0; l < k; ++l)
+                for (int r = 0; r < rows; ++r) to[l * rows + r] = a[l * s.columns - r];
+        } else if (s.columns == 1 || s.columns == -1) {
+            const bool forward = s.columns == 1;
+            transpose_matrix(k, here, forward ? a : a - (k - 1), s.rows, forward ? to : to + (k - 1) * rows,
+                             forward ? rows : -rows);
             for (int64_t l = 0; l < k; ++l)
                 for (int r = here; r < rows; ++r) to[l * rows + r] = 0;
         } else {
@@ -78,16 +83,24 @@ void pack_a(int64_t m, int64_t k, const R* a, Strides s, R* to)
 template <class R>
 void pack_b(int64_t k, int64_t n, const R* b, Strides s, R alpha, R* to)
 {
-    constexpr int columns = tile_columns;
+    constexpr int columns = tile_columns, L = lanes<R> < columns ? lanes<R> : columns;
     for (int64_t j = 0; j < n; j += columns, to += columns * k, b += columns * s.columns) {
         const int here = n - j < columns ? static_cast<int>(n - j) : columns;
-        if (here == columns)
-            for (int64_t l = 0; l < k; ++l)
-                for (int c = 0; c < columns; ++c) to[l * columns + c] = alpha * b[l * s.rows + c * s.columns];
-        else
+        if (here < columns) {
             for (int64_t l = 0; l < k; ++l)
                 for (int c = 0; c < columns; ++c)
                     to[l * columns + c] = c < here ? alpha * b[l * s.rows + c * s.columns] : R(0);
+        } else if (s.columns == 1) {
+            for (int64_t l = 0; l < k; ++l)
+                for (int c = 0; c < columns; ++c) to[l * columns + c] = alpha * b[l * s.rows + c];
+        } else if (s.rows == 1) {
+            transpose_matrix<R, L>(k, columns, b, s.columns, to, columns);
+            if (alpha != R(1))
+                for (int64_t l = 0; l < columns * k; ++l) to[l] = alpha * to[l];
+        } else {
+            for (int64_t l = 0; l < k; ++l)
+                for (int c = 0; c < columns; ++c) to[l * columns + c] = alpha * b[l * s.rows + c * s.columns];
+        }
     }
 }
 
@@ -111,6 +124,15 @@ void edge_tile(int64_t k, const R* a, const R* b, const Product<R>& p, int64_t i
             if (is_in(p.triangle, i0 + i, j0 + j)) c[j * p.c_columns + i] = buffer[j * rows + i];
 }
 
+// A tile inside C; where the last rows are whole vectors, one of fewer vectors.
+template <class R, int V = tile_vectors>
+inline void inner_tile(int64_t vectors, int64_t k, const R* a, const R* b, R* c, int64_t ldc, bool from_zero)
+{
+    if constexpr (V > 1)
+        if (vectors < V) return inner_tile<R, V - 1>(vectors, k, a, b, c, ldc, from_zero);
+    real_tile<true, R, lanes<R>, V, tile_columns>(k, a, tile_rows<R>, b, {0, 0}, c, ldc, from_zero);
+}
+
 // The rows from i0 and columns from j0 of C, with panels of an inner depth k.
 template <class R>
 void multiply_panels(const Product<R>& p, int64_t i0, int64_t m, int64_t j0, int64_t n, int64_t k, const R* a,
@@ -121,10 +143,10 @@ void multiply_panels(const Product<R>& p, int64_t i0, int64_t m, int64_t j0, int
         for (int64_t i = 0; i < m; i += rows) {
             const Position here = position(p.triangle, i0 + i, j0 + j, rows, tile_columns);
             if (here == Position::outside) continue;
-            if (here == Position::inside && i + rows <= m && j + tile_columns <= n)
-                real_tile<true, R, lanes<R>, tile_vectors, tile_columns>(
-                    k, a + i * k, rows, b + j * k, {0, 0}, p.c + i0 + i + (j0 + j) * p.c_columns, p.c_columns,
-                    from_zero);
+            const int64_t height = m - i < rows ? m - i : rows;
+            if (here == Position::inside && height % lanes<R> == 0 && j + tile_columns <= n)
+                inner_tile(height / lanes<R>, k, a + i * k, b + j * k, p.c + i0 + i + (j0 + j) * p.c_columns,
+                           p.c_columns, from_zero);
             else
                 edge_tile(k, a + i * k, b + j * k, p, i0 + i, j0 + j, from_zero);
         }

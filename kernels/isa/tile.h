@@ -81,10 +81,9 @@ inline __attribute__((always_inline)) void transpose_square(Vector<R, L> (&x)[L]
 }
 
 // to(columns, rows) = the transpose of A(rows, columns); both by columns, lda and ldto apart.
-template <class R>
+template <class R, int L = lanes<R>>
 inline void transpose_matrix(int64_t rows, int64_t columns, const R* a, int64_t lda, R* to, int64_t ldto)
 {
-    constexpr int L = lanes<R>;
     using Lane = Vector<R, L>;
     int64_t i = 0;
     for (; i + L <= rows; i += L) {
