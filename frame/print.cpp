@@ -98,20 +98,9 @@ void put_message(Page& page, std::string_view message, std::size_t first_room)
 
 void put_traceback(Page& page, State& s, int32_t level)
 {
-    page << "     "
-            "Here is a traceback of subprogram calls"
-            " in reverse order:"
-            "\n"
-         << "     "
-            "Routine name               "
-            " "
-            "    Error type  Error code"
-            "\n"
-         << "     "
-            "------------  "
-            "              "
-            "    ----------  ----------"
-            "\n";
+    page << "     Here is a traceback of subprogram calls in reverse order:\n"
+         << "     Routine name                    Error type  Error code\n"
+         << "     ------------                    ----------  ----------\n";
     for (int32_t k = level; k >= 1; --k) {
         const std::string_view name = stored_name(s, k);
         const char first = first_letter(name);

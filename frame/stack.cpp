@@ -151,10 +151,10 @@ void e1usr(const char* switch_, std::size_t len)
     } else if (text == "OFF" || text == "off") {
         user = 0;
     } else {
-        post(s, real_kind<float>, terminal, 1,
-             "Invalid value for SWITCH in call to E1USR.  SWITCH must be set to 'ON' or 'OFF'.  "
-             "SWITCH = '%(L1)' ",
-             {l(1, text)});
+        post(
+            s, real_kind<float>, terminal, 1,
+            "Invalid value for SWITCH in call to E1USR.  SWITCH must be set to 'ON' or 'OFF'.  SWITCH = '%(L1)' ",
+            {l(1, text)});
         stop_without_pop(s, terminal, 1);
     }
 }

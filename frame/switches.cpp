@@ -59,10 +59,10 @@ void e1pos(const int32_t* iertyp, int32_t* ipatt, int32_t* isatt)
     const bool print_is_good = is_action(*ipatt);
     const bool stop_is_good = is_action(*isatt);
     if (!print_is_good)
-        post(s, 'R', terminal, 1,
-             "Invalid value specified for print table attribute.  IPATT must be -1, 0, 1, or 2.  IPATT = "
-             "%(I1)",
-             {i(1, *ipatt)});
+        post(
+            s, 'R', terminal, 1,
+            "Invalid value specified for print table attribute.  IPATT must be -1, 0, 1, or 2.  IPATT = %(I1)",
+            {i(1, *ipatt)});
     if (!stop_is_good)
         post(
             s, 'R', terminal, 1,

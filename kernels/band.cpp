@@ -55,11 +55,10 @@ void gbmv(const char* trans, const int32_t* m, const int32_t* n, const int32_t* 
     if (*kl < 0) return bad(3, "KL must be greater than or equal to zero while %(I1) is given.", {i(1, *kl)});
     if (*ku < 0) return bad(4, "KU must be greater than or equal to zero while %(I1) is given.", {i(1, *ku)});
     if (*lda < int64_t{*kl} + *ku + 1)
-        return bad(5,
-                   "LDA must be greater than or equal to KL + KU + 1 while LDA = %(I1), KL = %(I2) and KU = "
-                   "%(I3) are "
-                   "given.",
-                   {i(1, *lda), i(2, *kl), i(3, *ku)});
+        return bad(
+            5,
+            "LDA must be greater than or equal to KL + KU + 1 while LDA = %(I1), KL = %(I2) and KU = %(I3) are given.",
+            {i(1, *lda), i(2, *kl), i(3, *ku)});
     if (!is_one_of(trans, "NTC"))
         return bad(6, "TRANS must be set equal to N or T or C while %(L1) is given.", {l(1, {trans, 1})});
     if (*incx == 0) return bad(7, "INCX must not be equal to zero while %(I1) is given.", {i(1, *incx)});

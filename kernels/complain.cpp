@@ -30,14 +30,12 @@ bool complain_of_side(char precision, std::string_view kernel, const char* side,
     if (left && (lda < m || lda <= 0))
         return bad(
             4,
-            "LDA must be greater than or equal to M and greater than zero when SIDE = L, but LDA = %(I1) and "
-            "M = %(I2) are given.",
+            "LDA must be greater than or equal to M and greater than zero when SIDE = L, but LDA = %(I1) and M = %(I2) are given.",
             {i(1, lda), i(2, m)});
     if (right && (lda < n || lda <= 0))
         return bad(
             5,
-            "LDA must be greater than or equal to N and greater than zero when SIDE = R, but LDA = %(I1) and "
-            "N = %(I2) are given.",
+            "LDA must be greater than or equal to N and greater than zero when SIDE = R, but LDA = %(I1) and N = %(I2) are given.",
             {i(1, lda), i(2, n)});
     if (!left && !right)
         return bad(6, "SIDE must be set equal to L or R while %(L1) is given.", {l(1, {side, 1})});

@@ -22,36 +22,31 @@ void gemm(const char* transa, const char* transb, const int32_t* m, const int32_
     if (*n < 0) return bad(2, "N must be greater than or equal to zero while %(I1) is given.", {i(1, *n)});
     if (*k < 0) return bad(3, "K must be greater than or equal to zero while %(I1) is given.", {i(1, *k)});
     if (*ldc < *m || *ldc <= 0)
-        return bad(4,
-                   "LDC must be greater than or equal to M and greater than zero while LDC = %(I1) and M = "
-                   "%(I2) are "
-                   "given.",
-                   {i(1, *ldc), i(2, *m)});
+        return bad(
+            4,
+            "LDC must be greater than or equal to M and greater than zero while LDC = %(I1) and M = %(I2) are given.",
+            {i(1, *ldc), i(2, *m)});
     if (plain_a && (*lda < *m || *lda <= 0))
-        return bad(5,
-                   "LDA must be greater than or equal to M and greater than zero when TRANSA = N, but LDA = "
-                   "%(I1) and "
-                   "M = %(I2) are given.",
-                   {i(1, *lda), i(2, *m)});
+        return bad(
+            5,
+            "LDA must be greater than or equal to M and greater than zero when TRANSA = N, but LDA = %(I1) and M = %(I2) are given.",
+            {i(1, *lda), i(2, *m)});
     if (turned_a && (*lda < *k || *lda <= 0))
         return bad(
             6,
-            "LDA must be greater than or equal to K and greater than zero when TRANSA = T or C, but LDA = "
-            "%(I1) and K = %(I2) are given.",
+            "LDA must be greater than or equal to K and greater than zero when TRANSA = T or C, but LDA = %(I1) and K = %(I2) are given.",
             {i(1, *lda), i(2, *k)});
     if (!plain_a && !turned_a)
         return bad(7, "TRANSA must be set equal to N or T or C while %(L1) is given.", {l(1, {transa, 1})});
     if (plain_b && (*ldb < *k || *ldb <= 0))
-        return bad(8,
-                   "LDB must be greater than or equal to K and greater than zero when TRANSB = N, but LDB = "
-                   "%(I1) and "
-                   "K = %(I2) are given.",
-                   {i(1, *ldb), i(2, *k)});
+        return bad(
+            8,
+            "LDB must be greater than or equal to K and greater than zero when TRANSB = N, but LDB = %(I1) and K = %(I2) are given.",
+            {i(1, *ldb), i(2, *k)});
     if (turned_b && (*ldb < *n || *ldb <= 0))
         return bad(
             9,
-            "LDB must be greater than or equal to N and greater than zero when TRANSB = T or C, but LDB = "
-            "%(I1) and N = %(I2) are given.",
+            "LDB must be greater than or equal to N and greater than zero when TRANSB = T or C, but LDB = %(I1) and N = %(I2) are given.",
             {i(1, *ldb), i(2, *n)});
     if (!plain_b && !turned_b)
         return bad(10, "TRANSB must be set equal to N or T or C while %(L1) is given.", {l(1, {transb, 1})});

@@ -68,11 +68,10 @@ void gemv(const char* trans, const int32_t* m, const int32_t* n, const T* alpha,
     if (*m < 0) return bad(1, "M must be greater than or equal to zero while %(I1) is given.", {i(1, *m)});
     if (*n < 0) return bad(2, "N must be greater than or equal to zero while %(I1) is given.", {i(1, *n)});
     if (*lda < *m || *lda <= 0)
-        return bad(3,
-                   "LDA must be greater than or equal to M and greater than zero while LDA = %(I1) and M = "
-                   "%(I2) are "
-                   "given.",
-                   {i(1, *lda), i(2, *m)});
+        return bad(
+            3,
+            "LDA must be greater than or equal to M and greater than zero while LDA = %(I1) and M = %(I2) are given.",
+            {i(1, *lda), i(2, *m)});
     if (!is_one_of(trans, "NTC"))
         return bad(4, "TRANS must be set equal to N or T or C while %(L1) is given.", {l(1, {trans, 1})});
     if (*incx == 0) return bad(5, "INCX must not be equal to zero while %(I1) is given.", {i(1, *incx)});

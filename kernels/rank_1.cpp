@@ -46,11 +46,10 @@ void ger(const int32_t* m, const int32_t* n, const T* alpha, const T* x, const i
     if (*m < 0) return bad(1, "M must be greater than or equal to zero while %(I1) is given.", {i(1, *m)});
     if (*n < 0) return bad(2, "N must be greater than or equal to zero while %(I1) is given.", {i(1, *n)});
     if (*lda < *m || *lda <= 0)
-        return bad(3,
-                   "LDA must be greater than or equal to M and greater than zero while LDA = %(I1) and M = "
-                   "%(I2) are "
-                   "given.",
-                   {i(1, *lda), i(2, *m)});
+        return bad(
+            3,
+            "LDA must be greater than or equal to M and greater than zero while LDA = %(I1) and M = %(I2) are given.",
+            {i(1, *lda), i(2, *m)});
     if (*incx == 0) return bad(4, "INCX must not be equal to zero while %(I1) is given.", {i(1, *incx)});
     if (*incy == 0) return bad(5, "INCY must not be equal to zero while %(I1) is given.", {i(1, *incy)});
 
@@ -77,11 +76,10 @@ void syr(const char* uplo, const int32_t* n, const S* alpha, const T* x, const i
     };
     if (*n < 0) return bad(1, "N must be greater than or equal to zero while %(I1) is given.", {i(1, *n)});
     if (*lda < *n || *lda <= 0)
-        return bad(2,
-                   "LDA must be greater than or equal to N and greater than zero while LDA = %(I1) and N = "
-                   "%(I2) are "
-                   "given.",
-                   {i(1, *lda), i(2, *n)});
+        return bad(
+            2,
+            "LDA must be greater than or equal to N and greater than zero while LDA = %(I1) and N = %(I2) are given.",
+            {i(1, *lda), i(2, *n)});
     if (!is_one_of(uplo, "UL"))
         return bad(3, "UPLO must be set equal to U or L while %(L1) is given.", {l(1, {uplo, 1})});
     if (*incx == 0) return bad(4, "INCX must not be equal to zero while %(I1) is given.", {i(1, *incx)});
@@ -109,11 +107,10 @@ void syr2(const char* uplo, const int32_t* n, const T* alpha, const T* x, const 
     };
     if (*n < 0) return bad(1, "N must be greater than or equal to zero while %(I1) is given.", {i(1, *n)});
     if (*lda < *n || *lda <= 0)
-        return bad(2,
-                   "LDA must be greater than or equal to N and greater than zero while LDA = %(I1) and N = "
-                   "%(I2) are "
-                   "given.",
-                   {i(1, *lda), i(2, *n)});
+        return bad(
+            2,
+            "LDA must be greater than or equal to N and greater than zero while LDA = %(I1) and N = %(I2) are given.",
+            {i(1, *lda), i(2, *n)});
     if (!is_one_of(uplo, "UL"))
         return bad(3, "UPLO must be set equal to U or L while %(L1) is given.", {l(1, {uplo, 1})});
     if (*incx == 0) return bad(4, "INCX must not be equal to zero while %(I1) is given.", {i(1, *incx)});

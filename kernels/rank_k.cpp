@@ -29,23 +29,20 @@ bool arguments_are_bad(std::string_view kernel, const char* uplo, const char* tr
     if (n < 0) return bad(1, "N must be greater than or equal to zero while %(I1) is given.", {i(1, n)});
     if (k < 0) return bad(2, "K must be greater than or equal to zero while %(I1) is given.", {i(1, k)});
     if (ldc < n || ldc <= 0)
-        return bad(3,
-                   "LDC must be greater than or equal to N and greater than zero while LDC = %(I1) and N = "
-                   "%(I2) are "
-                   "given.",
-                   {i(1, ldc), i(2, n)});
+        return bad(
+            3,
+            "LDC must be greater than or equal to N and greater than zero while LDC = %(I1) and N = %(I2) are given.",
+            {i(1, ldc), i(2, n)});
     if (plain && (lda < n || lda <= 0))
-        return bad(4,
-                   "LDA must be greater than or equal to N and greater than zero when TRANS = N, but LDA = "
-                   "%(I1) and "
-                   "N = %(I2) are given.",
-                   {i(1, lda), i(2, n)});
+        return bad(
+            4,
+            "LDA must be greater than or equal to N and greater than zero when TRANS = N, but LDA = %(I1) and N = %(I2) are given.",
+            {i(1, lda), i(2, n)});
     if (transposed && (lda < k || lda <= 0))
-        return bad(5,
-                   "LDA must be greater than or equal to K and greater than zero when TRANS = T or C, but "
-                   "LDA = %(I1) "
-                   "and K = %(I2) are given.",
-                   {i(1, lda), i(2, k)});
+        return bad(
+            5,
+            "LDA must be greater than or equal to K and greater than zero when TRANS = T or C, but LDA = %(I1) and K = %(I2) are given.",
+            {i(1, lda), i(2, k)});
     if (!plain && !transposed)
         return turned == "TC" ? bad(6, "TRANS must be set equal to N or T or C while %(L1) is given.",
                                     {l(1, {trans, 1})})
@@ -53,17 +50,15 @@ bool arguments_are_bad(std::string_view kernel, const char* uplo, const char* tr
                    ? bad(6, "TRANS must be set equal to N or T while %(L1) is given.", {l(1, {trans, 1})})
                    : bad(6, "TRANS must be set equal to N or C while %(L1) is given.", {l(1, {trans, 1})});
     if (ldb != nullptr && plain && (*ldb < n || *ldb <= 0))
-        return bad(7,
-                   "LDB must be greater than or equal to N and greater than zero when TRANS = N, but LDB = "
-                   "%(I1) and "
-                   "N = %(I2) are given.",
-                   {i(1, *ldb), i(2, n)});
+        return bad(
+            7,
+            "LDB must be greater than or equal to N and greater than zero when TRANS = N, but LDB = %(I1) and N = %(I2) are given.",
+            {i(1, *ldb), i(2, n)});
     if (ldb != nullptr && transposed && (*ldb < k || *ldb <= 0))
-        return bad(8,
-                   "LDB must be greater than or equal to K and greater than zero when TRANS = T or C, but "
-                   "LDB = %(I1) "
-                   "and K = %(I2) are given.",
-                   {i(1, *ldb), i(2, k)});
+        return bad(
+            8,
+            "LDB must be greater than or equal to K and greater than zero when TRANS = T or C, but LDB = %(I1) and K = %(I2) are given.",
+            {i(1, *ldb), i(2, k)});
     if (!is_one_of(uplo, "UL"))
         return bad(ldb == nullptr ? 7 : 9, "UPLO must be set equal to U or L while %(L1) is given.",
                    {l(1, {uplo, 1})});

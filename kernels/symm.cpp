@@ -74,18 +74,16 @@ void symm(const char* side, const char* uplo, const int32_t* m, const int32_t* n
     if (*m < 0) return bad(1, "M must be greater than or equal to zero while %(I1) is given.", {i(1, *m)});
     if (*n < 0) return bad(2, "N must be greater than or equal to zero while %(I1) is given.", {i(1, *n)});
     if (*ldc < *m || *ldc <= 0)
-        return bad(3,
-                   "LDC must be greater than or equal to M and greater than zero while LDC = %(I1) and M = "
-                   "%(I2) are "
-                   "given.",
-                   {i(1, *ldc), i(2, *m)});
+        return bad(
+            3,
+            "LDC must be greater than or equal to M and greater than zero while LDC = %(I1) and M = %(I2) are given.",
+            {i(1, *ldc), i(2, *m)});
     if (complain_of_side(precision_letter<T>, kernel, side, *m, *n, *lda)) return;
     if (*ldb < *m || *ldb <= 0)
-        return bad(7,
-                   "LDB must be greater than or equal to M and greater than zero while LDB = %(I1) and M = "
-                   "%(I2) are "
-                   "given.",
-                   {i(1, *ldb), i(2, *m)});
+        return bad(
+            7,
+            "LDB must be greater than or equal to M and greater than zero while LDB = %(I1) and M = %(I2) are given.",
+            {i(1, *ldb), i(2, *m)});
     if (!is_one_of(uplo, "UL"))
         return bad(8, "UPLO must be set equal to U or L while %(L1) is given.", {l(1, {uplo, 1})});
 

@@ -87,11 +87,10 @@ void symv(const char* uplo, const int32_t* n, const T* alpha, const T* a, const 
     };
     if (*n < 0) return bad(1, "N must be greater than or equal to zero while %(I1) is given.", {i(1, *n)});
     if (*lda < *n || *lda <= 0)
-        return bad(2,
-                   "LDA must be greater than or equal to N and greater than zero while LDA = %(I1) and N = "
-                   "%(I2) are "
-                   "given.",
-                   {i(1, *lda), i(2, *n)});
+        return bad(
+            2,
+            "LDA must be greater than or equal to N and greater than zero while LDA = %(I1) and N = %(I2) are given.",
+            {i(1, *lda), i(2, *n)});
     if (!is_one_of(uplo, "UL"))
         return bad(3, "UPLO must be set equal to U or L while %(L1) is given.", {l(1, {uplo, 1})});
     if (*incx == 0) return bad(4, "INCX must not be equal to zero while %(I1) is given.", {i(1, *incx)});

@@ -116,11 +116,10 @@ void triangular(const char* side, const char* uplo, const char* transa, const ch
     if (*m < 0) return bad(1, "M must be greater than or equal to zero while %(I1) is given.", {i(1, *m)});
     if (*n < 0) return bad(2, "N must be greater than or equal to zero while %(I1) is given.", {i(1, *n)});
     if (*ldb < *m || *ldb <= 0)
-        return bad(3,
-                   "LDB must be greater than or equal to M and greater than zero while LDB = %(I1) and M = "
-                   "%(I2) are "
-                   "given.",
-                   {i(1, *ldb), i(2, *m)});
+        return bad(
+            3,
+            "LDB must be greater than or equal to M and greater than zero while LDB = %(I1) and M = %(I2) are given.",
+            {i(1, *ldb), i(2, *m)});
     if (complain_of_side(precision_letter<T>, kernel, side, *m, *n, *lda)) return;
     if (!is_one_of(uplo, "UL"))
         return bad(7, "UPLO must be set equal to U or L while %(L1) is given.", {l(1, {uplo, 1})});

@@ -115,11 +115,10 @@ void triangular(const char* uplo, const char* trans, const char* diag, const int
     };
     if (*n < 0) return bad(1, "N must be greater than or equal to zero while %(I1) is given.", {i(1, *n)});
     if (*lda < *n || *lda <= 0)
-        return bad(2,
-                   "LDA must be greater than or equal to N and greater than zero while LDA = %(I1) and N = "
-                   "%(I2) are "
-                   "given.",
-                   {i(1, *lda), i(2, *n)});
+        return bad(
+            2,
+            "LDA must be greater than or equal to N and greater than zero while LDA = %(I1) and N = %(I2) are given.",
+            {i(1, *lda), i(2, *n)});
     if (!is_one_of(uplo, "UL"))
         return bad(3, "UPLO must be set equal to U or L while %(L1) is given.", {l(1, {uplo, 1})});
     if (!is_one_of(trans, "NTC"))

@@ -102,10 +102,10 @@ void rnses(const T* table)
     }
     for (int k = 0; k < table_length; ++k) {
         if (!(table[k] > T(0) && table[k] < T(1))) {
-            me.post(terminal, 1,
-                    "TABLE(%(I1)) = %(R1).  All elements of TABLE must be positive and strictly less than "
-                    "1.0.",
-                    {i(1, k + 1), r(1, static_cast<double>(table[k]))});
+            me.post(
+                terminal, 1,
+                "TABLE(%(I1)) = %(R1).  All elements of TABLE must be positive and strictly less than 1.0.",
+                {i(1, k + 1), r(1, static_cast<double>(table[k]))});
             return;
         }
         shuffle_table<T>(c)[k] = table[k];
@@ -134,15 +134,11 @@ void rnisd(const int32_t* iseed1, int32_t* iseed2)
     if (is_shuffled(option))
         me.post(
             terminal, 1,
-            "The specified uniform multiplicative congruential pseudorandom number generator is shuffled. "
-            " RNISD does not work when shuffling is used.  RNOPT allows you to select the type of "
-            "generator.");
+            "The specified uniform multiplicative congruential pseudorandom number generator is shuffled.  RNISD does not work when shuffling is used.  RNOPT allows you to select the type of generator.");
     if (option == shift_register)
         me.post(
             terminal, 2,
-            "The specified uniform pseudorandom number generator uses generalized feedback shift register "
-            "(GFSR) method.  RNISD does not work when this method is used.  RNOPT allows you to select "
-            "the type of generator.");
+            "The specified uniform pseudorandom number generator uses generalized feedback shift register (GFSR) method.  RNISD does not work when this method is used.  RNOPT allows you to select the type of generator.");
     if (me.failed()) return;
     if (option == twister32 || option == twister64) {
         *iseed2 = *iseed1;

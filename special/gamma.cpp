@@ -23,8 +23,7 @@ template <class T>
         if (std::abs(distance_from_pole(x)) < Limits::dxrel)
             me.post(
                 warning, 2,
-                "The result is accurate to less than one half precision because X = %(R1) is too close to a "
-                "negative integer.",
+                "The result is accurate to less than one half precision because X = %(R1) is too close to a negative integer.",
                 {r(1, wide)});
     };
     const auto pole = [&](int32_t code) {

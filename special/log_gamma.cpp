@@ -37,10 +37,10 @@ template <class T>
     const double result =
         half_log_half_pi - (y + 0.5) * (std::log(y) - 1.0) - 0.5 - std::log(sine) - stirling_correction<T>(y);
     if (std::abs(distance_from_pole(x) * static_cast<T>(result)) < Limits::dxrel)
-        me.post(warning, 2,
-                "The result is accurate to less than one half precision because X = %(R1) is too close to a "
-                "negative integer.",
-                {r(1, wide)});
+        me.post(
+            warning, 2,
+            "The result is accurate to less than one half precision because X = %(R1) is too close to a negative integer.",
+            {r(1, wide)});
     return result;
 }
 

@@ -19,10 +19,10 @@ void c1iarg(frame::State& s, int32_t value, std::string_view name, int32_t low, 
                         "%(L1) = %(I1).  %(L1) must be greater than or equal to %(I2).",
                         {l(1, name), i(1, value), i(2, low)});
     } else if (value < low || value > high) {
-        frame::post(s, 'R', terminal, code,
-                    "%(L1) = %(I1).  %(L1) must be greater than or equal to %(I2) and less than or equal to "
-                    "%(I3).",
-                    {l(1, name), i(1, value), i(2, low), i(3, high)});
+        frame::post(
+            s, 'R', terminal, code,
+            "%(L1) = %(I1).  %(L1) must be greater than or equal to %(I2) and less than or equal to %(I3).",
+            {l(1, name), i(1, value), i(2, low), i(3, high)});
     }
     code = static_cast<int32_t>(static_cast<uint32_t>(code) + 1);
 }

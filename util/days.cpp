@@ -51,18 +51,16 @@ void check_date(frame::State& s, const Date& d, int32_t& code)
                     "IYEAR = 0.  IYEAR must not be equal to 0 since the year 0 does not exist.");
     ++code;
     if (is_skipped(d))
-        frame::post(s, 'R', terminal, code,
-                    "IYEAR = 1582, MONTH = 10 and IDAY = %(I1).  Due to the conversion from the Julian "
-                    "calendar to the Gregorian calendar, October 5, 1582 through October 14, 1582 do not "
-                    "exist.",
-                    {i(1, d.day)});
+        frame::post(
+            s, 'R', terminal, code,
+            "IYEAR = 1582, MONTH = 10 and IDAY = %(I1).  Due to the conversion from the Julian calendar to the Gregorian calendar, October 5, 1582 through October 14, 1582 do not exist.",
+            {i(1, d.day)});
     ++code;
     if (d.year < introduction && frame::type_at(s, frame::current_level(s)) <= note)
-        frame::post(s, 'R', note, 1,
-                    "IYEAR = %(I1).  The Julian Calendar first went into use in 45 B.C. (-45).  No calendar "
-                    "prior to that time was as universally used nor as accurate as the Julian.  Therefore, "
-                    "it is assumed that the Julian Calendar was in use prior to 45 B.C.",
-                    {i(1, d.year)});
+        frame::post(
+            s, 'R', note, 1,
+            "IYEAR = %(I1).  The Julian Calendar first went into use in 45 B.C. (-45).  No calendar prior to that time was as universally used nor as accurate as the Julian.  Therefore, it is assumed that the Julian Calendar was in use prior to 45 B.C.",
+            {i(1, d.year)});
     if (is_month(d.month) && d.day > month_length(d.month, is_leap(d.year)))
         post_long_day(s, d, is_leap(d.year), code);
     ++code;
@@ -85,10 +83,10 @@ template <class Routine>
     if (me.error_type() > note) return false;
     number = day_number(d.day, d.month, d.year);
     if (fits_integer(number)) return true;
-    me.post(terminal, code,
-            "IDAY = %(I1), MONTH = %(I2) and IYEAR = %(I3).  The number of this day does not fit an integer. "
-            " The first day that has a number is March 3, -5877591, the last one is July 12, 5881510.",
-            {i(1, d.day), i(2, d.month), i(3, d.year)});
+    me.post(
+        terminal, code,
+        "IDAY = %(I1), MONTH = %(I2) and IYEAR = %(I3).  The number of this day does not fit an integer.  The first day that has a number is March 3, -5877591, the last one is July 12, 5881510.",
+        {i(1, d.day), i(2, d.month), i(3, d.year)});
     return false;
 }
 
