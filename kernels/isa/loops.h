@@ -192,13 +192,7 @@ struct Loops {
     const Triangles<double>* triangles_d;
 };
 
-// The loops of the best level that the machine has; chosen at the first call.
+// The loops of the level in use, see frame/levels.h.
 const Loops& loops();
-
-// For tests: the levels that this machine has, lowest first, and a way to force one. A null name goes back to
-// the best. Returns whether the level exists here.
-int level_count();
-const char* level_name(int k);
-bool force_level(const char* name);
 
 }  // namespace orvel::kernels

@@ -35,17 +35,7 @@ struct Loops {
     void (*double_temper64)(const uint64_t* word, int64_t n, double* out);
 };
 
-#ifdef __x86_64__
-extern const Loops loops_x86_64, loops_x86_64_v3, loops_x86_64_v4;
-#else
-extern const Loops loops_native;
-#endif
-
-// The table in use, the best one for the machine; chosen at the first call.
+// The loops of the level in use, see frame/levels.h.
 const Loops& loops();
-
-// Makes the table of level 1 (the lowest), 3 or 4 the one in use. False where the machine or the build has no
-// such level.
-bool force_level(int level);
 
 }  // namespace orvel::random

@@ -46,7 +46,7 @@ TYPED_TEST(Index, IsThatOfTheFirstBest)
 {
     using T = TypeParam;
     const T nan = std::numeric_limits<Real<T>>::quiet_NaN();
-    on_all_levels([&] {
+    on_every_level([&] {
         for (const int32_t n : {2, 3, 7, 8, 9, 15, 16, 31, 64, 65, 127, 128, 129, 257, 1000})
             for (const int32_t inc : {1, 2, 3})
                 for (int trial = 0; trial < 40; ++trial) {
@@ -69,7 +69,7 @@ TYPED_TEST(Index, IsFoundAtEveryPlace)
 {
     using T = TypeParam;
     const int32_t one = 1;
-    on_all_levels([&] {
+    on_every_level([&] {
         for (const int32_t n : {40, 300})
             for (int32_t k = 0; k < n; ++k) {
                 std::vector<T> x(n, T(2));

@@ -106,7 +106,7 @@ TYPED_TEST(Sums, AreThoseOfThePlainLoop)
 TEST(WideSums, AreRoundedOnceAtTheEnd)
 {
     const int32_t one = 1;
-    on_all_levels([&] {
+    on_every_level([&] {
         for (const int32_t n : {3, 35}) {
             // The large products cancel; in single precision the small one is lost before.
             std::vector<float> x(n, 4096.0f), y = x;
@@ -147,7 +147,7 @@ TEST(Sums, DependOnNothingButTheirArguments)
         exact += static_cast<long double>(values[k]) * values[n + k];
         size += std::abs(static_cast<long double>(values[k]) * values[n + k]);
     }
-    on_all_levels([&] {
+    on_every_level([&] {
         std::vector<double> x(n + 16), y(n + 16);
         double first[3];
         for (int shift = 0; shift < 16; ++shift) {
@@ -174,7 +174,7 @@ TYPED_TEST(Norms, NeitherOverflowNorUnderflow)
     using R = Real<T>;
     using Limits = std::numeric_limits<R>;
     const R eps = Limits::epsilon();
-    on_all_levels([&] {
+    on_every_level([&] {
         for (const R size : {Limits::max() / 128, std::sqrt(Limits::max()) / 64, R(1), Limits::min() * 64,
                              std::sqrt(Limits::min()) / 64, Limits::denorm_min() * 1024})
             for (const int32_t n : {1, 2, 9, 1000}) {

@@ -12,8 +12,8 @@
 #include <string>
 #include <vector>
 
-#include "kernels/isa/loops.h"
 #include "orvel/orvel.h"
+#include "tests/levels.h"
 
 namespace orvel_test {
 
@@ -116,24 +116,12 @@ private:
     std::vector<T> storage_;
 };
 
-// Calls body on every level of the machine, with the level forced.
-template <class F>
-void on_all_levels(F body)
-{
-    for (int k = 0; k < orvel::kernels::level_count(); ++k) {
-        ASSERT_TRUE(orvel::kernels::force_level(orvel::kernels::level_name(k)));
-        SCOPED_TRACE(orvel::kernels::level_name(k));
-        body();
-    }
-    orvel::kernels::force_level(nullptr);
-}
-
 // All levels, sizes and pairs of increments. Products pile up on one element where the increment is 0, so
 // that only short vectors stay exact there.
 template <class F>
 void on_all_shapes(F body)
 {
-    on_all_levels([&] {
+    on_every_level([&] {
         for (const int32_t n : {-1, 0, 1, 2, 3, 7, 8, 9, 31, 64, 65, 257, 1000})
             for (const int32_t incx : {1, 2, -1, -3, 0, least})
                 for (const int32_t incy : {1, 2, -1, -3, 0, least}) {

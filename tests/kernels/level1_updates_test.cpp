@@ -119,7 +119,7 @@ TYPED_TEST(Updates, OfOverlappingVectorsGoElementByElement)
     const T minus = -1;
     const Real<T> c = 0, s = 1;
     const auto step = [&](auto call, auto plain) {
-        on_all_levels([&] {
+        on_every_level([&] {
             for (const int d : {-17, -3, -1, 0, 1, 2, 3, 5, 7, 8, 15, 16, 17, 40}) {
                 Strided<T> x(200, 1), model = x;
                 call(x.first() + 50, x.first() + 50 + d);
@@ -159,7 +159,7 @@ TEST(LongVectors, GiveWhatShortOnesGive)
     const int32_t n = (16 << 20) / 8 + 1003, half = n / 2, one = 1, at = n - 5;
     const double a = 3;
     const orvel_dcomplex turn(0, 2);
-    on_all_levels([&] {
+    on_every_level([&] {
         std::vector<double> x(n), y(n), z(n);
         double dot = 0, sum = 0;
         for (int32_t k = 0; k < n; ++k) {
@@ -191,16 +191,15 @@ TEST(Levels, TheForcedOneRuns)
 {
     const int32_t n = 40, one = 1;
     const double a = 1 + 0x1p-30;
-    on_all_levels([&] {
+    on_every_level([&] {
         std::vector<double> x(n, a), y(n, -1);
         DAXPY(&n, &a, x.data(), &one, y.data(), &one);
         const std::string level = orvel::kernels::loops().level;
         const double expected = level == "x86_64" ? 0x1p-29 : 0x1p-29 + 0x1p-60;
         for (const double value : y) EXPECT_EQ(value, expected) << level;
     });
-    EXPECT_FALSE(orvel::kernels::force_level("none"));
-    EXPECT_STREQ(orvel::kernels::loops().level,
-                 orvel::kernels::level_name(orvel::kernels::level_count() - 1));
+    EXPECT_FALSE(orvel::frame::force_level("none"));
+    EXPECT_STREQ(orvel::kernels::loops().level, orvel::frame::level_name(orvel::frame::level_count() - 1));
 }
 
 }  // namespace

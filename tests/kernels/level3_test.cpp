@@ -111,7 +111,7 @@ TYPED_TEST(Level3, ProductsAreAddedInOrder)
     using T = TypeParam;
     using R = Real<T>;
     on_every_level([&](const std::string& level) {
-        const bool fused = level != orvel::kernels::level_name(0);
+        const bool fused = level != orvel::frame::level_name(0);
         const auto add = [fused](R x, R y, R sum) { return fused ? std::fma(x, y, sum) : sum + x * y; };
         for (const Size& s : {Size{3, 3, 3}, Size{40, 20, 47}, Size{150, 30, 150}, Size{170, 40, 300}}) {
             for (const char ta : {'N', 'T'}) {
@@ -300,7 +300,7 @@ TEST(TriangularSolution, SubtractsInOrder)
 {
     on_every_level([&](const std::string& level) {
         std::mt19937 random(3);
-        const bool fused = level != orvel::kernels::level_name(0);
+        const bool fused = level != orvel::frame::level_name(0);
         const int32_t n = 90, m = 70;
         Matrix<double> a(n, n, random), b(n, m, random);
         for (int32_t j = 0; j < n; ++j) a(j, j) += 3;

@@ -13,7 +13,7 @@
 #include <string>
 #include <vector>
 
-#include "kernels/isa/loops.h"
+#include "tests/levels.h"
 #include "tests/support.h"
 
 namespace orvel_test {
@@ -117,19 +117,6 @@ void expect_close(T value, Wide<T> exact, double size, double terms, const std::
     const double eps = static_cast<double>(std::numeric_limits<Real<T>>::epsilon());
     ASSERT_LE(static_cast<double>(std::abs(wide(value) - exact)), 4 * eps * (terms + 2) * (size + 1e-30))
         << what;
-}
-
-// Runs the body on every instruction-set level of the machine and proves that the level is the one in use.
-template <class Body>
-void on_every_level(Body body)
-{
-    using namespace orvel::kernels;
-    for (int k = 0; k < level_count(); ++k) {
-        ASSERT_TRUE(force_level(level_name(k)));
-        ASSERT_STREQ(loops().level, level_name(k));
-        body(std::string(level_name(k)));
-    }
-    force_level(nullptr);
 }
 
 #define ORVEL_TEST_KERNEL(name, S, D, C, Z)                        \

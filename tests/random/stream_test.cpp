@@ -1,6 +1,7 @@
 // tests/random/stream_test.cpp - every stream bit by bit, at every level, in any cut, precision and thread
 #include <sstream>
 
+#include "frame/levels.h"
 #include "random/isa/loops.h"
 #include "tests/random/model.h"
 
@@ -66,8 +67,8 @@ void expect_cut(Model& model, std::mt19937& random)
 
 TEST(Streams, EqualTheirDefinitionAtEveryLevelInEveryCut)
 {
-    for (const int level : {1, 3, 4}) {
-        if (!orvel::random::force_level(level)) continue;
+    for (int level = 0; level < orvel::frame::level_count(); ++level) {
+        ASSERT_TRUE(orvel::frame::force_level(orvel::frame::level_name(level)));
         for (int32_t option = 1; option <= 10; ++option)  // 10 stands for all of them in turns
             for (const int32_t seed : {1, 2147483646, 123457}) {
                 SCOPED_TRACE(testing::Message()
@@ -93,17 +94,12 @@ TEST(Streams, EqualTheirDefinitionAtEveryLevelInEveryCut)
 
 TEST(Streams, LevelThatIsForcedIsTheOneThatRuns)
 {
-    using namespace orvel::random;
-    EXPECT_FALSE(force_level(2));
-    const Loops* last = nullptr;
-    for (const int level : {1, 3, 4}) {
-        if (!force_level(level)) continue;
-        EXPECT_NE(&loops(), last);
-        last = &loops();
-#ifdef __x86_64__
-        const Loops* const tables[] = {&loops_x86_64, nullptr, &loops_x86_64_v3, &loops_x86_64_v4};
-        EXPECT_EQ(&loops(), tables[level - 1]);
-#endif
+    EXPECT_FALSE(orvel::frame::force_level("x86_64_v2"));
+    const orvel::random::Loops* last = nullptr;
+    for (int level = 0; level < orvel::frame::level_count(); ++level) {
+        ASSERT_TRUE(orvel::frame::force_level(orvel::frame::level_name(level)));
+        EXPECT_NE(&orvel::random::loops(), last);
+        last = &orvel::random::loops();
     }
 }
 

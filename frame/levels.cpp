@@ -1,0 +1,54 @@
+// frame/levels.cpp - choice of the instruction-set level
+#include "frame/levels.h"
+
+#include <cstring>
+
+namespace orvel::frame {
+
+constinit std::atomic<int> chosen_level{-1};
+
+namespace {
+
+#define ORVEL_LEVEL_NAME(isa) #isa,
+constexpr const char* names[] = {ORVEL_FOR_EACH_LEVEL(ORVEL_LEVEL_NAME)};
+
+// Each level has the instructions of those before it.
+int best()
+{
+#ifdef __x86_64__
+    __builtin_cpu_init();
+    if (__builtin_cpu_supports("x86-64-v4")) return 2;
+    if (__builtin_cpu_supports("x86-64-v3")) return 1;
+#endif
+    return 0;
+}
+
+}  // namespace
+
+// Threads that meet here choose the same.
+int choose_level()
+{
+    int none = -1;
+    chosen_level.compare_exchange_strong(none, best());
+    return chosen_level.load();
+}
+
+int level_count() { return best() + 1; }
+
+const char* level_name(int k) { return names[k]; }
+
+bool force_level(const char* name)
+{
+    if (name == nullptr) {
+        chosen_level.store(best());
+        return true;
+    }
+    for (int k = 0; k < level_count(); ++k)
+        if (std::strcmp(names[k], name) == 0) {
+            chosen_level.store(k);
+            return true;
+        }
+    return false;
+}
+
+}  // namespace orvel::frame

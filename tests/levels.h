@@ -1,0 +1,31 @@
+// tests/levels.h - the same checks on every instruction-set level of the machine
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <type_traits>
+
+#include "frame/levels.h"
+#include "kernels/isa/loops.h"
+
+namespace orvel_test {
+
+// Runs body(level) or body() with each level forced, and proves that it is the one in use.
+template <class Body>
+void on_every_level(Body body)
+{
+    using namespace orvel::frame;
+    for (int k = 0; k < level_count(); ++k) {
+        ASSERT_TRUE(force_level(level_name(k)));
+        ASSERT_STREQ(orvel::kernels::loops().level, level_name(k));
+        SCOPED_TRACE(level_name(k));
+        if constexpr (std::is_invocable_v<Body, std::string>)
+            body(std::string(level_name(k)));
+        else
+            body();
+    }
+    force_level(nullptr);
+}
+
+}  // namespace orvel_test
