@@ -94,6 +94,10 @@ public:
     bool failed() const { return s_.errors->ertype[level_ - 1] > 0; }
     int32_t error_type() const { return s_.errors->ertype[level_ - 1]; }
 
+    // What the routine that was called last has left: type and code of its error, or 0.
+    int32_t callee_type() const { return s_.errors->ertype[level_]; }
+    int32_t callee_code() const { return s_.errors->ercode[level_]; }
+
 private:
     [[gnu::cold, gnu::noinline]] void leave()
     {

@@ -38,4 +38,33 @@ private:
     T* data_ = nullptr;
 };
 
+// The same, on the stack up to `Room` elements.
+template <class T, int64_t Room = 32>
+class SmallScratch {
+public:
+    SmallScratch() = default;
+    SmallScratch(const SmallScratch&) = delete;
+    SmallScratch& operator=(const SmallScratch&) = delete;
+
+    [[nodiscard]] bool allocate(int64_t count) { return allocate(count, 1); }
+
+    [[nodiscard]] bool allocate(int64_t rows, int64_t columns)
+    {
+        int64_t count = 0;
+        data_ = reinterpret_cast<T*>(room_);
+        if (!__builtin_mul_overflow(rows > 0 ? rows : 0, columns > 0 ? columns : 0, &count) && count <= Room)
+            return true;
+        if (!heap_.allocate(rows, columns)) return false;
+        data_ = heap_;
+        return true;
+    }
+
+    operator T*() { return data_; }
+
+private:
+    alignas(64) unsigned char room_[Room * static_cast<int64_t>(sizeof(T))];
+    T* data_ = nullptr;
+    Scratch<T> heap_;
+};
+
 }  // namespace orvel

@@ -7,6 +7,7 @@
 #include "frame/export.h"
 #include "kernels/isa/loops.h"
 #include "kernels/product.h"
+#include "kernels/triangular.h"
 #include "kernels/vectors.h"
 #include "orvel/kernels.h"
 
@@ -104,6 +105,24 @@ void apply(Action action, int64_t n, int64_t m, Factor<T> l, bool unit, View<T> 
     }
 }
 
+// B(m, n) = op(A) * B or its solution, or with op(A) on the right; `lower` is the triangle of op(A).
+template <class T>
+void apply_oriented(Action action, bool left, bool lower, bool unit, int64_t m, int64_t n, Factor<T> a,
+                    View<T> b)
+{
+    if (!left) {
+        std::swap(m, n);
+        a = a.transposed();
+        b = b.transposed();
+        lower = !lower;
+    }
+    if (!lower) {
+        a = a.rows_reversed(m).columns_reversed(m);
+        b = b.rows_reversed(m);
+    }
+    apply<T>(action, m, n, a, unit, b);
+}
+
 template <class T, Action action>
 void triangular(const char* side, const char* uplo, const char* transa, const char* diag, const int32_t* m,
                 const int32_t* n, const T* alpha, const T* a, const int32_t* lda, T* b, const int32_t* ldb)
@@ -129,28 +148,41 @@ void triangular(const char* side, const char* uplo, const char* transa, const ch
         return bad(9, "DIAG must be set equal to U or N while %(L1) is given.", {l(1, {diag, 1})});
 
     if (*m == 0 || *n == 0) return;
-    View<T> target = by_columns(b, *ldb);
-    scale<T>(*m, *n, *alpha, target);
+    scale<T>(*m, *n, *alpha, by_columns(b, *ldb));
     if (*alpha == T(0)) return;
-    Factor<T> matrix = operand(a, *lda, transa);
-    bool lower = is_letter(uplo, 'L') == is_letter(transa, 'N');
-    int64_t order = *m, others = *n;
-    if (is_letter(side, 'R')) {
-        std::swap(order, others);
-        matrix = matrix.transposed();
-        target = target.transposed();
-        lower = !lower;
-    }
-    if (!lower) {
-        matrix = matrix.rows_reversed(order).columns_reversed(order);
-        target = target.rows_reversed(order);
-    }
-    apply<T>(action, order, others, matrix, is_letter(diag, 'U'), target);
+    const bool left = is_letter(side, 'L'), lower = is_letter(uplo, 'L') == is_letter(transa, 'N');
+    apply_oriented<T>(action, left, lower, is_letter(diag, 'U'), *m, *n, operand(a, *lda, transa),
+                      by_columns(b, *ldb));
 }
 
 using enum Action;
 
 }  // namespace
+
+template <class T>
+void multiply_by_triangle(bool left, bool lower, int64_t m, int64_t n, const T* a, int64_t lda, T* b,
+                          int64_t ldb)
+{
+    apply_oriented<T>(Action::multiply, left, lower, false, m, n, {{a, 1, lda}}, {b, 1, ldb});
+}
+
+template <class T>
+void solve_with_unit_lower(int64_t m, int64_t n, const T* a, int64_t lda, T* b, int64_t ldb)
+{
+    apply_oriented<T>(Action::solve, false, true, true, m, n, {{a, 1, lda}}, {b, 1, ldb});
+}
+
+template void multiply_by_triangle(bool, bool, int64_t, int64_t, const float*, int64_t, float*, int64_t);
+template void multiply_by_triangle(bool, bool, int64_t, int64_t, const double*, int64_t, double*, int64_t);
+template void multiply_by_triangle(bool, bool, int64_t, int64_t, const orvel_complex*, int64_t, orvel_complex*,
+                                   int64_t);
+template void multiply_by_triangle(bool, bool, int64_t, int64_t, const orvel_dcomplex*, int64_t,
+                                   orvel_dcomplex*, int64_t);
+template void solve_with_unit_lower(int64_t, int64_t, const float*, int64_t, float*, int64_t);
+template void solve_with_unit_lower(int64_t, int64_t, const double*, int64_t, double*, int64_t);
+template void solve_with_unit_lower(int64_t, int64_t, const orvel_complex*, int64_t, orvel_complex*, int64_t);
+template void solve_with_unit_lower(int64_t, int64_t, const orvel_dcomplex*, int64_t, orvel_dcomplex*,
+                                    int64_t);
 
 }  // namespace orvel::kernels
 

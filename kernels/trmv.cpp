@@ -1,6 +1,7 @@
 // kernels/trmv.cpp - TRMV and TRSV: product and solution with a triangular matrix and one vector
 #include "frame/export.h"
 #include "kernels/level2.h"
+#include "kernels/triangular.h"
 #include "orvel/kernels.h"
 
 namespace orvel::kernels {
@@ -140,6 +141,17 @@ void triangular(const char* uplo, const char* trans, const char* diag, const int
 using enum Action;
 
 }  // namespace
+
+template <class T>
+void solve_triangle(bool lower, bool turned, int64_t n, const T* a, int64_t lda, T* x)
+{
+    apply<T>(Action::solve, {a, lda, lower, turned, turned, false}, n, x);
+}
+
+template void solve_triangle(bool, bool, int64_t, const float*, int64_t, float*);
+template void solve_triangle(bool, bool, int64_t, const double*, int64_t, double*);
+template void solve_triangle(bool, bool, int64_t, const orvel_complex*, int64_t, orvel_complex*);
+template void solve_triangle(bool, bool, int64_t, const orvel_dcomplex*, int64_t, orvel_dcomplex*);
 
 }  // namespace orvel::kernels
 

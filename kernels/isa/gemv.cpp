@@ -329,14 +329,17 @@ void add_complex_strip(int64_t m, const R* a, int64_t lda, bool conjugate, const
         }
         at(y + i) = sum;
     }
-    for (; i < 2 * m; i += 2)
+    using Two = Vector<R, 2>;
+    for (; i < 2 * m; i += 2) {
+        Two sum = *reinterpret_cast<const Two*>(y + i);
+#pragma GCC unroll 8
         for (int j = 0; j < N; ++j) {
-            const R re = a[2 * j * lda + i], im = a[2 * j * lda + i + 1];
-            y[i] += re * same[j][0];
-            y[i] += im * cross[j][0];
-            y[i + 1] += im * same[j][1];
-            y[i + 1] += re * cross[j][1];
+            const Two z = held(*reinterpret_cast<const Two*>(a + 2 * j * lda + i));
+            sum = held(sum + z * Two{same[j][0], same[j][1]});
+            sum = held(sum + swapped<R, 2>(z) * Two{cross[j][0], cross[j][1]});
         }
+        *reinterpret_cast<Two*>(y + i) = sum;
+    }
 }
 
 template <class R>

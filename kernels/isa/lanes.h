@@ -78,7 +78,7 @@ template <class V>
 inline V held(V v)
 {
 #ifdef __x86_64__
-    if constexpr (sizeof(V) >= 16) __asm__("" : "+x"(v));
+    if constexpr (sizeof(V) >= 8) __asm__("" : "+x"(v));
 #endif
     return v;
 }

@@ -1,0 +1,62 @@
+// linsys/isa/loops.h - tables of the hot loops of the dense solvers, one for each instruction-set level
+//
+// The files beside this one are compiled once per level; see kernels/isa/loops.h for what they must keep to.
+#pragma once
+
+#include <stdint.h>
+
+namespace orvel::linsys {
+
+// A panel holds columns of a matrix being eliminated. Column c begins at p + c * step; complex columns hold
+// their real parts there and their imaginary parts `half` numbers on. A column is aligned to 64 bytes and
+// has room for whole vectors; what lies behind its rows may be overwritten.
+struct PanelShape {
+    int64_t step, half;
+};
+
+template <class R>
+struct Elimination {
+    int leaf;  // columns that are factored at a time; panels are eliminated in multiples of it
+
+    // The rows 0..k-1 of C(m, n) become those of L^-1 * C, and the rows below get the products with them:
+    // forward elimination with the k columns of the panel p, whose rows are in the order of the pivots and
+    // whose multipliers are negated. k is a multiple of `leaf`; C has the shape of the panel.
+    void (*eliminate)(int64_t k, int64_t m, int64_t n, const R* p, R* c, PanelShape shape);
+
+    // One step of a leaf: multiplies the rows below c of column c by t and adds their products with row c to
+    // the columns c + 1..n - 1. Returns the row of the next pivot, as `pivot` does for column c + 1.
+    int64_t (*step)(int64_t c, int64_t m, int64_t n, const R* t, const R* s, R* p, PanelShape shape);
+
+    // The first row from c on where |x| * s is largest; complex magnitudes are |re| + |im|. s has room for
+    // whole vectors. What is no number is never chosen before the others.
+    int64_t (*pivot)(int64_t c, int64_t m, const R* x, const R* s, PanelShape shape);
+
+    // maxima(m) = max(maxima, |x|); a complex x(m) is interleaved.
+    void (*raise_maxima)(int64_t m, const R* x, R* maxima);
+};
+
+// Residuals with more than the working precision. Single members sum exact products in double, double members
+// in pairs (head, tail) of doubles made by error-free transformations.
+template <class R>
+struct Residuals {
+    // r(m) = A(m, n) * x - b, rounded once; A by columns. Complex arrays are interleaved.
+    void (*by_columns)(int64_t m, int64_t n, const R* a, int64_t lda, const R* x, const R* b, R* r);
+    // r(n) = A(m, n)^T * x - b; the complex one with the conjugate transpose.
+    void (*by_rows)(int64_t m, int64_t n, const R* a, int64_t lda, const R* x, const R* b, R* r);
+};
+
+struct Loops {
+    Elimination<float> s, c;
+    Elimination<double> d, z;
+};
+
+struct ResidualLoops {
+    Residuals<float> s, c;
+    Residuals<double> d, z;
+};
+
+// The loops of the level in use, see frame/levels.h.
+const Loops& loops();
+const ResidualLoops& residual_loops();
+
+}  // namespace orvel::linsys

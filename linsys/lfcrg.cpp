@@ -1,0 +1,120 @@
+// linsys/lfcrg.cpp - LFCRG, L2CRG: LU factorization and estimate of the condition number; NR1RR: its norm
+#include "frame/export.h"
+#include "frame/scratch.h"
+#include "kernels/level1.h"
+#include "linsys/linsys.h"
+
+namespace orvel::linsys {
+
+template <class T>
+Part<T> norm_1(int64_t rows, int64_t columns, const T* a, int64_t lda)
+{
+    Part<T> largest = 0;
+    for (int64_t j = 0; j < columns; ++j) {
+        const Part<T> sum = kernels::asum<T>(rows, a + j * lda, 1);
+        if (!(sum <= largest)) largest = sum;  // what is no number stays
+    }
+    return largest;
+}
+
+template <class T>
+void l2crg(frame::State& state, int32_t n, const T* a, int64_t lda, T* fact, int64_t ldfac, int32_t* ipvt,
+           Part<T>* rcond, T* wk)
+{
+    Routine<T, general<T>("L2CRG", "L2CCG")> me(state);
+    if (n < 1)
+        me.post(terminal, 1, "The order of the matrix must be positive while N = %(I1) is given.", {i(1, n)});
+    if (n > lda)
+        me.post(
+            terminal, 2,
+            "The order of the matrix must be less than or equal to its leading dimension while N = %(I1) and LDA = %(I2) are given.",
+            {i(1, n), i(2, static_cast<int32_t>(lda))});
+    if (n > ldfac)
+        me.post(
+            terminal, 3,
+            "The order of the matrix must be less than or equal to its leading dimension while N = %(I1) and LDFAC = %(I2) are given.",
+            {i(1, n), i(2, static_cast<int32_t>(ldfac))});
+    if (me.failed()) return;
+
+    *rcond = 1;
+    const int32_t flag = options().condition_flag;
+    if (flag != 1 && flag != 2)
+        return me.post(
+            terminal, 4,
+            "The flag value for computing the matrix condition number must be 1 or 2 while %(I1) is given.",
+            {i(1, flag)});
+    const Part<T> norm = flag == 2 ? norm_1<T>(n, n, a, lda) : 0;
+    l2trg<T>(state, n, a, lda, fact, ldfac, ipvt, wk);
+    if (is_severe(me.callee_type())) return;
+    if (flag == 1) return;
+    const Part<T> ynorm = reciprocal_of_inverse_norm<T>(n, fact, ldfac, ipvt, wk);
+    if (norm != 0) *rcond = ynorm / norm;
+    if (epsilon<T>() >= *rcond)
+        me.post(
+            warning, 1,
+            "The matrix is algorithmically singular.  An estimate of the reciprocal of its L1 condition number is RCOND = %(R1).",
+            {r(1, *rcond)});
+}
+
+namespace {
+
+template <class T>
+void nr1rr(const int32_t* rows, const int32_t* columns, const T* a, const int32_t* lda, Part<T>* norm)
+{
+    *norm = norm_1<T>(*rows, *columns, a, *lda);
+}
+
+template <class T>
+void l2crg_entry(const int32_t* n, const T* a, const int32_t* lda, T* fact, const int32_t* ldfac,
+                 int32_t* ipvt, Part<T>* rcond, T* wk)
+{
+    l2crg<T>(frame::state(), *n, a, *lda, fact, *ldfac, ipvt, rcond, wk);
+}
+
+template <class T>
+void lfcrg(const int32_t* n, const T* a, const int32_t* lda, T* fact, const int32_t* ldfac, int32_t* ipvt,
+           Part<T>* rcond)
+{
+    Routine<T, general<T>("LFCRG", "LFCCG")> me;
+    if (*n < 1)
+        return me.post(terminal, 1, "The order of the matrix must be positive while N = %(i1) is given.",
+                       {i(1, *n)});
+    SmallScratch<T> wk;
+    if (wk.allocate(*n))
+        l2crg<T>(me.state(), *n, a, *lda, fact, *ldfac, ipvt, rcond, wk);
+    else
+        me.no_storage(
+            2, "The required storage cannot be allocated.  The workspace is based on N, where N = %(i1).",
+            {i(1, *n)});
+}
+
+}  // namespace
+
+template float norm_1(int64_t, int64_t, const float*, int64_t);
+template double norm_1(int64_t, int64_t, const double*, int64_t);
+template float norm_1(int64_t, int64_t, const orvel_complex*, int64_t);
+template double norm_1(int64_t, int64_t, const orvel_dcomplex*, int64_t);
+template void l2crg(frame::State&, int32_t, const float*, int64_t, float*, int64_t, int32_t*, float*, float*);
+template void l2crg(frame::State&, int32_t, const double*, int64_t, double*, int64_t, int32_t*, double*,
+                    double*);
+template void l2crg(frame::State&, int32_t, const orvel_complex*, int64_t, orvel_complex*, int64_t, int32_t*,
+                    float*, orvel_complex*);
+template void l2crg(frame::State&, int32_t, const orvel_dcomplex*, int64_t, orvel_dcomplex*, int64_t,
+                    int32_t*, double*, orvel_dcomplex*);
+
+}  // namespace orvel::linsys
+
+using namespace orvel::linsys;
+
+ORVEL_EXPORT(NR1RR, nr1rr_, 5, nr1rr<float>);
+ORVEL_EXPORT(DNR1RR, dnr1rr_, 5, nr1rr<double>);
+ORVEL_EXPORT(NR1CR, nr1cr_, 5, nr1rr<orvel_complex>);
+ORVEL_EXPORT(DNR1CR, dnr1cr_, 5, nr1rr<orvel_dcomplex>);
+ORVEL_EXPORT(L2CRG, l2crg_, 8, l2crg_entry<float>);
+ORVEL_EXPORT(DL2CRG, dl2crg_, 8, l2crg_entry<double>);
+ORVEL_EXPORT(L2CCG, l2ccg_, 8, l2crg_entry<orvel_complex>);
+ORVEL_EXPORT(DL2CCG, dl2ccg_, 8, l2crg_entry<orvel_dcomplex>);
+ORVEL_EXPORT(LFCRG, lfcrg_, 7, lfcrg<float>);
+ORVEL_EXPORT(DLFCRG, dlfcrg_, 7, lfcrg<double>);
+ORVEL_EXPORT(LFCCG, lfccg_, 7, lfcrg<orvel_complex>);
+ORVEL_EXPORT(DLFCCG, dlfccg_, 7, lfcrg<orvel_dcomplex>);

@@ -1,0 +1,46 @@
+// linsys/lfdrg.cpp - LFDRG: determinant from a factorization
+#include "frame/export.h"
+#include "linsys/linsys.h"
+
+namespace orvel::linsys {
+
+namespace {
+
+// The mantissa is brought to 1 <= |det1| < 10 after each factor; what is infinite or no number stays. The
+// magnitude of a complex mantissa is |Re| + |Im|.
+template <class T>
+void lfdrg(const int32_t* n, const T* fact, const int32_t* ldfac, const int32_t* ipvt, T* det1, Part<T>* det2)
+{
+    Routine<T, general<T>("LFDRG", "LFDCG")> me;
+    if (*n < 1)
+        return me.post(terminal, 1, "The order of the matrix must be positive while N = %(I1) is given.",
+                       {i(1, *n)});
+    if (*n > *ldfac)
+        return me.post(
+            terminal, 2,
+            "The order of the matrix must be less than or equal to its leading dimension while N = %(I1) and LDFAC = %(I2) are given.",
+            {i(1, *n), i(2, *ldfac)});
+    T mantissa = 1;
+    Part<T> exponent = 0;
+    const auto size = [&mantissa] { return magnitude(mantissa); };
+    for (int64_t k = 0; k < *n; ++k) {
+        if (ipvt[k] != k + 1) mantissa = -mantissa;
+        mantissa *= fact[k + k * *ldfac];
+        if (mantissa == T(0)) break;
+        while (size() < 1) mantissa *= Part<T>(10), exponent -= 1;
+        while (size() >= 10 && size() <= machine<Part<T>>(2)) mantissa /= Part<T>(10), exponent += 1;
+    }
+    *det1 = mantissa;
+    *det2 = exponent;
+}
+
+}  // namespace
+
+}  // namespace orvel::linsys
+
+using namespace orvel::linsys;
+
+ORVEL_EXPORT(LFDRG, lfdrg_, 6, lfdrg<float>);
+ORVEL_EXPORT(DLFDRG, dlfdrg_, 6, lfdrg<double>);
+ORVEL_EXPORT(LFDCG, lfdcg_, 6, lfdrg<orvel_complex>);
+ORVEL_EXPORT(DLFDCG, dlfdcg_, 6, lfdrg<orvel_dcomplex>);

@@ -1,0 +1,104 @@
+// linsys/lfirg.cpp - LFIRG: solution from a factorization with iterative refinement
+#include <algorithm>
+#include <type_traits>
+
+#include "frame/export.h"
+#include "frame/scratch.h"
+#include "kernels/level1.h"
+#include "linsys/isa/loops.h"
+#include "linsys/linsys.h"
+
+namespace orvel::linsys {
+
+namespace {
+
+inline const Residuals<float>& residuals(float) { return residual_loops().s; }
+inline const Residuals<double>& residuals(double) { return residual_loops().d; }
+inline const Residuals<float>& residuals(std::complex<float>) { return residual_loops().c; }
+inline const Residuals<double>& residuals(std::complex<double>) { return residual_loops().z; }
+
+template <class T>
+Part<T> largest(int64_t n, const T* x)
+{
+    return magnitude(x[kernels::iamax<T>(n, x, 1) - 1]);
+}
+
+}  // namespace
+
+template <class T>
+void lfirg(frame::State& state, int32_t n, const T* a, int64_t lda, const T* fact, int64_t ldfac,
+           const int32_t* ipvt, const T* b, int32_t ipath, T* x, T* res)
+{
+    Routine<T, general<T>("LFIRG", "LFICG")> me(state);
+    if (n < 1)
+        me.post(terminal, 1, "The number of equations must be positive while N = %(I1) is given.", {i(1, n)});
+    if (n > lda)
+        me.post(
+            terminal, 2,
+            "The order of the matrix must be less than or equal to its leading dimension while N = %(I1) and LDA = %(I2) are given.",
+            {i(1, n), i(2, static_cast<int32_t>(lda))});
+    if (n > ldfac)
+        me.post(
+            terminal, 3,
+            "The order of the matrix must be less than or equal to its leading dimension while N = %(I1) and LDFAC = %(I2) are given.",
+            {i(1, n), i(2, static_cast<int32_t>(ldfac))});
+    if (ipath != 1 && ipath != 2)
+        me.post(terminal, 4, "IPATH must be either 1 or 2 while a value of %(I1) is given.", {i(1, ipath)});
+    if (me.failed()) return;
+
+    SmallScratch<T> copy_of_b;
+    if (x == b) {
+        if (!copy_of_b.allocate(n))
+            return me.no_storage(
+                5, "The required storage cannot be allocated.  The workspace is based on N, where N = %(I1).",
+                {i(1, n)});
+        std::copy_n(b, n, static_cast<T*>(copy_of_b));
+        b = copy_of_b;
+    }
+    lfsrg<T>(state, n, fact, ldfac, ipvt, b, ipath, x);
+    if (is_severe(me.callee_type()) || largest(n, x) == 0) return;
+
+    const auto& run = residuals(T());
+    const auto residual = ipath == 1 ? run.by_columns : run.by_rows;
+    Part<T> previous = machine<Part<T>>(2);
+    for (int iteration = 0; iteration < 50; ++iteration) {
+        residual(n, n, kernels::parts(a), lda, kernels::parts(x), kernels::parts(b), kernels::parts(res));
+        lfsrg<T>(state, n, fact, ldfac, ipvt, res, ipath, res);
+        if (is_severe(me.callee_type())) return;
+        for (int64_t k = 0; k < n; ++k) x[k] -= res[k];
+        const Part<T> ratio = largest(n, res) / largest(n, x);
+        if (ratio >= previous) break;
+        if (ratio <= epsilon<T>()) return;
+        previous = ratio;
+    }
+    me.post(warning, 2, "The matrix is too ill-conditioned for iterative refinement to be effective.");
+}
+
+namespace {
+
+template <class T>
+void lfirg_entry(const int32_t* n, const T* a, const int32_t* lda, const T* fact, const int32_t* ldfac,
+                 const int32_t* ipvt, const T* b, const int32_t* ipath, T* x, T* res)
+{
+    lfirg<T>(frame::state(), *n, a, *lda, fact, *ldfac, ipvt, b, *ipath, x, res);
+}
+
+}  // namespace
+
+template void lfirg(frame::State&, int32_t, const float*, int64_t, const float*, int64_t, const int32_t*,
+                    const float*, int32_t, float*, float*);
+template void lfirg(frame::State&, int32_t, const double*, int64_t, const double*, int64_t, const int32_t*,
+                    const double*, int32_t, double*, double*);
+template void lfirg(frame::State&, int32_t, const orvel_complex*, int64_t, const orvel_complex*, int64_t,
+                    const int32_t*, const orvel_complex*, int32_t, orvel_complex*, orvel_complex*);
+template void lfirg(frame::State&, int32_t, const orvel_dcomplex*, int64_t, const orvel_dcomplex*, int64_t,
+                    const int32_t*, const orvel_dcomplex*, int32_t, orvel_dcomplex*, orvel_dcomplex*);
+
+}  // namespace orvel::linsys
+
+using namespace orvel::linsys;
+
+ORVEL_EXPORT(LFIRG, lfirg_, 10, lfirg_entry<float>);
+ORVEL_EXPORT(DLFIRG, dlfirg_, 10, lfirg_entry<double>);
+ORVEL_EXPORT(LFICG, lficg_, 10, lfirg_entry<orvel_complex>);
+ORVEL_EXPORT(DLFICG, dlficg_, 10, lfirg_entry<orvel_dcomplex>);

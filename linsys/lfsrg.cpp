@@ -1,0 +1,92 @@
+// linsys/lfsrg.cpp - LFSRG: solution from a factorization
+#include <algorithm>
+
+#include "frame/export.h"
+#include "kernels/level1.h"
+#include "kernels/triangular.h"
+#include "linsys/linsys.h"
+
+namespace orvel::linsys {
+
+namespace {
+
+template <class T>
+bool has_small_diagonal(int64_t n, const T* fact, int64_t ldfac)
+{
+    const Part<T> small = smallest_pivot<T>();
+    for (int64_t k = 0; k < n; ++k)
+        if (magnitude(fact[k * (ldfac + 1)]) <= small) return true;
+    return false;
+}
+
+}  // namespace
+
+template <class T>
+void lfsrg(frame::State& state, int32_t n, const T* fact, int64_t ldfac, const int32_t* ipvt, const T* b,
+           int32_t ipath, T* x)
+{
+    Routine<T, general<T>("LFSRG", "LFSCG")> me(state);
+    if (n < 1)
+        me.post(terminal, 1, "The number of equations must be positive while N = %(I1) is given.", {i(1, n)});
+    if (n > ldfac)
+        me.post(
+            terminal, 2,
+            "The order of the matrix must be less than or equal to its leading dimension while N = %(I1) and LDFAC = %(I2) are given.",
+            {i(1, n), i(2, static_cast<int32_t>(ldfac))});
+    if (me.failed()) return;
+    if (ipath != 1 && ipath != 2)
+        return me.post(terminal, 5, "IPATH must be either 1 or 2 while a value of %(I1) is given.",
+                       {i(1, ipath)});
+    if (x != b) kernels::copy<T>(n, b, 1, x, 1);
+
+    if (ipath == 1) {
+        for (int64_t k = 0; k + 1 < n; ++k) {
+            std::swap(x[ipvt[k] - 1], x[k]);
+            kernels::axpy<T>(n - k - 1, x[k], fact + k + 1 + k * ldfac, 1, x + k + 1, 1);
+        }
+        if (has_small_diagonal(n, fact, ldfac))
+            return me.post(
+                terminal, 3,
+                "The input matrix is singular.  Some of the diagonal elements of the upper triangular matrix U of the LU factorization are close to zero.");
+        kernels::solve_triangle<T>(false, false, n, fact, ldfac, x);
+    } else {
+        if (has_small_diagonal(n, fact, ldfac))
+            return me.post(
+                terminal, 4,
+                "The input matrix is singular.  Some of the diagonal elements of the upper triangular matrix U of the LU factorization are close to zero.");
+        kernels::solve_triangle<T>(false, true, n, fact, ldfac, x);
+        for (int64_t k = n - 2; k >= 0; --k) {
+            x[k] += kernels::dotc<T>(n - k - 1, fact + k + 1 + k * ldfac, 1, x + k + 1, 1);
+            std::swap(x[ipvt[k] - 1], x[k]);
+        }
+    }
+}
+
+namespace {
+
+template <class T>
+void lfsrg_entry(const int32_t* n, const T* fact, const int32_t* ldfac, const int32_t* ipvt, const T* b,
+                 const int32_t* ipath, T* x)
+{
+    lfsrg<T>(frame::state(), *n, fact, *ldfac, ipvt, b, *ipath, x);
+}
+
+}  // namespace
+
+template void lfsrg(frame::State&, int32_t, const float*, int64_t, const int32_t*, const float*, int32_t,
+                    float*);
+template void lfsrg(frame::State&, int32_t, const double*, int64_t, const int32_t*, const double*, int32_t,
+                    double*);
+template void lfsrg(frame::State&, int32_t, const orvel_complex*, int64_t, const int32_t*,
+                    const orvel_complex*, int32_t, orvel_complex*);
+template void lfsrg(frame::State&, int32_t, const orvel_dcomplex*, int64_t, const int32_t*,
+                    const orvel_dcomplex*, int32_t, orvel_dcomplex*);
+
+}  // namespace orvel::linsys
+
+using namespace orvel::linsys;
+
+ORVEL_EXPORT(LFSRG, lfsrg_, 7, lfsrg_entry<float>);
+ORVEL_EXPORT(DLFSRG, dlfsrg_, 7, lfsrg_entry<double>);
+ORVEL_EXPORT(LFSCG, lfscg_, 7, lfsrg_entry<orvel_complex>);
+ORVEL_EXPORT(DLFSCG, dlfscg_, 7, lfsrg_entry<orvel_dcomplex>);

@@ -1,0 +1,127 @@
+// linsys/lftrg.cpp - LFTRG, L2TRG: LU factorization; L4TRG, CRGRG: its helpers
+#include <algorithm>
+
+#include "frame/export.h"
+#include "frame/scratch.h"
+#include "kernels/level1.h"
+#include "linsys/isa/loops.h"
+#include "linsys/linsys.h"
+
+namespace orvel::linsys {
+
+namespace {
+
+inline const Elimination<float>& elimination(float) { return loops().s; }
+inline const Elimination<double>& elimination(double) { return loops().d; }
+inline const Elimination<float>& elimination(std::complex<float>) { return loops().c; }
+inline const Elimination<double>& elimination(std::complex<double>) { return loops().z; }
+
+template <class T>
+void crgrg(const int32_t* n, const T* a, const int32_t* lda, T* b, const int32_t* ldb)
+{
+    for (int64_t j = 0; j < *n; ++j) kernels::copy<T>(*n, a + j * *lda, 1, b + j * *ldb, 1);
+}
+
+// Ties go to the lowest row: a later one replaces it only when it is strictly larger.
+template <class T>
+void l4trg(const int32_t* n, const T* x, const Part<T>* s, int32_t* l)
+{
+    *l = *n < 1 ? 0 : 1;
+    Part<T> largest = -1;
+    for (int32_t i = 0; i < *n; ++i) {
+        const Part<T> size = magnitude(x[i]) * s[i];
+        if (size > largest) largest = size, *l = i + 1;
+    }
+}
+
+}  // namespace
+
+template <class T>
+void l2trg(frame::State& state, int32_t n, const T* a, int64_t lda, T* fact, int64_t ldfac, int32_t* ipvt,
+           T* wk)
+{
+    Routine<T, general<T>("L2TRG", "L2TCG")> me(state);
+    if (n < 1)
+        return me.post(terminal, 1, "The order of the matrix must be positive while N = %(i1) is given.",
+                       {i(1, n)});
+    if (n > lda)
+        return me.post(
+            terminal, 2,
+            "The order of the matrix must be less than or equal to its leading dimension while N = %(i1) and LDA = %(i2) are given.",
+            {i(1, n), i(2, static_cast<int32_t>(lda))});
+    if (n > ldfac)
+        return me.post(
+            terminal, 3,
+            "The order of the matrix must be less than or equal to its leading dimension while N = %(i1) and LDFAC = %(i2) are given.",
+            {i(1, n), i(2, static_cast<int32_t>(ldfac))});
+
+    // Copied and measured column by column, while the column is near. S uses the storage of WK.
+    auto* const s = reinterpret_cast<Part<T>*>(wk);
+    std::fill_n(s, n, Part<T>(0));
+    const auto raise_maxima = elimination(T()).raise_maxima;
+    for (int64_t j = 0; j < n; ++j) {
+        if (fact != a || ldfac != lda) kernels::copy<T>(n, a + j * lda, 1, fact + j * ldfac, 1);
+        raise_maxima(n, kernels::parts(fact + j * ldfac), s);
+    }
+    const Part<T> small = smallest_pivot<T>();
+    for (int64_t k = 0; k < n; ++k) s[k] = s[k] >= small ? 1 / s[k] : Part<T>(1);
+    if (factor<T>(n, fact, ldfac, ipvt, s, small))
+        me.post(
+            fatal, 2,
+            "The input matrix is singular.  Some of the diagonal elements of the upper triangular matrix U of the LU factorization are close to zero.");
+}
+
+namespace {
+
+template <class T>
+void l2trg_entry(const int32_t* n, const T* a, const int32_t* lda, T* fact, const int32_t* ldfac,
+                 int32_t* ipvt, T* wk)
+{
+    l2trg<T>(frame::state(), *n, a, *lda, fact, *ldfac, ipvt, wk);
+}
+
+template <class T>
+void lftrg(const int32_t* n, const T* a, const int32_t* lda, T* fact, const int32_t* ldfac, int32_t* ipvt)
+{
+    Routine<T, general<T>("LFTRG", "LFTCG")> me;
+    if (*n < 1)
+        return me.post(terminal, 1, "The order of the matrix must be positive while N = %(i1) is given.",
+                       {i(1, *n)});
+    SmallScratch<T> wk;
+    if (wk.allocate(*n))
+        l2trg<T>(me.state(), *n, a, *lda, fact, *ldfac, ipvt, wk);
+    else
+        me.no_storage(
+            2, "The required storage cannot be allocated.  The workspace is based on N, where N = %(i1).",
+            {i(1, *n)});
+}
+
+}  // namespace
+
+template void l2trg(frame::State&, int32_t, const float*, int64_t, float*, int64_t, int32_t*, float*);
+template void l2trg(frame::State&, int32_t, const double*, int64_t, double*, int64_t, int32_t*, double*);
+template void l2trg(frame::State&, int32_t, const orvel_complex*, int64_t, orvel_complex*, int64_t, int32_t*,
+                    orvel_complex*);
+template void l2trg(frame::State&, int32_t, const orvel_dcomplex*, int64_t, orvel_dcomplex*, int64_t,
+                    int32_t*, orvel_dcomplex*);
+
+}  // namespace orvel::linsys
+
+using namespace orvel::linsys;
+
+ORVEL_EXPORT(CRGRG, crgrg_, 5, crgrg<float>);
+ORVEL_EXPORT(DCRGRG, dcrgrg_, 5, crgrg<double>);
+ORVEL_EXPORT(CCGCG, ccgcg_, 5, crgrg<orvel_complex>);
+ORVEL_EXPORT(DCCGCG, dccgcg_, 5, crgrg<orvel_dcomplex>);
+ORVEL_EXPORT(L4TRG, l4trg_, 4, l4trg<float>);
+ORVEL_EXPORT(DL4TRG, dl4trg_, 4, l4trg<double>);
+ORVEL_EXPORT(L4TCG, l4tcg_, 4, l4trg<orvel_complex>);
+ORVEL_EXPORT(DL4TCG, dl4tcg_, 4, l4trg<orvel_dcomplex>);
+ORVEL_EXPORT(L2TRG, l2trg_, 7, l2trg_entry<float>);
+ORVEL_EXPORT(DL2TRG, dl2trg_, 7, l2trg_entry<double>);
+ORVEL_EXPORT(L2TCG, l2tcg_, 7, l2trg_entry<orvel_complex>);
+ORVEL_EXPORT(DL2TCG, dl2tcg_, 7, l2trg_entry<orvel_dcomplex>);
+ORVEL_EXPORT(LFTRG, lftrg_, 6, lftrg<float>);
+ORVEL_EXPORT(DLFTRG, dlftrg_, 6, lftrg<double>);
+ORVEL_EXPORT(LFTCG, lftcg_, 6, lftrg<orvel_complex>);
+ORVEL_EXPORT(DLFTCG, dlftcg_, 6, lftrg<orvel_dcomplex>);

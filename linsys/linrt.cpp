@@ -1,0 +1,105 @@
+// linsys/linrt.cpp - LINRT: inverse of a triangular matrix
+#include "frame/export.h"
+#include "kernels/level1.h"
+#include "kernels/triangular.h"
+#include "linsys/linsys.h"
+
+namespace orvel::linsys {
+
+namespace {
+
+// Column by column: the part of column j beside its diagonal is multiplied by the inverse that is there.
+template <class T>
+void invert_small(bool lower, int64_t n, T* a, int64_t lda)
+{
+    for (int64_t step = 0; step < n; ++step) {
+        const int64_t j = lower ? n - 1 - step : step;
+        T* const column = a + j * lda;
+        column[j] = T(1) / column[j];
+        const int64_t first = lower ? j + 1 : 0, last = lower ? n : j;
+        for (int64_t s = 0; s < last - first; ++s) {
+            const int64_t k = lower ? last - 1 - s : first + s;
+            const T factor = column[k];
+            column[k] = T(0);
+            const int64_t from = lower ? k : first, to = lower ? last : k + 1;
+            for (int64_t r = from; r < to; ++r) column[r] += factor * a[r + k * lda];
+        }
+        for (int64_t r = first; r < last; ++r) column[r] *= -column[j];
+    }
+}
+
+}  // namespace
+
+// Halves: with both triangles inverted, the square beside them is multiplied from either side and negated.
+template <class T>
+void invert_triangle(bool lower, int64_t n, T* a, int64_t lda)
+{
+    constexpr int64_t small = 16;
+    if (n <= small) return invert_small(lower, n, a, lda);
+    const int64_t half = (n / 2 + small - 1) / small * small, rest = n - half;
+    T* const second = a + half * (lda + 1);
+    invert_triangle(lower, half, a, lda);
+    invert_triangle(lower, rest, second, lda);
+    const int64_t rows = lower ? rest : half, columns = lower ? half : rest;
+    T* const square = lower ? a + half : a + half * lda;
+    for (int64_t j = 0; j < columns; ++j)
+        for (int64_t r = 0; r < rows; ++r) square[r + j * lda] = -square[r + j * lda];
+    kernels::multiply_by_triangle<T>(true, lower, rows, columns, lower ? second : a, lda, square, lda);
+    kernels::multiply_by_triangle<T>(false, lower, rows, columns, lower ? a : second, lda, square, lda);
+}
+
+namespace {
+
+template <class T>
+void linrt(const int32_t* n, const T* a, const int32_t* lda, const int32_t* ipath, T* ainv,
+           const int32_t* ldainv)
+{
+    Routine<T, general<T>("LINRT", "LINCT")> me;
+    if (*n < 1)
+        me.post(terminal, 1, "The order of the matrix must be positive while N = %(I1) is given.",
+                {i(1, *n)});
+    if (*n > *lda)
+        me.post(
+            terminal, 2,
+            "The order of the matrix must be less than or equal to its leading dimension while N = %(I1) and LDA = %(I2) are given.",
+            {i(1, *n), i(2, *lda)});
+    if (*n > *ldainv)
+        me.post(
+            terminal, 3,
+            "The order of the matrix must be less than or equal to its leading dimension while N = %(I1) and LDAINV = %(I2) are given.",
+            {i(1, *n), i(2, *ldainv)});
+    if (*ipath != 1 && *ipath != 2)
+        me.post(terminal, 4, "IPATH must be either 1 or 2 while a value of %(I1) is given.", {i(1, *ipath)});
+    if (me.failed()) return;
+
+    const Part<T> small = smallest_pivot<T>();
+    for (int64_t k = 0; k < *n; ++k)
+        if (magnitude(a[k + k * *lda]) <= small)
+            return me.post(
+                terminal, 5,
+                "The matrix to be inverted is singular.  The index of the first zero diagonal element of A is %(I1).",
+                {i(1, static_cast<int32_t>(k + 1))});
+    const bool lower = *ipath == 1;
+    if (ainv != a || *ldainv != *lda)
+        for (int64_t j = 0; j < *n; ++j) {
+            const int64_t first = lower ? j : 0, last = lower ? *n : j + 1;
+            kernels::copy<T>(last - first, a + first + j * *lda, 1, ainv + first + j * *ldainv, 1);
+        }
+    invert_triangle<T>(lower, *n, ainv, *ldainv);
+}
+
+}  // namespace
+
+template void invert_triangle(bool, int64_t, float*, int64_t);
+template void invert_triangle(bool, int64_t, double*, int64_t);
+template void invert_triangle(bool, int64_t, orvel_complex*, int64_t);
+template void invert_triangle(bool, int64_t, orvel_dcomplex*, int64_t);
+
+}  // namespace orvel::linsys
+
+using namespace orvel::linsys;
+
+ORVEL_EXPORT(LINRT, linrt_, 6, linrt<float>);
+ORVEL_EXPORT(DLINRT, dlinrt_, 6, linrt<double>);
+ORVEL_EXPORT(LINCT, linct_, 6, linrt<orvel_complex>);
+ORVEL_EXPORT(DLINCT, dlinct_, 6, linrt<orvel_dcomplex>);

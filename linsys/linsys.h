@@ -1,0 +1,113 @@
+// linsys/linsys.h - what the files of the dense solvers share
+#pragma once
+
+#include <cmath>
+#include <complex>
+#include <cstdint>
+
+#include "frame/constants.h"
+#include "frame/routine.h"
+#include "kernels/vectors.h"
+#include "orvel/linsys.h"
+
+namespace orvel::linsys {
+
+using kernels::is_complex;
+using kernels::Part;
+
+// The name of a routine for general matrices: R for real members, C for complex ones.
+template <class T>
+consteval Name<6> general(const char (&real)[6], const char (&complex)[6])
+{
+    return is_complex<T> ? Name<6>(complex) : Name<6>(real);
+}
+
+// The magnitude by which pivots are chosen and tested: |x|, or |Re| + |Im|.
+template <class T>
+inline Part<T> magnitude(T x)
+{
+    return std::abs(std::real(x)) + std::abs(std::imag(x));
+}
+template <>
+inline float magnitude(float x)
+{
+    return std::abs(x);
+}
+template <>
+inline double magnitude(double x)
+{
+    return std::abs(x);
+}
+
+template <class T>
+inline T conjugate(T x)
+{
+    if constexpr (is_complex<T>)
+        return std::conj(x);
+    else
+        return x;
+}
+
+// A pivot is close to zero when its magnitude is not above this; its reciprocal does not overflow.
+template <class T>
+inline Part<T> smallest_pivot()
+{
+    const Part<T> tiny = machine<Part<T>>(1), huge = machine<Part<T>>(2);
+    return tiny * huge < 1 ? 1 / huge : tiny;
+}
+
+template <class T>
+inline Part<T> epsilon()
+{
+    return machine<Part<T>>(4);
+}
+
+// Whether an error of this type ends a computation: FATAL and TERMINAL do, WARNING does not.
+inline bool is_severe(int32_t type) { return type == fatal || type == terminal; }
+
+// ---- without a frame --------------------------------------------------------------------------------------
+
+// LU factorization of FACT(n, n) in place. S holds the n row scale factors and is interchanged with the rows.
+// Returns whether a pivot was close to zero.
+template <class T>
+bool factor(int64_t n, T* fact, int64_t ldfac, int32_t* ipvt, Part<T>* s, Part<T> small);
+
+// The same column by column, which needs no memory; the definition of `factor`.
+template <class T>
+bool factor_plainly(int64_t n, T* fact, int64_t ldfac, int32_t* ipvt, Part<T>* s, Part<T> small);
+
+// An estimate of 1 / norm of the inverse, from the factorization; z(n) is scratch. With the norm of A it
+// gives the reciprocal of the condition number.
+template <class T>
+Part<T> reciprocal_of_inverse_norm(int64_t n, const T* fact, int64_t ldfac, const int32_t* ipvt, T* z);
+
+template <class T>
+Part<T> norm_1(int64_t rows, int64_t columns, const T* a, int64_t lda);
+
+// Inverse of a triangle in place; the other triangle is not touched.
+template <class T>
+void invert_triangle(bool lower, int64_t n, T* a, int64_t lda);
+
+// ---- workers, which check their arguments and post errors under their own names ---------------------------
+
+template <class T>
+void l2trg(frame::State& state, int32_t n, const T* a, int64_t lda, T* fact, int64_t ldfac, int32_t* ipvt,
+           T* wk);
+template <class T>
+void l2crg(frame::State& state, int32_t n, const T* a, int64_t lda, T* fact, int64_t ldfac, int32_t* ipvt,
+           Part<T>* rcond, T* wk);
+template <class T>
+void lfsrg(frame::State& state, int32_t n, const T* fact, int64_t ldfac, const int32_t* ipvt, const T* b,
+           int32_t ipath, T* x);
+template <class T>
+void lfirg(frame::State& state, int32_t n, const T* a, int64_t lda, const T* fact, int64_t ldfac,
+           const int32_t* ipvt, const T* b, int32_t ipath, T* x, T* res);
+
+// Option values of chapter MATH of the calling thread's store.
+struct Options {
+    int32_t padding[2];      // 16: padding count and modulus of leading dimensions
+    int32_t condition_flag;  // 17: 1 no estimate of the condition number, 2 estimate
+};
+const Options& options();
+
+}  // namespace orvel::linsys

@@ -1,0 +1,89 @@
+// linsys/lslrg.cpp - LSLRG, L2LRG: solution of a linear system without refinement
+#include "frame/export.h"
+#include "frame/scratch.h"
+#include "linsys/linsys.h"
+
+namespace orvel::linsys {
+
+namespace {
+
+// Leading dimension of the factor array: N, or N + P where the modulus M divides N.
+int64_t padded(int32_t n)
+{
+    const auto [p, m] = options().padding;
+    return p > 0 && m > 0 && n % m == 0 ? int64_t{n} + p : n;
+}
+
+template <class T>
+void l2lrg(frame::State& state, int32_t n, const T* a, int64_t lda, const T* b, int32_t ipath, T* x, T* fact,
+           int32_t* ipvt, T* wk)
+{
+    Routine<T, general<T>("L2LRG", "L2LCG")> me(state);
+    if (n < 1)
+        me.post(terminal, 1, "The number of equations must be positive while N = %(I1) is given.", {i(1, n)});
+    if (n > lda)
+        me.post(
+            terminal, 2,
+            "The order of the matrix must be less than or equal to its leading dimension while N = %(I1) and LDA = %(I2) are given.",
+            {i(1, n), i(2, static_cast<int32_t>(lda))});
+    if (ipath != 1 && ipath != 2)
+        me.post(terminal, 3, "IPATH must be either 1 or 2 while a value of %(I1) is given.", {i(1, ipath)});
+    const auto [p, m] = options().padding;
+    if (p < 0 || m <= 0)
+        me.post(
+            terminal, 4,
+            "The option values 3,4 must be respectively not less than zero, and non-negative while %(I1) and %(I2) are given.",
+            {i(1, p), i(2, m)});
+    if (me.failed()) return;
+
+    const int64_t ldfac = padded(n);
+    Part<T> rcond = 1;
+    l2crg<T>(state, n, a, lda, fact, ldfac, ipvt, &rcond, wk);
+    if (is_severe(me.callee_type())) return;
+    lfsrg<T>(state, n, fact, ldfac, ipvt, b, ipath, x);
+    if (epsilon<T>() >= rcond)
+        me.post(
+            warning, 1,
+            "The matrix is too ill-conditioned. An estimate of the reciprocal of its L1 condition number is RCOND = %(R1).  The solution might not be accurate.",
+            {r(1, rcond)});
+}
+
+template <class T>
+void l2lrg_entry(const int32_t* n, const T* a, const int32_t* lda, const T* b, const int32_t* ipath, T* x,
+                 T* fact, int32_t* ipvt, T* wk)
+{
+    l2lrg<T>(frame::state(), *n, a, *lda, b, *ipath, x, fact, ipvt, wk);
+}
+
+template <class T>
+void lslrg(const int32_t* n, const T* a, const int32_t* lda, const T* b, const int32_t* ipath, T* x)
+{
+    Routine<T, general<T>("LSLRG", "LSLCG")> me;
+    if (*n < 1)
+        return me.post(terminal, 1, "The number of equations must be positive while N = %(i1) is given.",
+                       {i(1, *n)});
+    SmallScratch<T, 256> fact;
+    SmallScratch<int32_t> ipvt;
+    SmallScratch<T> wk;
+    if (fact.allocate(padded(*n), *n) && ipvt.allocate(*n) && wk.allocate(*n))
+        l2lrg<T>(me.state(), *n, a, *lda, b, *ipath, x, fact, ipvt, wk);
+    else
+        me.no_storage(
+            2, "The required storage cannot be allocated.  The workspace is based on N, where N = %(i1).",
+            {i(1, *n)});
+}
+
+}  // namespace
+
+}  // namespace orvel::linsys
+
+using namespace orvel::linsys;
+
+ORVEL_EXPORT(L2LRG, l2lrg_, 9, l2lrg_entry<float>);
+ORVEL_EXPORT(DL2LRG, dl2lrg_, 9, l2lrg_entry<double>);
+ORVEL_EXPORT(L2LCG, l2lcg_, 9, l2lrg_entry<orvel_complex>);
+ORVEL_EXPORT(DL2LCG, dl2lcg_, 9, l2lrg_entry<orvel_dcomplex>);
+ORVEL_EXPORT(LSLRG, lslrg_, 6, lslrg<float>);
+ORVEL_EXPORT(DLSLRG, dlslrg_, 6, lslrg<double>);
+ORVEL_EXPORT(LSLCG, lslcg_, 6, lslrg<orvel_complex>);
+ORVEL_EXPORT(DLSLCG, dlslcg_, 6, lslrg<orvel_dcomplex>);

@@ -1,0 +1,86 @@
+// tests/linsys/factor_test.cpp - the elimination in panels against the elimination column by column
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <random>
+#include <vector>
+
+#include "linsys/linsys.h"
+#include "tests/levels.h"
+
+using namespace orvel::linsys;
+
+namespace {
+
+template <class T>
+class Factor : public testing::Test {};
+using Types = testing::Types<float, double, std::complex<float>, std::complex<double>>;
+TYPED_TEST_SUITE(Factor, Types);
+
+enum Kind { dense, badly_scaled, ties, zero_columns, low_rank, not_numbers };
+
+template <class T>
+std::vector<T> matrix(Kind kind, int64_t n, int64_t ld)
+{
+    std::mt19937 random(static_cast<unsigned>(n + kind));
+    std::uniform_real_distribution<float> uniform(-1, 1);
+    std::vector<T> a(static_cast<std::size_t>(n * ld), T(77));
+    const auto number = [&]() -> T {
+        if (kind == ties || kind == low_rank) return T(static_cast<float>(static_cast<int>(random() % 3) - 1));
+        const float re = uniform(random), im = uniform(random);
+        if constexpr (is_complex<T>)
+            return {static_cast<Part<T>>(re), static_cast<Part<T>>(im)};
+        else
+            return static_cast<T>(re) + static_cast<T>(im) / 1000;
+    };
+    for (int64_t j = 0; j < n; ++j)
+        for (int64_t i = 0; i < n; ++i) {
+            T& e = a[static_cast<std::size_t>(i + j * ld)];
+            e = number();
+            if (kind == badly_scaled) e *= std::pow(Part<T>(10), static_cast<Part<T>>(i % 13 - 6));
+            if (kind == zero_columns && (j % 23 == 7 || j == n - 1)) e = T(0);
+            if (kind == low_rank && j >= n / 2) e = a[static_cast<std::size_t>(i + (j - n / 2) * ld)];
+            if (kind == not_numbers && (i * n + j) % (n * n / 3 + 1) == 5) e = T(std::nanf(""));
+        }
+    return a;
+}
+
+// Bits agree, save that of a NaN.
+template <class T>
+void expect_same(const std::vector<T>& a, const std::vector<T>& b, const char* what)
+{
+    const auto* x = orvel::kernels::parts(a.data());
+    const auto* y = orvel::kernels::parts(b.data());
+    const auto count = static_cast<int64_t>(a.size()) * orvel::kernels::Number<T>::parts;
+    for (int64_t k = 0; k < count; ++k)
+        ASSERT_TRUE(std::memcmp(x + k, y + k, sizeof *x) == 0 || (std::isnan(x[k]) && std::isnan(y[k])))
+            << what << " " << k << ": " << x[k] << ", " << y[k];
+}
+
+}  // namespace
+
+TYPED_TEST(Factor, PanelsGiveTheBitsOfColumns)
+{
+    using T = TypeParam;
+    orvel_test::on_every_level([](const std::string& level) {
+        for (const Kind kind : {dense, badly_scaled, ties, zero_columns, low_rank})
+            for (const int64_t n : {1, 2, 3, 7, 8, 9, 16, 17, 31, 32, 33, 63, 64, 65, 100, 131, 257, 300, 421}) {
+                if (n > 131 && kind != dense && kind != zero_columns) continue;
+                SCOPED_TRACE(level + " kind " + std::to_string(kind) + " n " + std::to_string(n));
+                const int64_t ld = n + n % 3;
+                std::vector<T> panels = matrix<T>(kind, n, ld), columns = panels;
+                std::vector<Part<T>> s(static_cast<std::size_t>(n));
+                for (std::size_t k = 0; k < s.size(); ++k) s[k] = Part<T>(1) / static_cast<Part<T>>(1 + k % 5);
+                std::vector<Part<T>> s_columns = s;
+                std::vector<int32_t> ipvt(s.size()), ipvt_columns(s.size());
+                const Part<T> small = smallest_pivot<T>();
+                const bool singular = factor(n, panels.data(), ld, ipvt.data(), s.data(), small);
+                ASSERT_EQ(singular, factor_plainly(n, columns.data(), ld, ipvt_columns.data(),
+                                                   s_columns.data(), small));
+                ASSERT_EQ(singular, kind == zero_columns || singular);
+                ASSERT_EQ(ipvt, ipvt_columns);
+                expect_same(s, s_columns, "scale");
+                expect_same(panels, columns, "element");
+            }
+    });
+}
