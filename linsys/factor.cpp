@@ -38,17 +38,9 @@ struct Panel {
     int64_t rows, columns;
     R* p;  // its columns, see PanelShape
     PanelShape shape;
-    R* s;             // row scale factors
-    int64_t* pivots;  // of each step, from 0 within the panel
-    bool* skipped;    // steps without a pivot
+    R* s;  // row scale factors
 
     R* column(int64_t c) const { return p + c * shape.step; }
-    void swap_rows(int64_t c, int64_t a, int64_t b) const
-    {
-        R* const own = column(c);
-        std::swap(own[a], own[b]);
-        if constexpr (is_complex<T>) std::swap(own[shape.half + a], own[shape.half + b]);
-    }
     T element(int64_t r, int64_t c) const
     {
         if constexpr (is_complex<T>)
@@ -57,6 +49,30 @@ struct Panel {
             return column(c)[r];
     }
 };
+
+// An interchange of rows of the panel, of the step whose row is `row`.
+struct Interchange {
+    int64_t row, pivot;
+};
+
+// What a panel has done to its rows. Steps without a pivot interchange nothing and are not in `swaps`.
+struct Record {
+    Interchange* swaps;
+    int64_t count;
+    bool* skipped;
+};
+
+template <class R>
+void swap_rows(const Interchange* swaps, int64_t count, R* column)
+{
+    for (int64_t k = 0; k < count; ++k) std::swap(column[swaps[k].row], column[swaps[k].pivot]);
+}
+template <class T>
+void swap_rows(const Panel<T>& panel, const Interchange* swaps, int64_t count, int64_t column)
+{
+    swap_rows(swaps, count, panel.column(column));
+    if constexpr (is_complex<T>) swap_rows(swaps, count, panel.column(column) + panel.shape.half);
+}
 
 template <class R>
 void split(int64_t n, const R* from, R* to, int64_t)
@@ -81,82 +97,130 @@ void join(int64_t n, const R* from, int64_t half, std::complex<R>* to)
     for (int64_t i = 0; i < n; ++i) parts[2 * i] = from[i], parts[2 * i + 1] = from[half + i];
 }
 
-// The columns first..last-1 of the panel, which have the products with the columns before. Other columns of
-// the panel get their interchanges. Returns whether a step was skipped.
+// The columns first..last-1 of the panel, which have the products with the columns before: they are
+// eliminated, and their pivots stored, one-based from the panel's first row on.
 template <class T>
-bool factor_leaf(const Panel<T>& panel, int64_t first, int64_t last, Part<T> small)
+void factor_leaf(const Panel<T>& panel, int64_t first, int64_t last, Part<T> small, int32_t* ipvt,
+                 Record& record)
 {
-    using R = Part<T>;
     const auto& run = elimination(T());
     // The leaf as a panel of its own, whose first row is that of its first step.
-    R* const corner = panel.column(first) + first;
-    R* const s = panel.s + first;
+    Part<T>* const corner = panel.column(first) + first;
+    Part<T>* const s = panel.s + first;
     const int64_t m = panel.rows - first, n = last - first;
-    bool skips = false;
     int64_t best = run.pivot(0, m, corner, s, panel.shape);
     for (int64_t c = 0; c < n; ++c) {
-        panel.pivots[first + c] = first + best;
+        ipvt[first + c] = static_cast<int32_t>(first + best + 1);
         const T pivot = panel.element(first + best, first + c);
-        panel.skipped[first + c] = !(magnitude(pivot) > small);
-        if (panel.skipped[first + c]) {
-            skips = true;
+        record.skipped[first + c] = !(magnitude(pivot) > small);
+        if (record.skipped[first + c]) {
             if (c + 1 < n) best = run.pivot(c + 1, m, corner + (c + 1) * panel.shape.step, s, panel.shape);
             continue;
         }
         if (best != c) {
+            const Interchange swap{first + c, first + best};
+            record.swaps[record.count++] = swap;
             std::swap(s[c], s[best]);
-            for (int64_t j = first; j < last; ++j) panel.swap_rows(j, first + c, first + best);
+            for (int64_t j = first; j < last; ++j) swap_rows(panel, &swap, 1, j);
         }
         const T t = T(-1) / pivot;
         best = run.step(c, m, n, kernels::parts(&t), s, corner, panel.shape);
     }
-    for (int64_t j = 0; j < panel.columns; ++j)
-        if (j < first || j >= last)
-            for (int64_t c = first; c < last; ++c)
-                if (!panel.skipped[c] && panel.pivots[c] != c) panel.swap_rows(j, c, panel.pivots[c]);
-    return skips;
 }
 
-// Eliminates the columns of the panel leaf by leaf, up to the first leaf with a skipped step. Returns the
-// number of columns that are done.
+// Writes the columns of a leaf back, each column's multipliers in the order of its own step.
 template <class T>
-int64_t factor_panel(const Panel<T>& panel, Part<T> small, bool& skips)
+void write_leaf(const Panel<T>& panel, int64_t first, int64_t last, const Interchange* swaps, int64_t count,
+                T* fact, int64_t ldfac)
+{
+    for (int64_t c = first; c < last; ++c) {
+        T* const column = fact + c * ldfac;
+        join(panel.rows, panel.column(c), panel.shape.half, column);
+        for (int64_t k = count - 1; k >= 0 && swaps[k].row > c; --k)
+            std::swap(column[swaps[k].row], column[swaps[k].pivot]);
+    }
+}
+
+// Eliminates the columns of the panel leaf by leaf, up to the first leaf with a skipped step, and writes them
+// back. Returns the number of columns that are done.
+template <class T>
+int64_t factor_panel(const Panel<T>& panel, Part<T> small, T* fact, int64_t ldfac, int32_t* ipvt,
+                     Record& record, bool& skips)
 {
     const auto& run = elimination(T());
     skips = false;
+    record.count = 0;
     int64_t done = 0;
     while (done < panel.columns && !skips) {
-        const int64_t last = std::min(done + run.leaf, panel.columns);
+        const int64_t last = std::min(done + run.leaf, panel.columns), before = record.count;
         if (done > 0) run.eliminate(done, panel.rows, last - done, panel.p, panel.column(done), panel.shape);
-        skips = factor_leaf(panel, done, last, small);
+        factor_leaf(panel, done, last, small, ipvt, record);
+        const Interchange* const swaps = record.swaps + before;
+        const int64_t count = record.count - before;
+        for (int64_t j = 0; j < panel.columns; ++j)
+            if (j < done || j >= last) swap_rows(panel, swaps, count, j);
+        write_leaf(panel, done, last, swaps, count, fact, ldfac);
+        skips =
+            std::any_of(record.skipped + done, record.skipped + last, [](bool skipped) { return skipped; });
         done = last;
     }
     return done;
 }
 
-// Interchanges of the steps of a panel, on a column of the matrix below its first row.
+// The columns to the right of a panel with skipped steps, step by step. The multipliers are in the order of
+// the panel's last step; so is a column once all interchanges are done.
 template <class T>
-void interchange(const Panel<T>& panel, int64_t steps, T* column)
+void eliminate_plainly(const Panel<T>& panel, int64_t steps, const Record& record, int64_t n, T* right,
+                       int64_t ldfac)
 {
-    for (int64_t c = 0; c < steps; ++c)
-        if (!panel.skipped[c]) std::swap(column[c], column[panel.pivots[c]]);
+    constexpr int64_t piece = 64;
+    kernels::OnStack<T, piece> multipliers;
+    for (int64_t j = 0; j < n; ++j) {
+        T* const column = right + j * ldfac;
+        swap_rows(record.swaps, record.count, column);
+        for (int64_t c = 0; c < steps; ++c) {
+            if (record.skipped[c]) continue;
+            for (int64_t r = c + 1; r < panel.rows; r += piece) {
+                const int64_t rows = std::min(piece, panel.rows - r);
+                join(rows, panel.column(c) + r, panel.shape.half, static_cast<T*>(multipliers));
+                kernels::add_columns(rows, 1, multipliers, 1, false, column + c, column + r);
+            }
+        }
+    }
 }
 
-// One column to the right of a panel with skipped steps.
-template <class T>
-void eliminate_plainly(const Panel<T>& panel, int64_t steps, const T* fact, int64_t ldfac, T* column)
-{
-    interchange(panel, steps, column);
-    for (int64_t c = 0; c < steps; ++c)
-        if (!panel.skipped[c])
-            kernels::add_columns(panel.rows - c - 1, 1, fact + c + 1 + c * ldfac, 1, false, column + c,
-                                 column + c + 1);
-}
+// The net effect of a panel's interchanges: where each of its first rows comes from, and which rows below
+// them get one of theirs.
+struct Gather {
+    int64_t* from;
+    Interchange* moves;  // row gets the old row `pivot`
+    int64_t count;
 
-// The columns to the right get interchanges, and the rows of U; `block` holds eight columns of the panel's
-// shape.
+    void build(int64_t steps, const Record& record)
+    {
+        for (int64_t r = 0; r < steps; ++r) from[r] = r;
+        count = 0;
+        for (int64_t k = 0; k < record.count; ++k) {
+            const auto [row, pivot] = record.swaps[k];
+            int64_t& other = pivot < steps ? from[pivot] : source_of(pivot);
+            std::swap(from[row], other);
+        }
+    }
+
+private:
+    int64_t& source_of(int64_t row)
+    {
+        for (int64_t k = 0; k < count; ++k)
+            if (moves[k].row == row) return moves[k].pivot;
+        moves[count] = {row, row};
+        return moves[count++].pivot;
+    }
+};
+
+// The columns to the right get the interchanges, and the rows of U.
 template <class T>
-void eliminate_right(const Panel<T>& panel, int64_t steps, int64_t n, T* right, int64_t ldfac, Part<T>* block)
+void eliminate_right(const Panel<T>& panel, int64_t steps, const Gather& gather, int64_t n, T* right,
+                     int64_t ldfac, Part<T>* block, T* row)
 {
     constexpr int64_t group = 8;
     const auto& run = elimination(T());
@@ -164,23 +228,15 @@ void eliminate_right(const Panel<T>& panel, int64_t steps, int64_t n, T* right, 
         const int64_t columns = std::min(group, n - j);
         for (int64_t c = 0; c < columns; ++c) {
             T* const column = right + (j + c) * ldfac;
-            interchange(panel, steps, column);
-            split(steps, column, block + c * panel.shape.step, panel.shape.half);
+            for (int64_t r = 0; r < steps; ++r) row[r] = column[gather.from[r]];
+            for (int64_t k = 0; k < gather.count; ++k)
+                column[gather.moves[k].row] = column[gather.moves[k].pivot];
+            split(steps, row, block + c * panel.shape.step, panel.shape.half);
         }
         run.eliminate(steps, steps, columns, panel.p, block, panel.shape);
         for (int64_t c = 0; c < columns; ++c)
             join(steps, block + c * panel.shape.step, panel.shape.half, right + (j + c) * ldfac);
     }
-}
-
-// Multipliers go back to the order of their own step.
-template <class T>
-void restore_order(const Panel<T>& panel, int64_t steps, T* corner, int64_t ldfac)
-{
-    for (int64_t c = 0; c + 1 < steps; ++c)
-        for (int64_t step = steps - 1; step > c; --step)
-            if (!panel.skipped[step])
-                std::swap(corner[step + c * ldfac], corner[panel.pivots[step] + c * ldfac]);
 }
 
 }  // namespace
@@ -212,71 +268,110 @@ bool factor_plainly(int64_t n, T* fact, int64_t ldfac, int32_t* ipvt, Part<T>* s
     return singular || magnitude(fact[(n - 1) * (ldfac + 1)]) <= small;
 }
 
+namespace {
+
+// Storage of a factorization: row scale factors, a panel, eight columns beside it, and what it does to rows.
+template <class T>
+class Workspace {
+public:
+    using R = Part<T>;
+
+    bool allocate(int64_t n, int64_t width)
+    {
+        constexpr int64_t line = 64 / static_cast<int64_t>(sizeof(R)), group = 8;
+        // Columns of an odd number of cache lines do not get into each other's way. Behind a vector that
+        // starts at any row of the panel there is room for it.
+        const int64_t half = (((n + line - 1) / line) | 1) * line + line;
+        shape = {is_complex<T> ? 2 * half : half, half};
+        // Complex multipliers are joined again for the products with the columns to the right.
+        const int64_t joined = is_complex<T> && n > width ? width : 0;
+        if (!numbers_.allocate(width + group + joined + 2, shape.step) || !rows_.allocate(width, 5) ||
+            !skipped_.allocate(width))
+            return false;
+        s = numbers_;
+        p = s + shape.step;
+        block = p + width * shape.step;
+        row = reinterpret_cast<T*>(block + group * shape.step);
+        multipliers = row + shape.step / kernels::Number<T>::parts;
+        int64_t* const rows = rows_;
+        gather = {rows, reinterpret_cast<Interchange*>(rows + width), 0};
+        record = {reinterpret_cast<Interchange*>(rows + 3 * width), 0, skipped_};
+        std::fill_n(s, half, R(0));
+        return true;
+    }
+
+    PanelShape shape;
+    R *s, *p, *block;
+    T *row, *multipliers;
+    Gather gather;
+    Record record;
+
+private:
+    Scratch<R> numbers_;
+    Scratch<int64_t> rows_;
+    Scratch<bool> skipped_;
+};
+
+// The panel's first columns as a factor of products: the rows below the first `steps`.
+template <class T>
+kernels::Factor<T> multipliers_below(const Panel<T>& panel, int64_t steps, T* joined)
+{
+    if constexpr (is_complex<T>) {
+        const int64_t rows = panel.rows - steps;
+        for (int64_t c = 0; c < steps; ++c)
+            join(rows, panel.column(c) + steps, panel.shape.half, joined + c * rows);
+        return {{joined, 1, rows}};
+    } else {
+        return {{panel.p + steps, 1, panel.shape.step}};
+    }
+}
+
+template <class T>
+void load(const Panel<T>& panel, const T* corner, int64_t ldfac)
+{
+    constexpr int64_t line = 64 / static_cast<int64_t>(sizeof(Part<T>));
+    for (int64_t c = 0; c < panel.columns; ++c) {
+        Part<T>* const column = panel.column(c);
+        split(panel.rows, corner + c * ldfac, column, panel.shape.half);
+        std::fill_n(column + panel.rows, line, Part<T>(0));
+        if constexpr (is_complex<T>) std::fill_n(column + panel.shape.half + panel.rows, line, Part<T>(0));
+    }
+}
+
+}  // namespace
+
 template <class T>
 bool factor(int64_t n, T* fact, int64_t ldfac, int32_t* ipvt, Part<T>* s, Part<T> small)
 {
-    using R = Part<T>;
-    constexpr int64_t group = 8, line = 64 / static_cast<int64_t>(sizeof(R)), few = 32;
     const int64_t width = std::min(n, panel_width<T>(n));
-    // Columns of an odd number of cache lines do not get into each other's way. Behind a vector that starts
-    // at any row of the panel there is room for it.
-    const int64_t half = (round_up(n, line) / line | 1) * line + line;
-    const PanelShape shape{is_complex<T> ? 2 * half : half, half};
-
-    alignas(64) R small_storage[(few + 2 * line) * (few * kernels::Number<T>::parts + 1)];
-    int64_t small_pivots[few];
-    bool small_skipped[few];
-    Scratch<R> storage;
-    Scratch<int64_t> pivots;
-    Scratch<bool> skipped;
-    R* memory = small_storage;
-    Panel<T> panel{n, width, nullptr, shape, nullptr, small_pivots, small_skipped};
-    if (n > few) {
-        if (!storage.allocate(width + group + 1, shape.step) || !pivots.allocate(width) ||
-            !skipped.allocate(width))
-            return factor_plainly(n, fact, ldfac, ipvt, s, small);
-        memory = storage;
-        panel.pivots = pivots;
-        panel.skipped = skipped;
-    }
-    panel.s = memory;
-    panel.p = memory + half;
-    R* const block = panel.p + width * shape.step;
-    std::copy_n(s, n, panel.s);
-    std::fill(panel.s + n, panel.s + half, R(0));
-
+    Workspace<T> w;
+    if (!w.allocate(n, width)) return factor_plainly(n, fact, ldfac, ipvt, s, small);
+    std::copy_n(s, n, w.s);
     bool singular = false;
     for (int64_t k = 0; k < n;) {
-        panel.rows = n - k;
-        panel.columns = std::min(width, n - k);
+        const Panel<T> panel{n - k, std::min(width, n - k), w.p, w.shape, w.s + k};
         T* const corner = fact + k * (ldfac + 1);
-        for (int64_t c = 0; c < panel.columns; ++c) {
-            split(panel.rows, corner + c * ldfac, panel.column(c), half);
-            std::fill_n(panel.column(c) + panel.rows, line, R(0));
-            if (is_complex<T>) std::fill_n(panel.column(c) + half + panel.rows, line, R(0));
-        }
+        load(panel, corner, ldfac);
         bool skips = false;
-        const int64_t steps = factor_panel(panel, small, skips);
-        for (int64_t c = 0; c < steps; ++c) join(panel.rows, panel.column(c), half, corner + c * ldfac);
+        const int64_t steps = factor_panel(panel, small, corner, ldfac, ipvt + k, w.record, skips);
+        const int64_t others = panel.rows - steps;
         T* const right = corner + steps * ldfac;
-        const int64_t others = n - k - steps;
         if (skips) {
-            for (int64_t j = 0; j < others; ++j)
-                eliminate_plainly(panel, steps, corner, ldfac, right + j * ldfac);
+            eliminate_plainly(panel, steps, w.record, others, right, ldfac);
         } else if (others > 0) {
-            eliminate_right(panel, steps, others, right, ldfac, block);
-            kernels::add_product<T>(others, others, steps, T(1), {{corner + steps, 1, ldfac}},
-                                    {{right, 1, ldfac}}, {right + steps, 1, ldfac});
+            w.gather.build(steps, w.record);
+            eliminate_right(panel, steps, w.gather, others, right, ldfac, w.block, w.row);
+            kernels::add_product<T>(others, others, steps, T(1),
+                                    multipliers_below(panel, steps, w.multipliers), {{right, 1, ldfac}},
+                                    {right + steps, 1, ldfac});
         }
-        restore_order(panel, steps, corner, ldfac);
         for (int64_t c = 0; c < steps; ++c) {
-            ipvt[k + c] = static_cast<int32_t>(k + panel.pivots[c] + 1);
-            singular |= panel.skipped[c] && k + c + 1 < n;
+            ipvt[k + c] += static_cast<int32_t>(k);
+            singular |= w.record.skipped[c] && k + c + 1 < n;
         }
         k += steps;
-        panel.s += steps;
     }
-    std::copy_n(memory, n, s);
+    std::copy_n(w.s, n, s);
     return singular || magnitude(fact[(n - 1) * (ldfac + 1)]) <= small;
 }
 

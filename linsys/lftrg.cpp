@@ -34,6 +34,32 @@ void l4trg(const int32_t* n, const T* x, const Part<T>* s, int32_t* l)
     }
 }
 
+// t = -1 / x
+template <class T>
+void invert(const Part<T>* x, Part<T>* t)
+{
+    *reinterpret_cast<T*>(t) = T(-1) / *reinterpret_cast<const T*>(x);
+}
+
+// FACT = A, scaled and factored. Returns whether it is singular.
+template <class T>
+bool scale_and_factor(int64_t n, const T* a, int64_t lda, T* fact, int64_t ldfac, int32_t* ipvt, Part<T>* s)
+{
+    const auto& run = elimination(T());
+    const Part<T> small = smallest_pivot<T>();
+    if (n <= small_order)
+        return run.factor_small(n, kernels::parts(a), lda, kernels::parts(fact), ldfac, s, ipvt, small,
+                                invert<T>);
+    // Copied and measured column by column, while the column is near.
+    std::fill_n(s, n, Part<T>(0));
+    for (int64_t j = 0; j < n; ++j) {
+        if (fact != a || ldfac != lda) kernels::copy<T>(n, a + j * lda, 1, fact + j * ldfac, 1);
+        run.raise_maxima(n, kernels::parts(fact + j * ldfac), s);
+    }
+    for (int64_t k = 0; k < n; ++k) s[k] = s[k] >= small ? 1 / s[k] : Part<T>(1);
+    return factor<T>(n, fact, ldfac, ipvt, s, small);
+}
+
 }  // namespace
 
 template <class T>
@@ -55,17 +81,7 @@ void l2trg(frame::State& state, int32_t n, const T* a, int64_t lda, T* fact, int
             "The order of the matrix must be less than or equal to its leading dimension while N = %(i1) and LDFAC = %(i2) are given.",
             {i(1, n), i(2, static_cast<int32_t>(ldfac))});
 
-    // Copied and measured column by column, while the column is near. S uses the storage of WK.
-    auto* const s = reinterpret_cast<Part<T>*>(wk);
-    std::fill_n(s, n, Part<T>(0));
-    const auto raise_maxima = elimination(T()).raise_maxima;
-    for (int64_t j = 0; j < n; ++j) {
-        if (fact != a || ldfac != lda) kernels::copy<T>(n, a + j * lda, 1, fact + j * ldfac, 1);
-        raise_maxima(n, kernels::parts(fact + j * ldfac), s);
-    }
-    const Part<T> small = smallest_pivot<T>();
-    for (int64_t k = 0; k < n; ++k) s[k] = s[k] >= small ? 1 / s[k] : Part<T>(1);
-    if (factor<T>(n, fact, ldfac, ipvt, s, small))
+    if (scale_and_factor<T>(n, a, lda, fact, ldfac, ipvt, reinterpret_cast<Part<T>*>(wk)))
         me.post(
             fatal, 2,
             "The input matrix is singular.  Some of the diagonal elements of the upper triangular matrix U of the LU factorization are close to zero.");

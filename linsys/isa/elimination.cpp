@@ -74,13 +74,19 @@ struct Rows {
     }
 };
 
+template <class R>
+inline Whole<R> lane_numbers()
+{
+    Whole<R> lane = {};
+    for (int k = 0; k < lanes<R>; ++k) lane[k] = static_cast<typename WholeOf<R>::type>(k);
+    return lane;
+}
+
 // Rows within a vector that lie below row t of it.
 template <class R>
 inline Whole<R> below(int64_t t)
 {
-    Whole<R> row = {};
-    for (int k = 0; k < lanes<R>; ++k) row[k] = static_cast<typename WholeOf<R>::type>(k);
-    return row > static_cast<typename WholeOf<R>::type>(t);
+    return lane_numbers<R>() > static_cast<typename WholeOf<R>::type>(t);
 }
 
 template <class R>
@@ -176,6 +182,8 @@ void eliminate(int64_t k, int64_t m, int64_t n, const R* p, R* c, PanelShape sha
     constexpr int N = wide<Complex>;
     int64_t j = 0;
     for (; j + N <= n; j += N) eliminate_columns<R, Complex, N>(k, m, p, c + j * shape.step, shape);
+    for (; j + N / 2 <= n; j += N / 2)
+        eliminate_columns<R, Complex, N / 2>(k, m, p, c + j * shape.step, shape);
     for (; j < n; ++j) eliminate_columns<R, Complex, 1>(k, m, p, c + j * shape.step, shape);
 }
 
@@ -209,19 +217,31 @@ public:
         row_ = better ? Whole<R>{} + static_cast<typename WholeOf<R>::type>(row) : row_;
     }
 
+    // Without branches: which row it is, nobody can predict.
     int64_t first_of_largest(int64_t m) const
     {
-        R best = -1;
-        int64_t found = none_;
-        for (int k = 0; k < lanes<R>; ++k) {
-            const int64_t row = row_[k] + k;
-            if (best_[k] < 0) continue;
-            if (best_[k] > best || (best_[k] == best && row < found)) best = best_[k], found = row;
+        Lane<R> largest = best_;
+#pragma GCC unroll 4
+        for (int w = 1; w < lanes<R>; w *= 2) {
+            const Lane<R> other = __builtin_shuffle(largest, apart(w));
+            largest = other > largest ? other : largest;
         }
+        // What no row has reached counts as the first row beyond all.
+        Whole<R> row = (best_ == largest) & (best_ >= 0) ? row_ + lane_numbers<R>() : Whole<R>{} + beyond;
+#pragma GCC unroll 4
+        for (int w = 1; w < lanes<R>; w *= 2) {
+            const Whole<R> other = __builtin_shuffle(row, apart(w));
+            row = other < row ? other : row;
+        }
+        const int64_t found = row[0];
         return found < m ? found : none_;
     }
 
 private:
+    static constexpr auto beyond = static_cast<typename WholeOf<R>::type>(INT32_MAX);
+
+    static Whole<R> apart(int w) { return lane_numbers<R>() ^ static_cast<typename WholeOf<R>::type>(w); }
+
     int64_t none_;
     Lane<R> best_;
     Whole<R> row_;
@@ -255,12 +275,12 @@ template <class R, bool Complex>
 int64_t step(int64_t c, int64_t m, int64_t n, const R* t, const R* s, R* p, PanelShape shape)
 {
     using Here = Rows<R, Complex>;
-    constexpr int L = lanes<R>, most = L > 8 ? L : 8;
+    constexpr int L = lanes<R>;
     const int64_t others = n - c - 1;
     R* const own = p + c * shape.step;
     R* const next = own + shape.step;
     const R scale[2] = {t[0], Complex ? t[1] : R(0)};
-    R u_re[most], u_im[most];
+    R u_re[small_order], u_im[small_order];
     for (int64_t j = 0; j < others; ++j) {
         u_re[j] = next[j * shape.step + c];
         u_im[j] = Complex ? next[j * shape.step + shape.half + c] : R(0);
@@ -322,10 +342,125 @@ void raise_complex_maxima(int64_t m, const R* x, R* maxima)
     }
 }
 
+// ---- small matrices ---------------------------------------------------------------------------------------
+
+// Columns of A, interleaved when complex, to the columns of a panel and back.
 template <class R, bool Complex>
-constexpr Elimination<R> elimination = {lanes<R> > 8 ? lanes<R> : 8, eliminate<R, Complex>, step<R, Complex>,
+inline void load_column(int64_t n, const R* from, R* to, int64_t half)
+{
+    constexpr int L = lanes<R>;
+    int64_t i = 0;
+    if constexpr (!Complex)
+        for (; i + L <= n; i += L) at(to + i) = at(from + i);
+#pragma GCC unroll 1
+    for (; i < n; ++i) {
+        to[i] = from[Complex ? 2 * i : i];
+        if constexpr (Complex) to[half + i] = from[2 * i + 1];
+    }
+}
+
+template <class R, bool Complex>
+inline void store_column(int64_t n, const R* from, R* to, int64_t half)
+{
+    constexpr int L = lanes<R>;
+    int64_t i = 0;
+    if constexpr (!Complex)
+        for (; i + L <= n; i += L) at(to + i) = at(from + i);
+#pragma GCC unroll 1
+    for (; i < n; ++i) {
+        to[Complex ? 2 * i : i] = from[i];
+        if constexpr (Complex) to[2 * i + 1] = from[half + i];
+    }
+}
+
+template <class R>
+inline void swap_numbers(R& a, R& b)
+{
+    const R c = a;
+    a = b;
+    b = c;
+}
+
+// Scale factors: 1 / the largest magnitude of a row, 1 where it is below `small`.
+template <class R, bool Complex>
+inline void scale_factors(int64_t n, const R* p, PanelShape shape, R small, R* s)
+{
+    constexpr int L = lanes<R>;
+    for (int64_t row = 0; row < n; row += L) {
+        Lane<R> largest = {};
+        for (int64_t j = 0; j < n; ++j) {
+            const auto x = Rows<R, Complex>::load(p + j * shape.step + row, shape.half);
+            Lane<R> size = magnitude<R>(x.re);
+            if constexpr (Complex) size = held(size + magnitude<R>(x.im));
+            largest = size > largest ? size : largest;
+        }
+        const Lane<R> one = Lane<R>{} + R(1);
+        at(s + row) = largest >= small ? one / largest : one;
+    }
+    for (int64_t row = n; row % L != 0; ++row) s[row] = 0;
+}
+
+template <class R, bool Complex>
+bool factor_small(int64_t n, const R* a, int64_t lda, R* fact, int64_t ldfac, R* s, int32_t* ipvt, R small,
+                  void (*invert)(const R* x, R* t))
+{
+    constexpr int64_t L = lanes<R>, parts = Complex ? 2 : 1, room = small_order;
+    const int64_t half = (n + L - 1) / L * L;
+    const PanelShape shape{parts * half, half};
+    alignas(64) R p[room * room * parts + 64];
+    alignas(64) R scale[room + 64];
+    for (int64_t j = 0; j < n; ++j) {
+        R* const column = p + j * shape.step;
+        if (half > n) {
+            at(column + half - L) = Lane<R>{};
+            if constexpr (Complex) at(column + 2 * half - L) = Lane<R>{};
+        }
+        load_column<R, Complex>(n, a + parts * j * lda, column, half);
+    }
+    scale_factors<R, Complex>(n, p, shape, small, scale);
+
+    bool singular = false;
+    int64_t best = pivot<R, Complex>(0, n, p, scale, shape);
+    for (int64_t c = 0; c + 1 < n; ++c) {
+        R* const column = p + c * shape.step;
+        ipvt[c] = static_cast<int32_t>(best + 1);
+        const R x[2] = {column[best], Complex ? column[half + best] : R(0)};
+        R size = x[0] < 0 ? -x[0] : x[0];
+        if constexpr (Complex) size += x[1] < 0 ? -x[1] : x[1];
+        if (!(size > small)) {
+            singular = true;
+            best = pivot<R, Complex>(c + 1, n, column + shape.step, scale, shape);
+            continue;
+        }
+        if (best != c) {
+            swap_numbers(scale[c], scale[best]);
+            for (int64_t j = c; j < n; ++j) {
+                R* const other = p + j * shape.step;
+                swap_numbers(other[c], other[best]);
+                if constexpr (Complex) swap_numbers(other[half + c], other[half + best]);
+            }
+        }
+        R t[2] = {R(-1) / x[0], R(0)};
+        if constexpr (Complex) invert(x, t);
+        best = step<R, Complex>(c, n, n, t, scale, p, shape);
+    }
+    ipvt[n - 1] = static_cast<int32_t>(n);
+    for (int64_t j = 0; j < n; ++j)
+        store_column<R, Complex>(n, p + j * shape.step, fact + parts * j * ldfac, half);
+    load_column<R, false>(n, scale, s, half);
+    const R* const last = p + (n - 1) * (shape.step + 1);
+    R size = last[0] < 0 ? -last[0] : last[0];
+    if constexpr (Complex) size += last[half] < 0 ? -last[half] : last[half];
+    return singular || size <= small;
+}
+
+template <class R, bool Complex>
+constexpr Elimination<R> elimination = {lanes<R> > 8 ? lanes<R> : 8,
+                                        eliminate<R, Complex>,
+                                        step<R, Complex>,
                                         pivot<R, Complex>,
-                                        Complex ? raise_complex_maxima<R> : raise_maxima<R>};
+                                        Complex ? raise_complex_maxima<R> : raise_maxima<R>,
+                                        factor_small<R, Complex>};
 
 }  // namespace
 

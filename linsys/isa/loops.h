@@ -33,7 +33,14 @@ struct Elimination {
 
     // maxima(m) = max(maxima, |x|); a complex x(m) is interleaved.
     void (*raise_maxima)(int64_t m, const R* x, R* maxima);
+
+    // All of a small matrix, n <= small_order: copies A to FACT, forms the scale factors and factors. Returns
+    // whether a pivot was not above `small`. `invert` forms t = -1 / x.
+    bool (*factor_small)(int64_t n, const R* a, int64_t lda, R* fact, int64_t ldfac, R* s, int32_t* ipvt,
+                         R small, void (*invert)(const R* x, R* t));
 };
+
+inline constexpr int64_t small_order = 32;
 
 // Residuals with more than the working precision. Single members sum exact products in double, double members
 // in pairs (head, tail) of doubles made by error-free transformations.
