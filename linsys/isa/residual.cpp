@@ -59,7 +59,8 @@ struct Pair {
     {
         const V product = held(a * x);
 #ifdef __FMA__
-        const V error = a * x - product;
+        // Of another copy of a: as the same product the compiler would take the rounded one.
+        const V error = held(a) * x - product;
 #else
         V a_high, a_low, x_high, x_low;
         split(a, a_high, a_low);

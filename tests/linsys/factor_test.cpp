@@ -26,7 +26,8 @@ std::vector<T> matrix(Kind kind, int64_t n, int64_t ld)
     std::uniform_real_distribution<float> uniform(-1, 1);
     std::vector<T> a(static_cast<std::size_t>(n * ld), T(77));
     const auto number = [&]() -> T {
-        if (kind == ties || kind == low_rank) return T(static_cast<float>(static_cast<int>(random() % 3) - 1));
+        if (kind == ties || kind == low_rank)
+            return T(static_cast<float>(static_cast<int>(random() % 3) - 1));
         const float re = uniform(random), im = uniform(random);
         if constexpr (is_complex<T>)
             return {static_cast<Part<T>>(re), static_cast<Part<T>>(im)};
@@ -64,13 +65,15 @@ TYPED_TEST(Factor, PanelsGiveTheBitsOfColumns)
     using T = TypeParam;
     orvel_test::on_every_level([](const std::string& level) {
         for (const Kind kind : {dense, badly_scaled, ties, zero_columns, low_rank})
-            for (const int64_t n : {1, 2, 3, 7, 8, 9, 16, 17, 31, 32, 33, 63, 64, 65, 100, 131, 257, 300, 421}) {
+            for (const int64_t n :
+                 {1, 2, 3, 7, 8, 9, 16, 17, 31, 32, 33, 63, 64, 65, 100, 131, 257, 300, 421}) {
                 if (n > 131 && kind != dense && kind != zero_columns) continue;
                 SCOPED_TRACE(level + " kind " + std::to_string(kind) + " n " + std::to_string(n));
                 const int64_t ld = n + n % 3;
                 std::vector<T> panels = matrix<T>(kind, n, ld), columns = panels;
                 std::vector<Part<T>> s(static_cast<std::size_t>(n));
-                for (std::size_t k = 0; k < s.size(); ++k) s[k] = Part<T>(1) / static_cast<Part<T>>(1 + k % 5);
+                for (std::size_t k = 0; k < s.size(); ++k)
+                    s[k] = Part<T>(1) / static_cast<Part<T>>(1 + k % 5);
                 std::vector<Part<T>> s_columns = s;
                 std::vector<int32_t> ipvt(s.size()), ipvt_columns(s.size());
                 const Part<T> small = smallest_pivot<T>();

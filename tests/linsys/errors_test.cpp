@@ -1,0 +1,244 @@
+// tests/linsys/errors_test.cpp - texts and codes of the dense solvers, options, the steps of refinement
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <vector>
+
+#include "tests/linsys/members.h"
+#include "tests/support.h"
+
+namespace {
+
+using namespace orvel_test;
+
+// --------------------------------------------------------------------------------
+
+class LinearTexts : public Quiet {
+protected:
+    LinearTexts() { set_switches(0, 1, 0); }
+    Capture printed;
+    std::string message() { return one_line(printed.take()); }
+};
+
+const int32_t zero = 0, one = 1, two = 2, three = 3, minus = -1;
+float r[16];
+int32_t p[4];
+
+struct Row {
+    void (*call)();
+    int32_t type, code;
+    std::vector<const char*> texts;  // in the order in which they are printed
+};
+
+}  // namespace
+
+TEST_F(LinearTexts, AreThoseOfEachCheck)
+{
+    const char* const equations = "The number of equations must be positive while N = 0 is given.";
+    const char* const order = "The order of the matrix must be positive while N = 0 is given.";
+    const char* const lda =
+        "The order of the matrix must be less than or equal to its leading dimension while N = 2 and LDA = 1 are given.";
+    const char* const lda0 =
+        "The order of the matrix must be less than or equal to its leading dimension while N = 0 and LDA = -1 are given.";
+    const char* const ldfac =
+        "The order of the matrix must be less than or equal to its leading dimension while N = 2 and LDFAC = 1 are given.";
+    const char* const ldainv =
+        "The order of the matrix must be less than or equal to its leading dimension while N = 2 and LDAINV = 1 are given.";
+    const char* const ipath = "IPATH must be either 1 or 2 while a value of 3 is given.";
+    const Row rows[] = {
+        {[] { LSARG(&zero, r, &one, r, &one, r); }, 5, 1, {equations}},
+        {[] { LSLRG(&zero, r, &one, r, &one, r); }, 5, 1, {equations}},
+        {[] { LSARG(&two, r, &one, r, &three, r); }, 5, 3, {lda, ipath}},
+        {[] { L2ARG(&zero, r, &minus, r, &three, r, r, p, r); }, 5, 3, {equations, lda0, ipath}},
+        {[] { L2LRG(&zero, r, &minus, r, &three, r, r, p, r); }, 5, 3, {equations, lda0, ipath}},
+        {[] { LFCRG(&zero, r, &one, r, &one, p, r); }, 5, 1, {order}},
+        {[] { L2CRG(&two, r, &one, r, &one, p, r, r); }, 5, 3, {lda, ldfac}},
+        {[] { LFTRG(&zero, r, &one, r, &one, p); }, 5, 1, {order}},
+        {[] { LFTRG(&two, r, &one, r, &one, p); }, 5, 2, {lda}},
+        {[] { L2TRG(&two, r, &two, r, &one, p, r); }, 5, 3, {ldfac}},
+        {[] { LFSRG(&two, r, &one, p, r, &three, r); }, 5, 2, {ldfac}},
+        {[] { LFSRG(&one, r, &one, p, r, &three, r); }, 5, 5, {ipath}},
+        {[] { LFIRG(&two, r, &one, r, &one, p, r, &three, r, r); }, 5, 4, {lda, ldfac, ipath}},
+        {[] { LFDRG(&zero, r, &minus, p, r, r); }, 5, 1, {order}},
+        {[] { LFDRG(&two, r, &one, p, r, r); }, 5, 2, {ldfac}},
+        {[] { LINRG(&zero, r, &one, r, &one); }, 5, 1, {order}},
+        {[] { L2NRG(&two, r, &one, r, &one, r, p); }, 5, 3, {lda, ldainv}},
+        {[] { LINRT(&two, r, &one, &three, r, &one); }, 5, 4, {lda, ldainv, ipath}},
+    };
+    for (const Row& row : rows) {
+        row.call();
+        EXPECT_EQ(outcome(), (Outcome{row.type, row.code})) << row.texts[0];
+        const std::string text = message();
+        std::size_t place = 0, posted = 0;
+        for (std::size_t at = 0; (at = text.find("TERMINAL ERROR", at)) != text.npos; ++at) ++posted;
+        EXPECT_EQ(posted, row.texts.size()) << text;
+        for (const char* expected : row.texts) {
+            place = text.find(expected, place);
+            ASSERT_NE(place, text.npos) << expected << " in " << text;
+        }
+    }
+}
+
+TEST_F(LinearTexts, WarningsNameTheCondition)
+{
+    const float eps = AMACH(&four);
+    float weak[] = {1, 0, 0, eps / 2}, b[] = {1, 1}, x[2], inverse[4], fact[4];
+    int32_t ipvt[2];
+    const auto expect_warning = [&](const char* routine, const char* text) {
+        EXPECT_EQ(outcome(), (Outcome{3, 1}));
+        const std::string given = message();
+        EXPECT_NE(given.find(routine), given.npos) << given;
+        EXPECT_NE(given.find(text), given.npos) << given;
+    };
+    LSARG(&two, weak, &two, b, &one, x);
+    expect_warning(
+        "WARNING  ERROR 1 from LSARG",
+        "The matrix is too ill-conditioned. An estimate of the reciprocal of its L1 condition number is "
+        "RCOND = 5.960464E-08.  The solution might not be accurate.");
+    LSLRG(&two, weak, &two, b, &one, x);
+    expect_warning("from LSLRG", "RCOND = 5.960464E-08.  The solution might not be accurate.");
+    LINRG(&two, weak, &two, inverse, &two);
+    expect_warning("from LINRG", "RCOND = 5.960464E-08.  The inverse might not be accurate.");
+    LFCRG(&two, weak, &two, fact, &two, ipvt, x);
+    expect_warning("from LFCRG",
+                   "The matrix is algorithmically singular.  An estimate of the reciprocal of its L1 "
+                   "condition number is RCOND = 5.960464E-08.");
+    float singular[] = {1, 1, 1, 1};
+    LFTRG(&two, singular, &two, fact, &two, ipvt);
+    const std::string text = message();
+    EXPECT_NE(
+        text.find(
+            "The input matrix is singular.  Some of the diagonal elements of the upper triangular matrix U of the LU factorization are close to zero."),
+        text.npos)
+        << text;
+}
+
+TEST_F(LinearTexts, OptionsAreKeptForEachThreadAndChecked)
+{
+    const int32_t read = 1, set = 2, padding = 16, condition = 17, eighteen = 18;
+    const auto option = [](int32_t number, std::vector<int32_t> values, int32_t action) {
+        const auto count = static_cast<int32_t>(values.size());
+        IUMAG("MATH", &action, &number, &count, values.data(), 4);
+        return values;
+    };
+    EXPECT_EQ(option(padding, {9, 9}, read), (std::vector<int32_t>{0, 1}));
+    EXPECT_EQ(option(condition, {9}, read), (std::vector<int32_t>{2}));
+
+    const float a[] = {4, 1, 1, 1e-9f};
+    float b[] = {1, 1}, x[] = {7, 7}, fact[4], rcond = 0;
+    int32_t ipvt[2];
+    option(condition, {1}, set);
+    const float weak[] = {1, 0, 0, 1e-9f};
+    LFCRG(&two, weak, &two, fact, &two, ipvt, &rcond);
+    EXPECT_EQ(outcome(), (Outcome{0, 0}));
+    EXPECT_EQ(rcond, 1.0f);
+    // A TERMINAL outcome of the factor step stops its callers.
+    option(condition, {3}, set);
+    printed.take();
+    LSARG(&two, a, &two, b, &one, x);
+    EXPECT_EQ(outcome(), (Outcome{5, 4}));
+    EXPECT_NE(
+        message().find(
+            "The flag value for computing the matrix condition number must be 1 or 2 while 3 is given."),
+        std::string::npos);
+    EXPECT_EQ(x[0], 7.0f);
+    option(condition, {2}, set);
+
+    option(padding, {-1, 0}, set);
+    LSLRG(&two, a, &two, b, &one, x);
+    EXPECT_EQ(outcome(), (Outcome{5, 4}));
+    EXPECT_NE(
+        message().find(
+            "The option values 3,4 must be respectively not less than zero, and non-negative while -1 and 0 are given."),
+        std::string::npos);
+    float plain[2], padded[2];
+    option(padding, {0, 1}, set);
+    LSLRG(&two, a, &two, b, &one, plain);
+    option(padding, {5, 2}, set);
+    LSLRG(&two, a, &two, b, &one, padded);
+    option(padding, {0, 1}, set);
+    EXPECT_EQ(plain[0], padded[0]);
+
+    int32_t values[] = {5, 5};
+    IUMAG("STAT", &set, &padding, &two, values, 4);
+    EXPECT_EQ(outcome(), (Outcome{5, 1}));
+    IUMAG("MATH ", &three, &padding, &two, values, 5);
+    EXPECT_EQ(outcome(), (Outcome{5, 2}));
+    IUMAG("MATH", &set, &eighteen, &two, values, 4);
+    EXPECT_EQ(outcome(), (Outcome{5, 3}));
+    IUMAG("MATH", &set, &padding, &one, values, 4);
+    EXPECT_EQ(outcome(), (Outcome{5, 4}));
+    EXPECT_EQ(option(padding, {9, 9}, read), (std::vector<int32_t>{0, 1}));
+}
+
+// ---- refinement, step by step
+// --------------------------------------------------------------------------------
+
+// Entries with few bits make every residual exact, so a model of the loop ends with the same bits. A
+// factorization of a multiple of A makes it converge slowly, not within fifty steps, or not at all.
+TEST_F(LinearTexts, RefinementEndsWithTheStepOfItsModel)
+{
+    int not_converged = 0, several_steps = 0, longest = 0;
+    for (int32_t n = 2; n <= 15; ++n) {
+        const float multiple = n <= 12 ? 1.0f : n == 13 ? 0.6f : n == 14 ? 0.52f : -1.0f;
+        std::vector<float> a(static_cast<std::size_t>(n * n)), fact(a.size()), x(static_cast<std::size_t>(n)),
+            res(x.size());
+        std::vector<float> b(x.size(), 1.0f), model = b, correction = b;
+        for (int32_t j = 0; j < n; ++j)  // integers with the inverse of a Hilbert matrix's condition
+            for (int32_t i = 0; i < n; ++i)
+                a[static_cast<std::size_t>(i + j * n)] =
+                    n <= 12  ? std::round(65536.0f / static_cast<float>(i + j + 1))
+                    : i == j ? 8.0f
+                             : 1.0f;
+        std::vector<int32_t> ipvt(x.size());
+        std::vector<float> multiple_of_a = a;
+        for (float& e : multiple_of_a) e *= multiple;
+        LFTRG(&n, multiple_of_a.data(), &n, fact.data(), &n, ipvt.data());
+        LFIRG(&n, a.data(), &n, fact.data(), &n, ipvt.data(), b.data(), &one, x.data(), res.data());
+        const Outcome end = outcome();
+
+        LFSRG(&n, fact.data(), &n, ipvt.data(), b.data(), &one, model.data());
+        const auto size = [](const std::vector<float>& v) {
+            float largest = 0;
+            for (const float e : v) largest = std::max(largest, std::abs(e));
+            return largest;
+        };
+        float previous = std::numeric_limits<float>::max();
+        bool converged = false;
+        int step = 0;
+        for (; step < 50; ++step) {
+            for (int32_t i = 0; i < n; ++i) {
+                double sum = -static_cast<double>(b[static_cast<std::size_t>(i)]);
+                for (int32_t j = 0; j < n; ++j)
+                    sum += static_cast<double>(a[static_cast<std::size_t>(i + j * n)]) *
+                           static_cast<double>(model[static_cast<std::size_t>(j)]);
+                correction[static_cast<std::size_t>(i)] = static_cast<float>(sum);
+            }
+            LFSRG(&n, fact.data(), &n, ipvt.data(), correction.data(), &one, correction.data());
+            for (std::size_t i = 0; i < model.size(); ++i) model[i] -= correction[i];
+            const float ratio = size(correction) / size(model);
+            if (ratio >= previous) break;
+            converged = ratio <= AMACH(&four);
+            if (converged) break;
+            previous = ratio;
+        }
+        EXPECT_EQ(x, model) << n;
+        EXPECT_EQ(res, correction) << n;
+        EXPECT_EQ(end, converged ? (Outcome{0, 0}) : (Outcome{3, 2})) << n;
+        not_converged += !converged;
+        several_steps += step > 1;
+        longest = std::max(longest, step);
+    }
+    EXPECT_GE(not_converged, 2);
+    EXPECT_EQ(longest, 50);
+    EXPECT_GT(several_steps, 2);
+    // Nothing to refine.
+    const float a[] = {2, 1, 1, 3}, b[] = {0, 0};
+    float fact[4], x[2], res[] = {5, 5};
+    int32_t ipvt[2];
+    LFTRG(&two, a, &two, fact, &two, ipvt);
+    LFIRG(&two, a, &two, fact, &two, ipvt, b, &one, x, res);
+    EXPECT_EQ(outcome(), (Outcome{0, 0}));
+    EXPECT_EQ(x[0], 0.0f);
+    EXPECT_EQ(res[0], 5.0f);
+}
