@@ -25,27 +25,29 @@ T with_sign(T a, T b)
     }
 }
 
-// Rows of U, eight at a time and one row after the other, so that no row is read across the columns of the
-// matrix. Without memory for them rows are read where they are.
+// Zeros behind a vector, so that the loops need not care for its end.
+template <class T>
+constexpr int64_t padding = 64 / static_cast<int64_t>(sizeof(T));
+
+// Rows of U, conjugated, some at a time and one row after the other, so that no row is read across the
+// columns of the matrix. Without memory for them one row is had, which is copied across.
 template <class T>
 class Rows {
 public:
     Rows(int64_t n, const T* fact, int64_t ldfac) : n_(n), fact_(fact), ldfac_(ldfac)
     {
-        held_ = copies_.allocate(strip, n);
+        held_ = copies_.allocate(strip, n + padding<T>);
+        if (held_) std::fill_n(static_cast<T*>(copies_), strip * (n + padding<T>), T(0));
     }
 
-    // Elements k + 1..n - 1 of row k, and how far apart they are.
-    const T* row(int64_t k, int64_t& step)
+    // Elements k + 1..n - 1 of row k.
+    const T* row(int64_t k)
     {
-        if (!held_) {
-            step = ldfac_;
-            return fact_ + k + (k + 1) * ldfac_;
-        }
-        step = 1;
         if (k % strip == 0) fetch(k);
-        return copies_ + (k % strip) * n_ + k + 1;
+        return copies_ + (k % strip) * (n_ + padding<T>)+k + 1;
     }
+
+    explicit operator bool() const { return held_; }
 
 private:
     static constexpr int64_t strip = 64 / static_cast<int64_t>(sizeof(T));
@@ -54,13 +56,14 @@ private:
     {
         const int64_t rows = std::min(strip, n_ - first);
         for (int64_t j = first; j < n_; ++j)
-            for (int64_t r = 0; r < rows; ++r) copies_[r * n_ + j] = fact_[first + r + j * ldfac_];
+            for (int64_t r = 0; r < rows; ++r)
+                copies_[r * (n_ + padding<T>)+j] = conjugate(fact_[first + r + j * ldfac_]);
     }
 
     int64_t n_;
     const T* fact_;
     int64_t ldfac_;
-    Scratch<T> copies_;
+    SmallScratch<T, 320> copies_;
     bool held_;
 };
 
@@ -78,31 +81,31 @@ Part<T> scale_to_one(int64_t n, T* z)
     return factor;
 }
 
-// What the elements of z behind step k add to the two candidates of the growth.
-template <class T>
-void compare_growth(int64_t n, const T* u, int64_t step, T wp, T wm, T* z, Part<T>& sp, Part<T>& sm)
+// The elements of z behind step k by pieces of row k, when there is no memory for rows.
+template <class T, class Visit>
+void for_pieces(int64_t n, const T* u, int64_t step, T* z, Visit visit)
 {
-    constexpr int partial = 8;
-    Part<T> plus[partial] = {}, minus[partial] = {};
-    const auto visit = [&](int64_t j, int lane) {
-        const T e = conjugate(u[j * step]);
-        minus[lane] += magnitude(z[j] + wm * e);
-        z[j] += wp * e;
-        plus[lane] += magnitude(z[j]);
-    };
-    int64_t j = 0;
-    for (; j + partial <= n; j += partial)
-        for (int lane = 0; lane < partial; ++lane) visit(j + lane, lane);
-    for (; j < n; ++j) visit(j, 0);
-    for (int lane = 0; lane < partial; ++lane) sp += plus[lane], sm += minus[lane];
+    constexpr int64_t piece = 64;
+    kernels::OnStack<T, piece + padding<T>> row, part;
+    for (int64_t j = 0; j < n; j += piece) {
+        const int64_t here = std::min(piece, n - j);
+        for (int64_t k = 0; k < here; ++k) row[k] = conjugate(u[(j + k) * step]), part[k] = z[j + k];
+        std::fill_n(row + here, padding<T>, T(0));
+        std::fill_n(part + here, padding<T>, T(0));
+        visit(here, static_cast<const T*>(row), static_cast<T*>(part));
+        std::copy_n(static_cast<T*>(part), here, z + j);
+    }
 }
 
 // Solves U^H * w = e, with the signs of e chosen to make w grow.
 template <class T>
-void solve_for_growth(int64_t n, const T* fact, int64_t ldfac, T* z)
+void solve_for_growth(int64_t n, const T* fact, int64_t ldfac, T* result)
 {
     Rows<T> rows(n, fact, ldfac);
-    std::fill_n(z, n, T(0));
+    SmallScratch<T, 64> padded;
+    const bool held = rows && padded.allocate(n + padding<T>);
+    T* const z = held ? static_cast<T*>(padded) : result;
+    std::fill_n(z, held ? n + padding<T> : n, T(0));
     T ek = 1;
     for (int64_t k = 0; k < n; ++k) {
         const T diagonal = fact[k * (ldfac + 1)];
@@ -114,24 +117,34 @@ void solve_for_growth(int64_t n, const T* fact, int64_t ldfac, T* z)
             ek *= factor;
         }
         T wp = ek - z[k], wm = -ek - z[k];
-        Part<T> sp = magnitude(wp), sm = magnitude(wm);
+        const Part<T> sp = magnitude(wp), sm = magnitude(wm);
         if (size != 0) {
             wp /= conjugate(diagonal);
             wm /= conjugate(diagonal);
         } else {
             wp = wm = 1;
         }
-        int64_t step = 1;
-        const T* const u = rows.row(k, step);
-        T* const behind = z + k + 1;
-        compare_growth<T>(n - k - 1, u, step, wp, wm, behind, sp, sm);
-        if (sm > sp) {
+        const auto visit = [&](auto work) {
+            if (held)
+                work(n - k - 1, rows.row(k), z + k + 1);
+            else
+                for_pieces(n - k - 1, fact + k + (k + 1) * ldfac, ldfac, z + k + 1, work);
+        };
+        Part<T> sums[2] = {sm, sp};
+        visit([&](int64_t count, const T* u, T* behind) {
+            elimination(T()).grow(count, kernels::parts(u), kernels::parts(&wm), kernels::parts(&wp),
+                                  kernels::parts(behind), sums);
+        });
+        if (sums[0] > sums[1]) {
             const T change = wm - wp;
-            for (int64_t j = 0; j < n - k - 1; ++j) behind[j] += change * conjugate(u[j * step]);
+            visit([&](int64_t count, const T* u, T* behind) {
+                kernels::axpy<T>(count, change, u, 1, behind, 1);
+            });
             wp = wm;
         }
         z[k] = wp;
     }
+    if (held) std::copy_n(z, n, result);
 }
 
 }  // namespace

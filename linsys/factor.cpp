@@ -9,17 +9,11 @@
 #include "frame/scratch.h"
 #include "kernels/level2.h"
 #include "kernels/product.h"
-#include "linsys/isa/loops.h"
 #include "linsys/linsys.h"
 
 namespace orvel::linsys {
 
 namespace {
-
-inline const Elimination<float>& elimination(float) { return loops().s; }
-inline const Elimination<double>& elimination(double) { return loops().d; }
-inline const Elimination<float>& elimination(std::complex<float>) { return loops().c; }
-inline const Elimination<double>& elimination(std::complex<double>) { return loops().z; }
 
 constexpr int64_t round_up(int64_t n, int64_t unit) { return (n + unit - 1) / unit * unit; }
 
@@ -82,8 +76,7 @@ void split(int64_t n, const R* from, R* to, int64_t)
 template <class R>
 void split(int64_t n, const std::complex<R>* from, R* to, int64_t half)
 {
-    const R* const parts = kernels::parts(from);
-    for (int64_t i = 0; i < n; ++i) to[i] = parts[2 * i], to[half + i] = parts[2 * i + 1];
+    elimination(std::complex<R>()).split(n, kernels::parts(from), to, to + half);
 }
 template <class R>
 void join(int64_t n, const R* from, int64_t, R* to)
@@ -93,8 +86,7 @@ void join(int64_t n, const R* from, int64_t, R* to)
 template <class R>
 void join(int64_t n, const R* from, int64_t half, std::complex<R>* to)
 {
-    R* const parts = kernels::parts(to);
-    for (int64_t i = 0; i < n; ++i) parts[2 * i] = from[i], parts[2 * i + 1] = from[half + i];
+    elimination(std::complex<R>()).join(n, from, from + half, kernels::parts(to));
 }
 
 // The columns first..last-1 of the panel, which have the products with the columns before: they are

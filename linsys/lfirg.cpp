@@ -5,7 +5,6 @@
 #include "frame/export.h"
 #include "frame/scratch.h"
 #include "kernels/level1.h"
-#include "linsys/isa/loops.h"
 #include "linsys/linsys.h"
 
 namespace orvel::linsys {

@@ -4,17 +4,11 @@
 #include "frame/export.h"
 #include "frame/scratch.h"
 #include "kernels/level1.h"
-#include "linsys/isa/loops.h"
 #include "linsys/linsys.h"
 
 namespace orvel::linsys {
 
 namespace {
-
-inline const Elimination<float>& elimination(float) { return loops().s; }
-inline const Elimination<double>& elimination(double) { return loops().d; }
-inline const Elimination<float>& elimination(std::complex<float>) { return loops().c; }
-inline const Elimination<double>& elimination(std::complex<double>) { return loops().z; }
 
 template <class T>
 void crgrg(const int32_t* n, const T* a, const int32_t* lda, T* b, const int32_t* ldb)

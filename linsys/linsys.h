@@ -8,6 +8,7 @@
 #include "frame/constants.h"
 #include "frame/routine.h"
 #include "kernels/vectors.h"
+#include "linsys/isa/loops.h"
 #include "orvel/linsys.h"
 
 namespace orvel::linsys {
@@ -61,6 +62,12 @@ inline Part<T> epsilon()
 {
     return machine<Part<T>>(4);
 }
+
+// The hot loops for matrices of a type.
+inline const Elimination<float>& elimination(float) { return loops().s; }
+inline const Elimination<double>& elimination(double) { return loops().d; }
+inline const Elimination<float>& elimination(std::complex<float>) { return loops().c; }
+inline const Elimination<double>& elimination(std::complex<double>) { return loops().z; }
 
 // Whether an error of this type ends a computation: FATAL and TERMINAL do, WARNING does not.
 inline bool is_severe(int32_t type) { return type == fatal || type == terminal; }

@@ -34,6 +34,14 @@ struct Elimination {
     // maxima(m) = max(maxima, |x|); a complex x(m) is interleaved.
     void (*raise_maxima)(int64_t m, const R* x, R* maxima);
 
+    // Complex numbers apart and together again.
+    void (*split)(int64_t m, const R* pairs, R* re, R* im);
+    void (*join)(int64_t m, const R* re, const R* im, R* pairs);
+
+    // Adds to sums[0] the magnitudes of z + wm * u, to sums[1] those of the new z = z + wp * u. Complex
+    // vectors are interleaved; n counts their elements.
+    void (*grow)(int64_t n, const R* u, const R* wm, const R* wp, R* z, R* sums);
+
     // All of a small matrix, n <= small_order: copies A to FACT, forms the scale factors and factors. Returns
     // whether a pivot was not above `small`. `invert` forms t = -1 / x.
     bool (*factor_small)(int64_t n, const R* a, int64_t lda, R* fact, int64_t ldfac, R* s, int32_t* ipvt,
