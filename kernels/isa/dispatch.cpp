@@ -6,30 +6,38 @@
 
 namespace orvel::kernels {
 
-#define ORVEL_ISA_LEVEL(name)                                                             \
-    namespace name {                                                                      \
-    extern const Level1Updates level1_updates;                                            \
-    extern const Level1Sums level1_sums;                                                  \
-    extern const Level1Searches level1_searches;                                          \
-    extern const Level2Loops level2;                                                      \
-    extern const RealLevel3<float> gemm_s;                                                \
-    extern const RealLevel3<double> gemm_d;                                               \
-    extern const ComplexLevel3<float> gemm_c;                                             \
-    extern const ComplexLevel3<double> gemm_z;                                            \
-    extern const Triangles<float> triangles_s;                                            \
-    extern const Triangles<double> triangles_d;                                           \
-    }                                                                                     \
-    constexpr Loops name##_loops = {                                                      \
-        #name,         &name::level1_updates, &name::level1_sums, &name::level1_searches, \
-        &name::level2, &name::gemm_s,         &name::gemm_d,      &name::gemm_c,          \
-        &name::gemm_z, &name::triangles_s,    &name::triangles_d};
+#define ORVEL_ISA_LEVEL(name, number)                       \
+    namespace name {                                        \
+    extern const Level1Updates level1_updates;              \
+    extern const Level1Sums level1_sums;                    \
+    extern const Level1Searches level1_searches;            \
+    extern const Level2Loops level2;                        \
+    extern const RealLevel3<float> gemm_s;                  \
+    extern const RealLevel3<double> gemm_d;                 \
+    extern const ComplexLevel3<float> gemm_c;               \
+    extern const ComplexLevel3<double> gemm_z;              \
+    extern const Triangles<float> triangles_s;              \
+    extern const Triangles<double> triangles_d;             \
+    }                                                       \
+    constexpr Loops name##_loops = {#name,                  \
+                                    number,                 \
+                                    &name::level1_updates,  \
+                                    &name::level1_sums,     \
+                                    &name::level1_searches, \
+                                    &name::level2,          \
+                                    &name::gemm_s,          \
+                                    &name::gemm_d,          \
+                                    &name::gemm_c,          \
+                                    &name::gemm_z,          \
+                                    &name::triangles_s,     \
+                                    &name::triangles_d};
 
 #ifdef __x86_64__
-ORVEL_ISA_LEVEL(x86_64)
-ORVEL_ISA_LEVEL(x86_64_v3)
-ORVEL_ISA_LEVEL(x86_64_v4)
+ORVEL_ISA_LEVEL(x86_64, 0)
+ORVEL_ISA_LEVEL(x86_64_v3, 1)
+ORVEL_ISA_LEVEL(x86_64_v4, 2)
 #else
-ORVEL_ISA_LEVEL(native)
+ORVEL_ISA_LEVEL(native, 0)
 #endif
 
 namespace {

@@ -165,6 +165,7 @@ struct Level2Loops {
 
 struct Loops {
     const char* level;
+    int number;  // of the level, the lowest is 0; other folders choose their tables by it
     const Level1Updates* updates;
     const Level1Sums* sums;
     const Level1Searches* searches;
