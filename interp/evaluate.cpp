@@ -13,47 +13,64 @@ namespace orvel::interp {
 
 namespace {
 
+// A condition as a number: the compiler would jump on its parts.
+inline int64_t number(bool condition)
+{
+    int64_t value = condition;
+    asm("" : "+r"(value));
+    return value;
+}
+
 // The last of the pieces first to first + count - 1 that begins at x or before; the first one for others.
 template <class T>
 inline int64_t bisect(const T* brkpt, int64_t first, int64_t count, T x)
 {
+    const T* begin = brkpt + first;
     while (count > 1) {
         const int64_t half = count / 2;
-        int64_t beyond = brkpt[first + half] <= x;
-        asm("" : "+r"(beyond));  // a number: the compiler would jump
-        first += -beyond & half;
+        const T* const middle = begin + half;
+        begin = __builtin_expect_with_probability(*middle <= x, 1, 0.5) ? middle : begin;  // not a jump
         count -= half;
     }
-    return first;
+    return begin - brkpt;
 }
 
+// Whether x is in the pieces first to last - 1, of which the outermost serve everything beyond.
 template <class T>
-[[gnu::noinline]] int64_t search(const T* brkpt, int64_t pieces, T x, int64_t hint)
+inline bool is_within(const T* brkpt, int64_t pieces, int64_t first, int64_t last, T x)
 {
-    constexpr int64_t reach = 16;
-    const int64_t low = std::max<int64_t>(hint - reach, 0), high = std::min(hint + reach, pieces);
-    const bool is_near = (brkpt[low] <= x) & ((high == pieces) | (x < brkpt[std::min(high, pieces - 1)]));
-    return is_near ? bisect(brkpt, low, high - low, x) : bisect(brkpt, 0, pieces, x);
+    const int64_t from = number(first == 0) | number(x >= brkpt[first]);
+    const int64_t below = number(last == pieces) | number(x < brkpt[std::min(last, pieces - 1)]);
+    return (from & below) != 0;
 }
 
-// Whether piece k serves x; without branches, for the same reason.
+// The piece of x, from 0. What is not a number is in the first.
 template <class T>
-inline bool serves(const T* brkpt, int64_t pieces, int64_t k, T x)
+[[gnu::noinline]] int64_t search(frame::State& s, const T* brkpt, int64_t pieces, T x)
 {
-    return ((k == 0) | (x >= brkpt[k])) & ((k + 1 == pieces) | (x < brkpt[std::min(k + 1, pieces - 1)]));
+    constexpr int64_t many = 4096, reach = 16;
+    const int64_t hint = std::min<int64_t>(s.piece_hint, pieces - 1);  // it may be of another spline
+    if (hint + 2 < pieces && (number(x >= brkpt[hint + 1]) & number(x < brkpt[hint + 2])) != 0) {
+        s.piece_hint = static_cast<int32_t>(hint + 1);
+        return hint + 1;
+    }
+    int64_t first = 0, last = pieces;
+    if (pieces > many) {
+        const int64_t low = std::max<int64_t>(hint - reach, 0), high = std::min(hint + reach, pieces);
+        if (is_within(brkpt, pieces, low, high, x)) first = low, last = high;
+    }
+    const int64_t k = bisect(brkpt, first, last - first, x);
+    s.piece_hint = static_cast<int32_t>(k);
+    return k;
 }
 
-// The piece of x, from 0. Only the first `pieces` break points are read. What is not a number is in the
-// first.
 template <class T>
 [[gnu::always_inline]] inline int64_t find_piece(frame::State& s, const T* brkpt, int64_t pieces, T x)
 {
-    const int64_t hint = std::min<int64_t>(s.piece_hint, pieces - 1);  // it may be of another spline
-    if (serves(brkpt, pieces, hint, x)) return hint;
-    const int64_t next = std::min(hint + 1, pieces - 1);
-    const int64_t k = serves(brkpt, pieces, next, x) ? next : search(brkpt, pieces, x, hint);
-    s.piece_hint = static_cast<int32_t>(k);
-    return k;
+    const int64_t k = s.piece_hint;
+    if (k < pieces && (number(x >= brkpt[k]) & number(x < brkpt[k + 1])) != 0) [[likely]]
+        return k;
+    return search(s, brkpt, pieces, x);
 }
 
 // Taylor's sum of a derivative about the left end of a piece, order > ideriv >= 0.
@@ -74,7 +91,8 @@ inline T integral(const T* c, int32_t order, T h)
 }
 
 template <class T>
-T derivative(frame::State& s, int32_t ideriv, T x, int32_t order, int64_t pieces, const T* brkpt, const T* c)
+[[gnu::always_inline]] inline T derivative(frame::State& s, int32_t ideriv, T x, int32_t order,
+                                           int64_t pieces, const T* brkpt, const T* c)
 {
     if (ideriv >= order) return 0;
     const int64_t k = find_piece(s, brkpt, pieces, x);
@@ -121,16 +139,20 @@ T ppder(const int32_t* ideriv, const T* x, const int32_t* korder, const int32_t*
     return derivative(s, *ideriv, *x, *korder, int64_t{*nintv}, brkpt, pcoef);
 }
 
-// A front of PPDER, whose errors pass through its level.
 template <class T, class Front>
-[[gnu::always_inline]] inline T front(int32_t ideriv, T x, int32_t korder, int32_t nintv, const T* brkpt,
-                                      const T* c)
+[[gnu::cold, gnu::noinline]] T refuse_through(frame::State& s, int32_t ideriv, int32_t korder, int32_t nintv)
 {
-    frame::State& s = frame::state();
-    if (nintv < 1 || ideriv < 0 || korder < 1) [[unlikely]] {
-        Front me(s);
-        return refuse<T>(s, ideriv, korder, nintv);
-    }
+    Front me(s);
+    return refuse<T>(s, ideriv, korder, nintv);
+}
+
+// A front of PPDER, whose errors pass through its level. Arguments are read after the look-up of the state.
+template <class T, class Front>
+[[gnu::always_inline]] inline T front(frame::State& s, int32_t ideriv, T x, int32_t korder, int32_t nintv,
+                                      const T* brkpt, const T* c)
+{
+    if (nintv < 1 || ideriv < 0 || korder < 1) [[unlikely]]
+        return refuse_through<T, Front>(s, ideriv, korder, nintv);
     Front::visit(s);
     return derivative(s, ideriv, x, korder, int64_t{nintv}, brkpt, c);
 }
@@ -138,19 +160,22 @@ template <class T, class Front>
 template <class T>
 T csval(const T* x, const int32_t* nintv, const T* brkpt, const T* spcoef)
 {
-    return front<T, Routine<T, "CSVAL">>(0, *x, 4, *nintv, brkpt, spcoef);
+    frame::State& s = frame::state();
+    return front<T, Routine<T, "CSVAL">>(s, 0, *x, 4, *nintv, brkpt, spcoef);
 }
 
 template <class T>
 T csder(const int32_t* ideriv, const T* x, const int32_t* nintv, const T* brkpt, const T* spcoef)
 {
-    return front<T, Routine<T, "CSDER">>(*ideriv, *x, 4, *nintv, brkpt, spcoef);
+    frame::State& s = frame::state();
+    return front<T, Routine<T, "CSDER">>(s, *ideriv, *x, 4, *nintv, brkpt, spcoef);
 }
 
 template <class T>
 T ppval(const T* x, const int32_t* korder, const int32_t* nintv, const T* brkpt, const T* pcoef)
 {
-    return front<T, Routine<T, "PPVAL">>(0, *x, *korder, *nintv, brkpt, pcoef);
+    frame::State& s = frame::state();
+    return front<T, Routine<T, "PPVAL">>(s, 0, *x, *korder, *nintv, brkpt, pcoef);
 }
 
 template <class T>
