@@ -43,12 +43,12 @@ public:
             last[1] = 2 * last[0] - last[-1];
             last[2] = 2 * last[1] - last[0];
         }
-        // The mean where both weights vanish.
+        // Equal weights where both vanish.
         for (int64_t k = 0; k <= count; ++k) {
             const T right = std::abs(m_[k + 3] - m_[k + 2]), left = std::abs(m_[k + 1] - m_[k]);
-            const bool flat = right + left == 0;
-            const T numerator = flat ? m_[k + 1] + m_[k + 2] : right * m_[k + 1] + left * m_[k + 2];
-            t_[k] = numerator / (flat ? T(2) : right + left);
+            const T flat = right + left == 0 ? T(1) : T(0);
+            const T a = right + flat, b = left + flat;
+            t_[k] = (a * m_[k + 1] + b * m_[k + 2]) / (a + b);
         }
     }
 

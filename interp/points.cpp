@@ -17,9 +17,9 @@ int64_t first_not_ascending(int64_t n, const T* x)
     constexpr int64_t block = 64;
     int64_t k = 1;
     for (; n - k >= block; k += block) {
-        bool ascending = true;
-        for (int64_t j = k; j < k + block; ++j) ascending &= x[j - 1] < x[j];
-        if (!ascending) break;
+        T descents = 0;
+        for (int64_t j = k; j < k + block; ++j) descents += x[j - 1] < x[j] ? T(0) : T(1);
+        if (descents > 0) break;
     }
     while (k < n && x[k - 1] < x[k]) ++k;
     return k;

@@ -68,8 +68,9 @@ void DC2AKM(const int32_t* ndata, const double* xdata, const double* fdata, doub
 
 /* Periodic spline: value, first and second derivative agree at both ends. Posts WARNING 1 where the ordinates
  * of the smallest and the largest abscissa differ (what is not a number differs), and then uses the first for
- * both. WK has five parts of NDATA numbers: spacings, divided differences, and the three coefficients of the
- * elimination; the rest is not used. Source: elimination of a cyclic diagonally dominant system, as in
+ * both. The elimination is carried in SPCOEF: in rows 2 to 4 of column i stand p, q, v with slope(i) =
+ * p - q slope(i+1) - v slope(NDATA-1), then a, b for p, v with slope(i) = a - b slope(NDATA-1). WK is not
+ * touched, and CSPER does not ask for it. Source: elimination of a cyclic diagonally dominant system, as in
  * G. H. Golub, C. F. Van Loan, Matrix Computations, Johns Hopkins University Press, 1996. */
 void CSPER(const int32_t* ndata, const float* xdata, const float* fdata, float* brkpt, float* spcoef);
 void DCSPER(const int32_t* ndata, const double* xdata, const double* fdata, double* brkpt, double* spcoef);
