@@ -4,75 +4,82 @@
 // ACM 17, 1970. Pieces are made in blocks whose differences and slopes are held on the stack, each by a loop
 // without branches.
 #include <algorithm>
-#include <cmath>
 
 #include "frame/export.h"
 #include "frame/scratch.h"
 #include "interp/interp.h"
+#include "interp/isa/akima.h"
+#include "kernels/isa/loops.h"
 #include "orvel/interp.h"
 
 namespace orvel::interp {
 
+#ifdef __x86_64__
+namespace x86_64 {
+extern const AkimaTable akima_table;
+}
+namespace x86_64_v3 {
+extern const AkimaTable akima_table;
+}
+namespace x86_64_v4 {
+extern const AkimaTable akima_table;
+}
+#else
+namespace native {
+extern const AkimaTable akima_table;
+}
+#endif
+
 namespace {
+
+template <class T>
+const AkimaLoops<T>& akima_loops()
+{
+#ifdef __x86_64__
+    constexpr const AkimaTable* tables[] = {&x86_64::akima_table, &x86_64_v3::akima_table,
+                                            &x86_64_v4::akima_table};
+#else
+    constexpr const AkimaTable* tables[] = {&native::akima_table};
+#endif
+    const AkimaTable& table = *tables[kernels::loops().number];
+    if constexpr (std::is_same_v<T, float>)
+        return table.s;
+    else
+        return table.d;
+}
+
+constexpr int64_t longest = 128;
 
 // Pieces first to first + count - 1. Arrays begin two pieces before the block; slopes at its first point.
 template <class T>
-class Block {
-public:
-    static constexpr int64_t longest = 128;
-
-    Block(const Points<T>& points, int64_t first, int64_t count) : first_(first), count_(count)
-    {
-        const int64_t pieces = points.n - 1, begin = std::max<int64_t>(first - 2, 0);
-        const int64_t end = std::min(first + count + 2, pieces), shift = 2 - first;
-        for (int64_t k = begin; k <= end; ++k) {
-            x_[k + shift] = points.x[k];
-            f_[k + shift] = points.ordinate(k);
-        }
-        for (int64_t k = begin + shift; k < end + shift; ++k) {
-            const T h = x_[k + 1] - x_[k];
-            m_[k] = (f_[k + 1] - f_[k]) / h;
-            per_h_[k] = 1 / h;
-        }
-        if (first == 0) {
-            m_[1] = 2 * m_[2] - m_[3];
-            m_[0] = 2 * m_[1] - m_[2];
-        }
-        if (first + count + 1 >= pieces) {
-            T* const last = m_ + pieces + 1 - first;
-            last[1] = 2 * last[0] - last[-1];
-            last[2] = 2 * last[1] - last[0];
-        }
-        // Equal weights where both vanish.
-        for (int64_t k = 0; k <= count; ++k) {
-            const T right = std::abs(m_[k + 3] - m_[k + 2]), left = std::abs(m_[k + 1] - m_[k]);
-            const T flat = right + left == 0 ? T(1) : T(0);
-            const T a = right + flat, b = left + flat;
-            t_[k] = (a * m_[k + 1] + b * m_[k + 2]) / (a + b);
-        }
+void make_block(const AkimaLoops<T>& loops, const Points<T>& points, int64_t first, int64_t count, T* brkpt,
+                T* spcoef)
+{
+    T x[longest + 5], f[longest + 5], per_h[longest + 5], m[longest + 5], t[longest + 1];
+    const int64_t pieces = points.n - 1, shift = 2 - first;
+    const int64_t begin = std::max<int64_t>(first - 2, 0), end = std::min(first + count + 2, pieces);
+    for (int64_t k = begin; k <= end; ++k) {
+        x[k + shift] = points.x[k];
+        f[k + shift] = points.ordinate(k);
     }
-
-    void store(T* brkpt, T* spcoef) const
-    {
-        for (int64_t k = 0; k < count_; ++k) {
-            T* const column = spcoef + 4 * (first_ + k);
-            const T per_h = per_h_[k + 2], delta = m_[k + 2];
-            const T q = (t_[k] + t_[k + 1] - 2 * delta) * per_h;
-            column[0] = f_[k + 2];
-            column[1] = t_[k];
-            column[2] = 2 * ((delta - t_[k]) * per_h - q);
-            column[3] = 6 * q * per_h;
-        }
-        std::copy_n(x_ + 2, count_ + 1, brkpt + first_);
-        T* const last = spcoef + 4 * (first_ + count_);
-        last[0] = f_[count_ + 2];
-        last[1] = t_[count_];
+    const int64_t at = begin + shift;
+    loops.differences(end - begin, x + at, f + at, m + at, per_h + at);
+    if (first == 0) {
+        m[1] = 2 * m[2] - m[3];
+        m[0] = 2 * m[1] - m[2];
     }
-
-private:
-    int64_t first_, count_;
-    T x_[longest + 5], f_[longest + 5], per_h_[longest + 5], m_[longest + 5], t_[longest + 1];
-};
+    if (first + count + 1 >= pieces) {
+        T* const last = m + pieces + 1 - first;
+        last[1] = 2 * last[0] - last[-1];
+        last[2] = 2 * last[1] - last[0];
+    }
+    loops.slopes(count + 1, m, t);
+    loops.columns(count, f + 2, m + 2, per_h + 2, t, spcoef + 4 * first);
+    std::copy_n(x + 2, count + 1, brkpt + first);
+    T* const last = spcoef + 4 * (first + count);
+    last[0] = f[count + 2];
+    last[1] = t[count];
+}
 
 template <class Frame>
 void check_count(Frame& me, int32_t ndata)
@@ -91,8 +98,8 @@ void c2akm(frame::State& s, int32_t ndata, const T* xdata, const T* fdata, T* br
     const Points<T> points = sorted(s, ndata, xdata, fdata, brkpt, spcoef, 4, iwk);
     if (me.failed()) return;
     const int64_t pieces = points.n - 1;
-    for (int64_t first = 0; first < pieces; first += Block<T>::longest)
-        Block<T>(points, first, std::min(pieces - first, Block<T>::longest)).store(brkpt, spcoef);
+    for (int64_t first = 0; first < pieces; first += longest)
+        make_block(akima_loops<T>(), points, first, std::min(pieces - first, longest), brkpt, spcoef);
     spcoef[4 * pieces + 2] = spcoef[4 * pieces + 3] = 0;
 }
 
