@@ -1,6 +1,4 @@
 // tests/util/permute_test.cpp - permutations of vectors, rows and columns, and their errors
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <numeric>
 #include <random>
@@ -10,29 +8,19 @@
 
 namespace {
 
-using orvel_test::Capture;
-using orvel_test::one_line;
-using orvel_test::Outcome;
-using orvel_test::outcome;
-using orvel_test::set_switches;
+using namespace orvel_test;
 
-struct Single {
-    using Real = float;
-    static constexpr auto permu = PERMU;
-    static constexpr auto perma = PERMA;
-    static constexpr auto p2rma = P2RMA;
-    static constexpr const char* prefix = "";
-};
-struct Double {
-    using Real = double;
-    static constexpr auto permu = DPERMU;
-    static constexpr auto perma = DPERMA;
-    static constexpr auto p2rma = DP2RMA;
-    static constexpr const char* prefix = "D";
+template <class T>
+struct Members {
+    using Real = T;
+    static constexpr auto permu = member<T>(PERMU, DPERMU);
+    static constexpr auto perma = member<T>(PERMA, DPERMA);
+    static constexpr auto p2rma = member<T>(P2RMA, DP2RMA);
+    static constexpr const char* prefix = sizeof(T) == 4 ? "" : "D";
 };
 
 template <class P>
-class Permutation : public orvel_test::Quiet {
+class Permutation : public Quiet {
 protected:
     using Real = typename P::Real;
     Permutation() { set_switches(0, 1, 0); }
@@ -46,7 +34,7 @@ protected:
     Capture printed;
 };
 
-using Precisions = ::testing::Types<Single, Double>;
+using Precisions = ::testing::Types<Members<float>, Members<double>>;
 TYPED_TEST_SUITE(Permutation, Precisions);
 
 TYPED_TEST(Permutation, VectorsBothWaysAndInPlace)
