@@ -1,4 +1,4 @@
-! fortran/orvel_util.f90 - interfaces of calendar, clock and their helpers
+! fortran/orvel_util.f90 - interfaces of calendar, clock, sorting, permutation and helpers
 module orvel_util
   implicit none
   public
@@ -36,5 +36,86 @@ module orvel_util
       integer, intent(in) :: slen
       integer, intent(out) :: num, ier
     end subroutine c1tci
+    ! Input and output may be the same array, so neither has an intent.
+    subroutine svrgn(n, ra, rb)
+      integer, intent(in) :: n
+      real :: ra(*), rb(*)
+    end subroutine svrgn
+    subroutine svrgp(n, ra, rb, iperm)
+      integer, intent(in) :: n
+      real :: ra(*), rb(*)
+      integer, intent(inout) :: iperm(*)
+    end subroutine svrgp
+    subroutine svrbn(n, ra, rb)
+      integer, intent(in) :: n
+      real :: ra(*), rb(*)
+    end subroutine svrbn
+    subroutine svrbp(n, ra, rb, iperm)
+      integer, intent(in) :: n
+      real :: ra(*), rb(*)
+      integer, intent(inout) :: iperm(*)
+    end subroutine svrbp
+    subroutine svign(n, ia, ib)
+      integer, intent(in) :: n
+      integer :: ia(*), ib(*)
+    end subroutine svign
+    subroutine svigp(n, ia, ib, iperm)
+      integer, intent(in) :: n
+      integer :: ia(*), ib(*)
+      integer, intent(inout) :: iperm(*)
+    end subroutine svigp
+    subroutine svibn(n, ia, ib)
+      integer, intent(in) :: n
+      integer :: ia(*), ib(*)
+    end subroutine svibn
+    subroutine svibp(n, ia, ib, iperm)
+      integer, intent(in) :: n
+      integer :: ia(*), ib(*)
+      integer, intent(inout) :: iperm(*)
+    end subroutine svibp
+    subroutine permu(n, x, ipermu, ipath, xpermu)
+      integer, intent(in) :: n, ipermu(*), ipath
+      real :: x(*), xpermu(*)
+    end subroutine permu
+    subroutine perma(nra, nca, a, lda, ipermu, ipath, aper, ldaper)
+      integer, intent(in) :: nra, nca, lda, ipermu(*), ipath, ldaper
+      real :: a(lda, *), aper(ldaper, *)
+    end subroutine perma
+    subroutine p2rma(nra, nca, a, lda, ipermu, ipath, aper, ldaper, work)
+      integer, intent(in) :: nra, nca, lda, ipermu(*), ipath, ldaper
+      real :: a(lda, *), aper(ldaper, *)
+      real, intent(out) :: work(*)
+    end subroutine p2rma
+    subroutine dsvrgn(n, ra, rb)
+      integer, intent(in) :: n
+      double precision :: ra(*), rb(*)
+    end subroutine dsvrgn
+    subroutine dsvrgp(n, ra, rb, iperm)
+      integer, intent(in) :: n
+      double precision :: ra(*), rb(*)
+      integer, intent(inout) :: iperm(*)
+    end subroutine dsvrgp
+    subroutine dsvrbn(n, ra, rb)
+      integer, intent(in) :: n
+      double precision :: ra(*), rb(*)
+    end subroutine dsvrbn
+    subroutine dsvrbp(n, ra, rb, iperm)
+      integer, intent(in) :: n
+      double precision :: ra(*), rb(*)
+      integer, intent(inout) :: iperm(*)
+    end subroutine dsvrbp
+    subroutine dpermu(n, x, ipermu, ipath, xpermu)
+      integer, intent(in) :: n, ipermu(*), ipath
+      double precision :: x(*), xpermu(*)
+    end subroutine dpermu
+    subroutine dperma(nra, nca, a, lda, ipermu, ipath, aper, ldaper)
+      integer, intent(in) :: nra, nca, lda, ipermu(*), ipath, ldaper
+      double precision :: a(lda, *), aper(ldaper, *)
+    end subroutine dperma
+    subroutine dp2rma(nra, nca, a, lda, ipermu, ipath, aper, ldaper, work)
+      integer, intent(in) :: nra, nca, lda, ipermu(*), ipath, ldaper
+      double precision :: a(lda, *), aper(ldaper, *)
+      double precision, intent(out) :: work(*)
+    end subroutine dp2rma
   end interface
 end module orvel_util

@@ -56,12 +56,12 @@ inline void push(State& s, const PaddedName& name)
 inline void push_and_pop(State& s, const PaddedName& name)
 {
     orvel_ercom1& e = *s.errors;
-    const int32_t level = e.level;
-    if (level >= e.maxlev || level < 1 || level >= deepest_level) [[unlikely]]
+    const int32_t level = e.level, last = e.maxlev;
+    if (level >= last || level < 1 || level >= deepest_level) [[unlikely]]
         stack_overflow(s);
     std::memcpy(s.text->rname[level], name.text, sizeof name.text);
     e.ertype[level] = e.ercode[level] = 0;
-    discard_record_above(s, level + 1);
+    if (level + 1 < last) e.ertype[level + 1] = e.ercode[level + 1] = -1;
 }
 
 // Pops a name that matches `level` without an error; anything else is left to judge_and_pop.

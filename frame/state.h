@@ -32,6 +32,7 @@ struct State {
     int exceptions;  // uncaught exceptions when the last error was recorded; tells unwinding from returning
     int32_t units[3];
     uint32_t counter;
+    int32_t piece_hint;  // of the search among pieces of a polynomial: here, so that one look-up finds it too
     orvel_ercom1* errors;
     orvel_ercom2* text;
     orvel_ercom3* sum;

@@ -174,8 +174,8 @@ void solve_with_unit_lower(int64_t m, int64_t n, const T* a, int64_t lda, T* b, 
 
 template void multiply_by_triangle(bool, bool, int64_t, int64_t, const float*, int64_t, float*, int64_t);
 template void multiply_by_triangle(bool, bool, int64_t, int64_t, const double*, int64_t, double*, int64_t);
-template void multiply_by_triangle(bool, bool, int64_t, int64_t, const orvel_complex*, int64_t, orvel_complex*,
-                                   int64_t);
+template void multiply_by_triangle(bool, bool, int64_t, int64_t, const orvel_complex*, int64_t,
+                                   orvel_complex*, int64_t);
 template void multiply_by_triangle(bool, bool, int64_t, int64_t, const orvel_dcomplex*, int64_t,
                                    orvel_dcomplex*, int64_t);
 template void solve_with_unit_lower(int64_t, int64_t, const float*, int64_t, float*, int64_t);

@@ -64,6 +64,16 @@ inline std::string one_line(std::string text)
     return text;
 }
 
+// The member of a routine for the precision of a typed test.
+template <class Real, class S, class D>
+constexpr auto member(S single, D in_double)
+{
+    if constexpr (sizeof(Real) == 4)
+        return single;
+    else
+        return in_double;
+}
+
 // Every test starts on a quiet thread: level 1, initial switches, units and handlers.
 class Quiet : public ::testing::Test {
 protected:

@@ -4,6 +4,7 @@
 
 #include "orvel/frame.h"
 #include "orvel/host.h"
+#include "orvel/interp.h"
 #include "orvel/kernels.h"
 #include "orvel/linsys.h"
 #include "orvel/random.h"

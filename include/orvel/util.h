@@ -1,4 +1,4 @@
-/* include/orvel/util.h - time of day, date, processor time, calendar arithmetic
+/* include/orvel/util.h - time of day, date, processor time, calendar arithmetic, sorting, permutation
  *
  * A date is three integers: IDAY 1..31, MONTH 1..12 and IYEAR, the year without a year 0: 1 B.C. is -1,
  * 45 B.C. is -45. The calendar is the Julian one to 4 October 1582 and the Gregorian one from 15 October
@@ -56,6 +56,71 @@ void TIMDY(int32_t* ihour, int32_t* minute, int32_t* isec);
 /* Processor time in seconds that the calling thread has used since its own first call of CPSEC, which
  * returns 0. Posts TERMINAL 1 (the system reports a negative time) and then returns 0. */
 float CPSEC(void);
+
+/* ---- sorting ------------------------------------------------------------------------------------
+ *
+ * The input RA(N) (IA) is copied to RB (IB), which is then sorted in place into ascending order; both may be
+ * the same array. In the P members the labels IPERM(N), in and out, are moved as the elements: with 1..N on
+ * input, RB(i) = RA(IPERM(i)) on output. The sort does not set them. The second letter group tells the key:
+ *
+ *     G  the value         SVRGN, SVRGP, DSVRGN, DSVRGP (real), SVIGN, SVIGP (integer)
+ *     B  the magnitude     SVRBN, SVRBP, DSVRBN, DSVRBP (real), SVIBN, SVIBP (integer); signs are kept
+ *
+ * Equal keys may leave in any order; 0 and -0 are equal. What is not a number comes last. The magnitude of
+ * the most negative integer is the largest of all. Nothing is allocated.
+ *
+ * Post TERMINAL 1 (N below 1), and then leave RB and IPERM as they were.
+ *
+ * The time is of the order N log N for every input: inputs made to defeat the choice of the pivots are
+ * finished by heapsort, and cost about three times as much as others. Vectors that are ascending or
+ * descending throughout are recognised and cost one pass.
+ *
+ * Source of the method: R. C. Singleton, Algorithm 347: an efficient algorithm for sorting with minimal
+ * storage, Communications of the ACM 12, 1969. */
+
+void SVRGN(const int32_t* n, const float* ra, float* rb);
+void DSVRGN(const int32_t* n, const double* ra, double* rb);
+void SVRGP(const int32_t* n, const float* ra, float* rb, int32_t* iperm);
+void DSVRGP(const int32_t* n, const double* ra, double* rb, int32_t* iperm);
+void SVIGN(const int32_t* n, const int32_t* ia, int32_t* ib);
+void SVIGP(const int32_t* n, const int32_t* ia, int32_t* ib, int32_t* iperm);
+void SVRBN(const int32_t* n, const float* ra, float* rb);
+void DSVRBN(const int32_t* n, const double* ra, double* rb);
+void SVRBP(const int32_t* n, const float* ra, float* rb, int32_t* iperm);
+void DSVRBP(const int32_t* n, const double* ra, double* rb, int32_t* iperm);
+void SVIBN(const int32_t* n, const int32_t* ia, int32_t* ib);
+void SVIBP(const int32_t* n, const int32_t* ia, int32_t* ib, int32_t* iperm);
+
+/* ---- permutation --------------------------------------------------------------------------------- */
+
+/* Permute a vector. X(N) in; IPERMU(N) in, each of 1..N once; IPATH in, 1: XPERMU(i) = X(IPERMU(i)),
+ * 2: XPERMU(IPERMU(i)) = X(i); XPERMU(N) out, may be X. Posts
+ *
+ *     TERMINAL 1 (N below 1), 2 (IPATH), 3 (an entry of IPERMU outside 1..N; one error for each),
+ *     10 (no storage for N integers).
+ *
+ * After 3 and 10 XPERMU is a copy of X. Entries that repeat are not detected; XPERMU then has some elements
+ * of X in some order. */
+void PERMU(const int32_t* n, const float* x, const int32_t* ipermu, const int32_t* ipath, float* xpermu);
+void DPERMU(const int32_t* n, const double* x, const int32_t* ipermu, const int32_t* ipath, double* xpermu);
+
+/* Permute the rows or the columns of a matrix. A(LDA,NCA) in; IPATH in, 1: rows, APER(i,.) = A(IPERMU(i),.),
+ * 2: columns, APER(.,j) = A(.,IPERMU(j)); IPERMU in, of NRA or NCA entries; APER(LDAPER,NCA) out, may be A if
+ * LDAPER = LDA. P2RMA takes WORK(NRA) scratch, which is used only where APER is A. Posts from P2RMA
+ *
+ *     TERMINAL 1 (NRA below 1), 2 (NCA below 1), 3 (LDA below 1), 4 (NRA above LDA), 5 (NRA above LDAPER),
+ *     6 (LDAPER below 1), 7 (IPATH), 8 (an entry of IPERMU out of range; one error for each),
+ *
+ * and from PERMA TERMINAL 1 (NCA below 1), 10 (no storage for NRA numbers). APER is then as it was. Columns
+ * in place cost a walk along IPERMU for each, NCA^2 steps at worst. */
+void PERMA(const int32_t* nra, const int32_t* nca, const float* a, const int32_t* lda, const int32_t* ipermu,
+           const int32_t* ipath, float* aper, const int32_t* ldaper);
+void DPERMA(const int32_t* nra, const int32_t* nca, const double* a, const int32_t* lda,
+            const int32_t* ipermu, const int32_t* ipath, double* aper, const int32_t* ldaper);
+void P2RMA(const int32_t* nra, const int32_t* nca, const float* a, const int32_t* lda, const int32_t* ipermu,
+           const int32_t* ipath, float* aper, const int32_t* ldaper, float* work);
+void DP2RMA(const int32_t* nra, const int32_t* nca, const double* a, const int32_t* lda,
+            const int32_t* ipermu, const int32_t* ipath, double* aper, const int32_t* ldaper, double* work);
 
 /* ---- helpers ------------------------------------------------------------------------------------ */
 

@@ -1,0 +1,233 @@
+// interp/evaluate.cpp - CSVAL, CSDER, CSITG, PPVAL, PPDER, PPITG and P3DER: values, derivatives and integrals
+//
+// The good path of the fronts enters and leaves its frame at once, see Routine::visit. The search looks at
+// the piece found last by this thread and the next one, then at sixteen on either side, then at all; the
+// bisection has no branches to guess, because arguments at random would make half of the guesses wrong.
+#include <algorithm>
+
+#include "frame/export.h"
+#include "frame/routine.h"
+#include "orvel/interp.h"
+
+namespace orvel::interp {
+
+namespace {
+
+// A condition as a number: the compiler would jump on its parts.
+inline int64_t number(bool condition)
+{
+    int64_t value = condition;
+    asm("" : "+r"(value));
+    return value;
+}
+
+// The last of the pieces first to first + count - 1 that begins at x or before; the first one for others.
+template <class T>
+inline int64_t bisect(const T* brkpt, int64_t first, int64_t count, T x)
+{
+    const T* begin = brkpt + first;
+    while (count > 1) {
+        const int64_t half = count / 2;
+        const T* const middle = begin + half;
+        begin = __builtin_expect_with_probability(*middle <= x, 1, 0.5) ? middle : begin;  // not a jump
+        count -= half;
+    }
+    return begin - brkpt;
+}
+
+// Whether x is in the pieces first to last - 1, of which the outermost serve everything beyond.
+template <class T>
+inline bool is_within(const T* brkpt, int64_t pieces, int64_t first, int64_t last, T x)
+{
+    const int64_t from = number(first == 0) | number(x >= brkpt[first]);
+    const int64_t below = number(last == pieces) | number(x < brkpt[std::min(last, pieces - 1)]);
+    return (from & below) != 0;
+}
+
+// The piece of x, from 0. What is not a number is in the first.
+template <class T>
+[[gnu::noinline]] int64_t search(frame::State& s, const T* brkpt, int64_t pieces, T x)
+{
+    constexpr int64_t many = 4096, reach = 16;
+    const int64_t hint = std::min<int64_t>(s.piece_hint, pieces - 1);  // it may be of another spline
+    if (hint + 2 < pieces && (number(x >= brkpt[hint + 1]) & number(x < brkpt[hint + 2])) != 0) {
+        s.piece_hint = static_cast<int32_t>(hint + 1);
+        return hint + 1;
+    }
+    int64_t first = 0, last = pieces;
+    if (pieces > many) {
+        const int64_t low = std::max<int64_t>(hint - reach, 0), high = std::min(hint + reach, pieces);
+        if (is_within(brkpt, pieces, low, high, x)) first = low, last = high;
+    }
+    const int64_t k = bisect(brkpt, first, last - first, x);
+    s.piece_hint = static_cast<int32_t>(k);
+    return k;
+}
+
+template <class T>
+[[gnu::always_inline]] inline int64_t find_piece(frame::State& s, const T* brkpt, int64_t pieces, T x)
+{
+    const int64_t k = s.piece_hint;
+    if (k < pieces && (number(x >= brkpt[k]) & number(x < brkpt[k + 1])) != 0) [[likely]]
+        return k;
+    return search(s, brkpt, pieces, x);
+}
+
+// Taylor's sum of a derivative about the left end of a piece, order > ideriv >= 0.
+template <class T>
+inline T taylor(const T* c, int32_t order, int32_t ideriv, T h)
+{
+    T v = c[order - 1];
+    for (int32_t j = order - 1; j > ideriv; --j) v = v / static_cast<T>(j - ideriv) * h + c[j - 1];
+    return v;
+}
+
+template <class T>
+inline T integral(const T* c, int32_t order, T h)
+{
+    T v = c[order - 1];
+    for (int32_t j = order - 1; j > 0; --j) v = v / static_cast<T>(j + 1) * h + c[j - 1];
+    return v * h;
+}
+
+template <class T>
+[[gnu::always_inline]] inline T derivative(frame::State& s, int32_t ideriv, T x, int32_t order,
+                                           int64_t pieces, const T* brkpt, const T* c)
+{
+    if (ideriv >= order) return 0;
+    const int64_t k = find_piece(s, brkpt, pieces, x);
+    return taylor(c + k * order, order, ideriv, x - brkpt[k]);
+}
+
+template <class Frame>
+void check_pieces(Frame& me, int32_t nintv)
+{
+    if (nintv < 1)
+        me.post(terminal, 1, "The number of intervals must be at least 1 while NINTV = %(I1) is given. ",
+                {i(1, nintv)});
+}
+
+template <class Frame>
+void check_order(Frame& me, int32_t code, int32_t korder)
+{
+    if (korder < 1)
+        me.post(terminal, code,
+                "The order of the interpolating polynomial must be positive while KORDER = %(I1) is given.",
+                {i(1, korder)});
+}
+
+template <class T>
+[[gnu::cold, gnu::noinline]] T refuse(frame::State& s, int32_t ideriv, int32_t korder, int32_t nintv)
+{
+    Routine<T, "PPDER"> me(s);
+    check_pieces(me, nintv);
+    if (ideriv < 0)
+        me.post(terminal, 2, "The order of the derivative must be positive while IDERIV = %(I1) is given.",
+                {i(1, ideriv)});
+    check_order(me, 3, korder);
+    return 0;
+}
+
+template <class T>
+T ppder(const int32_t* ideriv, const T* x, const int32_t* korder, const int32_t* nintv, const T* brkpt,
+        const T* pcoef)
+{
+    frame::State& s = frame::state();
+    if (*nintv < 1 || *ideriv < 0 || *korder < 1) [[unlikely]]
+        return refuse<T>(s, *ideriv, *korder, *nintv);
+    Routine<T, "PPDER">::visit(s);
+    return derivative(s, *ideriv, *x, *korder, int64_t{*nintv}, brkpt, pcoef);
+}
+
+template <class T, class Front>
+[[gnu::cold, gnu::noinline]] T refuse_through(frame::State& s, int32_t ideriv, int32_t korder, int32_t nintv)
+{
+    Front me(s);
+    return refuse<T>(s, ideriv, korder, nintv);
+}
+
+// A front of PPDER, whose errors pass through its level. Arguments are read after the look-up of the state.
+template <class T, class Front>
+[[gnu::always_inline]] inline T front(frame::State& s, int32_t ideriv, T x, int32_t korder, int32_t nintv,
+                                      const T* brkpt, const T* c)
+{
+    if (nintv < 1 || ideriv < 0 || korder < 1) [[unlikely]]
+        return refuse_through<T, Front>(s, ideriv, korder, nintv);
+    Front::visit(s);
+    return derivative(s, ideriv, x, korder, int64_t{nintv}, brkpt, c);
+}
+
+template <class T>
+T csval(const T* x, const int32_t* nintv, const T* brkpt, const T* spcoef)
+{
+    frame::State& s = frame::state();
+    return front<T, Routine<T, "CSVAL">>(s, 0, *x, 4, *nintv, brkpt, spcoef);
+}
+
+template <class T>
+T csder(const int32_t* ideriv, const T* x, const int32_t* nintv, const T* brkpt, const T* spcoef)
+{
+    frame::State& s = frame::state();
+    return front<T, Routine<T, "CSDER">>(s, *ideriv, *x, 4, *nintv, brkpt, spcoef);
+}
+
+template <class T>
+T ppval(const T* x, const int32_t* korder, const int32_t* nintv, const T* brkpt, const T* pcoef)
+{
+    frame::State& s = frame::state();
+    return front<T, Routine<T, "PPVAL">>(s, 0, *x, *korder, *nintv, brkpt, pcoef);
+}
+
+template <class T>
+T ppitg_in_frame(frame::State& s, T a, T b, int32_t korder, int32_t nintv, const T* brkpt, const T* c)
+{
+    Routine<T, "PPITG"> me(s);
+    check_pieces(me, nintv);
+    check_order(me, 2, korder);
+    if (me.failed() || a == b) return 0;
+    const T low = a < b ? a : b, high = a < b ? b : a;
+    const int64_t first = find_piece(s, brkpt, int64_t{nintv}, low);
+    const int64_t last = find_piece(s, brkpt, int64_t{nintv}, high);
+    T sum = -integral(c + first * korder, korder, low - brkpt[first]);
+    for (int64_t k = first; k < last; ++k) sum += integral(c + k * korder, korder, brkpt[k + 1] - brkpt[k]);
+    sum += integral(c + last * korder, korder, high - brkpt[last]);
+    return b > a ? sum : -sum;
+}
+
+template <class T>
+T ppitg(const T* a, const T* b, const int32_t* korder, const int32_t* nintv, const T* brkpt, const T* pcoef)
+{
+    return ppitg_in_frame(frame::state(), *a, *b, *korder, *nintv, brkpt, pcoef);
+}
+
+template <class T>
+T csitg(const T* a, const T* b, const int32_t* nintv, const T* brkpt, const T* spcoef)
+{
+    Routine<T, "CSITG"> me;
+    return ppitg_in_frame(me.state(), *a, *b, 4, *nintv, brkpt, spcoef);
+}
+
+template <class T>
+void p3der(const int32_t*, const int32_t* nintv, const T* brkpt, const T* x, int32_t* left)
+{
+    *left = *nintv < 1 ? 1 : static_cast<int32_t>(find_piece(frame::state(), brkpt, int64_t{*nintv}, *x) + 1);
+}
+
+}  // namespace
+
+}  // namespace orvel::interp
+
+ORVEL_EXPORT(CSVAL, csval_, 4, orvel::interp::csval<float>);
+ORVEL_EXPORT(DCSVAL, dcsval_, 4, orvel::interp::csval<double>);
+ORVEL_EXPORT(CSDER, csder_, 5, orvel::interp::csder<float>);
+ORVEL_EXPORT(DCSDER, dcsder_, 5, orvel::interp::csder<double>);
+ORVEL_EXPORT(CSITG, csitg_, 5, orvel::interp::csitg<float>);
+ORVEL_EXPORT(DCSITG, dcsitg_, 5, orvel::interp::csitg<double>);
+ORVEL_EXPORT(PPVAL, ppval_, 5, orvel::interp::ppval<float>);
+ORVEL_EXPORT(DPPVAL, dppval_, 5, orvel::interp::ppval<double>);
+ORVEL_EXPORT(PPDER, ppder_, 6, orvel::interp::ppder<float>);
+ORVEL_EXPORT(DPPDER, dppder_, 6, orvel::interp::ppder<double>);
+ORVEL_EXPORT(PPITG, ppitg_, 6, orvel::interp::ppitg<float>);
+ORVEL_EXPORT(DPPITG, dppitg_, 6, orvel::interp::ppitg<double>);
+ORVEL_EXPORT(P3DER, p3der_, 5, orvel::interp::p3der<float>);
+ORVEL_EXPORT(DP3DER, dp3der_, 5, orvel::interp::p3der<double>);

@@ -1,0 +1,60 @@
+// interp/isa/akima.cpp - the loops of Akima's spline, for the level ORVEL_ISA
+#include "interp/isa/akima.h"
+
+namespace orvel::interp {
+
+namespace {
+
+template <class T>
+inline T magnitude(T v)
+{
+    return v < 0 ? -v : v;
+}
+
+template <class T>
+void differences(int64_t count, const T* x, const T* f, T* __restrict m, T* __restrict per_h)
+{
+    for (int64_t k = 0; k < count; ++k) {
+        const T h = x[k + 1] - x[k];
+        m[k] = (f[k + 1] - f[k]) / h;
+        per_h[k] = 1 / h;
+    }
+}
+
+// The weights are equal where both vanish.
+template <class T>
+void slopes(int64_t count, const T* m, T* __restrict t)
+{
+    for (int64_t k = 0; k < count; ++k) {
+        const T right = magnitude(m[k + 3] - m[k + 2]), left = magnitude(m[k + 1] - m[k]);
+        const T flat = right + left == 0 ? T(1) : T(0);
+        const T a = right + flat, b = left + flat;
+        t[k] = (a * m[k + 1] + b * m[k + 2]) / (a + b);
+    }
+}
+
+template <class T>
+void columns(int64_t count, const T* f, const T* m, const T* per_h, const T* t, T* __restrict spcoef)
+{
+    for (int64_t k = 0; k < count; ++k) {
+        const T q = (t[k] + t[k + 1] - 2 * m[k]) * per_h[k];
+        spcoef[4 * k] = f[k];
+        spcoef[4 * k + 1] = t[k];
+        spcoef[4 * k + 2] = 2 * ((m[k] - t[k]) * per_h[k] - q);
+        spcoef[4 * k + 3] = 6 * q * per_h[k];
+    }
+}
+
+template <class T>
+constexpr AkimaLoops<T> loops = {differences<T>, slopes<T>, columns<T>};
+
+}  // namespace
+
+namespace ORVEL_ISA {
+
+extern const AkimaTable akima_table;
+const AkimaTable akima_table = {loops<float>, loops<double>};
+
+}  // namespace ORVEL_ISA
+
+}  // namespace orvel::interp

@@ -1,0 +1,25 @@
+// interp/isa/akima.h - tables of the loops of Akima's spline, one set for each instruction-set level
+//
+// Every level gives the same bits. Objects compiled from here include no header with inline functions.
+#pragma once
+
+#include <stdint.h>
+
+namespace orvel::interp {
+
+template <class T>
+struct AkimaLoops {
+    // Divided differences and inverse spacings of `count` pieces between count + 1 points.
+    void (*differences)(int64_t count, const T* x, const T* f, T* m, T* per_h);
+    // Slopes at `count` points; m begins two pieces to the left of the first one.
+    void (*slopes)(int64_t count, const T* m, T* t);
+    // Columns of `count` pieces from ordinates, differences, inverse spacings and count + 1 slopes.
+    void (*columns)(int64_t count, const T* f, const T* m, const T* per_h, const T* t, T* spcoef);
+};
+
+struct AkimaTable {
+    AkimaLoops<float> s;
+    AkimaLoops<double> d;
+};
+
+}  // namespace orvel::interp

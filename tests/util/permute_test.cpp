@@ -1,0 +1,150 @@
+// tests/util/permute_test.cpp - permutations of vectors, rows and columns, and their errors
+#include <algorithm>
+#include <numeric>
+#include <random>
+#include <vector>
+
+#include "tests/support.h"
+
+namespace {
+
+using namespace orvel_test;
+
+template <class T>
+struct Members {
+    using Real = T;
+    static constexpr auto permu = member<T>(PERMU, DPERMU);
+    static constexpr auto perma = member<T>(PERMA, DPERMA);
+    static constexpr auto p2rma = member<T>(P2RMA, DP2RMA);
+    static constexpr const char* prefix = sizeof(T) == 4 ? "" : "D";
+};
+
+template <class P>
+class Permutation : public Quiet {
+protected:
+    using Real = typename P::Real;
+    Permutation() { set_switches(0, 1, 0); }
+    std::string from(const std::string& routine, int code, const std::string& text)
+    {
+        return "\n *** TERMINAL ERROR " + std::to_string(code) + " from " + P::prefix + routine + ".  " +
+               text + "\n";
+    }
+    std::string taken() { return one_line(printed.take()); }
+
+    Capture printed;
+};
+
+using Precisions = ::testing::Types<Members<float>, Members<double>>;
+TYPED_TEST_SUITE(Permutation, Precisions);
+
+TYPED_TEST(Permutation, VectorsBothWaysAndInPlace)
+{
+    using Real = typename TypeParam::Real;
+    std::mt19937 random(3);
+    for (int32_t n = 1; n < 40; ++n) {
+        std::vector<int32_t> index(static_cast<std::size_t>(n));
+        std::iota(index.begin(), index.end(), 1);
+        std::shuffle(index.begin(), index.end(), random);
+        std::vector<Real> x(index.size()), y(index.size());
+        std::iota(x.begin(), x.end(), Real(100));
+        const int32_t forward = 1, backward = 2;
+        const auto kept = index;
+        TypeParam::permu(&n, x.data(), index.data(), &forward, y.data());
+        for (std::size_t k = 0; k < x.size(); ++k) ASSERT_EQ(y[k], x[static_cast<std::size_t>(index[k] - 1)]);
+        TypeParam::permu(&n, y.data(), index.data(), &backward, y.data());
+        EXPECT_EQ(y, x);
+        EXPECT_EQ(index, kept);
+        std::fill(index.begin() + n / 2, index.end(), n);  // entries that repeat
+        TypeParam::permu(&n, x.data(), index.data(), &forward, y.data());
+        TypeParam::permu(&n, x.data(), index.data(), &backward, y.data());
+    }
+}
+
+TYPED_TEST(Permutation, RowsAndColumnsOfMatrices)
+{
+    using Real = typename TypeParam::Real;
+    std::mt19937 random(4);
+    for (int32_t rows = 1; rows < 8; ++rows)
+        for (int32_t columns = 1; columns < 8; ++columns)
+            for (const int32_t path : {1, 2})
+                for (const bool in_place : {false, true}) {
+                    const int32_t lda = rows + 2, ldaper = in_place ? lda : rows + 1;
+                    std::vector<Real> a(static_cast<std::size_t>(lda * columns));
+                    std::iota(a.begin(), a.end(), Real(1));
+                    std::vector<int32_t> index(static_cast<std::size_t>(path == 1 ? rows : columns));
+                    std::iota(index.begin(), index.end(), 1);
+                    std::shuffle(index.begin(), index.end(), random);
+                    std::vector<Real> b = in_place ? a : std::vector<Real>(a.size());
+                    TypeParam::perma(&rows, &columns, in_place ? b.data() : a.data(), &lda, index.data(),
+                                     &path, b.data(), &ldaper);
+                    for (int32_t i = 0; i < rows; ++i)
+                        for (int32_t j = 0; j < columns; ++j) {
+                            const int32_t p = path == 1 ? index[static_cast<std::size_t>(i)] - 1 : i;
+                            const int32_t q = path == 2 ? index[static_cast<std::size_t>(j)] - 1 : j;
+                            ASSERT_EQ(b[static_cast<std::size_t>(i + j * ldaper)],
+                                      a[static_cast<std::size_t>(p + q * lda)]);
+                        }
+                    if (in_place && path == 2) {  // entries that repeat end too
+                        index.back() = 1;
+                        TypeParam::perma(&rows, &columns, b.data(), &lda, index.data(), &path, b.data(),
+                                         &lda);
+                    }
+                }
+}
+
+TYPED_TEST(Permutation, ErrorsOfVectors)
+{
+    using Real = typename TypeParam::Real;
+    const int32_t zero = 0, three = 3, one = 1, index[] = {4, 2, 0};
+    const Real x[] = {7, 8, 9};
+    Real y[] = {0, 0, 0};
+    TypeParam::permu(&zero, x, index, &three, y);
+    EXPECT_EQ(outcome(), (Outcome{5, 2}));
+    EXPECT_EQ(this->taken(),
+              this->from("PERMU", 1,
+                         "The length of the arrays X and XPERMU must be positive while N = 0 is given.") +
+                  this->from("PERMU", 2, "IPATH must be equal to 1 or 2 while a value of 3 is given."));
+    TypeParam::permu(&three, x, index, &one, y);
+    EXPECT_EQ(outcome(), (Outcome{5, 3}));
+    EXPECT_EQ(this->taken(),
+              this->from("PERMU", 3, "IPERMU(1) = 4 is not allowed.  It must be between 1 and N = 3.") +
+                  this->from("PERMU", 3, "IPERMU(3) = 0 is not allowed.  It must be between 1 and N = 3."));
+    EXPECT_EQ(std::vector<Real>(y, y + 3), (std::vector<Real>{7, 8, 9}));
+}
+
+TYPED_TEST(Permutation, ErrorsOfMatrices)
+{
+    using Real = typename TypeParam::Real;
+    Real a[4] = {1, 2, 3, 4}, b[4] = {}, work[2];
+    const int32_t index[] = {2, 3};
+    const auto call = [&](int32_t nra, int32_t nca, int32_t lda, int32_t path, int32_t ldaper) {
+        TypeParam::p2rma(&nra, &nca, a, &lda, index, &path, b, &ldaper, work);
+        return this->taken();
+    };
+    const auto from = [&](int code, const std::string& text) { return this->from("P2RMA", code, text); };
+    const std::string columns = "The number of columns of a matrix must be positive while NCA = ";
+    EXPECT_EQ(call(0, -1, 0, 3, -2),
+              from(1, "The number of rows of a matrix must be positive while NRA = 0 is given.") +
+                  from(2, columns + "-1 is given.") +
+                  from(3, "The leading dimension of a matrix must be positive while LDA = 0 is given.") +
+                  from(5,
+                       "The number of rows of A must be less than or equal to the leading dimension of APER, "
+                       "while NRA = 0 and LDAPER = -2 are given.") +
+                  from(6, "The leading dimension of a matrix must be positive while LDAPER = -2 is given.") +
+                  from(7, "IPATH must be equal to 1 or 2 a value of 3 is given."));
+    EXPECT_EQ(
+        call(2, 2, 1, 1, 2),
+        from(4,
+             "The number of rows of A must be less than or equal to its leading dimension while NRA = 2 "
+             "and LDA = 1 are given."));
+    EXPECT_EQ(call(2, 2, 2, 2, 2), from(8, "IPERMU(2) = 3 is not allowed.  It must be between 1 and N = 2."));
+    EXPECT_EQ(std::count(b, b + 4, Real(0)), 4);
+
+    const int32_t none = 0, two = 2, path = 2, huge = 2147483647;
+    TypeParam::perma(&two, &none, a, &two, index, &path, b, &two);
+    EXPECT_EQ(this->taken(), this->from("PERMA", 1, columns + "0 is given."));
+    TypeParam::perma(&huge, &two, a, &two, index, &path, b, &two);
+    EXPECT_EQ(outcome(), (Outcome{5, 5}));
+}
+
+}  // namespace

@@ -1,0 +1,30 @@
+// util/isa/sort.cpp - the sorts of the level ORVEL_ISA
+#include "util/isa/quicksort.h"
+#include "util/isa/sorts.h"
+
+namespace orvel::util {
+
+namespace {
+
+template <class Key, class T>
+void sort(int64_t n, T* x, int32_t* labels)
+{
+    if (labels == nullptr)
+        Quicksort<Key, T, false>(n, x, nullptr).sort();
+    else
+        Quicksort<Key, T, true>(n, x, labels).sort();
+}
+
+template <class T>
+constexpr Sorts<T> sorts = {sort<ByValue, T>, sort<ByMagnitude, T>};
+
+}  // namespace
+
+namespace ORVEL_ISA {
+
+extern const SortTable sort_table;
+const SortTable sort_table = {sorts<float>, sorts<double>, sorts<int32_t>};
+
+}  // namespace ORVEL_ISA
+
+}  // namespace orvel::util
