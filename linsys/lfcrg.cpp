@@ -2,6 +2,7 @@
 #include "frame/export.h"
 #include "frame/scratch.h"
 #include "kernels/level1.h"
+#include "linsys/checks.h"
 #include "linsys/linsys.h"
 
 namespace orvel::linsys {
@@ -22,18 +23,9 @@ void l2crg(frame::State& state, int32_t n, const T* a, int64_t lda, T* fact, int
            Part<T>* rcond, T* wk)
 {
     Routine<T, general<T>("L2CRG", "L2CCG")> me(state);
-    if (n < 1)
-        me.post(terminal, 1, "The order of the matrix must be positive while N = %(I1) is given.", {i(1, n)});
-    if (n > lda)
-        me.post(
-            terminal, 2,
-            "The order of the matrix must be less than or equal to its leading dimension while N = %(I1) and LDA = %(I2) are given.",
-            {i(1, n), i(2, static_cast<int32_t>(lda))});
-    if (n > ldfac)
-        me.post(
-            terminal, 3,
-            "The order of the matrix must be less than or equal to its leading dimension while N = %(I1) and LDFAC = %(I2) are given.",
-            {i(1, n), i(2, static_cast<int32_t>(ldfac))});
+    check_order(me, n);
+    check_lda(me, n, lda);
+    check_ldfac(me, 3, n, ldfac);
     if (me.failed()) return;
 
     *rcond = 1;

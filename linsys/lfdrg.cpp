@@ -1,5 +1,6 @@
 // linsys/lfdrg.cpp - LFDRG: determinant from a factorization
 #include "frame/export.h"
+#include "linsys/checks.h"
 #include "linsys/linsys.h"
 
 namespace orvel::linsys {
@@ -12,14 +13,10 @@ template <class T>
 void lfdrg(const int32_t* n, const T* fact, const int32_t* ldfac, const int32_t* ipvt, T* det1, Part<T>* det2)
 {
     Routine<T, general<T>("LFDRG", "LFDCG")> me;
-    if (*n < 1)
-        return me.post(terminal, 1, "The order of the matrix must be positive while N = %(I1) is given.",
-                       {i(1, *n)});
-    if (*n > *ldfac)
-        return me.post(
-            terminal, 2,
-            "The order of the matrix must be less than or equal to its leading dimension while N = %(I1) and LDFAC = %(I2) are given.",
-            {i(1, *n), i(2, *ldfac)});
+    check_order(me, *n);
+    if (me.failed()) return;
+    check_ldfac(me, 2, *n, *ldfac);
+    if (me.failed()) return;
     T mantissa = 1;
     Part<T> exponent = 0;
     const auto size = [&mantissa] { return magnitude(mantissa); };

@@ -5,6 +5,7 @@
 #include "frame/export.h"
 #include "frame/scratch.h"
 #include "kernels/level1.h"
+#include "linsys/checks.h"
 #include "linsys/linsys.h"
 
 namespace orvel::linsys {
@@ -29,20 +30,10 @@ void lfirg(frame::State& state, int32_t n, const T* a, int64_t lda, const T* fac
            const int32_t* ipvt, const T* b, int32_t ipath, T* x, T* res)
 {
     Routine<T, general<T>("LFIRG", "LFICG")> me(state);
-    if (n < 1)
-        me.post(terminal, 1, "The number of equations must be positive while N = %(I1) is given.", {i(1, n)});
-    if (n > lda)
-        me.post(
-            terminal, 2,
-            "The order of the matrix must be less than or equal to its leading dimension while N = %(I1) and LDA = %(I2) are given.",
-            {i(1, n), i(2, static_cast<int32_t>(lda))});
-    if (n > ldfac)
-        me.post(
-            terminal, 3,
-            "The order of the matrix must be less than or equal to its leading dimension while N = %(I1) and LDFAC = %(I2) are given.",
-            {i(1, n), i(2, static_cast<int32_t>(ldfac))});
-    if (ipath != 1 && ipath != 2)
-        me.post(terminal, 4, "IPATH must be either 1 or 2 while a value of %(I1) is given.", {i(1, ipath)});
+    check_number_of_equations(me, n);
+    check_lda(me, n, lda);
+    check_ldfac(me, 3, n, ldfac);
+    check_ipath(me, 4, ipath);
     if (me.failed()) return;
 
     SmallScratch<T> copy_of_b;

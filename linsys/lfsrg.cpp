@@ -4,6 +4,7 @@
 #include "frame/export.h"
 #include "kernels/level1.h"
 #include "kernels/triangular.h"
+#include "linsys/checks.h"
 #include "linsys/linsys.h"
 
 namespace orvel::linsys {
@@ -26,17 +27,11 @@ void lfsrg(frame::State& state, int32_t n, const T* fact, int64_t ldfac, const i
            int32_t ipath, T* x)
 {
     Routine<T, general<T>("LFSRG", "LFSCG")> me(state);
-    if (n < 1)
-        me.post(terminal, 1, "The number of equations must be positive while N = %(I1) is given.", {i(1, n)});
-    if (n > ldfac)
-        me.post(
-            terminal, 2,
-            "The order of the matrix must be less than or equal to its leading dimension while N = %(I1) and LDFAC = %(I2) are given.",
-            {i(1, n), i(2, static_cast<int32_t>(ldfac))});
+    check_number_of_equations(me, n);
+    check_ldfac(me, 2, n, ldfac);
     if (me.failed()) return;
-    if (ipath != 1 && ipath != 2)
-        return me.post(terminal, 5, "IPATH must be either 1 or 2 while a value of %(I1) is given.",
-                       {i(1, ipath)});
+    check_ipath(me, 5, ipath);
+    if (me.failed()) return;
     if (x != b) kernels::copy<T>(n, b, 1, x, 1);
 
     if (ipath == 1) {

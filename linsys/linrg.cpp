@@ -12,6 +12,7 @@
 #include "kernels/level2.h"
 #include "kernels/product.h"
 #include "kernels/triangular.h"
+#include "linsys/checks.h"
 #include "linsys/linsys.h"
 
 namespace orvel::linsys {
@@ -73,18 +74,9 @@ void l2nrg(frame::State& state, int32_t n, const T* a, int64_t lda, T* ainv, int
            int32_t* iwk)
 {
     Routine<T, general<T>("L2NRG", "L2NCG")> me(state);
-    if (n < 1)
-        me.post(terminal, 1, "The order of the matrix must be positive while N = %(I1) is given.", {i(1, n)});
-    if (n > lda)
-        me.post(
-            terminal, 2,
-            "The order of the matrix must be less than or equal to its leading dimension while N = %(I1) and LDA = %(I2) are given.",
-            {i(1, n), i(2, static_cast<int32_t>(lda))});
-    if (n > ldainv)
-        me.post(
-            terminal, 3,
-            "The order of the matrix must be less than or equal to its leading dimension while N = %(I1) and LDAINV = %(I2) are given.",
-            {i(1, n), i(2, static_cast<int32_t>(ldainv))});
+    check_order(me, n);
+    check_lda(me, n, lda);
+    check_ldainv(me, n, ldainv);
     if (me.failed()) return;
 
     Part<T> rcond = 1;

@@ -2,6 +2,7 @@
 #include "frame/export.h"
 #include "kernels/level1.h"
 #include "kernels/triangular.h"
+#include "linsys/checks.h"
 #include "linsys/linsys.h"
 
 namespace orvel::linsys {
@@ -55,21 +56,10 @@ void linrt(const int32_t* n, const T* a, const int32_t* lda, const int32_t* ipat
            const int32_t* ldainv)
 {
     Routine<T, general<T>("LINRT", "LINCT")> me;
-    if (*n < 1)
-        me.post(terminal, 1, "The order of the matrix must be positive while N = %(I1) is given.",
-                {i(1, *n)});
-    if (*n > *lda)
-        me.post(
-            terminal, 2,
-            "The order of the matrix must be less than or equal to its leading dimension while N = %(I1) and LDA = %(I2) are given.",
-            {i(1, *n), i(2, *lda)});
-    if (*n > *ldainv)
-        me.post(
-            terminal, 3,
-            "The order of the matrix must be less than or equal to its leading dimension while N = %(I1) and LDAINV = %(I2) are given.",
-            {i(1, *n), i(2, *ldainv)});
-    if (*ipath != 1 && *ipath != 2)
-        me.post(terminal, 4, "IPATH must be either 1 or 2 while a value of %(I1) is given.", {i(1, *ipath)});
+    check_order(me, *n);
+    check_lda(me, *n, *lda);
+    check_ldainv(me, *n, *ldainv);
+    check_ipath(me, 4, *ipath);
     if (me.failed()) return;
 
     const Part<T> small = smallest_pivot<T>();

@@ -7,6 +7,7 @@
 
 #include "frame/constants.h"
 #include "frame/routine.h"
+#include "frame/scratch.h"
 #include "kernels/vectors.h"
 #include "linsys/isa/loops.h"
 #include "orvel/linsys.h"
@@ -109,6 +110,25 @@ void lfsrg(frame::State& state, int32_t n, const T* fact, int64_t ldfac, const i
 template <class T>
 void lfirg(frame::State& state, int32_t n, const T* a, int64_t lda, const T* fact, int64_t ldfac,
            const int32_t* ipvt, const T* b, int32_t ipath, T* x, T* res);
+
+// A front of a solver, which has scratch for its worker: FACT(N) by columns ldfac apart, IPVT, WK.
+template <Name name, class T, class Worker>
+void solve_in_scratch(int32_t n, int64_t ldfac, Worker worker)
+{
+    Routine<T, name> me;
+    if (n < 1)
+        return me.post(terminal, 1, "The number of equations must be positive while N = %(i1) is given.",
+                       {i(1, n)});
+    SmallScratch<T, 256> fact;
+    SmallScratch<int32_t> ipvt;
+    SmallScratch<T> wk;
+    if (fact.allocate(ldfac, n) && ipvt.allocate(n) && wk.allocate(n))
+        worker(me.state(), static_cast<T*>(fact), static_cast<int32_t*>(ipvt), static_cast<T*>(wk));
+    else
+        me.no_storage(
+            2, "The required storage cannot be allocated.  The workspace is based on N, where N = %(i1).",
+            {i(1, n)});
+}
 
 // Option values of chapter MATH of the calling thread's store.
 struct Options {

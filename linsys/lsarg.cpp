@@ -1,6 +1,6 @@
 // linsys/lsarg.cpp - LSARG, L2ARG: solution of a linear system with iterative refinement
 #include "frame/export.h"
-#include "frame/scratch.h"
+#include "linsys/checks.h"
 #include "linsys/linsys.h"
 
 namespace orvel::linsys {
@@ -12,15 +12,9 @@ void l2arg(frame::State& state, int32_t n, const T* a, int64_t lda, const T* b, 
            int32_t* ipvt, T* wk)
 {
     Routine<T, general<T>("L2ARG", "L2ACG")> me(state);
-    if (n < 1)
-        me.post(terminal, 1, "The number of equations must be positive while N = %(I1) is given.", {i(1, n)});
-    if (n > lda)
-        me.post(
-            terminal, 2,
-            "The order of the matrix must be less than or equal to its leading dimension while N = %(I1) and LDA = %(I2) are given.",
-            {i(1, n), i(2, static_cast<int32_t>(lda))});
-    if (ipath != 1 && ipath != 2)
-        me.post(terminal, 3, "IPATH must be either 1 or 2 while a value of %(I1) is given.", {i(1, ipath)});
+    check_number_of_equations(me, n);
+    check_lda(me, n, lda);
+    check_ipath(me, 3, ipath);
     if (me.failed()) return;
 
     Part<T> rcond = 1;
@@ -44,19 +38,10 @@ void l2arg_entry(const int32_t* n, const T* a, const int32_t* lda, const T* b, c
 template <class T>
 void lsarg(const int32_t* n, const T* a, const int32_t* lda, const T* b, const int32_t* ipath, T* x)
 {
-    Routine<T, general<T>("LSARG", "LSACG")> me;
-    if (*n < 1)
-        return me.post(terminal, 1, "The number of equations must be positive while N = %(i1) is given.",
-                       {i(1, *n)});
-    SmallScratch<T, 256> fact;
-    SmallScratch<int32_t> ipvt;
-    SmallScratch<T> wk;
-    if (fact.allocate(*n, *n) && ipvt.allocate(*n) && wk.allocate(*n))
-        l2arg<T>(me.state(), *n, a, *lda, b, *ipath, x, fact, ipvt, wk);
-    else
-        me.no_storage(
-            2, "The required storage cannot be allocated.  The workspace is based on N, where N = %(i1).",
-            {i(1, *n)});
+    solve_in_scratch<general<T>("LSARG", "LSACG"), T>(
+        *n, *n, [&](frame::State& state, T* fact, int32_t* ipvt, T* wk) {
+            l2arg<T>(state, *n, a, *lda, b, *ipath, x, fact, ipvt, wk);
+        });
 }
 
 }  // namespace

@@ -1,0 +1,62 @@
+// linsys/checks.h - argument checks that several of the dense solvers share, each with its text
+//
+// Every check posts and goes on; the routine asks afterwards whether one has failed.
+#pragma once
+
+#include "frame/routine.h"
+
+namespace orvel::linsys {
+
+template <class Frame>
+void check_number_of_equations(Frame& me, int32_t n)
+{
+    if (n < 1)
+        me.post(terminal, 1, "The number of equations must be positive while N = %(I1) is given.", {i(1, n)});
+}
+
+template <class Frame>
+void check_order(Frame& me, int32_t n)
+{
+    if (n < 1)
+        me.post(terminal, 1, "The order of the matrix must be positive while N = %(I1) is given.", {i(1, n)});
+}
+
+template <class Frame>
+void check_lda(Frame& me, int32_t n, int64_t lda)
+{
+    if (n > lda)
+        me.post(
+            terminal, 2,
+            "The order of the matrix must be less than or equal to its leading dimension while N = %(I1) and LDA = %(I2) are given.",
+            {i(1, n), i(2, static_cast<int32_t>(lda))});
+}
+
+template <class Frame>
+void check_ldfac(Frame& me, int32_t code, int32_t n, int64_t ldfac)
+{
+    if (n > ldfac)
+        me.post(
+            terminal, code,
+            "The order of the matrix must be less than or equal to its leading dimension while N = %(I1) and LDFAC = %(I2) are given.",
+            {i(1, n), i(2, static_cast<int32_t>(ldfac))});
+}
+
+template <class Frame>
+void check_ldainv(Frame& me, int32_t n, int64_t ldainv)
+{
+    if (n > ldainv)
+        me.post(
+            terminal, 3,
+            "The order of the matrix must be less than or equal to its leading dimension while N = %(I1) and LDAINV = %(I2) are given.",
+            {i(1, n), i(2, static_cast<int32_t>(ldainv))});
+}
+
+template <class Frame>
+void check_ipath(Frame& me, int32_t code, int32_t ipath)
+{
+    if (ipath != 1 && ipath != 2)
+        me.post(terminal, code, "IPATH must be either 1 or 2 while a value of %(I1) is given.",
+                {i(1, ipath)});
+}
+
+}  // namespace orvel::linsys
