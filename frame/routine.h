@@ -136,4 +136,44 @@ private:
     const int exceptions_;
 };
 
+// A user's function of one real argument: what UserCode does, for many calls from one routine. What has to be
+// put back after an exception is put back once, when the object goes. It goes before its routine does.
+template <class T>
+class UserFunction {
+public:
+    UserFunction(frame::State& s, T (*f)(const T*))
+        : f_(f), user_(&s.callers->user[frame::current_level(s) - 1]), s_(s), exceptions_(s.exceptions)
+    {}
+    ~UserFunction()
+    {
+        *user_ = 0;
+        s_.exceptions = exceptions_;
+    }
+    UserFunction(const UserFunction&) = delete;
+    UserFunction& operator=(const UserFunction&) = delete;
+
+    // To be copied into a local variable before a loop, so that it stays in registers.
+    struct Call {
+        T (*f)(const T*);
+        int32_t* user;
+
+        T operator()(const T& x) const
+        {
+            *user = -1;
+            const T value = f(&x);
+            *user = 0;
+            return value;
+        }
+    };
+
+    Call call() const { return {f_, user_}; }
+    T operator()(const T& x) const { return call()(x); }
+
+private:
+    T (*const f_)(const T*);
+    int32_t* const user_;
+    frame::State& s_;
+    const int exceptions_;
+};
+
 }  // namespace orvel

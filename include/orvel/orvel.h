@@ -5,6 +5,7 @@
 #include "orvel/frame.h"
 #include "orvel/host.h"
 #include "orvel/kernels.h"
+#include "orvel/quad.h"
 #include "orvel/random.h"
 #include "orvel/special.h"
 #include "orvel/util.h"
