@@ -136,17 +136,22 @@ private:
     const int exceptions_;
 };
 
-// A user's function of one real argument: what UserCode does, for many calls from one routine. What has to be
-// put back after an exception is put back once, when the object goes. It goes before its routine does.
+// A user's function of one real argument: what UserCode does, for many calls from one routine. What calls and
+// exceptions leave behind is put right once, when the object goes: errors of routines that the user's
+// function calls are not errors of the routine, though their pops have recorded them at its level. So the
+// object goes before the routine posts its own.
 template <class T>
 class UserFunction {
 public:
     UserFunction(frame::State& s, T (*f)(const T*))
-        : f_(f), user_(&s.callers->user[frame::current_level(s) - 1]), s_(s), exceptions_(s.exceptions)
+        : f_(f), s_(s), level_(frame::current_level(s)), user_(&s.callers->user[level_ - 1]),
+          type_(frame::type_at(s, level_)), code_(frame::code_at(s, level_)), exceptions_(s.exceptions)
     {}
     ~UserFunction()
     {
         *user_ = 0;
+        frame::type_at(s_, level_) = type_;
+        frame::code_at(s_, level_) = code_;
         s_.exceptions = exceptions_;
     }
     UserFunction(const UserFunction&) = delete;
@@ -171,8 +176,10 @@ public:
 
 private:
     T (*const f_)(const T*);
-    int32_t* const user_;
     frame::State& s_;
+    const int32_t level_;
+    int32_t* const user_;
+    const int32_t type_, code_;
     const int exceptions_;
 };
 

@@ -5,9 +5,11 @@
 #include "orvel/frame.h"
 #include "orvel/host.h"
 #include "orvel/kernels.h"
+#include "orvel/optim.h"
 #include "orvel/quad.h"
 #include "orvel/random.h"
 #include "orvel/special.h"
 #include "orvel/util.h"
+#include "orvel/zeros.h"
 
 #endif
