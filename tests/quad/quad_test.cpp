@@ -6,9 +6,9 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <iomanip>
+#include <cstdio>
 #include <limits>
-#include <sstream>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -119,8 +119,10 @@ const Problem problems[] = {
     {[](double x) { return 1 / (x * x); }, 0, 1, 0, 1e-6},                                    // divergent
     {[](double x) { return std::pow(x, -0.99); }, 0, 1, 0, 1e-10},
     {[](double x) { return std::sin(1 / x) / x; }, 0, 1, 0, 1e-4},
-    {[](double x) { return 1 / (x - 0.34); }, 0, 1, 0, 1e-6},                      // divergent, or bad
-    {[](double x) { return 1 / std::abs(x - 0.3); }, 0, 1, 0, 1e-6},               // bad behaviour
+    {[](double x) { return 1 / (x - 0.34); }, 0, 1, 0, 1e-6},         // divergent, or bad
+    {[](double x) { return 1 / std::abs(x - 0.3); }, 0, 1, 0, 1e-6},  // bad behaviour
+    {[](double x) { return std::pow(x, -0.75) + 3e-7 * std::cos(1e5 * x); }, 0, 1, 0,
+     1e-8},                                                                        // roundoff in the table
     {[](double x) { return 1 / std::sqrt(std::abs(x - pi / 4)); }, 0, 1, 0, 1e-8}  // bad behaviour
 };
 
@@ -152,20 +154,11 @@ struct Peer {
     ~Peer() { gsl_integration_workspace_free(w); }
     int32_t code(int32_t ours) const
     {
-        switch (status) {
-            case GSL_SUCCESS:
-                return 0;
-            case GSL_EMAXITER:
-                return 1;
-            case GSL_EROUND:
-                return ours == 4 ? 4 : 2;
-            case GSL_ESING:
-                return 3;
-            case GSL_EDIVERGE:
-                return 5;
-            default:
-                return -1;
-        }
+        return status == GSL_SUCCESS    ? 0
+               : status == GSL_EMAXITER ? 1
+               : status == GSL_EROUND   ? (ours == 4 ? 4 : 2)
+               : status == GSL_EDIVERGE ? 5
+                                        : -1;
     }
 };
 
@@ -215,7 +208,7 @@ TEST_F(Path, IsThePublishedOne)
                 for (int32_t k = 0; k < (n > maxsub / 2 + 2 ? maxsub + 3 - n : n); ++k)
                     ASSERT_EQ(q.order[k], static_cast<int32_t>(peer.w->order[k]) + 1) << k;
             }
-    for (const int code : {0, 1, 2, 3, 5}) EXPECT_GT(seen[code], 3) << code;
+    for (const int code : {0, 1, 2, 3, 4, 5}) EXPECT_GE(seen[code], code == 4 ? 1 : 4) << code;
 }
 
 template <class T>
@@ -262,88 +255,94 @@ TYPED_TEST(Quad, RulesHaveTheirDegree)
         }
 }
 
-struct Row {
-    int32_t irule;
-    double errabs, errrel;
-    int32_t maxsub;
-    Outcome outcome;
-    const char* text;
-};
-
 int kind;
 TYPED_TEST(Quad, EveryMessage)
 {
     using T = TypeParam;
     const auto f = [](const T* x) -> T {
-        switch (kind) {
-            case 1:
-                return T(1);
-            case 2:
-                return T(1) / (*x * *x);
-            case 3:
-                return T(1) / std::abs(*x - T(0.3));
-            default:
-                return *x < T(0.3) ? T(0) : T(1);
-        }
+        const T root = std::abs(*x - T(0.3));
+        const T hard = sizeof(T) == 8 ? std::pow(*x, T(-0.75)) + T(3e-7) * std::cos(T(1e5) * *x)
+                                      : std::pow(*x, T(-0.95)) * (1 + T(5e-5) * std::sin(1000 * *x));
+        const T functions[] = {T(*x > T(0.3)), 1, 1 / (*x * *x), 1 / root, hard};
+        return functions[kind];
     };
-    const char* const reached =
-        "The maximum number of subintervals allowed MAXSUB = 3 has been reached.  Use Q2AGS and increase "
-        "MAXSUB.  Dimension adjustments may be necessary.";
-    const char* const absolute = "The absolute error desired ERRABS = -1.";
-    const char* const relative = "The relative error desired ERRREL = -2.";
-    const char* const both =
-        "The error tolerance arguments ERRABS and ERRREL are both equal to zero.  At least one of them must "
-        "be greater than zero.";
-    const char* const large =
+    const std::string most = "The maximum number of subintervals MAXSUB = 0.  It must be at least 1.";
+    const std::string rule = "  It must be in the range 1 to 6.",
+                      many = "The maximum number of subintervals allowed ";
+    const std::string more = "  Dimension adjustments may be necessary.";
+    const std::string absolute = "The absolute error desired ERRABS = -1.";
+    const std::string relative = "The relative error desired ERRREL = -2.";
+    const std::string both =
+        "The error tolerance arguments ERRABS and ERRREL are both equal to zero.  At least one of "
+        "them must be greater than zero.";
+    const std::string large =
         "When ERRREL is greater than or equal to one, zero can always be returned as an answer.";
-    const char* const bad =
-        "Precision is degraded due to too fine a subdivision relative to the requested tolerance.  This may "
-        "be due to bad integrand behavior in the interval (";
+    const std::string bad =
+        "Precision is degraded due to too fine a subdivision relative to the requested tolerance.  "
+        "This may be due to bad integrand behavior in the interval (";
+    const std::string rounding = "Roundoff error has been detected.  The requested tolerances, ERRABS = 1.0";
+    const double hard_to = sizeof(T) == 8 ? 1e-8 : 1e-6;
     const struct {
         int kind;
-        Row row;
-    } rows[] = {
-        {0, {0, 1, 0, 0, {5, 1}, "The maximum number of subintervals MAXSUB = 0.  It must be at least 1."}},
-        {0, {1, 1, 0, 0, {5, 1}, "The maximum number of subintervals MAXSUB = 0.  It must be at least 1."}},
-        {0, {7, 1, 0, 3, {5, 2}, "The quadrature rule IRULE = 7.  It must be in the range 1 to 6."}},
-        {0, {-1, 1, 0, 3, {5, 2}, "The quadrature rule IRULE = -1.  It must be in the range 1 to 6."}},
-        {0, {0, -1, 0, 3, {5, 2}, absolute}},
-        {0, {2, -1, 0, 3, {5, 3}, absolute}},
-        {0, {0, 1, -2, 3, {5, 3}, relative}},
-        {0, {3, 1, -2, 3, {5, 4}, relative}},
-        {0, {0, 0, 0, 3, {5, 4}, both}},
-        {0, {4, 0, 0, 3, {5, 5}, both}},
-        {0, {0, 1, 1, 3, {5, 5}, large}},
-        {0, {5, 1, 1, 3, {5, 6}, large}},
-        {0, {0, 0, 1e-5, 3, {4, 1}, reached}},
-        {0,
-         {6, 0, 1e-5, 3, {4, 1}, "Use Q2AG and increase MAXSUB.  Dimension adjustments may be necessary."}},
-        {1, {0, 0, 0.5, 1, {4, 1}, "MAXSUB = 1 has been reached."}},  // although 1 is integrated
-        {1,
-         {0,
-          1e-30,
-          0,
-          3,
-          {3, 2},
-          "Roundoff error has been detected.  The requested tolerances, ERRABS = 1.0"}},
-        {1, {0, 1e-30, 0, 3, {3, 2}, "00E+00, cannot be reached."}},
-        {1, {1, 1e-30, 0, 3, {3, 2}, "00E+00 cannot be reached."}},
-        {3, {0, 0, 1e-6, 500, {3, 3}, bad}},
-        {3, {6, 0, 1e-6, 500, {3, 3}, bad}},
-        {2, {0, 0, 1e-3, 500, {4, 5}, "Integral is probably divergent or slowly convergent."}}};
-    for (const auto& [which, row] : rows) {
-        kind = which;
-        const T errabs = static_cast<T>(row.errabs), errrel = static_cast<T>(row.errrel);
-        const Quadrature<T> q(row.irule, f, 0, 1, errabs, errrel, row.maxsub);
+        int32_t irule, maxsub;
+        double errabs, errrel;
+        Outcome outcome;
+        std::string text;
+    } rows[] = {{0, 0, 0, 1, 0, {5, 1}, most},
+                {0, 1, 0, 1, 0, {5, 1}, most},
+                {0, 7, 3, 1, 0, {5, 2}, "The quadrature rule IRULE = 7." + rule},
+                {0, -1, 3, 1, 0, {5, 2}, "The quadrature rule IRULE = -1." + rule},
+                {0, 0, 3, -1, 0, {5, 2}, absolute},
+                {0, 2, 3, -1, 0, {5, 3}, absolute},
+                {0, 0, 3, 1, -2, {5, 3}, relative},
+                {0, 3, 3, 1, -2, {5, 4}, relative},
+                {0, 0, 3, 0, 0, {5, 4}, both},
+                {0, 4, 3, 0, 0, {5, 5}, both},
+                {0, 0, 3, 1, 1, {5, 5}, large},
+                {0, 5, 3, 1, 1, {5, 6}, large},
+                {0,
+                 0,
+                 3,
+                 0,
+                 1e-5,
+                 {4, 1},
+                 many + "MAXSUB = 3 has been reached.  Use Q2AGS and increase MAXSUB." + more},
+                {0,
+                 6,
+                 3,
+                 0,
+                 1e-5,
+                 {4, 1},
+                 many + "MAXSUB = 3 has been reached.  Use Q2AG and increase MAXSUB." + more},
+                {1, 0, 1, 0, 0.5, {4, 1}, many + "MAXSUB = 1 has been reached."},  // although 1 is integrated
+                {1, 0, 3, 1e-30, 0, {3, 2}, rounding},
+                {1, 0, 3, 1e-30, 0, {3, 2}, "00E+00, cannot be reached."},
+                {1, 1, 3, 1e-30, 0, {3, 2}, "00E+00 cannot be reached."},
+                {3, 0, 500, 0, 1e-6, {3, 3}, bad},
+                {3, 6, 500, 0, 1e-6, {3, 3}, bad},
+                {2, 0, 500, 0, 1e-3, {4, 5}, "Integral is probably divergent or slowly convergent."},
+                {4,
+                 0,
+                 500,
+                 0,
+                 hard_to,
+                 {3, 4},
+                 rounding.substr(0, 32) + " in the extrapolation table.  The requested "},
+                {4, 0, 500, 0, hard_to, {3, 4}, " cannot be reached."}};
+    for (const auto& row : rows) {
+        kind = row.kind;
+        const Quadrature<T> q(row.irule, f, 0, 1, static_cast<T>(row.errabs), static_cast<T>(row.errrel),
+                              row.maxsub);
         EXPECT_EQ(outcome(), row.outcome) << row.text;
         const std::string text = one_line(this->page.take());
         EXPECT_NE(text.find(row.text), text.npos) << row.text << text;
         EXPECT_EQ(q.neval == -7 && q.result == T(-7), row.outcome.type == 5);
-        if (row.outcome.code == 3 && row.outcome.type == 3) {
-            std::ostringstream lo;
-            lo << std::scientific << std::setprecision(std::numeric_limits<T>::digits10)
-               << q.lo[q.order[0] - 1];
-            EXPECT_NE(text.find(lo.str().substr(0, 8)), text.npos) << lo.str() << text;
+        if (row.text == bad) {
+            char ends[80];
+            const int digits = sizeof(T) == 8 ? 15 : 6, first = q.order[0] - 1;
+            std::snprintf(ends, sizeof ends, "(%.*E,%.*E)", digits, double(q.lo[first]), digits,
+                          double(q.hi[first]));
+            EXPECT_NE(text.find(ends), text.npos) << ends << text;
         }
     }
     // Every bad argument is reported; the last stays. The front passes it up and keeps its results.
