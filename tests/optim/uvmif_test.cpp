@@ -5,7 +5,7 @@
 #include <limits>
 #include <vector>
 
-#include "tests/support.h"
+#include "tests/user_function.h"
 
 namespace {
 
@@ -124,37 +124,20 @@ std::vector<T> model(const Case<T>& c)
 }
 
 template <class T>
-std::vector<T> points;
-template <class T>
-T (*function)
-(T);
-
-template <class T>
 T uvmif(const Case<T>& c)
 {
-    const auto f = [](const T* x) {
-        points<T>.push_back(*x);
-        const T value = function<T>(*x);
-        *const_cast<T*>(x) = T(99);
-        return value;
-    };
     points<T>.clear();
     function<T> = c.f;
     T x = 77;
     if constexpr (sizeof(T) == 4)
-        UVMIF(f, &c.guess, &c.step, &c.bound, &c.acc, &c.maxfn, &x);
+        UVMIF(recorded<T>, &c.guess, &c.step, &c.bound, &c.acc, &c.maxfn, &x);
     else
-        DUVMIF(f, &c.guess, &c.step, &c.bound, &c.acc, &c.maxfn, &x);
+        DUVMIF(recorded<T>, &c.guess, &c.step, &c.bound, &c.acc, &c.maxfn, &x);
     return x;
 }
 
 template <class T>
-class Uvmif : public Quiet {
-protected:
-    Uvmif() { set_switches(0, 1, 0); }
-    Capture page;
-};
-using Precisions = ::testing::Types<float, double>;
+class Uvmif : public Searching<T> {};
 TYPED_TEST_SUITE(Uvmif, Precisions);
 
 TYPED_TEST(Uvmif, PointsAreThoseOfTheModel)
@@ -218,6 +201,24 @@ TYPED_TEST(Uvmif, PointsAreThoseOfTheModel)
             EXPECT_NEAR(x, 3, row.c.acc);
         }
     }
+}
+
+TYPED_TEST(Uvmif, ManyStarts)
+{
+    using T = TypeParam;
+    set_switches(0, 0, 0);
+    const Function<T> functions[] = {
+        [](T x) { return std::cosh(x - 2); }, [](T x) { return std::abs(x - 1) + std::sin(3 * x); },
+        [](T x) { return std::floor(x * x) - x; }, [](T x) { return std::exp(-x) - std::exp(-x * x); }};
+    for (const Function<T> f : functions)
+        for (T guess = -3; guess < 4; guess += T(0.7))
+            for (T step = -2; step < 3; step += T(0.37))
+                for (const T bound : {T(0.5), T(2.1), T(4), T(40)})
+                    for (const T acc : {T(0.3), T(0.02), T(1e-3), T(1e-5)}) {
+                        const Case<T> c{f, guess, step, bound, acc, 60};
+                        uvmif(c);
+                        ASSERT_EQ(points<T>, model(c)) << guess << " " << step << " " << bound << " " << acc;
+                    }
 }
 
 TYPED_TEST(Uvmif, AlwaysEnds)

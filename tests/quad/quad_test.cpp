@@ -162,53 +162,77 @@ struct Peer {
     }
 };
 
+// Returns the code.
+int32_t compare(const Problem& p, int32_t irule, int32_t maxsub)
+{
+    const int32_t points[] = {21, 15, 21, 31, 41, 51, 61};
+    current = &p;
+    const Quadrature<double> q(irule, by_reference, p.a, p.b, p.errabs, p.errrel, maxsub);
+    const int32_t code = N1RCD(std::array{1}.data()), n = q.pieces;
+    // GSL calls a piece too narrow at a tenth of the width, so it is stopped where that matters.
+    const Peer peer(irule, p, code == 3 ? n : maxsub, maxsub);
+    if (code == 3) {
+        if (irule > 4) return code;  // of the ends of such pieces ours keeps off, GSL does not
+        const auto narrow = [&](int32_t k) {
+            const double end = std::max(std::abs(q.lo[k]), std::abs(q.hi[k]));
+            return std::abs(q.hi[k] - q.lo[k]) <= 1000.01 * eps * end;
+        };
+        int count = 0;
+        for (int32_t k = 0; k < n; ++k) count += narrow(k);
+        EXPECT_EQ(count, 2);  // the halves of the last bisection
+    } else {
+        EXPECT_EQ(code, peer.code(code));
+    }
+    EXPECT_EQ(n, static_cast<int32_t>(peer.w->size));
+    if (n != static_cast<int32_t>(peer.w->size)) return -1;
+    EXPECT_EQ(q.neval, points[irule] * (2 * n - 1));
+    EXPECT_EQ(q.result, peer.result);
+    // GSL does not pass the error of wide pieces on that roundoff in the table adds, as the published code
+    // does. Its other integrator rounds the running sum of errors in another order.
+    double largest = q.error;
+    for (int32_t m = 1; irule > 0 && m <= std::min(n, 16); ++m)
+        largest =
+            std::max(largest, Quadrature<double>(irule, by_reference, p.a, p.b, p.errabs, p.errrel, m).error);
+    EXPECT_TRUE(irule == 0 ? q.error == peer.error || (code > 0 && q.error > peer.error)
+                           : std::abs(q.error - peer.error) <= n * eps * largest)
+        << q.error << " " << peer.error;
+    for (int32_t k = 0; k < n; ++k) {
+        EXPECT_EQ(q.lo[k], peer.w->alist[k]) << k;
+        EXPECT_EQ(q.hi[k], peer.w->blist[k]) << k;
+        EXPECT_EQ(q.res[k], peer.w->rlist[k]) << k;
+        EXPECT_EQ(q.err[k], peer.w->elist[k]) << k;
+    }
+    for (int32_t k = 0; k < (n > maxsub / 2 + 2 ? maxsub + 3 - n : n); ++k)
+        EXPECT_EQ(q.order[k], static_cast<int32_t>(peer.w->order[k]) + 1) << k;
+    return code;
+}
+
+double center, exponent, noise;
+
 TEST_F(Path, IsThePublishedOne)
 {
     int seen[6] = {};
-    const int32_t points[] = {21, 15, 21, 31, 41, 51, 61};
     for (const Problem& p : problems)
         for (int32_t irule = 0; irule <= 6; ++irule)
             for (const int32_t maxsub : {3, 13, 500}) {
                 SCOPED_TRACE(testing::Message()
                              << &p - problems << " rule " << irule << " MAXSUB " << maxsub);
-                current = &p;
-                const Quadrature<double> q(irule, by_reference, p.a, p.b, p.errabs, p.errrel, maxsub);
-                const int32_t code = N1RCD(std::array{1}.data()), n = q.pieces;
-                ++seen[code];
-                // GSL calls a piece too narrow at a tenth of the width, so it is stopped where that matters.
-                const Peer peer(irule, p, code == 3 ? n : maxsub, maxsub);
-                if (code == 3) {
-                    if (irule > 4) continue;  // of the ends of such pieces ours keeps off, GSL does not
-                    const auto narrow = [&](int32_t k) {
-                        const double end = std::max(std::abs(q.lo[k]), std::abs(q.hi[k]));
-                        return std::abs(q.hi[k] - q.lo[k]) <= 1000.01 * eps * end;
-                    };
-                    int count = 0;
-                    for (int32_t k = 0; k < n; ++k) count += narrow(k);
-                    EXPECT_EQ(count, 2);  // the halves of the last bisection
-                } else {
-                    EXPECT_EQ(code, peer.code(code));
-                }
-                ASSERT_EQ(n, static_cast<int32_t>(peer.w->size));
-                EXPECT_EQ(q.neval, points[irule] * (2 * n - 1));
-                EXPECT_EQ(q.result, peer.result);
-                // GSL's other integrator rounds the running sum of errors in another order.
-                double largest = q.error;
-                for (int32_t m = 1; irule > 0 && m <= std::min(n, 16); ++m) {
-                    const Quadrature<double> part(irule, by_reference, p.a, p.b, p.errabs, p.errrel, m);
-                    largest = std::max(largest, part.error);
-                }
-                EXPECT_NEAR(q.error, peer.error, n * eps * largest);
-                for (int32_t k = 0; k < n; ++k) {
-                    ASSERT_EQ(q.lo[k], peer.w->alist[k]) << k;
-                    ASSERT_EQ(q.hi[k], peer.w->blist[k]) << k;
-                    ASSERT_EQ(q.res[k], peer.w->rlist[k]) << k;
-                    ASSERT_EQ(q.err[k], peer.w->elist[k]) << k;
-                }
-                for (int32_t k = 0; k < (n > maxsub / 2 + 2 ? maxsub + 3 - n : n); ++k)
-                    ASSERT_EQ(q.order[k], static_cast<int32_t>(peer.w->order[k]) + 1) << k;
+                ++seen[compare(p, irule, maxsub)];
             }
-    for (const int code : {0, 1, 2, 3, 4, 5}) EXPECT_GE(seen[code], code == 4 ? 1 : 4) << code;
+    // A family with singularities and noise, on which the counters and thresholds decide.
+    for (center = 0; center < 1; center += 0.23)
+        for (exponent = -1.3; exponent < 1; exponent += 0.15)
+            for (noise = 0; noise < 1e-3; noise = noise * 30 + 1e-10)
+                for (const double errrel : {1e-4, 1e-8, 1e-10, 1e-12, 3e-14}) {
+                    const auto f = [](double x) {
+                        const double sign = exponent > 0.3 || x > center ? 1 : -1;
+                        return sign * std::pow(std::abs(x - center), exponent) + noise * std::cos(1e5 * x);
+                    };
+                    SCOPED_TRACE(testing::Message()
+                                 << center << " " << exponent << " " << noise << " " << errrel);
+                    ++seen[compare({f, 0, 1, 0, errrel}, 0, 500)];
+                }
+    for (const int code : {0, 1, 2, 3, 4, 5}) EXPECT_GE(seen[code], 20) << code;
 }
 
 template <class T>

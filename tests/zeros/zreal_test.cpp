@@ -5,14 +5,11 @@
 #include <limits>
 #include <vector>
 
-#include "tests/support.h"
+#include "tests/user_function.h"
 
 namespace {
 
 using namespace orvel_test;
-
-template <class T>
-using Function = T (*)(T);
 
 template <class T>
 struct Case {
@@ -91,40 +88,26 @@ Trace<T> model(const Case<T>& c)
 }
 
 template <class T>
-std::vector<T> points;
-template <class T>
-Function<T> function;
-
-template <class T>
 Trace<T> zreal(const Case<T>& c, bool in_place = false)
 {
     Trace<T> t{
         {}, in_place ? c.guesses : std::vector<T>(c.guesses.size()), std::vector<int32_t>(c.guesses.size())};
-    const auto f = [](const T* x) {
-        points<T>.push_back(*x);
-        const T value = function<T>(*x);
-        *const_cast<T*>(x) = T(99);  // as a Fortran function may
-        return value;
-    };
     points<T>.clear();
     function<T> = c.f;
     const int32_t n = static_cast<int32_t>(c.guesses.size());
     const T* guesses = in_place ? t.zeros.data() : c.guesses.data();
     if constexpr (sizeof(T) == 4)
-        ZREAL(f, &c.errabs, &c.errrel, &c.eps, &c.eta, &n, &c.itmax, guesses, t.zeros.data(), t.info.data());
+        ZREAL(recorded<T>, &c.errabs, &c.errrel, &c.eps, &c.eta, &n, &c.itmax, guesses, t.zeros.data(),
+              t.info.data());
     else
-        DZREAL(f, &c.errabs, &c.errrel, &c.eps, &c.eta, &n, &c.itmax, guesses, t.zeros.data(), t.info.data());
+        DZREAL(recorded<T>, &c.errabs, &c.errrel, &c.eps, &c.eta, &n, &c.itmax, guesses, t.zeros.data(),
+               t.info.data());
     t.points = points<T>;
     return t;
 }
 
 template <class T>
-class Zreal : public Quiet {
-protected:
-    Zreal() { set_switches(0, 1, 0); }
-    Capture page;
-};
-using Precisions = ::testing::Types<float, double>;
+class Zreal : public Searching<T> {};
 TYPED_TEST_SUITE(Zreal, Precisions);
 
 TYPED_TEST(Zreal, PointsAreThoseOfTheModel)
@@ -158,15 +141,11 @@ TYPED_TEST(Zreal, PointsAreThoseOfTheModel)
             const Trace<T> t = zreal(c, in_place);
             const bool failed = *std::max_element(t.info.begin(), t.info.end()) == c.itmax + 1;
             EXPECT_EQ(outcome(), failed ? (Outcome{3, 1}) : (Outcome{0, 0}));
-            ASSERT_EQ(t.points.size(), expected.points.size());
-            for (std::size_t k = 0; k < t.points.size(); ++k)
-                ASSERT_TRUE(t.points[k] == expected.points[k] || std::isnan(t.points[k])) << k;
+            EXPECT_TRUE(same(t.points, expected.points));
+            EXPECT_TRUE(same(t.zeros, expected.zeros));
             EXPECT_EQ(t.info, expected.info);
-            for (std::size_t k = 0; k < t.zeros.size(); ++k)
-                EXPECT_TRUE(t.zeros[k] == expected.zeros[k] || std::isnan(t.zeros[k])) << k;
         }
     }
-    EXPECT_EQ(zreal(cases[0]).info, model(cases[0]).info);
     EXPECT_NEAR(zreal(cases[0]).zeros[0] * zreal(cases[0]).zeros[1], -2, 8 * acc);  // not the same one twice
     const Trace<T> twice = zreal(cases[2]);  // the double zero, pushed off, and the simple one
     EXPECT_NEAR(twice.zeros[1], twice.zeros[0], 0.2);
