@@ -37,6 +37,8 @@ struct Signature<R(A...)> {
 #define ORVEL_TYPES_13(U) ORVEL_TYPES_12(U), ORVEL_TYPE_(U, 12)
 #define ORVEL_TYPES_14(U) ORVEL_TYPES_13(U), ORVEL_TYPE_(U, 13)
 #define ORVEL_TYPES_15(U) ORVEL_TYPES_14(U), ORVEL_TYPE_(U, 14)
+#define ORVEL_TYPES_16(U) ORVEL_TYPES_15(U), ORVEL_TYPE_(U, 15)
+#define ORVEL_TYPES_17(U) ORVEL_TYPES_16(U), ORVEL_TYPE_(U, 16)
 #define ORVEL_NAMES_0
 #define ORVEL_NAMES_1 a0
 #define ORVEL_NAMES_2 ORVEL_NAMES_1, a1
@@ -54,6 +56,8 @@ struct Signature<R(A...)> {
 #define ORVEL_NAMES_13 ORVEL_NAMES_12, a12
 #define ORVEL_NAMES_14 ORVEL_NAMES_13, a13
 #define ORVEL_NAMES_15 ORVEL_NAMES_14, a14
+#define ORVEL_NAMES_16 ORVEL_NAMES_15, a15
+#define ORVEL_NAMES_17 ORVEL_NAMES_16, a16
 
 // Defines UPPER, whose types are those of its public declaration. A wrong count or type does not compile.
 #define ORVEL_EXPORT_UPPER(UPPER, count, function)                                                       \

@@ -140,4 +140,51 @@ private:
     const int exceptions_;
 };
 
+// A user's function of one real argument: what UserCode does, for many calls from one routine. What calls and
+// exceptions leave behind is put right once, when the object goes: errors of routines that the user's
+// function calls are not errors of the routine, though their pops have recorded them at its level. So the
+// object goes before the routine posts its own.
+template <class T>
+class UserFunction {
+public:
+    UserFunction(frame::State& s, T (*f)(const T*))
+        : f_(f), s_(s), level_(frame::current_level(s)), user_(&s.callers->user[level_ - 1]),
+          type_(frame::type_at(s, level_)), code_(frame::code_at(s, level_)), exceptions_(s.exceptions)
+    {}
+    ~UserFunction()
+    {
+        *user_ = 0;
+        frame::type_at(s_, level_) = type_;
+        frame::code_at(s_, level_) = code_;
+        s_.exceptions = exceptions_;
+    }
+    UserFunction(const UserFunction&) = delete;
+    UserFunction& operator=(const UserFunction&) = delete;
+
+    // To be copied into a local variable before a loop, so that it stays in registers.
+    struct Call {
+        T (*f)(const T*);
+        int32_t* user;
+
+        T operator()(const T& x) const
+        {
+            *user = -1;
+            const T value = f(&x);
+            *user = 0;
+            return value;
+        }
+    };
+
+    Call call() const { return {f_, user_}; }
+    T operator()(const T& x) const { return call()(x); }
+
+private:
+    T (*const f_)(const T*);
+    frame::State& s_;
+    const int32_t level_;
+    int32_t* const user_;
+    const int32_t type_, code_;
+    const int exceptions_;
+};
+
 }  // namespace orvel

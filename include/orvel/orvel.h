@@ -7,8 +7,11 @@
 #include "orvel/interp.h"
 #include "orvel/kernels.h"
 #include "orvel/linsys.h"
+#include "orvel/optim.h"
+#include "orvel/quad.h"
 #include "orvel/random.h"
 #include "orvel/special.h"
 #include "orvel/util.h"
+#include "orvel/zeros.h"
 
 #endif

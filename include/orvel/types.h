@@ -23,6 +23,16 @@ typedef double _Complex orvel_dcomplex;
 #define ORVEL_END
 #endif
 
+ORVEL_BEGIN
+
+/* A function of the caller's of one real argument. It may call any routine of the library, the one that calls
+ * it too; errors that such routines post are reported as those of a call by the user. It may throw a C++
+ * exception, which leaves the routine with its storage freed and nothing printed. */
+typedef float (*orvel_function)(const float* x);
+typedef double (*orvel_dfunction)(const double* x);
+
+ORVEL_END
+
 /* Storage class of the blocks of state: one copy in each thread. The GNU word is used where it exists,
  * because a C++ thread_local from another library is reached through a wrapper that C does not have. */
 #if defined(__GNUC__)
