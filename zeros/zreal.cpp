@@ -118,18 +118,18 @@ int32_t Search<T>::run(T& x)
     return 0;
 }
 
-// Replaces the guesses by zeros; false when one was not found.
+// Replaces the guesses by zeros. Returns how many were not found.
 template <class T>
-bool find_all(const UserFunction<T>& f, const Criteria<T>& want, int32_t count, T* x, int32_t* info)
+int32_t find_all(const UserFunction<T>& f, const Criteria<T>& want, int32_t count, T* x, int32_t* info)
 {
     const int32_t not_found = want.itmax < INT32_MAX ? want.itmax + 1 : INT32_MAX;
-    bool found = true;
+    int32_t failures = 0;
     for (int32_t k = 0; k < count; ++k) {
         const int32_t iterations = Search<T>(f, want, x, k).run(x[k]);
         info[k] = iterations > 0 ? iterations : not_found;
-        found = found && iterations > 0;
+        failures += iterations > 0 ? 0 : 1;
     }
-    return found;
+    return failures;
 }
 
 template <class T>
@@ -139,8 +139,9 @@ void zreal(T (*f)(const T*), const T* errabs, const T* errrel, const T* eps, con
     Routine<T, "ZREAL"> me;
     kernels::copy<T>(*nroot, xguess, 1, x, 1);
     const Criteria<T> want{*errabs, *errrel, *eps, *eta, std::max(*itmax, 1)};
-    // One message stands for all zeros that were not found.
-    if (!find_all<T>({me.state(), f}, want, *nroot, x, info))
+    // Posted for each of them, when F is no longer called; the last one is printed.
+    const int32_t failures = find_all<T>({me.state(), f}, want, *nroot, x, info);
+    for (int32_t k = 0; k < failures; ++k)
         me.post(
             warning, 1,
             "Failure to converge within  ITMAX = %(I1) iterations for at least  one of the NROOT = %(I2) roots. ",

@@ -1,28 +1,13 @@
 // tests/frame/routine_test.cpp - frame of a routine in library code, scratch storage, user code
 #include "frame/routine.h"
 
-#include <dlfcn.h>
 #include <malloc.h>
 
 #include <cstring>
 
 #include "frame/scratch.h"
+#include "tests/refusing_memory.h"
 #include "tests/support.h"
-
-namespace {
-
-int requests = 0, failing = 0;  // counts requests for scratch; the failing one is refused
-std::size_t last_size = 0;
-
-}  // namespace
-
-extern "C" void* aligned_alloc(std::size_t alignment, std::size_t size) noexcept
-{
-    static auto* const next =
-        reinterpret_cast<void* (*)(std::size_t, std::size_t)>(dlsym(RTLD_NEXT, "aligned_alloc"));
-    last_size = size;
-    return ++requests == failing || size > (std::size_t{1} << 40) ? nullptr : next(alignment, size);
-}
 
 namespace {
 

@@ -3,9 +3,11 @@
 #include <cmath>
 #include <limits>
 #include <random>
+#include <thread>
 #include <vector>
 
 #include "frame/levels.h"
+#include "tests/refusing_memory.h"
 #include "tests/support.h"
 
 using namespace orvel_test;
@@ -292,6 +294,46 @@ TYPED_TEST(Spline, Errors)
         constructor(&four, missing, f, b, c);
     EXPECT_EQ(b[2], 2);
     EXPECT_TRUE(std::isnan(b[3]));
+}
+
+TYPED_TEST(Spline, WithoutStorageNothingIsMade)
+{
+    this->make_data(6, false);
+    for (const auto constructor : {TypeParam::csint, TypeParam::csakm, TypeParam::csper}) {
+        refuse(1);
+        constructor(&this->n, this->x.data(), this->f.data(), this->brkpt.data(), this->c.data());
+        refuse(0);
+        EXPECT_EQ(outcome(), (Outcome{5, 5}));
+        EXPECT_NE(
+            one_line(this->printed.take())
+                .find(
+                    "The required storage cannot be allocated.  The specified NDATA may be too large, where NDATA = 6."),
+            std::string::npos);
+        EXPECT_EQ(std::count(this->brkpt.begin(), this->brkpt.end(), 0), 6);
+    }
+}
+
+// Each thread has a hint of its own, which the others' searches do not move.
+TYPED_TEST(Spline, IsEvaluatedByManyThreads)
+{
+    using Real = typename TypeParam::Real;
+    this->make_data(200, false);
+    TypeParam::csint(&this->n, this->x.data(), this->f.data(), this->brkpt.data(), this->c.data());
+    const int32_t pieces = this->n - 1;
+    const auto values = [&](unsigned seed) {
+        std::mt19937 random(seed);
+        std::vector<Real> found;
+        for (int k = 0; k < 5000; ++k) {
+            const Real at = this->brkpt[random() % 200];
+            found.push_back(TypeParam::csval(&at, &pieces, this->brkpt.data(), this->c.data()));
+        }
+        return found;
+    };
+    std::vector<std::vector<Real>> found(4);
+    std::vector<std::thread> threads;
+    for (unsigned k = 0; k < 4; ++k) threads.emplace_back([&, k] { found[k] = values(k); });
+    for (std::thread& thread : threads) thread.join();
+    for (unsigned k = 0; k < 4; ++k) EXPECT_EQ(found[k], values(k));
 }
 
 }  // namespace

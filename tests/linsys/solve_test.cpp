@@ -1,6 +1,5 @@
 // tests/linsys/solve_test.cpp - the dense solvers: errors, accuracy, refinement, condition, determinant,
 // inverse
-#include <dlfcn.h>
 
 #include <algorithm>
 #include <cmath>
@@ -9,20 +8,8 @@
 #include <vector>
 
 #include "tests/linsys/members.h"
+#include "tests/refusing_memory.h"
 #include "tests/support.h"
-
-namespace {
-
-int requests = 0, failing = 0;  // counts requests for scratch; the failing one is refused
-
-}  // namespace
-
-extern "C" void* aligned_alloc(std::size_t alignment, std::size_t size) noexcept
-{
-    static auto* const next =
-        reinterpret_cast<void* (*)(std::size_t, std::size_t)>(dlsym(RTLD_NEXT, "aligned_alloc"));
-    return ++requests == failing ? nullptr : next(alignment, size);
-}
 
 namespace {
 

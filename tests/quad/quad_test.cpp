@@ -1,5 +1,4 @@
 // tests/quad/quad_test.cpp - paths of subdivision against GSL, rules, messages, user code, bad input
-#include <dlfcn.h>
 #include <gsl/gsl_errno.h>
 #include <gsl/gsl_integration.h>
 
@@ -12,20 +11,8 @@
 #include <utility>
 #include <vector>
 
+#include "tests/refusing_memory.h"
 #include "tests/support.h"
-
-namespace {
-
-int requests = 0, failing = 0;  // counts requests for storage; the failing one is refused
-
-}  // namespace
-
-extern "C" void* aligned_alloc(std::size_t alignment, std::size_t size) noexcept
-{
-    static auto* const next =
-        reinterpret_cast<void* (*)(std::size_t, std::size_t)>(dlsym(RTLD_NEXT, "aligned_alloc"));
-    return ++requests == failing ? nullptr : next(alignment, size);
-}
 
 namespace {
 
