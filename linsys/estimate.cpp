@@ -132,8 +132,9 @@ void solve_for_growth(int64_t n, const T* fact, int64_t ldfac, T* result)
         };
         Part<T> sums[2] = {sm, sp};
         visit([&](int64_t count, const T* u, T* behind) {
-            elimination(T()).grow(count, kernels::parts(u), kernels::parts(&wm), kernels::parts(&wp),
-                                  kernels::parts(behind), sums);
+            of_type<T>(all_vector_loops())
+                .grow(count, kernels::parts(u), kernels::parts(&wm), kernels::parts(&wp),
+                      kernels::parts(behind), sums);
         });
         if (sums[0] > sums[1]) {
             const T change = wm - wp;

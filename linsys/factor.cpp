@@ -76,7 +76,7 @@ void split(int64_t n, const R* from, R* to, int64_t)
 template <class R>
 void split(int64_t n, const std::complex<R>* from, R* to, int64_t half)
 {
-    elimination(std::complex<R>()).split(n, kernels::parts(from), to, to + half);
+    of_type<std::complex<R>>(all_vector_loops()).split(n, kernels::parts(from), to, to + half);
 }
 template <class R>
 void join(int64_t n, const R* from, int64_t, R* to)
@@ -86,7 +86,7 @@ void join(int64_t n, const R* from, int64_t, R* to)
 template <class R>
 void join(int64_t n, const R* from, int64_t half, std::complex<R>* to)
 {
-    elimination(std::complex<R>()).join(n, from, from + half, kernels::parts(to));
+    of_type<std::complex<R>>(all_vector_loops()).join(n, from, from + half, kernels::parts(to));
 }
 
 // The columns first..last-1 of the panel, which have the products with the columns before: they are
@@ -95,7 +95,7 @@ template <class T>
 void factor_leaf(const Panel<T>& panel, int64_t first, int64_t last, Part<T> small, int32_t* ipvt,
                  Record& record)
 {
-    const auto& run = elimination(T());
+    const auto& run = of_type<T>(eliminations());
     // The leaf as a panel of its own, whose first row is that of its first step.
     Part<T>* const corner = panel.column(first) + first;
     Part<T>* const s = panel.s + first;
@@ -139,7 +139,7 @@ template <class T>
 int64_t factor_panel(const Panel<T>& panel, Part<T> small, T* fact, int64_t ldfac, int32_t* ipvt,
                      Record& record, bool& skips)
 {
-    const auto& run = elimination(T());
+    const auto& run = of_type<T>(eliminations());
     skips = false;
     record.count = 0;
     int64_t done = 0;
@@ -215,7 +215,7 @@ void eliminate_right(const Panel<T>& panel, int64_t steps, const Gather& gather,
                      int64_t ldfac, Part<T>* block, T* row)
 {
     constexpr int64_t group = 8;
-    const auto& run = elimination(T());
+    const auto& run = of_type<T>(eliminations());
     for (int64_t j = 0; j < n; j += group) {
         const int64_t columns = std::min(group, n - j);
         for (int64_t c = 0; c < columns; ++c) {

@@ -4,26 +4,39 @@
 
 namespace orvel::linsys {
 
-#define ORVEL_SOLVER_LOOPS(isa)                \
-    namespace isa {                            \
-    extern const Loops solver_loops;           \
-    extern const ResidualLoops residual_loops; \
-    }
-#define ORVEL_SOLVER_TABLE(isa) &isa::solver_loops,
-#define ORVEL_RESIDUAL_TABLE(isa) &isa::residual_loops,
+#define ORVEL_SOLVER_LOOPS(isa)                                                                        \
+    namespace isa {                                                                                    \
+    extern const Eliminations eliminations;                                                            \
+    extern const AllVectorLoops all_vector_loops;                                                      \
+    extern const SmallMatrices small_matrices;                                                         \
+    extern const ResidualLoops residual_loops;                                                         \
+    }                                                                                                  \
+    constexpr Tables isa##_tables = {&isa::eliminations, &isa::all_vector_loops, &isa::small_matrices, \
+                                     &isa::residual_loops};
+#define ORVEL_SOLVER_TABLES(isa) isa##_tables,
+
+namespace {
+
+struct Tables {
+    const Eliminations* eliminations;
+    const AllVectorLoops* vectors;
+    const SmallMatrices* small;
+    const ResidualLoops* residuals;
+};
+
+}  // namespace
 
 ORVEL_FOR_EACH_LEVEL(ORVEL_SOLVER_LOOPS)
 
-const Loops& loops()
-{
-    static constexpr const Loops* tables[] = {ORVEL_FOR_EACH_LEVEL(ORVEL_SOLVER_TABLE)};
-    return *tables[frame::level()];
-}
+namespace {
 
-const ResidualLoops& residual_loops()
-{
-    static constexpr const ResidualLoops* tables[] = {ORVEL_FOR_EACH_LEVEL(ORVEL_RESIDUAL_TABLE)};
-    return *tables[frame::level()];
-}
+constexpr Tables tables[] = {ORVEL_FOR_EACH_LEVEL(ORVEL_SOLVER_TABLES)};
+
+}  // namespace
+
+const Eliminations& eliminations() { return *tables[frame::level()].eliminations; }
+const AllVectorLoops& all_vector_loops() { return *tables[frame::level()].vectors; }
+const SmallMatrices& small_matrices() { return *tables[frame::level()].small; }
+const ResidualLoops& residual_loops() { return *tables[frame::level()].residuals; }
 
 }  // namespace orvel::linsys

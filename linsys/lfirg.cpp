@@ -12,11 +12,6 @@ namespace orvel::linsys {
 
 namespace {
 
-inline const Residuals<float>& residuals(float) { return residual_loops().s; }
-inline const Residuals<double>& residuals(double) { return residual_loops().d; }
-inline const Residuals<float>& residuals(std::complex<float>) { return residual_loops().c; }
-inline const Residuals<double>& residuals(std::complex<double>) { return residual_loops().z; }
-
 template <class T>
 Part<T> largest(int64_t n, const T* x)
 {
@@ -48,7 +43,7 @@ void lfirg(frame::State& state, int32_t n, const T* a, int64_t lda, const T* fac
     lfsrg<T>(state, n, fact, ldfac, ipvt, b, ipath, x);
     if (is_severe(me.callee_type()) || largest(n, x) == 0) return;
 
-    const auto& run = residuals(T());
+    const auto& run = of_type<T>(residual_loops());
     const auto residual = ipath == 1 ? run.by_columns : run.by_rows;
     Part<T> previous = machine<Part<T>>(2);
     for (int iteration = 0; iteration < 50; ++iteration) {

@@ -39,16 +39,16 @@ void invert(const Part<T>* x, Part<T>* t)
 template <class T>
 bool scale_and_factor(int64_t n, const T* a, int64_t lda, T* fact, int64_t ldfac, int32_t* ipvt, Part<T>* s)
 {
-    const auto& run = elimination(T());
     const Part<T> small = smallest_pivot<T>();
     if (n <= small_order)
-        return run.factor_small(n, kernels::parts(a), lda, kernels::parts(fact), ldfac, s, ipvt, small,
-                                invert<T>);
+        return of_type<T>(small_matrices())(n, kernels::parts(a), lda, kernels::parts(fact), ldfac, s, ipvt,
+                                            small, invert<T>);
     // Copied and measured column by column, while the column is near.
+    const auto raise_maxima = of_type<T>(all_vector_loops()).raise_maxima;
     std::fill_n(s, n, Part<T>(0));
     for (int64_t j = 0; j < n; ++j) {
         if (fact != a || ldfac != lda) kernels::copy<T>(n, a + j * lda, 1, fact + j * ldfac, 1);
-        run.raise_maxima(n, kernels::parts(fact + j * ldfac), s);
+        raise_maxima(n, kernels::parts(fact + j * ldfac), s);
     }
     for (int64_t k = 0; k < n; ++k) s[k] = s[k] >= small ? 1 / s[k] : Part<T>(1);
     return factor<T>(n, fact, ldfac, ipvt, s, small);

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <complex>
 #include <cstdint>
+#include <type_traits>
 
 #include "frame/constants.h"
 #include "frame/routine.h"
@@ -64,11 +65,19 @@ inline Part<T> epsilon()
     return machine<Part<T>>(4);
 }
 
-// The hot loops for matrices of a type.
-inline const Elimination<float>& elimination(float) { return loops().s; }
-inline const Elimination<double>& elimination(double) { return loops().d; }
-inline const Elimination<float>& elimination(std::complex<float>) { return loops().c; }
-inline const Elimination<double>& elimination(std::complex<double>) { return loops().z; }
+// The hot loops for matrices of a type, out of a set for all of them.
+template <class T, class Set>
+inline const auto& of_type(const Set& set)
+{
+    if constexpr (std::is_same_v<T, float>)
+        return set.s;
+    else if constexpr (std::is_same_v<T, double>)
+        return set.d;
+    else if constexpr (std::is_same_v<T, std::complex<float>>)
+        return set.c;
+    else
+        return set.z;
+}
 
 // Whether an error of this type ends a computation: FATAL and TERMINAL do, WARNING does not.
 inline bool is_severe(int32_t type) { return type == fatal || type == terminal; }

@@ -30,7 +30,10 @@ struct Elimination {
     // The first row from c on where |x| * s is largest; complex magnitudes are |re| + |im|. s has room for
     // whole vectors. What is no number is never chosen before the others.
     int64_t (*pivot)(int64_t c, int64_t m, const R* x, const R* s, PanelShape shape);
+};
 
+template <class R>
+struct VectorLoops {
     // maxima(m) = max(maxima, |x|); a complex x(m) is interleaved.
     void (*raise_maxima)(int64_t m, const R* x, R* maxima);
 
@@ -39,14 +42,15 @@ struct Elimination {
     void (*join)(int64_t m, const R* re, const R* im, R* pairs);
 
     // Adds to sums[0] the magnitudes of z + wm * u, to sums[1] those of the new z = z + wp * u. Complex
-    // vectors are interleaved; n counts their elements.
+    // vectors are interleaved; n counts their elements. Behind them are zeros for a whole vector.
     void (*grow)(int64_t n, const R* u, const R* wm, const R* wp, R* z, R* sums);
-
-    // All of a small matrix, n <= small_order: copies A to FACT, forms the scale factors and factors. Returns
-    // whether a pivot was not above `small`. `invert` forms t = -1 / x.
-    bool (*factor_small)(int64_t n, const R* a, int64_t lda, R* fact, int64_t ldfac, R* s, int32_t* ipvt,
-                         R small, void (*invert)(const R* x, R* t));
 };
+
+// All of a small matrix, n <= small_order: copies A to FACT, forms the scale factors and factors. Returns
+// whether a pivot was not above `small`. `invert` forms t = -1 / x.
+template <class R>
+using SmallMatrix = bool (*)(int64_t n, const R* a, int64_t lda, R* fact, int64_t ldfac, R* s, int32_t* ipvt,
+                             R small, void (*invert)(const R* x, R* t));
 
 inline constexpr int64_t small_order = 32;
 
@@ -60,9 +64,19 @@ struct Residuals {
     void (*by_rows)(int64_t m, int64_t n, const R* a, int64_t lda, const R* x, const R* b, R* r);
 };
 
-struct Loops {
+struct Eliminations {
     Elimination<float> s, c;
     Elimination<double> d, z;
+};
+
+struct AllVectorLoops {
+    VectorLoops<float> s, c;
+    VectorLoops<double> d, z;
+};
+
+struct SmallMatrices {
+    SmallMatrix<float> s, c;
+    SmallMatrix<double> d, z;
 };
 
 struct ResidualLoops {
@@ -71,7 +85,9 @@ struct ResidualLoops {
 };
 
 // The loops of the level in use, see frame/levels.h.
-const Loops& loops();
+const Eliminations& eliminations();
+const AllVectorLoops& all_vector_loops();
+const SmallMatrices& small_matrices();
 const ResidualLoops& residual_loops();
 
 }  // namespace orvel::linsys

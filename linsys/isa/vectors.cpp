@@ -1,0 +1,105 @@
+// linsys/isa/vectors.cpp - loops over whole vectors: scale factors, complex numbers apart and together, the
+// growth of the condition estimate
+#include "linsys/isa/rows.h"
+
+namespace orvel::linsys {
+
+namespace {
+
+// ---- scale factors ----------------------------------------------------------------------------------------
+
+template <class R>
+void raise_maxima(int64_t m, const R* x, R* maxima)
+{
+    for (int64_t i = 0; i < m; ++i) {
+        const R size = x[i] < 0 ? -x[i] : x[i];
+        maxima[i] = size > maxima[i] ? size : maxima[i];
+    }
+}
+
+template <class R>
+void raise_complex_maxima(int64_t m, const R* x, R* maxima)
+{
+    for (int64_t i = 0; i < m; ++i) {
+        const R re = x[2 * i] < 0 ? -x[2 * i] : x[2 * i],
+                im = x[2 * i + 1] < 0 ? -x[2 * i + 1] : x[2 * i + 1];
+        maxima[i] = re + im > maxima[i] ? re + im : maxima[i];
+    }
+}
+
+// ---- complex numbers as pairs -----------------------------------------------------------------------------
+
+template <class R>
+void split(int64_t m, const R* pairs, R* re, R* im)
+{
+    constexpr int L = lanes<R>;
+    const Whole<R> even = 2 * lane_numbers<R>(), odd = even + 1;
+    int64_t i = 0;
+    for (; i + L <= m; i += L) {
+        const Lane<R> low = at(pairs + 2 * i), high = at(pairs + 2 * i + L);
+        at(re + i) = __builtin_shuffle(low, high, even);
+        at(im + i) = __builtin_shuffle(low, high, odd);
+    }
+    for (; i < m; ++i) re[i] = pairs[2 * i], im[i] = pairs[2 * i + 1];
+}
+
+template <class R>
+void join(int64_t m, const R* re, const R* im, R* pairs)
+{
+    constexpr int L = lanes<R>;
+    const Whole<R> lane = lane_numbers<R>(), low = lane / 2 + (lane & 1) * L, high = low + L / 2;
+    int64_t i = 0;
+    for (; i + L <= m; i += L) {
+        const Lane<R> a = at(re + i), b = at(im + i);
+        at(pairs + 2 * i) = __builtin_shuffle(a, b, low);
+        at(pairs + 2 * i + L) = __builtin_shuffle(a, b, high);
+    }
+    for (; i < m; ++i) pairs[2 * i] = re[i], pairs[2 * i + 1] = im[i];
+}
+
+// ---- the estimate of the condition ------------------------------------------------------------------------
+
+// w * u on a vector of pairs; the factors are (re, re) and (-im, im).
+template <class R, bool Complex>
+inline Lane<R> product(Lane<R> same, Lane<R> cross, Lane<R> u)
+{
+    if constexpr (Complex)
+        return same * u + cross * kernels::swapped<R, lanes<R>>(u);
+    else
+        return same * u;
+}
+
+template <class R, bool Complex>
+void grow(int64_t n, const R* u, const R* wm, const R* wp, R* z, R* sums)
+{
+    constexpr int L = lanes<R>;
+    const int64_t count = Complex ? 2 * n : n;
+    const Lane<R> sign = Complex ? ((lane_numbers<R>() & 1) == 0 ? Lane<R>{} - 1 : Lane<R>{} + 1) : Lane<R>{};
+    const Lane<R> minus = Lane<R>{} + wm[0], plus = Lane<R>{} + wp[0];
+    const Lane<R> minus_cross = Complex ? sign * wm[1] : sign, plus_cross = Complex ? sign * wp[1] : sign;
+    Lane<R> before = {}, after = {};
+    for (int64_t i = 0; i < count; i += L) {
+        const Lane<R> e = at(u + i), old = at(z + i);
+        before += magnitude<R>(old + product<R, Complex>(minus, minus_cross, e));
+        const Lane<R> now = old + product<R, Complex>(plus, plus_cross, e);
+        after += magnitude<R>(now);
+        at(z + i) = now;
+    }
+    for (int k = 0; k < L; ++k) sums[0] += before[k], sums[1] += after[k];
+}
+
+template <class R, bool Complex>
+constexpr VectorLoops<R> vector_loops = {Complex ? raise_complex_maxima<R> : raise_maxima<R>, split<R>,
+                                         join<R>, grow<R, Complex>};
+
+}  // namespace
+
+namespace ORVEL_ISA {
+
+extern const AllVectorLoops all_vector_loops;
+const AllVectorLoops all_vector_loops = {vector_loops<float, false>, vector_loops<float, true>,
+                                         vector_loops<double, false>, vector_loops<double, true>};
+
+}  // namespace ORVEL_ISA
+
+}  // namespace orvel::linsys
