@@ -3,7 +3,6 @@
 // Every element receives its products in ascending order of the steps. A complex product is added as four
 // real ones: those with the real part of the element of U first. So the bits are those of the elimination
 // column by column with the vector kernels.
-#include "kernels/isa/lanes.h"
 #include "linsys/isa/step.h"
 
 namespace orvel::linsys {

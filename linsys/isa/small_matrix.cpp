@@ -65,7 +65,6 @@ template <class R, bool Complex>
 bool factor_small(int64_t n, const R* a, int64_t lda, R* fact, int64_t ldfac, R* s, int32_t* ipvt, R small,
                   void (*invert)(const R* x, R* t))
 {
-    if (n < 1 || n > small_order) __builtin_unreachable();
     constexpr int64_t L = lanes<R>, parts = Complex ? 2 : 1, room = small_order;
     const int64_t half = (n + L - 1) / L * L;
     const PanelShape shape{parts * half, half};
@@ -110,9 +109,9 @@ bool factor_small(int64_t n, const R* a, int64_t lda, R* fact, int64_t ldfac, R*
     for (int64_t j = 0; j < n; ++j)
         store_column<R, Complex>(n, p + j * shape.step, fact + parts * j * ldfac, half);
     load_column<R, false>(n, scale, s, half);
-    const R* const last = p + (n - 1) * (shape.step + 1);
+    const R* const last = fact + parts * (n - 1) * (ldfac + 1);
     R size = last[0] < 0 ? -last[0] : last[0];
-    if constexpr (Complex) size += last[half] < 0 ? -last[half] : last[half];
+    if constexpr (Complex) size += last[1] < 0 ? -last[1] : last[1];
     return singular || size <= small;
 }
 
