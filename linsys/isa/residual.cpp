@@ -40,12 +40,17 @@ struct Plain {
     V value() const { return sum; }
 };
 
+// Numbers that the factor would make infinite are split as smaller ones.
 template <class V>
 inline void split(V a, V& high, V& low)
 {
-    const V c = held(134217729.0 * a);
-    high = held(c - held(c - a));
-    low = a - high;
+    const V large = a < 0 ? -a : a;
+    const auto is_large = large > 0x1p990;
+    const V one = V{} + 1.0, down = is_large ? one * 0x1p-40 : one, up = is_large ? one * 0x1p40 : one;
+    const V scaled = a * down, c = held(134217729.0 * scaled);
+    high = held(c - held(c - scaled));
+    low = (scaled - high) * up;
+    high *= up;
 }
 
 template <int W>
