@@ -133,6 +133,12 @@ using Gesvx = void(const char*, const char*, const int32_t*, const int32_t*, dou
                    const int32_t*, int32_t*, char*, double*, double*, double*, const int32_t*, double*,
                    const int32_t*, double*, double*, double*, double*, int32_t*, int32_t*);
 
+void set_estimate(int32_t flag)
+{
+    const int32_t set = 2, option = 17;
+    IUMAG("MATH", &set, &option, &one, &flag, 4);
+}
+
 template <class T, class Factor, class Condition, class Solve, class Invert>
 void add_all(const std::string& p, Factor* lftrg, Condition* lfcrg, Solve* lslrg, Invert* linrg)
 {
@@ -145,6 +151,11 @@ void add_all(const std::string& p, Factor* lftrg, Condition* lfcrg, Solve* lslrg
         });
         add<T>(p + "solve", n, "ours",
                [=](System<T>& s) { lslrg(&s.n, s.a.data(), &s.n, s.b.data(), &one, s.x.data()); });
+        add<T>(p + "solve, no estimate", n, "ours", [=](System<T>& s) {
+            set_estimate(1);
+            lslrg(&s.n, s.a.data(), &s.n, s.b.data(), &one, s.x.data());
+            set_estimate(2);
+        });
         add<T>(p + "inverse", n, "ours",
                [=](System<T>& s) { linrg(&s.n, s.a.data(), &s.n, s.fact.data(), &s.n); });
         for (const bench::Peer& peer : bench::peers()) {
@@ -153,6 +164,7 @@ void add_all(const std::string& p, Factor* lftrg, Condition* lfcrg, Solve* lslrg
             add<T>(p + "factor", n, lapack.name, [=](System<T>& s) { lapack.factor(s); });
             add<T>(p + "condition", n, lapack.name, [=](System<T>& s) { lapack.condition(s); });
             add<T>(p + "solve", n, lapack.name, [=](System<T>& s) { lapack.solve(s); });
+            add<T>(p + "solve, no estimate", n, lapack.name, [=](System<T>& s) { lapack.solve(s); });
             add<T>(p + "inverse", n, lapack.name, [=](System<T>& s) { lapack.invert(s); });
         }
         add<T>(p + "factor", n, "Eigen",
