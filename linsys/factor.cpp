@@ -22,7 +22,8 @@ constexpr int64_t round_up(int64_t n, int64_t unit) { return (n + unit - 1) / un
 template <class T>
 int64_t panel_width(int64_t n)
 {
-    return n <= 256 ? n : n <= 800 ? 64 : 128;
+    if (n <= 256) return n;
+    return n <= 800 ? 64 : n <= 1500 || is_complex<T> ? 128 : 256;
 }
 
 template <class T>
