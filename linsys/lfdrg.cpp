@@ -20,12 +20,15 @@ void lfdrg(const int32_t* n, const T* fact, const int32_t* ldfac, const int32_t*
     T mantissa = 1;
     Part<T> exponent = 0;
     const auto size = [&mantissa] { return magnitude(mantissa); };
+    const auto is_finite = [&mantissa] {
+        return std::isfinite(std::real(mantissa)) && std::isfinite(std::imag(mantissa));
+    };
     for (int64_t k = 0; k < *n; ++k) {
         if (ipvt[k] != k + 1) mantissa = -mantissa;
         mantissa *= fact[k + k * *ldfac];
         if (mantissa == T(0)) break;
         while (size() < 1) mantissa *= Part<T>(10), exponent -= 1;
-        while (size() >= 10 && size() <= machine<Part<T>>(2)) mantissa /= Part<T>(10), exponent += 1;
+        while (size() >= 10 && is_finite()) mantissa /= Part<T>(10), exponent += 1;
     }
     *det1 = mantissa;
     *det2 = exponent;

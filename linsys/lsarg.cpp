@@ -21,6 +21,7 @@ void l2arg(frame::State& state, int32_t n, const T* a, int64_t lda, const T* b, 
     l2crg<T>(state, n, a, lda, fact, n, ipvt, &rcond, wk);
     if (is_severe(me.callee_type())) return;
     lfirg<T>(state, n, a, lda, fact, n, ipvt, b, ipath, x, wk);
+    if (is_severe(me.callee_type())) return;
     if (me.callee_code() != 0 || epsilon<T>() >= rcond)
         me.post(
             warning, 1,

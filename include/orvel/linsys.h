@@ -17,12 +17,13 @@ ORVEL_BEGIN
 /* Solves A*X = B (IPATH = 1) or A^H*X = B (IPATH = 2) with iterative refinement. A(LDA,N) in, B(N) in, X(N)
  * out; X may be B. The result is as accurate as the working precision allows while RCOND is above 100 eps.
  *
- * Posts TERMINAL 1 (N < 1), 2 (N > LDA, or no storage), 3 (IPATH), 4 (option 17); FATAL 2: A is singular; X
- * is untouched after these. WARNING 1: RCOND, an estimate of the reciprocal of the L1 condition number, is
- * not above eps, or the refinement made no progress; X holds the last iterate.
+ * Posts TERMINAL 1 (N < 1), 2 (N > LDA, or no storage), 3 (IPATH), 4 (option 17), 5 (no storage for a copy
+ * of B where X is B); FATAL 2: A is singular; X is untouched after these. WARNING 1: RCOND, an estimate of
+ * the reciprocal of the L1 condition number, is not above eps, or the refinement made no progress; X holds
+ * the last iterate.
  *
- * The worker takes its scratch as arguments: FACT(N,N), IPVT(N) and WK(N), which hold the factorization
- * afterwards (see LFTRG). It makes all its checks even when one has failed, and so do L2LRG, L2CRG, LFIRG,
+ * The worker takes its scratch as arguments: FACT(N,N) and IPVT(N), which hold the factorization afterwards
+ * (see LFTRG), and WK(N). It makes all its checks even when one has failed, and so do L2LRG, L2CRG, LFIRG,
  * L2NRG and LFSRG. Complex members take a complex WK of the same length, as everywhere below. */
 void LSARG(const int32_t* n, const float* a, const int32_t* lda, const float* b, const int32_t* ipath,
            float* x);
@@ -64,7 +65,8 @@ void DL2LCG(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const
             const int32_t* ipath, orvel_dcomplex* x, orvel_dcomplex* fact, int32_t* ipvt, orvel_dcomplex* wk);
 
 /* Factors A(LDA,N) into FACT(LDFAC,N) and IPVT(N), as LFTRG, and estimates the reciprocal RCOND of its L1
- * condition number; RCOND = 1 where it is not estimated (option 17 is 1, or A is singular). FACT may be A.
+ * condition number; RCOND = 1 where it is not estimated (option 17 is 1, or A is singular). FACT may
+ * be A when LDFAC = LDA.
  *
  * Posts TERMINAL 1 (N < 1), 2 (N > LDA, or no storage), 3 (N > LDFAC), 4 (option 17 is not 1 or 2); FATAL 2:
  * A is singular, FACT and IPVT hold what was reached; WARNING 1: RCOND is not above eps.
@@ -89,7 +91,7 @@ void DL2CCG(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, orvel
             const int32_t* ldfac, int32_t* ipvt, double* rcond, orvel_dcomplex* wk);
 
 /* Factors A(LDA,N) into FACT(LDFAC,N) and IPVT(N) by elimination with row-scaled partial pivoting. FACT may
- * be A.
+ * be A when LDFAC = LDA.
  *
  *     FACT  upper triangle with diagonal: U
  *           below it, column k: the negated multipliers of step k, in the row order of step k
@@ -163,9 +165,9 @@ void LFDCG(const int32_t* n, const orvel_complex* fact, const int32_t* ldfac, co
 void DLFDCG(const int32_t* n, const orvel_dcomplex* fact, const int32_t* ldfac, const int32_t* ipvt,
             orvel_dcomplex* det1, double* det2);
 
-/* Inverse AINV(LDAINV,N) of A(LDA,N); AINV may be A. Posts TERMINAL 1 (N < 1), 2 (N > LDA, or no storage), 3
- * (N > LDAINV), 4 (option 17); FATAL 2: A is singular, AINV holds the factorization reached; WARNING 1: RCOND
- * is not above eps. Worker: WK(N + N*(N-1)/2), IWK(N). */
+/* Inverse AINV(LDAINV,N) of A(LDA,N); AINV may be A when LDAINV = LDA. Posts TERMINAL 1 (N < 1), 2 (N > LDA,
+ * or no storage), 3 (N > LDAINV), 4 (option 17); FATAL 2: A is singular, AINV holds the factorization
+ * reached; WARNING 1: RCOND is not above eps. Worker: WK(N + N*(N-1)/2), IWK(N). */
 void LINRG(const int32_t* n, const float* a, const int32_t* lda, float* ainv, const int32_t* ldainv);
 void DLINRG(const int32_t* n, const double* a, const int32_t* lda, double* ainv, const int32_t* ldainv);
 void LINCG(const int32_t* n, const orvel_complex* a, const int32_t* lda, orvel_complex* ainv,
@@ -182,8 +184,9 @@ void DL2NCG(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, orvel
             const int32_t* ldainv, orvel_dcomplex* wk, int32_t* iwk);
 
 /* Inverse of a triangle of A(LDA,N), lower for IPATH = 1, upper for IPATH = 2, into the same triangle of
- * AINV(LDAINV,N); the other triangles are neither read nor written. AINV may be A. Posts TERMINAL 1 (N < 1),
- * 2 (N > LDA), 3 (N > LDAINV), 4 (IPATH), 5 (a diagonal element is close to zero; AINV is untouched). */
+ * AINV(LDAINV,N); the other triangles are neither read nor written. AINV may be A when LDAINV = LDA. Posts
+ * TERMINAL 1 (N < 1), 2 (N > LDA), 3 (N > LDAINV), 4 (IPATH), 5 (a diagonal element is close to zero; AINV is
+ * untouched). */
 void LINRT(const int32_t* n, const float* a, const int32_t* lda, const int32_t* ipath, float* ainv,
            const int32_t* ldainv);
 void DLINRT(const int32_t* n, const double* a, const int32_t* lda, const int32_t* ipath, double* ainv,

@@ -10,8 +10,9 @@
 ORVEL_BEGIN
 
 /* NROOT real zeros of F, one after the other, each from its own guess. Zeros that were found are divided out
- * of the values of F. F a function, in; XGUESS(NROOT) the guesses, in; X(NROOT) the zeros, out, may be
- * XGUESS; INFO(NROOT) the iterations for each, out, ITMAX + 1 (at least 2) for a zero that was not found.
+ * of the values of F, and so are the last points of searches that failed. F a function, in; XGUESS(NROOT) the
+ * guesses, in; X(NROOT) the zeros, out, may be XGUESS; INFO(NROOT) the iterations for each, out, ITMAX + 1
+ * (at least 2) for a zero that was not found.
  *
  * A zero is accepted when |F(X)| and its quotient by the distances from the zeros found before are both below
  * ERRABS, or when a step is shorter than ERRREL |X|. A point closer than EPS to a zero found before is moved

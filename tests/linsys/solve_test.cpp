@@ -307,6 +307,19 @@ TYPED_TEST(Solvers, WithoutScratchTheyEndInTheStorageMessage)
     const int32_t n = 300, ipath = 1;  // every array is too large for the stack
     const auto a = this->matrix(n, n, 8), b = this->vector(n, 8);
     const int needed[] = {3, 3, 2};  // LSARG, LSLRG, LINRG; those of the factorization come later
+    // X is B: the copy of B is the last request.
+    int without_copy = 0;
+    for (int k = 4; k < 20; ++k) {
+        std::vector<T> x = b;
+        refuse(k);
+        Member<T>::lsarg(&n, a.data(), &n, x.data(), &ipath, x.data());
+        const bool refused = requests >= k;
+        refuse(0);
+        EXPECT_EQ(outcome(), x == b ? (Outcome{5, 5}) : (Outcome{0, 0})) << k;
+        without_copy += x == b;
+        if (!refused) break;
+    }
+    EXPECT_EQ(without_copy, 1);
     for (int routine = 0; routine < 3; ++routine) {
         const auto call = [&](std::vector<T>& result) {
             if (routine == 2) return Member<T>::linrg(&n, a.data(), &n, result.data(), &n);
