@@ -1,0 +1,160 @@
+// fft/large.cpp - passes of large odd factors, by convolution with a chirp or summed up directly
+//
+// With h = (r + 1) / 2, which is 1/2 modulo r, jk = h j^2 + h k^2 - h (j - k)^2 modulo r: a transform of
+// length r is a convolution with w(r)^(-h j^2), made by transforms of a length of small factors. Source: L.
+// Bluestein, A linear filtering approach to the computation of discrete Fourier transform, 1970.
+#include <algorithm>
+
+#include "fft/transform.h"
+#include "frame/scratch.h"
+
+namespace orvel::fft {
+
+namespace {
+
+// The shortest length from n on that is 1, 9/8, 5/4, 3/2 or 15/8 of a power of 2.
+int64_t convolution_length(int64_t n)
+{
+    int64_t best = 16;
+    while (best < n) best *= 2;
+    for (const int64_t eighths : {9, 10, 12, 15}) {
+        const int64_t length = best / 16 * eighths;
+        if (length >= n && best / 16 % 8 == 0) return length;
+    }
+    return best;
+}
+
+template <class R>
+class Chirp {
+public:
+    [[nodiscard]] bool prepare(int64_t r);
+
+    // z(r) to its transform; room for length() pairs of parts.
+    void run(Parts<R> z);
+    Parts<R> input() { return apart<R>(a_, length_.n); }
+
+private:
+    void convolve();
+
+    int64_t r_ = 0;
+    Factors length_;
+    Scratch<R> chirp_, spectrum_, blocks_, a_, b_, c_;
+};
+
+template <class R>
+bool Chirp<R>::prepare(int64_t r)
+{
+    r_ = r;
+    length_ = factorize(convolution_length(2 * r - 1));
+    const int64_t n = length_.n;
+    if (!(chirp_.allocate(2, r) && spectrum_.allocate(2, n) && blocks_.allocate(2, n) && a_.allocate(2, n) &&
+          b_.allocate(2, n) && c_.allocate(2, n)))
+        return false;
+    store_blocks<R>(length_, blocks_);
+
+    R* const circle = b_;
+    roots<R>(r, 0, 1, r, 2, circle, circle + 1);
+    R *const re = a_, *const im = re + n;
+    std::fill(re, re + 2 * n, R(0));
+    const R scale = 1 / static_cast<R>(n);
+    int64_t at = 0;
+    for (int64_t j = 0; j < r; ++j) {
+        const R cosine = circle[2 * at], sine = circle[2 * at + 1];
+        chirp_[2 * j] = cosine;
+        chirp_[2 * j + 1] = sine;
+        re[j] = cosine * scale;
+        im[j] = sine * scale;
+        if (j > 0) {
+            re[n - j] = re[j];
+            im[n - j] = im[j];
+        }
+        at += j + (r + 1) / 2;
+        if (at >= r) at -= r;
+        if (at >= r) at -= r;
+    }
+    transform<R>(length_, blocks_, {apart<R>(a_, n), apart<R>(spectrum_, n), b_, c_});
+    return true;
+}
+
+template <class R>
+void Chirp<R>::run(Parts<R> z)
+{
+    const int64_t n = length_.n;
+    R *const re = a_, *const im = re + n;
+    for (int64_t j = 0; j < r_; ++j) {
+        const R c = chirp_[2 * j], s = chirp_[2 * j + 1], x = re[j], y = im[j];
+        re[j] = x * c + y * s;
+        im[j] = y * c - x * s;
+    }
+    std::fill(re + r_, re + n, R(0));
+    std::fill(im + r_, im + n, R(0));
+    transform<R>(length_, blocks_, {apart<R>(a_, n), apart<R>(b_, n), c_, nullptr});
+    R *const bre = b_, *const bim = bre + n;
+    const R *const sre = spectrum_, *const sim = sre + n;
+    for (int64_t k = 0; k < n; ++k) {
+        const R x = bre[k], y = bim[k];
+        bre[k] = x * sre[k] - y * sim[k];
+        bim[k] = x * sim[k] + y * sre[k];
+    }
+    transform<R>(length_, blocks_, {apart<R>(b_, n, false), apart<R>(a_, n, false), c_, nullptr});
+    for (int64_t k = 0; k < r_; ++k) {
+        const R c = chirp_[2 * k], s = chirp_[2 * k + 1], x = re[k], y = im[k];
+        z.re[k * z.stride] = x * c + y * s;
+        z.im[k * z.stride] = y * c - x * s;
+    }
+}
+
+// Every result from the definition. The roots are made as they are needed, a few at a time.
+template <class R>
+void sum_directly(const Pass<R>& p)
+{
+    constexpr int64_t batch = 64;
+    R cosine[batch], sine[batch];
+    const int64_t r = p.first, l = p.l, n = l * r;
+    for (int64_t b = 0; b < p.m; ++b)
+        for (int64_t to = 0; to < n; ++to) {
+            R re = 0, im = 0;
+            for (int64_t begin = 0; begin < r; begin += batch) {
+                const int64_t count = std::min(batch, r - begin);
+                roots<R>(n, begin * to % n, to, count, 1, cosine, sine);
+                for (int64_t i = 0; i < count; ++i) {
+                    const int64_t e = (to % l + l * (b + p.m * (begin + i))) * p.in.stride;
+                    re += p.in.re[e] * cosine[i] + p.in.im[e] * sine[i];
+                    im += p.in.im[e] * cosine[i] - p.in.re[e] * sine[i];
+                }
+            }
+            p.out.re[(to + n * b) * p.out.stride] = re;
+            p.out.im[(to + n * b) * p.out.stride] = im;
+        }
+}
+
+}  // namespace
+
+template <class R>
+void large_pass(const Pass<R>& p)
+{
+    Chirp<R> chirp;
+    const int64_t r = p.first, l = p.l;
+    if (!chirp.prepare(r)) return sum_directly(p);
+    const Parts<R> x = chirp.input();
+    for (int64_t b = 0; b < p.m; ++b)
+        for (int64_t k = 0; k < l; ++k) {
+            for (int64_t i = 0; i < r; ++i) {
+                const int64_t e = (k + l * (b + p.m * i)) * p.in.stride;
+                x.re[i] = p.in.re[e];
+                x.im[i] = p.in.im[e];
+                if (k == 0 || i == 0) continue;
+                const R c = p.first_roots[2 * l * (i - 1) + k], s = p.first_roots[2 * l * (i - 1) + l + k];
+                const R re = x.re[i] * c + x.im[i] * s;
+                x.im[i] = x.im[i] * c - x.re[i] * s;
+                x.re[i] = re;
+            }
+            const int64_t to = (k + l * r * b) * p.out.stride;
+            chirp.run({p.out.re + to, p.out.im + to, l * p.out.stride});
+        }
+}
+
+template void large_pass(const Pass<float>&);
+template void large_pass(const Pass<double>&);
+
+}  // namespace orvel::fft
