@@ -1,6 +1,4 @@
 // fft/factors.cpp - factor lists in memory and in the 15 elements of a work vector
-#include <cmath>
-
 #include "fft/transform.h"
 
 namespace orvel::fft {
@@ -76,27 +74,25 @@ void store_factors(const Factors& f, R* stored)
 template <class R>
 bool read_factors(int64_t n, const R* stored, Factors& f)
 {
-    const R limit = R(0x1p31);
     if (stored[0] != static_cast<R>(n) || !(stored[1] >= 1 && stored[1] <= most_stored)) return false;
-    const int32_t count = static_cast<int32_t>(std::lround(stored[1]));
-    f = Factors();
+    const int32_t count = static_cast<int32_t>(stored[1] + R(0.5));
     f.n = n;
-    int64_t rest = n;
+    f.count = 0;
+    int64_t product = 1;
     for (int32_t k = 0; k < count; ++k) {
         const R value = stored[2 + k];
-        if (!(value >= 2 && value <= limit)) return false;
-        int64_t factor = std::llround(value);
-        // Only a last factor can be beyond the integers that a single real holds.
+        if (!(value >= 2 && value <= R(0x1p31))) return false;
+        int64_t factor = static_cast<int64_t>(value + R(0.5));
         if (factor >= int64_t(1) << 24 && k == count - 1) {
-            if (static_cast<R>(rest) != value) return false;
-            factor = rest;
+            // A single real may be a rounded factor. It is the last one, and what the others leave.
+            factor = n / product;
+            if (static_cast<R>(factor) != value) return false;
         }
-        if (rest % factor != 0 || (factor % 2 == 0 && factor > 4 && factor != 8 && factor != 16))
-            return false;
-        rest /= factor;
+        product *= factor;
+        if (product > n || (factor % 2 == 0 && factor > 4 && factor != 8 && factor != 16)) return false;
         append_parts(f, factor);
     }
-    return rest == 1;
+    return product == n;
 }
 
 template void store_factors(const Factors&, float*);

@@ -22,21 +22,17 @@ void run_roots(int64_t n, int64_t start, int64_t step, int64_t count, int64_t st
 
 bool share_a_pass(int64_t a, int64_t b) { return b == 4 ? a == 4 || a == 2 : a == 3 && (b == 3 || b == 5); }
 
-// The factors that a pass starts at; a length of 16 takes two short passes with vectors.
-struct Plan {
-    int32_t count = 0;
-    int32_t at[32];
-};
-
-Plan plan_of(const Factors& f)
+// Factors of the pass that begins with factor k. A length of 16 takes two short passes with vectors.
+int32_t factors_of_pass(const Factors& f, int32_t k)
 {
-    Plan plan;
-    for (int32_t k = 0; k < f.count;) {
-        plan.at[plan.count++] = k;
-        k += f.n != 16 && k + 1 < f.count && share_a_pass(f.factor[k], f.factor[k + 1]) ? 2 : 1;
-    }
-    plan.at[plan.count] = f.count;
-    return plan;
+    return f.n != 16 && k + 1 < f.count && share_a_pass(f.factor[k], f.factor[k + 1]) ? 2 : 1;
+}
+
+int32_t count_passes(const Factors& f)
+{
+    int32_t count = 0;
+    for (int32_t k = 0; k < f.count; k += factors_of_pass(f, k)) ++count;
+    return count;
 }
 
 template <class R>
@@ -53,9 +49,22 @@ void run(Pass<R>& pass)
 }
 
 template <class R>
-const R* memory(const Parts<R>& p)
+R* memory(const Parts<R>& p)
 {
     return p.re < p.im ? p.re : p.im;
+}
+
+// The first pass would write over its input: it gets another target, or its input is moved.
+template <class R>
+[[gnu::noinline]] R* out_of_the_way(int64_t n, int32_t passes_left, R* target, const Storage<R>& s,
+                                    Parts<R>& in)
+{
+    if (passes_left > 0 && s.spare != nullptr) return s.spare;
+    R* const moved = target == s.scratch ? memory(s.out) : s.spare != nullptr ? s.spare : s.scratch;
+    std::memcpy(moved, target, static_cast<std::size_t>(2 * n) * sizeof(R));
+    in.re = moved + (in.re - target);
+    in.im = moved + (in.im - target);
+    return target;
 }
 
 }  // namespace
@@ -66,7 +75,7 @@ void roots(int64_t n, int64_t start, int64_t step, int64_t count, int64_t stride
     run_roots(n, start, step, count, stride, cosine, sine);
 }
 
-bool first_target_is_scratch(const Factors& f) { return plan_of(f).count % 2 == 0; }
+bool first_target_is_scratch(const Factors& f) { return count_passes(f) % 2 == 0; }
 
 template <class R>
 void store_blocks(const Factors& f, R* blocks)
@@ -85,38 +94,25 @@ void store_blocks(const Factors& f, R* blocks)
 template <class R>
 void transform(const Factors& f, const R* blocks, const Storage<R>& s)
 {
-    const Plan plan = plan_of(f);
-    R* const result = const_cast<R*>(memory(s.out));
-    Parts<R> from = s.in;
-    int64_t l = 1;
-    for (int32_t k = 0; k < plan.count; ++k) {
-        Pass<R> pass = {};
-        pass.first = f.factor[plan.at[k]];
-        pass.second = plan.at[k + 1] - plan.at[k] == 2 ? f.factor[plan.at[k] + 1] : 1;
-        pass.l = l;
-        pass.first_roots = blocks + 2 * (l - f.factor[0]);
-        l *= pass.first;
-        pass.second_roots = blocks + 2 * (l - f.factor[0]);
-        l *= pass.second;
-        pass.m = f.n / l;
-
-        const int32_t left = plan.count - 1 - k;
+    R* const result = memory(s.out);
+    Pass<R> pass;
+    pass.in = s.in;
+    pass.l = 1;
+    int32_t left = count_passes(f);
+    for (int32_t k = 0; k < f.count; pass.in = pass.out) {
+        const int32_t factors = factors_of_pass(f, k);
+        pass.first = f.factor[k];
+        pass.second = factors == 2 ? f.factor[k + 1] : 1;
+        pass.first_roots = blocks + 2 * (pass.l - f.factor[0]);
+        pass.second_roots = blocks + 2 * (pass.l * pass.first - f.factor[0]);
+        pass.m = k + factors == f.count ? 1 : f.n / (pass.l * pass.first * pass.second);
+        k += factors;
+        --left;
         R* target = left % 2 == 0 ? result : s.scratch;
-        if (target == memory(from)) {
-            R* const other = s.spare != nullptr ? s.spare : s.scratch;
-            if (left > 0 && s.spare != nullptr) {
-                target = other;
-            } else {
-                R* const moved = target == s.scratch ? result : other;
-                std::memcpy(moved, target, static_cast<std::size_t>(2 * f.n) * sizeof(R));
-                from.re = moved + (from.re - target);
-                from.im = moved + (from.im - target);
-            }
-        }
-        pass.in = from;
+        if (target == memory(pass.in)) target = out_of_the_way(f.n, left, target, s, pass.in);
         pass.out = left == 0 ? s.out : apart(target, f.n);
         run(pass);
-        from = pass.out;
+        pass.l *= pass.first * pass.second;
     }
 }
 

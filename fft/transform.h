@@ -12,7 +12,7 @@ namespace orvel::fft {
 struct Factors {
     int64_t n = 1;
     int32_t count = 0;
-    int64_t factor[32] = {};
+    int64_t factor[32];
 
     void append(int64_t f) { factor[count++] = f; }
 };
