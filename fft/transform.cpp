@@ -20,18 +20,49 @@ void run_roots(int64_t n, int64_t start, int64_t step, int64_t count, int64_t st
     root_loop().d(n, start, step, count, stride, c, s);
 }
 
+constexpr int64_t smallest_blocked = 1024;
+
 bool share_a_pass(int64_t a, int64_t b) { return b == 4 ? a == 4 || a == 2 : a == 3 && (b == 3 || b == 5); }
 
-// Factors of the pass that begins with factor k. A length of 16 takes two short passes with vectors.
-int32_t factors_of_pass(const Factors& f, int32_t k)
+// Factors that go through registers together, from factor k on. A length of 16 takes two short passes with
+// vectors.
+int32_t factors_together(const Factors& f, int32_t k)
 {
     return f.n != 16 && k + 1 < f.count && share_a_pass(f.factor[k], f.factor[k + 1]) ? 2 : 1;
+}
+
+// The factors of one pass, from factor k on: `inner` of them go together, and so do the others of a block.
+struct Extent {
+    int32_t inner, outer;
+    int64_t product;  // of all of them
+};
+
+int64_t product_of(const Factors& f, int32_t k, int32_t count)
+{
+    return count == 2 ? f.factor[k] * f.factor[k + 1] : f.factor[k];
+}
+
+Extent extent_of_pass(const Factors& f, int32_t k, int64_t l)
+{
+    const int32_t inner = factors_together(f, k), next = k + inner;
+    const int64_t product = product_of(f, k, inner);
+    if (f.n < smallest_blocked || next == f.count || product % 4 != 0 || f.factor[next] != 4)
+        return {inner, 0, product};
+    const int32_t outer = factors_together(f, next);
+    const int64_t both = product * product_of(f, next, outer);
+    const bool has_room = l == 1 ? f.n / both >= widest : l >= widest;
+    return both <= block_length && has_room ? Extent{inner, outer, both} : Extent{inner, 0, product};
 }
 
 int32_t count_passes(const Factors& f)
 {
     int32_t count = 0;
-    for (int32_t k = 0; k < f.count; k += factors_of_pass(f, k)) ++count;
+    int64_t l = 1;
+    for (int32_t k = 0; k < f.count; ++count) {
+        const Extent e = extent_of_pass(f, k, l);
+        k += e.inner + e.outer;
+        l *= e.product;
+    }
     return count;
 }
 
@@ -40,6 +71,7 @@ void run(Pass<R>& pass)
 {
     R circle[2 * largest_general];
     const int64_t factor = pass.first;
+    if (pass.third > 1) return run_pass(block_loop(), pass);
     if (factor > largest_general) return large_pass(pass);
     if (factor % 2 != 0 && !is_small_odd(factor)) {
         roots<R>(factor, 0, 1, factor, 2, circle, circle + 1);
@@ -100,19 +132,24 @@ void transform(const Factors& f, const R* blocks, const Storage<R>& s)
     pass.l = 1;
     int32_t left = count_passes(f);
     for (int32_t k = 0; k < f.count; pass.in = pass.out) {
-        const int32_t factors = factors_of_pass(f, k);
-        pass.first = f.factor[k];
-        pass.second = factors == 2 ? f.factor[k + 1] : 1;
-        pass.first_roots = blocks + 2 * (pass.l - f.factor[0]);
-        pass.second_roots = blocks + 2 * (pass.l * pass.first - f.factor[0]);
-        pass.m = k + factors == f.count ? 1 : f.n / (pass.l * pass.first * pass.second);
-        k += factors;
+        const Extent e = extent_of_pass(f, k, pass.l);
+        int64_t l = pass.l;
+        const auto take = [&](bool is_there, int64_t& factor, const R*& at) {
+            factor = is_there ? f.factor[k++] : 1;
+            at = blocks + 2 * (l - f.factor[0]);
+            l *= factor;
+        };
+        take(true, pass.first, pass.first_roots);
+        take(e.inner == 2, pass.second, pass.second_roots);
+        take(e.outer > 0, pass.third, pass.third_roots);
+        take(e.outer == 2, pass.fourth, pass.fourth_roots);
+        pass.m = k == f.count ? 1 : f.n / l;
         --left;
         R* target = left % 2 == 0 ? result : s.scratch;
         if (target == memory(pass.in)) target = out_of_the_way(f.n, left, target, s, pass.in);
         pass.out = left == 0 ? s.out : apart(target, f.n);
         run(pass);
-        pass.l *= pass.first * pass.second;
+        pass.l = l;
     }
 }
 

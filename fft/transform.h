@@ -73,6 +73,7 @@ template <class R>
 void large_pass(const Pass<R>& pass);
 
 const PassLoop& pass_loop(int64_t factor);
+const PassLoop& block_loop();
 const RootLoop& root_loop();
 const HalvesLoops& halves_loops();
 void run_pass(const PassLoop& loop, const Pass<float>& pass);

@@ -28,8 +28,16 @@ struct Pass {
     int64_t l, m;
     const R *first_roots, *second_roots;
     const R* circle;  // of a general odd factor: its roots, cosine and sine in turn
+    // Two more factors in a pass over blocks, see block_length, and their roots; else `third` is 1.
+    int64_t third, fourth;
+    const R *third_roots, *fourth_roots;
     Parts<R> in, out;
 };
+
+// A pass over blocks takes up to four factors, whose product is at most this, with a buffer that fits the
+// nearest cache. It needs room for the widest vectors: l >= widest, or l = 1 and m >= widest.
+inline constexpr int64_t block_length = 256;
+inline constexpr int64_t widest = 16;
 
 // A loop in both precisions.
 struct PassLoop {

@@ -200,20 +200,41 @@ struct Butterfly {
     }
 };
 
-// A pass of the factors r and s for the columns at `k` of the part b; see Pass. On return z[k2 + r * k3]
-// belongs to element k + l * (k2 + r * k3) + l * r * s * b.
-template <class R, int W, int r, int s, bool first, Layout layout>
-ORVEL_INLINE void columns(const Pass<R>& p, int64_t k, int64_t b, Complex<R, W> (&z)[r * s])
+// Where the columns of one step are and where their roots: element e is `step` numbers from the next, and
+// those with the index k of the pass before it have theirs at k of the blocks.
+template <class R>
+struct Step {
+    Parts<R> in;
+    int64_t at, step;
+    const R *first_roots, *second_roots;
+    int64_t l, k;
+};
+
+// Of the lanes of a vector: none before the first pass, one for each, or the same for all.
+enum class Roots { none, each, same };
+
+template <class R, int W, Roots kind>
+ORVEL_INLINE Complex<R, W> turned_by(Complex<R, W> z, const R* cosine, const R* sine)
 {
-    const int64_t l = p.l, m = p.m;
+    if constexpr (kind == Roots::each)
+        return turned<R, W>(z, load<R, W>(cosine), load<R, W>(sine));
+    else
+        return turned<R, W>(z, *cosine, *sine);
+}
+
+// Transforms of the factors r and s. On return z[k2 + r * k3] belongs to element k + l * (k2 + r * k3).
+template <class R, int W, int r, int s, Roots kind, Layout layout>
+ORVEL_INLINE void columns(const Step<R>& p, Complex<R, W> (&z)[r * s])
+{
+    const int64_t l = p.l, k = p.k;
 #pragma GCC unroll 16
     for (int i = 0; i < s; ++i) {
 #pragma GCC unroll 16
         for (int j = 0; j < r; ++j) {
-            Complex<R, W> x = read<R, W, layout>(p.in, k + l * (b + m * (i + s * j)));
-            if (!first && j > 0) {
+            Complex<R, W> x = read<R, W, layout>(p.in, p.at + p.step * (i + s * j));
+            if (kind != Roots::none && j > 0) {
                 const R* const roots = p.first_roots + 2 * l * (j - 1) + k;
-                x = turned<R, W>(x, load<R, W>(roots), load<R, W>(roots + l));
+                x = turned_by<R, W, kind>(x, roots, roots + l);
             }
             z[i * r + j] = x;
         }
@@ -226,14 +247,18 @@ ORVEL_INLINE void columns(const Pass<R>& p, int64_t k, int64_t b, Complex<R, W> 
             for (int i = 1; i < s; ++i) {
                 Complex<R, W>& x = z[i * r + k2];
                 const R* const roots = p.second_roots + 2 * l * r * (i - 1) + l * k2 + k;
-                if constexpr (!first)
-                    x = turned<R, W>(x, load<R, W>(roots), load<R, W>(roots + l * r));
-                else if (k2 > 0)
-                    x = turned<R, W>(x, roots[0], roots[r]);
+                if (kind != Roots::none || k2 > 0) x = turned_by<R, W, kind>(x, roots, roots + l * r);
             }
             Butterfly<R, W, s>::run(z + k2, r);
         }
     }
+}
+
+// That of a whole pass for the columns at k of the part b; see Pass.
+template <class R>
+ORVEL_INLINE Step<R> step_of(const Pass<R>& p, int64_t k, int64_t b)
+{
+    return {p.in, k + p.l * b, p.l * p.m, p.first_roots, p.second_roots, p.l, k};
 }
 
 // The first pass: lane t has the part b + t, and its n results are contiguous.
@@ -272,7 +297,7 @@ void first_pass(const Pass<R>& p)
     for (int64_t b = 0; b < p.m; b += W) {
         if (b > p.m - W) b = p.m - W;
         Complex<R, W> z[r * s];
-        columns<R, W, r, s, true, layout>(p, 0, b, z);
+        columns<R, W, r, s, Roots::none, layout>(step_of(p, 0, b), z);
         scatter<R, W, r * s>(p.out, b, z);
     }
 }
@@ -284,7 +309,7 @@ void later_pass(const Pass<R>& p)
         for (int64_t k = 0; k < p.l; k += W) {
             if (k > p.l - W) k = p.l - W;
             Complex<R, W> z[r * s];
-            columns<R, W, r, s, false, Layout::apart>(p, k, b, z);
+            columns<R, W, r, s, Roots::each, Layout::apart>(step_of(p, k, b), z);
 #pragma GCC unroll 16
             for (int c = 0; c < r * s; ++c) write<R, W, layout>(p.out, k + p.l * (c + r * s * b), z[c]);
         }
@@ -297,7 +322,7 @@ void plain_pass(const Pass<R>& p)
     for (int64_t b = 0; b < p.m; ++b)
         for (int64_t k = 0; k < p.l; ++k) {
             Complex<R, 1> z[r * s];
-            columns<R, 1, r, s, first, Layout::apart>(p, k, b, z);
+            columns<R, 1, r, s, first ? Roots::none : Roots::each, Layout::apart>(step_of(p, k, b), z);
             for (int c = 0; c < r * s; ++c)
                 write<R, 1, Layout::apart>(p.out, k + p.l * (c + r * s * b), z[c]);
         }
