@@ -20,8 +20,9 @@ struct Steps {
 };
 
 template <class R, int r, int s, Roots kind, Layout from, Layout to>
-void run_steps(const Steps<R>& all)
+void run_steps(const Steps<R>& steps)
 {
+    const Steps<R> all = steps;
     constexpr int W = kernels::lanes<R>;
     Step<R> step = all.step;
     int64_t at = all.to;
@@ -56,8 +57,9 @@ struct Buffer {
 };
 
 template <class R, Layout from>
-void first_blocks(const Pass<R>& p)
+void first_blocks(const Pass<R>& pass)
 {
+    const Pass<R> p = pass;
     constexpr int W = kernels::lanes<R>;
     Buffer<R> buffer;
     const Parts<R> inside = buffer.parts();
@@ -86,8 +88,9 @@ void first_blocks(const Pass<R>& p)
 }
 
 template <class R, Layout to>
-void later_blocks(const Pass<R>& p)
+void later_blocks(const Pass<R>& pass)
 {
+    const Pass<R> p = pass;
     constexpr int W = kernels::lanes<R>;
     Buffer<R> buffer;
     const Parts<R> inside = buffer.parts();

@@ -26,31 +26,51 @@ ORVEL_INLINE Complex<R, W> reversed(Complex<R, W> z)
     return {reversed<R, W>(z.re), reversed<R, W>(z.im)};
 }
 
-// The roots k..k+W-1, for W > 1 and an even k: two lanes have the same even root, the second is turned on.
 template <class R, int W>
-ORVEL_INLINE Complex<R, W> roots_from(const Halves<R>& h, int64_t k, const R* cosine, const R* sine)
+ORVEL_INLINE Vector<R, W> each_twice(Vector<R, W / 2> v)
 {
-    Vector<R, W> c, s, u, v;
-    if constexpr (W == 1) {
-        c = *cosine;
-        s = *sine;
-        u = k % 2 == 1 ? h.u : R(0);
-        v = k % 2 == 1 ? h.v : R(0);
-    } else {
-        Order<R, W> twice = {};
-        for (int t = 0; t < W; ++t) {
-            twice[t] = t / 2;
-            u[t] = t % 2 == 1 ? h.u : R(0);
-            v[t] = t % 2 == 1 ? h.v : R(0);
-        }
-        Vector<R, W> half_c = {}, half_s = {};
-        __builtin_memcpy(&half_c, cosine, sizeof half_c / 2);
-        __builtin_memcpy(&half_s, sine, sizeof half_s / 2);
-        c = __builtin_shuffle(half_c, twice);
-        s = __builtin_shuffle(half_s, twice);
-    }
-    return {c - (c * v + s * u), s - (s * v - c * u)};
+    if constexpr (W == 2)
+        return Vector<R, W>{v, v};
+    else if constexpr (W == 4)
+        return __builtin_shufflevector(v, v, 0, 0, 1, 1);
+    else if constexpr (W == 8)
+        return __builtin_shufflevector(v, v, 0, 0, 1, 1, 2, 2, 3, 3);
+    else
+        return __builtin_shufflevector(v, v, 0, 0, 1, 1, 2, 2, 3, 3, 4, 4, 5, 5, 6, 6, 7, 7);
 }
+
+// What makes the roots k..k+W-1 from those of the even ones, for an even k where W > 1.
+template <class R, int W>
+struct Turns {
+    Vector<R, W> u, v;
+
+    ORVEL_INLINE explicit Turns(const Halves<R>& h)
+    {
+        if constexpr (W == 1) {
+            u = h.u;
+            v = h.v;
+        } else {
+            for (int t = 0; t < W; ++t) {
+                u[t] = t % 2 == 1 ? h.u : R(0);
+                v[t] = t % 2 == 1 ? h.v : R(0);
+            }
+        }
+    }
+
+    ORVEL_INLINE Complex<R, W> roots(int64_t k, const R* cosine, const R* sine) const
+    {
+        Vector<R, W> c, s;
+        if constexpr (W == 1) {
+            c = *cosine;
+            s = *sine;
+            if (k % 2 == 0) return {c, s};
+        } else {
+            c = each_twice<R, W>(load<R, W / 2>(cosine));
+            s = each_twice<R, W>(load<R, W / 2>(sine));
+        }
+        return {c - (c * v + s * u), s - (s * v - c * u)};
+    }
+};
 
 // Elements k..k+W-1 and their opposites.
 template <class R, int W>
@@ -85,9 +105,10 @@ template <class R, int W, bool join>
 ORVEL_INLINE void halves_from(const Halves<R>& h, int64_t begin, int64_t k, int64_t end, const R* cosine,
                               const R* sine)
 {
+    const Turns<R, W> turns(h);
     for (; end - k >= W; k += W) {
         const int64_t j = (k - begin) / 2;
-        const Complex<R, W> root = roots_from<R, W>(h, k, cosine + j, sine + j);
+        const Complex<R, W> root = turns.roots(k, cosine + j, sine + j);
         if constexpr (join)
             join_at<R, W>(h, k, root);
         else
@@ -99,8 +120,9 @@ ORVEL_INLINE void halves_from(const Halves<R>& h, int64_t begin, int64_t k, int6
 }
 
 template <class R, bool join>
-void halves(const Halves<R>& h, int64_t begin, int64_t end, const R* cosine, const R* sine)
+void halves(const Halves<R>& all, int64_t begin, int64_t end, const R* cosine, const R* sine)
 {
+    const Halves<R> h = all;  // what is written is never part of it
     halves_from<R, kernels::lanes<R>, join>(h, begin, begin, end, cosine, sine);
 }
 

@@ -291,9 +291,11 @@ ORVEL_INLINE void scatter(const Parts<R>& out, int64_t b, const Complex<R, W> (&
     }
 }
 
+// Loops have a copy of the pass: the compiler cannot know that no result is written over it.
 template <class R, int W, int r, int s, Layout layout>
-void first_pass(const Pass<R>& p)
+void first_pass(const Pass<R>& pass)
 {
+    const Pass<R> p = pass;
     for (int64_t b = 0; b < p.m; b += W) {
         if (b > p.m - W) b = p.m - W;
         Complex<R, W> z[r * s];
@@ -303,8 +305,9 @@ void first_pass(const Pass<R>& p)
 }
 
 template <class R, int W, int r, int s, Layout layout>
-void later_pass(const Pass<R>& p)
+void later_pass(const Pass<R>& pass)
 {
+    const Pass<R> p = pass;
     for (int64_t b = 0; b < p.m; ++b)
         for (int64_t k = 0; k < p.l; k += W) {
             if (k > p.l - W) k = p.l - W;
@@ -317,8 +320,9 @@ void later_pass(const Pass<R>& p)
 
 // One column at a time, whatever the layouts.
 template <class R, int r, int s, bool first>
-void plain_pass(const Pass<R>& p)
+void plain_pass(const Pass<R>& pass)
 {
+    const Pass<R> p = pass;
     for (int64_t b = 0; b < p.m; ++b)
         for (int64_t k = 0; k < p.l; ++k) {
             Complex<R, 1> z[r * s];
