@@ -122,23 +122,25 @@ void add_complex(const std::string& routine, int32_t n)
     });
     add(row + "FFTW", [n](benchmark::State& state) {
         const auto x = random_array<R>(2 * n), y = random_array<R>(2 * n);
-        const auto plan = L::plan_complex(n, reinterpret_cast<typename L::Pair*>(x.get()),
-                                          reinterpret_cast<typename L::Pair*>(y.get()), FFTW_FORWARD, FFTW_MEASURE);
+        const auto plan =
+            L::plan_complex(n, reinterpret_cast<typename L::Pair*>(x.get()),
+                            reinterpret_cast<typename L::Pair*>(y.get()), FFTW_FORWARD, FFTW_MEASURE);
         for (int32_t k = 0; k < 2 * n; ++k) x[k] = R(k % 7) - 3;
         repeat(state, [&] { L::execute(plan); });
         L::destroy(plan);
     });
-    if (n < 1000000 && n != 10007) add(row + "GSL", [n](benchmark::State& state) {
-        const auto x = random_array<R>(2 * n);
-        auto* const table = L::gsl_table(n);
-        auto* const space = L::gsl_space(n);
-        // In place: each transform is followed by a division that keeps the numbers in range.
-        repeat(state, [&] {
-            x[0] = 1;
-            for (int32_t k = 1; k < 2 * n; k += 1 + n / 16) x[k] = R(0.5);
-            L::gsl_forward(x.get(), 1, n, table, space);
+    if (n < 1000000 && n != 10007)
+        add(row + "GSL", [n](benchmark::State& state) {
+            const auto x = random_array<R>(2 * n);
+            auto* const table = L::gsl_table(n);
+            auto* const space = L::gsl_space(n);
+            // In place: each transform is followed by a division that keeps the numbers in range.
+            repeat(state, [&] {
+                x[0] = 1;
+                for (int32_t k = 1; k < 2 * n; k += 1 + n / 16) x[k] = R(0.5);
+                L::gsl_forward(x.get(), 1, n, table, space);
+            });
         });
-    });
 }
 
 template <class R>
@@ -149,7 +151,8 @@ void add_real(const std::string& forward, const std::string& backward, int32_t n
     for (const bool is_forward : {true, false}) {
         const std::string row = (is_forward ? forward : backward) + size;
         add(row + "ours", [n, is_forward](benchmark::State& state) {
-            const auto x = random_array<R>(n), y = random_array<R>(n), work = random_array<R>(2 * int64_t{n} + 15);
+            const auto x = random_array<R>(n), y = random_array<R>(n),
+                       work = random_array<R>(2 * int64_t{n} + 15);
             L::init_real(&n, work.get());
             const auto worker = is_forward ? L::forward_real : L::backward_real;
             repeat(state, [&] { worker(&n, x.get(), y.get(), work.get()); });
@@ -157,22 +160,24 @@ void add_real(const std::string& forward, const std::string& backward, int32_t n
         add(row + "FFTW", [n, is_forward](benchmark::State& state) {
             const auto x = random_array<R>(n + 2), y = random_array<R>(n + 2);
             auto* const pairs = reinterpret_cast<typename L::Pair*>(y.get());
-            const auto plan = is_forward ? L::plan_forward(n, x.get(), pairs, FFTW_MEASURE)
-                                         : L::plan_backward(n, pairs, x.get(), FFTW_MEASURE | FFTW_PRESERVE_INPUT);
+            const auto plan = is_forward
+                                  ? L::plan_forward(n, x.get(), pairs, FFTW_MEASURE)
+                                  : L::plan_backward(n, pairs, x.get(), FFTW_MEASURE | FFTW_PRESERVE_INPUT);
             for (int32_t k = 0; k < n; ++k) x[k] = y[k] = R(k % 7) - 3;
             repeat(state, [&] { L::execute(plan); });
             L::destroy(plan);
         });
     }
-    if (n < 1000000) add(forward + size + "GSL", [n](benchmark::State& state) {
-        const auto x = random_array<R>(n);
-        auto* const table = L::gsl_real_table(n);
-        auto* const space = L::gsl_real_space(n);
-        repeat(state, [&] {
-            for (int32_t k = 0; k < n; k += 1 + n / 16) x[k] = R(0.5);
-            L::gsl_real(x.get(), 1, n, table, space);
+    if (n < 1000000)
+        add(forward + size + "GSL", [n](benchmark::State& state) {
+            const auto x = random_array<R>(n);
+            auto* const table = L::gsl_real_table(n);
+            auto* const space = L::gsl_real_space(n);
+            repeat(state, [&] {
+                for (int32_t k = 0; k < n; k += 1 + n / 16) x[k] = R(0.5);
+                L::gsl_real(x.get(), 1, n, table, space);
+            });
         });
-    });
 }
 
 // A front initialises in every call, and so is measured against the worker alone.
@@ -198,8 +203,8 @@ void add_front(const std::string& routine, int32_t n)
 }
 
 const int registered = [] {
-    const int32_t sizes[] = {16,    32,    64,    128,   256,    512,     1000,  1024,   1200,   2048,
-                             4096,  5040,  8192,  16384, 32768,  65536,   262144, 1048576, 10007, 1000003};
+    const int32_t sizes[] = {16,   32,   64,   128,   256,   512,   1000,   1024,    1200,  2048,
+                             4096, 5040, 8192, 16384, 32768, 65536, 262144, 1048576, 10007, 1000003};
     for (const int32_t n : sizes) {
         add_complex<double>("DF2TCF", n);
         add_complex<float>("F2TCF", n);
