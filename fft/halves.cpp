@@ -142,11 +142,17 @@ void blocks_from_circle(const Factors& f, const R* circle, R* blocks)
 
 template <class R>
 struct Whole {
-    Scratch<R> z, result, spare, blocks;
+    R *z, *result, *spare, *blocks;
+    Scratch<R> memory;
 
     [[nodiscard]] bool allocate(int64_t n)
     {
-        return z.allocate(2, n) && result.allocate(2, n) && spare.allocate(2, n) && blocks.allocate(2, n);
+        if (!memory.allocate(8, n)) return false;
+        z = memory;
+        result = z + 2 * n;
+        spare = result + 2 * n;
+        blocks = spare + 2 * n;
+        return true;
     }
 };
 
@@ -156,7 +162,7 @@ void odd_forward(const Factors& f, const R* in, R* out, R* scratch, const R* cir
     const int64_t n = f.n;
     Whole<R> whole;
     if (whole.allocate(n)) {
-        std::copy(in, in + n, static_cast<R*>(whole.z));
+        std::copy(in, in + n, whole.z);
         std::fill(whole.z + n, whole.z + 2 * n, R(0));
         blocks_from_circle<R>(f, circle, whole.blocks);
         transform<R>(f, whole.blocks,
@@ -198,7 +204,7 @@ void odd_backward(const Factors& f, const R* in, R* out, R* scratch, const R* ci
         blocks_from_circle<R>(f, circle, whole.blocks);
         transform<R>(f, whole.blocks,
                      {apart<R>(whole.z, n, false), apart<R>(whole.result, n, false), whole.spare, nullptr});
-        std::copy(whole.result + 0, whole.result + n, out);
+        std::copy(whole.result, whole.result + n, out);
         return;
     }
     std::copy(in, in + n, scratch);

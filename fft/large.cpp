@@ -3,6 +3,10 @@
 // With h = (r + 1) / 2, which is 1/2 modulo r, jk = h j^2 + h k^2 - h (j - k)^2 modulo r: a transform of
 // length r is a convolution with w(r)^(-h j^2), made by transforms of a length of small factors. Source: L.
 // Bluestein, A linear filtering approach to the computation of discrete Fourier transform, 1970.
+#ifdef __linux__
+#include <sys/mman.h>
+#endif
+
 #include <algorithm>
 
 #include "fft/transform.h"
@@ -24,21 +28,31 @@ int64_t convolution_length(int64_t n)
     return best;
 }
 
+// Asks for large pages: many small ones would take longer than the transforms.
+void prefer_large_pages([[maybe_unused]] void* memory, [[maybe_unused]] int64_t bytes)
+{
+#if defined(__linux__) && defined(MADV_HUGEPAGE)
+    constexpr uintptr_t page = 2 << 20;
+    const uintptr_t begin = (reinterpret_cast<uintptr_t>(memory) + page - 1) / page * page;
+    const uintptr_t end = (reinterpret_cast<uintptr_t>(memory) + static_cast<uintptr_t>(bytes)) / page * page;
+    if (end > begin) madvise(reinterpret_cast<void*>(begin), end - begin, MADV_HUGEPAGE);
+#endif
+}
+
 template <class R>
 class Chirp {
 public:
     [[nodiscard]] bool prepare(int64_t r);
 
-    // z(r) to its transform; room for length() pairs of parts.
+    // The transform of the r numbers that were put into input().
     void run(Parts<R> z);
     Parts<R> input() { return apart<R>(a_, length_.n); }
 
 private:
-    void convolve();
-
     int64_t r_ = 0;
     Factors length_;
-    Scratch<R> chirp_, spectrum_, blocks_, a_, b_, c_;
+    Scratch<R> memory_;  // one block: the run-time library gives small ones back to the system in each call
+    R *chirp_, *spectrum_, *blocks_, *a_, *b_, *c_;
 };
 
 template <class R>
@@ -46,28 +60,29 @@ bool Chirp<R>::prepare(int64_t r)
 {
     r_ = r;
     length_ = factorize(convolution_length(2 * r - 1));
-    const int64_t n = length_.n;
-    if (!(chirp_.allocate(2, r) && spectrum_.allocate(2, n) && blocks_.allocate(2, n) && a_.allocate(2, n) &&
-          b_.allocate(2, n) && c_.allocate(2, n)))
-        return false;
+    const int64_t n = length_.n, apart_by = 2 * n + 16;
+    if (!memory_.allocate(5 * apart_by + 2 * r)) return false;
+    prefer_large_pages(memory_, (5 * apart_by + 2 * r) * static_cast<int64_t>(sizeof(R)));
+    spectrum_ = memory_;
+    blocks_ = spectrum_ + apart_by;
+    a_ = blocks_ + apart_by;
+    b_ = a_ + apart_by;
+    c_ = b_ + apart_by;
+    chirp_ = c_ + apart_by;
     store_blocks<R>(length_, blocks_);
 
-    R* const circle = b_;
-    roots<R>(r, 0, 1, r, 2, circle, circle + 1);
+    R *const cosine = b_, *const sine = b_ + n;
+    roots<R>(r, 0, 1, r, 1, cosine, sine);
     R *const re = a_, *const im = re + n;
-    std::fill(re, re + 2 * n, R(0));
+    std::fill(re + r, re + n - r + 1, R(0));
+    std::fill(im + r, im + n - r + 1, R(0));
     const R scale = 1 / static_cast<R>(n);
     int64_t at = 0;
     for (int64_t j = 0; j < r; ++j) {
-        const R cosine = circle[2 * at], sine = circle[2 * at + 1];
-        chirp_[2 * j] = cosine;
-        chirp_[2 * j + 1] = sine;
-        re[j] = cosine * scale;
-        im[j] = sine * scale;
-        if (j > 0) {
-            re[n - j] = re[j];
-            im[n - j] = im[j];
-        }
+        chirp_[2 * j] = cosine[at];
+        chirp_[2 * j + 1] = sine[at];
+        re[j] = re[j == 0 ? 0 : n - j] = cosine[at] * scale;
+        im[j] = im[j == 0 ? 0 : n - j] = sine[at] * scale;
         at += j + (r + 1) / 2;
         if (at >= r) at -= r;
         if (at >= r) at -= r;
