@@ -58,29 +58,37 @@ Extent extent_of_pass(const Factors& f, int32_t k, int64_t l)
     return both <= longest_block(f.n) && has_room ? Extent{inner, outer, both} : Extent{inner, 0, product};
 }
 
-int32_t count_passes(const Factors& f)
-{
+struct Plan {
     int32_t count = 0;
-    int64_t l = 1;
-    for (int32_t k = 0; k < f.count; ++count) {
-        const Extent e = extent_of_pass(f, k, l);
-        k += e.inner + e.outer;
-        l *= e.product;
+    Extent pass[32];
+
+    explicit Plan(const Factors& f)
+    {
+        int64_t l = 1;
+        for (int32_t k = 0; k < f.count; ++count) {
+            const Extent e = pass[count] = extent_of_pass(f, k, l);
+            k += e.inner + e.outer;
+            l *= e.product;
+        }
     }
-    return count;
+};
+
+template <class R>
+[[gnu::noinline]] void run_general(Pass<R>& pass)
+{
+    R circle[2 * largest_general];
+    roots<R>(pass.first, 0, 1, pass.first, 2, circle, circle + 1);
+    pass.circle = circle;
+    run_pass(pass_loop(pass.first), pass);
 }
 
 template <class R>
 void run(Pass<R>& pass)
 {
-    R circle[2 * largest_general];
     const int64_t factor = pass.first;
     if (pass.third > 1) return run_pass(block_loop(), pass);
     if (factor > largest_general) return large_pass(pass);
-    if (factor % 2 != 0 && !is_small_odd(factor)) {
-        roots<R>(factor, 0, 1, factor, 2, circle, circle + 1);
-        pass.circle = circle;
-    }
+    if (factor % 2 != 0 && !is_small_odd(factor)) return run_general(pass);
     run_pass(pass_loop(factor), pass);
 }
 
@@ -111,7 +119,7 @@ void roots(int64_t n, int64_t start, int64_t step, int64_t count, int64_t stride
     run_roots(n, start, step, count, stride, cosine, sine);
 }
 
-bool first_target_is_scratch(const Factors& f) { return count_passes(f) % 2 == 0; }
+bool first_target_is_scratch(const Factors& f) { return Plan(f).count % 2 == 0; }
 
 template <class R>
 void store_blocks(const Factors& f, R* blocks)
@@ -134,9 +142,11 @@ void transform(const Factors& f, const R* blocks, const Storage<R>& s)
     Pass<R> pass;
     pass.in = s.in;
     pass.l = 1;
-    int32_t left = count_passes(f);
+    const Plan plan(f);
+    int32_t left = plan.count;
+    int64_t m = f.n;
     for (int32_t k = 0; k < f.count; pass.in = pass.out) {
-        const Extent e = extent_of_pass(f, k, pass.l);
+        const Extent e = plan.pass[plan.count - left];
         int64_t l = pass.l;
         const auto take = [&](bool is_there, int64_t& factor, const R*& at) {
             factor = is_there ? f.factor[k++] : 1;
@@ -147,7 +157,9 @@ void transform(const Factors& f, const R* blocks, const Storage<R>& s)
         take(e.inner == 2, pass.second, pass.second_roots);
         take(e.outer > 0, pass.third, pass.third_roots);
         take(e.outer == 2, pass.fourth, pass.fourth_roots);
-        pass.m = k == f.count ? 1 : f.n / l;
+        // The length is below 2^31: the short division is the faster one.
+        m = k == f.count ? 1 : static_cast<uint32_t>(m) / static_cast<uint32_t>(e.product);
+        pass.m = m;
         --left;
         R* target = left % 2 == 0 ? result : s.scratch;
         if (target == memory(pass.in)) target = out_of_the_way(f.n, left, target, s, pass.in);
