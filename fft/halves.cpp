@@ -127,15 +127,18 @@ Root<R> root_at(int64_t n, const R* circle, int64_t k)
 template <class R>
 void blocks_from_circle(const Factors& f, const R* circle, R* blocks)
 {
+    const auto put = [&](int64_t k, R* cosine, R* sine) {
+        const Root<R> root = root_at(f.n, circle, k);
+        *cosine = root.cosine;
+        *sine = root.sine;
+    };
+    if (f.count == 1)
+        return for_chirp(f.n, [&](int64_t j, int64_t at) { put(at, blocks + 2 * j, blocks + 2 * j + 1); });
     int64_t l = 1;
     for (int32_t k = 0; k < f.count; ++k) {
         const int64_t r = f.factor[k], step = f.n / (l * r);
         for (int64_t i = 1; k > 0 && i < r; ++i, blocks += 2 * l)
-            for (int64_t e = 0; e < l; ++e) {
-                const Root<R> root = root_at(f.n, circle, i * e * step);
-                blocks[e] = root.cosine;
-                blocks[l + e] = root.sine;
-            }
+            for (int64_t e = 0; e < l; ++e) put(i * e * step, blocks + e, blocks + l + e);
         l *= r;
     }
 }

@@ -1,8 +1,9 @@
 // fft/large.cpp - passes of large odd factors, by convolution with a chirp or summed up directly
 //
 // With h = (r + 1) / 2, which is 1/2 modulo r, jk = h j^2 + h k^2 - h (j - k)^2 modulo r: a transform of
-// length r is a convolution with w(r)^(-h j^2), made by transforms of a length of small factors. Source: L.
-// Bluestein, A linear filtering approach to the computation of discrete Fourier transform, 1970.
+// length r is a convolution with the chirp w(r)^(-h j^2), made by transforms of a length of small factors.
+// Source: L. Bluestein, A linear filtering approach to the computation of discrete Fourier transform, 1970.
+// Elements j and r - j of the chirp are equal, so that half of it is stored: cosine and sine in turn.
 #ifdef __linux__
 #include <sys/mman.h>
 #endif
@@ -42,7 +43,8 @@ void prefer_large_pages([[maybe_unused]] void* memory, [[maybe_unused]] int64_t 
 template <class R>
 class Chirp {
 public:
-    [[nodiscard]] bool prepare(int64_t r);
+    // `stored` is the chirp or null.
+    [[nodiscard]] bool prepare(int64_t r, const R* stored);
 
     // The transform of the r numbers that were put into input().
     void run(Parts<R> z);
@@ -52,40 +54,44 @@ private:
     int64_t r_ = 0;
     Factors length_;
     Scratch<R> memory_;  // one block: the run-time library gives small ones back to the system in each call
-    R *chirp_, *spectrum_, *blocks_, *a_, *b_, *c_;
+    const R* chirp_;
+    R *spectrum_, *blocks_, *a_, *b_, *c_;
 };
 
 template <class R>
-bool Chirp<R>::prepare(int64_t r)
+bool Chirp<R>::prepare(int64_t r, const R* stored)
 {
     r_ = r;
     length_ = factorize(convolution_length(2 * r - 1));
-    const int64_t n = length_.n, apart_by = 2 * n + 16;
-    if (!memory_.allocate(5 * apart_by + 2 * r)) return false;
-    prefer_large_pages(memory_, (5 * apart_by + 2 * r) * static_cast<int64_t>(sizeof(R)));
+    const int64_t n = length_.n, apart_by = 2 * n + 16, all = 5 * apart_by + r + 1;
+    if (!memory_.allocate(all)) return false;
+    prefer_large_pages(memory_, all * static_cast<int64_t>(sizeof(R)));
     spectrum_ = memory_;
     blocks_ = spectrum_ + apart_by;
     a_ = blocks_ + apart_by;
     b_ = a_ + apart_by;
     c_ = b_ + apart_by;
-    chirp_ = c_ + apart_by;
     store_blocks<R>(length_, blocks_);
+    chirp_ = stored;
+    if (stored == nullptr) {
+        R *const cosine = b_, *const sine = b_ + n, *const chirp = c_ + apart_by;
+        roots<R>(r, 0, 1, r, 1, cosine, sine);
+        for_chirp(r, [&](int64_t j, int64_t at) {
+            chirp[2 * j] = cosine[at];
+            chirp[2 * j + 1] = sine[at];
+        });
+        chirp_ = chirp;
+    }
 
-    R *const cosine = b_, *const sine = b_ + n;
-    roots<R>(r, 0, 1, r, 1, cosine, sine);
     R *const re = a_, *const im = re + n;
     std::fill(re + r, re + n - r + 1, R(0));
     std::fill(im + r, im + n - r + 1, R(0));
     const R scale = 1 / static_cast<R>(n);
-    int64_t at = 0;
-    for (int64_t j = 0; j < r; ++j) {
-        chirp_[2 * j] = cosine[at];
-        chirp_[2 * j + 1] = sine[at];
-        re[j] = re[j == 0 ? 0 : n - j] = cosine[at] * scale;
-        im[j] = im[j == 0 ? 0 : n - j] = sine[at] * scale;
-        at += j + (r + 1) / 2;
-        if (at >= r) at -= r;
-        if (at >= r) at -= r;
+    re[0] = scale;
+    im[0] = 0;
+    for (int64_t j = 1; j <= r / 2; ++j) {
+        re[j] = re[r - j] = re[n - j] = re[n - r + j] = chirp_[2 * j] * scale;
+        im[j] = im[r - j] = im[n - j] = im[n - r + j] = chirp_[2 * j + 1] * scale;
     }
     transform<R>(length_, blocks_, {apart<R>(a_, n), apart<R>(spectrum_, n), b_, c_});
     return true;
@@ -96,11 +102,16 @@ void Chirp<R>::run(Parts<R> z)
 {
     const int64_t n = length_.n;
     R *const re = a_, *const im = re + n;
-    for (int64_t j = 0; j < r_; ++j) {
-        const R c = chirp_[2 * j], s = chirp_[2 * j + 1], x = re[j], y = im[j];
+    const auto turn = [&](int64_t j, int64_t at) {
+        const R c = chirp_[2 * at], s = chirp_[2 * at + 1], x = re[j], y = im[j];
         re[j] = x * c + y * s;
         im[j] = y * c - x * s;
-    }
+    };
+    const auto turn_all = [&] {
+        for (int64_t j = 0; j <= r_ / 2; ++j) turn(j, j);
+        for (int64_t j = r_ / 2 + 1; j < r_; ++j) turn(j, r_ - j);
+    };
+    turn_all();
     std::fill(re + r_, re + n, R(0));
     std::fill(im + r_, im + n, R(0));
     transform<R>(length_, blocks_, {apart<R>(a_, n), apart<R>(b_, n), c_, nullptr});
@@ -112,10 +123,10 @@ void Chirp<R>::run(Parts<R> z)
         bim[k] = x * sim[k] + y * sre[k];
     }
     transform<R>(length_, blocks_, {apart<R>(b_, n, false), apart<R>(a_, n, false), c_, nullptr});
+    turn_all();
     for (int64_t k = 0; k < r_; ++k) {
-        const R c = chirp_[2 * k], s = chirp_[2 * k + 1], x = re[k], y = im[k];
-        z.re[k * z.stride] = x * c + y * s;
-        z.im[k * z.stride] = y * c - x * s;
+        z.re[k * z.stride] = re[k];
+        z.im[k * z.stride] = im[k];
     }
 }
 
@@ -146,11 +157,17 @@ void sum_directly(const Pass<R>& p)
 }  // namespace
 
 template <class R>
+void store_chirp(int64_t r, R* chirp)
+{
+    for_chirp(r, [&](int64_t j, int64_t at) { roots<R>(r, at, 0, 1, 1, chirp + 2 * j, chirp + 2 * j + 1); });
+}
+
+template <class R>
 void large_pass(const Pass<R>& p)
 {
     Chirp<R> chirp;
     const int64_t r = p.first, l = p.l;
-    if (!chirp.prepare(r)) return sum_directly(p);
+    if (!chirp.prepare(r, l == 1 && p.m == 1 ? p.first_roots : nullptr)) return sum_directly(p);
     const Parts<R> x = chirp.input();
     for (int64_t b = 0; b < p.m; ++b)
         for (int64_t k = 0; k < l; ++k) {
@@ -169,6 +186,8 @@ void large_pass(const Pass<R>& p)
         }
 }
 
+template void store_chirp(int64_t, float*);
+template void store_chirp(int64_t, double*);
 template void large_pass(const Pass<float>&);
 template void large_pass(const Pass<double>&);
 

@@ -124,6 +124,7 @@ bool first_target_is_scratch(const Factors& f) { return Plan(f).count % 2 == 0; 
 template <class R>
 void store_blocks(const Factors& f, R* blocks)
 {
+    if (f.count == 1 && f.n > largest_general) return store_chirp<R>(f.n, blocks);
     int64_t l = 1;
     for (int32_t k = 0; k < f.count; ++k) {
         const int64_t r = f.factor[k];
@@ -154,6 +155,7 @@ void transform(const Factors& f, const R* blocks, const Storage<R>& s)
             l *= factor;
         };
         take(true, pass.first, pass.first_roots);
+        if (f.count == 1) pass.first_roots = blocks;
         take(e.inner == 2, pass.second, pass.second_roots);
         take(e.outer > 0, pass.third, pass.third_roots);
         take(e.outer == 2, pass.fourth, pass.fourth_roots);

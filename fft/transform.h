@@ -33,7 +33,8 @@ bool read_factors(int64_t n, const R* stored, Factors& f);
 inline bool is_small_odd(int64_t f) { return f <= 7 || f == 11 || f == 13; }
 
 // Roots by factor, see Pass: the block of the factor at l begins at blocks + 2 * (l - factor[0]), and all of
-// them take 2 * (n - factor[0]) numbers.
+// them take 2 * (n - factor[0]) numbers. A single factor has none, but beyond largest_general its chirp of n
+// + 1 numbers.
 template <class R>
 void store_blocks(const Factors& f, R* blocks);
 
@@ -68,9 +69,23 @@ Parts<R> apart(R* z, int64_t n, bool forward = true)
     return forward ? Parts<R>{z, z + n, 1} : Parts<R>{z + n, z, 1};
 }
 
-// A pass of an odd factor beyond largest_general.
+// A pass of an odd factor beyond largest_general. Where it is the only one, first_roots is its chirp.
 template <class R>
 void large_pass(const Pass<R>& pass);
+template <class R>
+void store_chirp(int64_t r, R* chirp);
+
+// Calls use(j, at) for the stored half of the chirp of an odd r: element j is root `at` of r.
+template <class Use>
+void for_chirp(int64_t r, Use use)
+{
+    int64_t at = 0;
+    for (int64_t j = 0; j <= r / 2; ++j) {
+        use(j, at);
+        at += j + (r + 1) / 2;
+        if (at >= r) at -= r;
+    }
+}
 
 const PassLoop& pass_loop(int64_t factor);
 const PassLoop& block_loop();
