@@ -44,7 +44,7 @@ int64_t product_of(const Factors& f, int32_t k, int32_t count)
 
 // Three passes of equal blocks are better than two of long ones and a short one where the second cache is
 // left (measured).
-int64_t longest_block(int64_t n) { return n < (1 << 18) ? block_length : n <= (1 << 20) ? 64 : 128; }
+int64_t longest_block(int64_t n) { return n >= (1 << 18) && n <= (1 << 20) ? 64 : block_length; }
 
 Extent extent_of_pass(const Factors& f, int32_t k, int64_t l)
 {

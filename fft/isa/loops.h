@@ -36,7 +36,7 @@ struct Pass {
 
 // A pass over blocks takes up to four factors, whose product is at most this, with a buffer that fits the
 // nearest cache. It needs room for the widest vectors: l >= widest, or l = 1 and m >= widest.
-inline constexpr int64_t block_length = 256;
+inline constexpr int64_t block_length = 128;
 inline constexpr int64_t widest = 16;
 
 // A loop in both precisions.
