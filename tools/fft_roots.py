@@ -12,7 +12,7 @@ def parts(x):
 
 
 def main():
-    print("// fft/isa/root_table.h - cosines and sines of the multiples of a 256th of the circle; printed by tools/fft_roots.py")
+    print("// fft/isa/root_table.h - roots of unity, in two doubles each; printed by tools/fft_roots.py")
     print("#pragma once\n")
     print("namespace orvel::fft {\nnamespace {\n")
     print(f"constexpr int circle = {CIRCLE};\n")

@@ -1,4 +1,4 @@
-// fft/isa/root_table.h - cosines and sines of the multiples of a 256th of the circle; printed by tools/fft_roots.py
+// fft/isa/root_table.h - roots of unity, in two doubles each; printed by tools/fft_roots.py
 #pragma once
 
 namespace orvel::fft {
