@@ -3,7 +3,8 @@
 // An angle is a multiple c of a 256th of the circle and a rest g of at most half of one, both from integers.
 // The table has the root at c in two doubles; polynomials of sin(g) and 1 - cos(g) give a correction of at
 // most 0.0123, so that the result is within 0.54 ulp of a part that is not small. Where angles are close,
-// every eighth root is made so, and its neighbours from it by corrections of at most 0.05: 0.6 ulp.
+// every eighth root is made so, and its neighbours from it by corrections of at most 0.05 (0.8 for single
+// ones, of double): 0.6 ulp.
 #include "fft/isa/loops.h"
 #include "fft/isa/root_table.h"
 
@@ -75,7 +76,9 @@ void roots(int64_t n, int64_t start, int64_t step, int64_t count, int64_t stride
 {
     const Circle of(n);
     int64_t k = 0;
-    if (stride == 1 && count >= 4 * eight && step * 512 <= n)
+    // Roots that are rounded to single can be further apart.
+    constexpr int64_t least = sizeof(R) == sizeof(float) ? 32 : 512;
+    if (stride == 1 && count >= 2 * eight && step * least <= n)
         k = neighbours(of, start, step, count, cosine, sine);
     for (; k < count; ++k) {
         const Root r = of.root(start + step * k);
