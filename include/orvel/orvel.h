@@ -2,6 +2,7 @@
 #ifndef ORVEL_ORVEL_H
 #define ORVEL_ORVEL_H
 
+#include "orvel/fft.h"
 #include "orvel/frame.h"
 #include "orvel/host.h"
 #include "orvel/interp.h"

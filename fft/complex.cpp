@@ -1,0 +1,102 @@
+// fft/complex.cpp - FFTCI, FFTCF, FFTCB, F2TCF, F2TCB: transforms of complex sequences
+#include <complex>
+
+#include "fft/entry.h"
+#include "frame/export.h"
+#include "orvel/fft.h"
+
+namespace orvel::fft {
+
+namespace {
+
+template <class R>
+void initialise(int64_t n, R* wfc)
+{
+    if (n == 1) return;
+    const Factors f = factorize(n);
+    store_blocks<R>(f, wfc + 2 * n);
+    store_factors<R>(f, wfc + 4 * n);
+}
+
+template <class R>
+void fftci(const int32_t* n, R* wfc)
+{
+    Routine<R, "FFTCI"> me;
+    if (is_length(me, *n)) initialise<R>(*n, wfc);
+}
+
+// The passes do not write the input: it is const for the caller.
+template <class R, bool forward, class Frame>
+void transform_from(Frame& me, int32_t n, const std::complex<R>* in, std::complex<R>* out, R* wfc, R* cwork)
+{
+    Factors f;
+    const int64_t length = n;
+    if (!is_initialised(me, n, wfc + 4 * length, f)) return;
+    if (n == 1) {
+        *out = *in;
+        return;
+    }
+    R* const x = const_cast<R*>(reinterpret_cast<const R*>(in));
+    transform<R>(f, wfc + 2 * length,
+                 {pairs(x, forward), pairs(reinterpret_cast<R*>(out), forward), wfc, cwork});
+}
+
+template <class R, bool forward>
+void f2tc(frame::State& state, int32_t n, const std::complex<R>* in, std::complex<R>* out, R* wfc, R* cwork)
+{
+    if constexpr (forward) {
+        Routine<R, "F2TCF"> me(state);
+        transform_from<R, true>(me, n, in, out, wfc, cwork);
+    } else {
+        Routine<R, "F2TCB"> me(state);
+        transform_from<R, false>(me, n, in, out, wfc, cwork);
+    }
+}
+
+template <class R, bool forward>
+void f2tc_entry(const int32_t* n, const std::complex<R>* in, std::complex<R>* out, R* wfc, R* cwork)
+{
+    f2tc<R, forward>(frame::state(), *n, in, out, wfc, cwork);
+}
+
+template <class R, bool forward, class Frame>
+void with_storage(Frame& me, int32_t n, const std::complex<R>* in, std::complex<R>* out)
+{
+    if (!is_length(me, n)) return;
+    Scratch<R> wfc, cwork;
+    const int64_t length = n;
+    if (!wfc.allocate(4 * length + 15) || !cwork.allocate(2 * length)) return no_storage(me, n);
+    initialise<R>(length, wfc);
+    f2tc<R, forward>(me.state(), n, in, out, wfc, cwork);
+}
+
+template <class R>
+void fftcf(const int32_t* n, const std::complex<R>* in, std::complex<R>* out)
+{
+    Routine<R, "FFTCF"> me;
+    with_storage<R, true>(me, *n, in, out);
+}
+
+template <class R>
+void fftcb(const int32_t* n, const std::complex<R>* in, std::complex<R>* out)
+{
+    Routine<R, "FFTCB"> me;
+    with_storage<R, false>(me, *n, in, out);
+}
+
+}  // namespace
+
+}  // namespace orvel::fft
+
+using namespace orvel::fft;
+
+ORVEL_EXPORT(FFTCI, fftci_, 2, fftci<float>);
+ORVEL_EXPORT(DFFTCI, dfftci_, 2, fftci<double>);
+ORVEL_EXPORT(FFTCF, fftcf_, 3, fftcf<float>);
+ORVEL_EXPORT(DFFTCF, dfftcf_, 3, fftcf<double>);
+ORVEL_EXPORT(FFTCB, fftcb_, 3, fftcb<float>);
+ORVEL_EXPORT(DFFTCB, dfftcb_, 3, fftcb<double>);
+ORVEL_EXPORT(F2TCF, f2tcf_, 5, (f2tc_entry<float, true>));
+ORVEL_EXPORT(DF2TCF, df2tcf_, 5, (f2tc_entry<double, true>));
+ORVEL_EXPORT(F2TCB, f2tcb_, 5, (f2tc_entry<float, false>));
+ORVEL_EXPORT(DF2TCB, df2tcb_, 5, (f2tc_entry<double, false>));

@@ -1,0 +1,103 @@
+// fft/factors.cpp - factor lists in memory and in the 15 elements of a work vector
+#include "fft/transform.h"
+
+namespace orvel::fft {
+
+Factors factorize(int64_t n)
+{
+    Factors f;
+    f.n = n;
+    const auto divide_out = [&](int64_t d) {
+        for (; n % d == 0; n /= d) f.append(d);
+    };
+    divide_out(4);
+    if (n % 2 == 0) {
+        for (int32_t k = f.count; k > 0; --k) f.factor[k] = f.factor[k - 1];
+        f.factor[0] = 2;
+        ++f.count;
+        n /= 2;
+    }
+    divide_out(3);
+    divide_out(5);
+    for (int64_t d = 7; d * d <= n; d += 2) divide_out(d);
+    if (n > 1) f.append(n);
+    return f;
+}
+
+namespace {
+
+bool is_one_factor(int64_t a, int64_t b) { return b == 4 ? a == 2 || a == 4 : a == b && (a == 3 || a == 5); }
+
+// The first pair of factors 2, 4 or 4, 4 or 3, 3 or 5, 5 becomes one. Every list of more than 13 has one.
+void shorten(Factors& f)
+{
+    int32_t k = 0;
+    while (!is_one_factor(f.factor[k], f.factor[k + 1])) ++k;
+    f.factor[k] *= f.factor[k + 1];
+    --f.count;
+    for (++k; k < f.count; ++k) f.factor[k] = f.factor[k + 1];
+}
+
+void append_parts(Factors& f, int64_t factor)
+{
+    const auto append = [&f](int64_t a, int64_t b) {
+        f.append(a);
+        f.append(b);
+    };
+    switch (factor) {
+        case 8:
+            return append(2, 4);
+        case 9:
+            return append(3, 3);
+        case 16:
+            return append(4, 4);
+        case 25:
+            return append(5, 5);
+        default:
+            return f.append(factor);
+    }
+}
+
+}  // namespace
+
+template <class R>
+void store_factors(const Factors& f, R* stored)
+{
+    Factors list = f;
+    while (list.count > most_stored) shorten(list);
+    stored[0] = static_cast<R>(list.n);
+    stored[1] = static_cast<R>(list.count);
+    for (int32_t k = 0; k < most_stored; ++k)
+        stored[2 + k] = k < list.count ? static_cast<R>(list.factor[k]) : R(0);
+}
+
+template <class R>
+bool read_factors(int64_t n, const R* stored, Factors& f)
+{
+    if (stored[0] != static_cast<R>(n) || !(stored[1] >= 1 && stored[1] <= most_stored)) return false;
+    const int32_t count = static_cast<int32_t>(stored[1] + R(0.5));
+    f.n = n;
+    f.count = 0;
+    int64_t product = 1;
+    for (int32_t k = 0; k < count; ++k) {
+        const R value = stored[2 + k];
+        if (!(value >= 2 && value <= R(0x1p31))) return false;
+        int64_t factor = static_cast<int64_t>(value + R(0.5));
+        if (factor >= int64_t(1) << 24 && k == count - 1) {
+            // A single real may be a rounded factor. It is the last one, and what the others leave.
+            factor = n / product;
+            if (static_cast<R>(factor) != value) return false;
+        }
+        product *= factor;
+        if (product > n || (factor % 2 == 0 && factor > 4 && factor != 8 && factor != 16)) return false;
+        append_parts(f, factor);
+    }
+    return product == n;
+}
+
+template void store_factors(const Factors&, float*);
+template void store_factors(const Factors&, double*);
+template bool read_factors(int64_t, const float*, Factors&);
+template bool read_factors(int64_t, const double*, Factors&);
+
+}  // namespace orvel::fft

@@ -1,0 +1,265 @@
+// fft/halves.cpp - real transforms of even length by complex ones of half the length, and those of odd length
+#include "fft/halves.h"
+
+#include <algorithm>
+
+#include "frame/scratch.h"
+
+namespace orvel::fft {
+
+namespace {
+
+// The order of the passes of half the length: a factor of at most 4 comes last where there is one, because
+// the roots of the last pass serve to join the halves.
+Factors half_of(const Factors& f)
+{
+    Factors h;
+    h.n = f.n / 2;
+    int32_t even = 0;
+    while (f.factor[even] % 2 != 0) ++even;
+    if (f.factor[even] == 4) h.append(2);
+    for (int32_t k = 0; k < f.count; ++k)
+        if (k != even) h.append(f.factor[k]);
+    int32_t small = h.count - 1;
+    while (small > 0 && h.factor[small] > 4) --small;
+    if (h.count > 0 && h.factor[small] <= 4)
+        std::rotate(h.factor + small, h.factor + small + 1, h.factor + h.count);
+    return h;
+}
+
+HalvesLoop<float> join_loop(float) { return halves_loops().join_s; }
+HalvesLoop<double> join_loop(double) { return halves_loops().join_d; }
+HalvesLoop<float> split_loop(float) { return halves_loops().split_s; }
+HalvesLoop<double> split_loop(double) { return halves_loops().split_d; }
+
+// All elements between the first and the middle one, with their opposites.
+template <class R>
+void for_pairs(HalvesLoop<R> loop, const Factors& h, const Halves<R>& at, const R* roots_of_passes)
+{
+    const int64_t m = h.n, end = (m + 1) / 2;
+    const R one = 1, zero = 0;
+    if (end > 1) loop(at, 1, 2, &one, &zero);
+    const int64_t last = h.factor[h.count - 1], l = m / last;
+    if (h.count > 1 && last <= 4) {
+        const R* const cosine = roots_of_passes + 2 * (l - h.factor[0]);
+        return loop(at, 2, end, cosine + 1, cosine + l + 1);
+    }
+    constexpr int64_t batch = 128;
+    R cosine[batch / 2], sine[batch / 2];
+    for (int64_t k = 2; k < end; k += batch) {
+        roots<R>(m, k / 2, 1, batch / 2, 1, cosine, sine);
+        loop(at, k, std::min(k + batch, end), cosine, sine);
+    }
+}
+
+template <class R>
+void even_forward(const Factors& f, const R* in, R* out, R* scratch, const R* roots_of_passes)
+{
+    const Factors h = half_of(f);
+    const int64_t m = h.n;
+    R *const re = scratch, *const im = scratch + m;
+    if (m == 1) {
+        re[0] = in[0];
+        im[0] = in[1];
+    } else {
+        transform<R>(h, roots_of_passes, {pairs(const_cast<R*>(in)), apart(scratch, m), out, nullptr});
+    }
+    out[0] = re[0] + im[0];
+    out[f.n - 1] = re[0] - im[0];
+    if (m == 1) return;
+    const R* const turn = roots_of_passes + f.n - 2;
+    for_pairs<R>(join_loop(R()), h, {m, re, im, out, turn[0], turn[1]}, roots_of_passes);
+    if (m % 2 == 0) {
+        out[m - 1] = re[m / 2];
+        out[m] = -im[m / 2];
+    }
+}
+
+template <class R>
+void even_backward(const Factors& f, const R* in, R* out, R* scratch, const R* roots_of_passes)
+{
+    const Factors h = half_of(f);
+    const int64_t m = h.n;
+    // What the first pass reads is not what it writes; the number of passes decides.
+    R* const z = first_target_is_scratch(h) ? out : scratch;
+    if (z == in) {
+        std::copy(in, in + f.n, scratch);
+        in = scratch;
+    }
+    R *const re = z, *const im = z + m;
+    R* const c = const_cast<R*>(in);
+    const R first = c[0], last = c[f.n - 1], middle_re = m % 2 == 0 ? c[m - 1] : R(0),
+            middle_im = m % 2 == 0 ? c[m] : R(0);
+    if (m > 1) {
+        const R* const turn = roots_of_passes + f.n - 2;
+        for_pairs<R>(split_loop(R()), h, {m, re, im, c, turn[0], turn[1]}, roots_of_passes);
+    }
+    re[0] = first + last;
+    im[0] = first - last;
+    if (m % 2 == 0) {
+        re[m / 2] = 2 * middle_re;
+        im[m / 2] = -2 * middle_im;
+    }
+    if (m == 1) {
+        const R sum = re[0], difference = im[0];
+        out[0] = sum;
+        out[1] = difference;
+        return;
+    }
+    transform<R>(h, roots_of_passes, {apart(z, m, false), pairs(out, false), scratch, nullptr});
+}
+
+// ---- odd lengths: complex transforms of the whole length, on the heap ------------------------------------
+
+template <class R>
+struct Root {
+    R cosine, sine;
+};
+
+template <class R>
+Root<R> root_at(int64_t n, const R* circle, int64_t k)
+{
+    if (k == 0) return {1, 0};
+    const R* const root = circle + 2 * (std::min(k, n - k) - 1);
+    return {root[0], k <= n - k ? root[1] : -root[1]};
+}
+
+template <class R>
+void blocks_from_circle(const Factors& f, const R* circle, R* blocks)
+{
+    const auto put = [&](int64_t k, R* cosine, R* sine) {
+        const Root<R> root = root_at(f.n, circle, k);
+        *cosine = root.cosine;
+        *sine = root.sine;
+    };
+    if (f.count == 1)
+        return for_chirp(f.n, [&](int64_t j, int64_t at) { put(at, blocks + 2 * j, blocks + 2 * j + 1); });
+    int64_t l = 1;
+    for (int32_t k = 0; k < f.count; ++k) {
+        const int64_t r = f.factor[k], step = f.n / (l * r);
+        for (int64_t i = 1; k > 0 && i < r; ++i, blocks += 2 * l)
+            for (int64_t e = 0; e < l; ++e) put(i * e * step, blocks + e, blocks + l + e);
+        l *= r;
+    }
+}
+
+template <class R>
+struct Whole {
+    R *z, *result, *spare, *blocks;
+    Scratch<R> memory;
+
+    [[nodiscard]] bool allocate(int64_t n)
+    {
+        if (!memory.allocate(8, n)) return false;
+        z = memory;
+        result = z + 2 * n;
+        spare = result + 2 * n;
+        blocks = spare + 2 * n;
+        return true;
+    }
+};
+
+template <class R>
+void odd_forward(const Factors& f, const R* in, R* out, R* scratch, const R* circle)
+{
+    const int64_t n = f.n;
+    Whole<R> whole;
+    if (whole.allocate(n)) {
+        std::copy(in, in + n, whole.z);
+        std::fill(whole.z + n, whole.z + 2 * n, R(0));
+        blocks_from_circle<R>(f, circle, whole.blocks);
+        transform<R>(f, whole.blocks,
+                     {apart<R>(whole.z, n), apart<R>(whole.result, n), whole.spare, nullptr});
+        out[0] = whole.result[0];
+        for (int64_t k = 1; k <= n / 2; ++k) {
+            out[2 * k - 1] = whole.result[k];
+            out[2 * k] = whole.result[n + k];
+        }
+        return;
+    }
+    std::copy(in, in + n, scratch);
+    for (int64_t k = 0; k <= n / 2; ++k) {
+        R re = 0, im = 0;
+        for (int64_t j = 0; j < n; ++j) {
+            const Root<R> root = root_at(n, circle, j * k % n);
+            re += scratch[j] * root.cosine;
+            im -= scratch[j] * root.sine;
+        }
+        out[k == 0 ? 0 : 2 * k - 1] = re;
+        if (k > 0) out[2 * k] = im;
+    }
+}
+
+template <class R>
+void odd_backward(const Factors& f, const R* in, R* out, R* scratch, const R* circle)
+{
+    const int64_t n = f.n;
+    Whole<R> whole;
+    if (whole.allocate(n)) {
+        R *const re = whole.z, *const im = re + n;
+        re[0] = in[0];
+        im[0] = 0;
+        for (int64_t k = 1; k <= n / 2; ++k) {
+            re[k] = re[n - k] = in[2 * k - 1];
+            im[k] = in[2 * k];
+            im[n - k] = -in[2 * k];
+        }
+        blocks_from_circle<R>(f, circle, whole.blocks);
+        transform<R>(f, whole.blocks,
+                     {apart<R>(whole.z, n, false), apart<R>(whole.result, n, false), whole.spare, nullptr});
+        std::copy(whole.result, whole.result + n, out);
+        return;
+    }
+    std::copy(in, in + n, scratch);
+    for (int64_t j = 0; j < n; ++j) {
+        R sum = 0;
+        for (int64_t k = 1; k <= n / 2; ++k) {
+            const Root<R> root = root_at(n, circle, j * k % n);
+            sum += scratch[2 * k - 1] * root.cosine - scratch[2 * k] * root.sine;
+        }
+        out[j] = scratch[0] + 2 * sum;
+    }
+}
+
+}  // namespace
+
+template <class R>
+void store_real_roots(const Factors& f, R* stored)
+{
+    if (f.n % 2 != 0) return roots<R>(f.n, 1, 1, f.n / 2, 2, stored, stored + 1);
+    if (f.n == 2) return;
+    const Factors h = half_of(f);
+    store_blocks<R>(h, stored);
+    R* const turn = stored + f.n - 2;
+    R cosine, half;
+    roots<R>(f.n, 1, 0, 1, 1, &cosine, turn);
+    roots<R>(2 * f.n, 1, 0, 1, 1, &cosine, &half);
+    turn[1] = 2 * half * half;
+}
+
+template <class R>
+void real_forward(const Factors& f, const R* in, R* out, R* scratch, const R* roots_of_passes)
+{
+    if (f.n % 2 == 0)
+        even_forward<R>(f, in, out, scratch, roots_of_passes);
+    else
+        odd_forward<R>(f, in, out, scratch, roots_of_passes);
+}
+
+template <class R>
+void real_backward(const Factors& f, const R* in, R* out, R* scratch, const R* roots_of_passes)
+{
+    if (f.n % 2 == 0)
+        even_backward<R>(f, in, out, scratch, roots_of_passes);
+    else
+        odd_backward<R>(f, in, out, scratch, roots_of_passes);
+}
+
+template void store_real_roots(const Factors&, float*);
+template void store_real_roots(const Factors&, double*);
+template void real_forward(const Factors&, const float*, float*, float*, const float*);
+template void real_forward(const Factors&, const double*, double*, double*, const double*);
+template void real_backward(const Factors&, const float*, float*, float*, const float*);
+template void real_backward(const Factors&, const double*, double*, double*, const double*);
+
+}  // namespace orvel::fft

@@ -1,0 +1,21 @@
+// fft/halves.h - real transforms, by complex ones
+#pragma once
+
+#include "fft/transform.h"
+
+namespace orvel::fft {
+
+// Roots of the real transform of length f.n in N reals. An even length N = 2M has the blocks of the complex
+// transform of length M, whose factors are in another order so that a small one is the last; behind them is
+// room, of which two reals are used: sine and versed sine of the angle pi / M. An odd length has the roots
+// 1..(N - 1) / 2, cosine and sine in turn.
+template <class R>
+void store_real_roots(const Factors& f, R* roots);
+
+// `scratch` has N numbers; `in` may be `out`.
+template <class R>
+void real_forward(const Factors& f, const R* in, R* out, R* scratch, const R* roots);
+template <class R>
+void real_backward(const Factors& f, const R* in, R* out, R* scratch, const R* roots);
+
+}  // namespace orvel::fft

@@ -1,0 +1,97 @@
+// fft/transform.h - factor lists, roots and complex transforms of any length, for the routines of this folder
+#pragma once
+
+#include <cstdint>
+
+#include "fft/isa/loops.h"
+
+namespace orvel::fft {
+
+// Factors in the order of the passes. As many as a length below 2^31 can have, and the same in the stored
+// form, where 15 elements hold the length, the count and up to 13 factors.
+struct Factors {
+    int64_t n = 1;
+    int32_t count = 0;
+    int64_t factor[32];
+
+    void append(int64_t f) { factor[count++] = f; }
+};
+inline constexpr int32_t most_stored = 13;
+
+// 4, 2, 3, 5, 7, 9, 11 ... divided out in turn; a 2 found behind others goes to the front.
+Factors factorize(int64_t n);
+
+// Stores n, the count and the factors in 15 reals. Lists of more than 13 are shortened: pairs are multiplied.
+template <class R>
+void store_factors(const Factors& f, R* stored);
+
+// Reads them back; false where they are no factorization of n. What rounding took from n or from a large
+// factor is restored.
+template <class R>
+bool read_factors(int64_t n, const R* stored, Factors& f);
+
+inline bool is_small_odd(int64_t f) { return f <= 7 || f == 11 || f == 13; }
+
+// Roots by factor, see Pass: the block of the factor at l begins at blocks + 2 * (l - factor[0]), and all of
+// them take 2 * (n - factor[0]) numbers. A single factor has none, but beyond largest_general its chirp of n
+// + 1 numbers.
+template <class R>
+void store_blocks(const Factors& f, R* blocks);
+
+// `count` roots exp(2 pi i (start + step k) / n), cosine and sine `stride` apart from the next.
+template <class R>
+void roots(int64_t n, int64_t start, int64_t step, int64_t count, int64_t stride, R* cosine, R* sine);
+
+// Storage of a transform: what the passes write in turn. The result ends in `out`; the passes before write
+// `scratch` and the memory of `out` in turn, 2n numbers each. Where `in` lies in what the first pass would
+// write, that pass takes `spare`, which may be null: then the input is moved first.
+template <class R>
+struct Storage {
+    Parts<R> in, out;
+    R *scratch, *spare;
+};
+
+// The forward transform; with the parts of `in` and `out` exchanged it is the backward one.
+template <class R>
+void transform(const Factors& f, const R* blocks, const Storage<R>& s);
+
+// Whether the first pass writes `scratch`.
+bool first_target_is_scratch(const Factors& f);
+
+template <class R>
+Parts<R> pairs(R* z, bool forward = true)
+{
+    return forward ? Parts<R>{z, z + 1, 2} : Parts<R>{z + 1, z, 2};
+}
+template <class R>
+Parts<R> apart(R* z, int64_t n, bool forward = true)
+{
+    return forward ? Parts<R>{z, z + n, 1} : Parts<R>{z + n, z, 1};
+}
+
+// A pass of an odd factor beyond largest_general. Where it is the only one, first_roots is its chirp.
+template <class R>
+void large_pass(const Pass<R>& pass);
+template <class R>
+void store_chirp(int64_t r, R* chirp);
+
+// Calls use(j, at) for the stored half of the chirp of an odd r: element j is root `at` of r.
+template <class Use>
+void for_chirp(int64_t r, Use use)
+{
+    int64_t at = 0;
+    for (int64_t j = 0; j <= r / 2; ++j) {
+        use(j, at);
+        at += j + (r + 1) / 2;
+        if (at >= r) at -= r;
+    }
+}
+
+const PassLoop& pass_loop(int64_t factor);
+const PassLoop& block_loop();
+const RootLoop& root_loop();
+const HalvesLoops& halves_loops();
+void run_pass(const PassLoop& loop, const Pass<float>& pass);
+void run_pass(const PassLoop& loop, const Pass<double>& pass);
+
+}  // namespace orvel::fft

@@ -1,0 +1,96 @@
+/* orvel/fft.h - fast Fourier transforms of real and complex sequences of any length
+ *
+ * Nothing is divided by N: a forward and a backward transform after each other return N times the sequence.
+ * Lengths of small factors are fast; a large prime factor is done by a convolution, which takes its scratch
+ * from the heap (and is done by slow direct sums where there is none). A forward and a backward transform
+ * return random sequences with errors of 0.45 eps sqrt(log2 N) in the root mean square; 0.85 eps where a
+ * large prime factor is in N (measured up to 2^20).
+ *
+ * The fronts FFTRF, FFTRB, FFTCF, FFTCB obtain a work vector and initialise it in each call. Who transforms
+ * many sequences of one length calls FFTRI or FFTCI once and then the workers F2TRF ... F2TCB. A work vector
+ * is of one length and one precision, for both directions. Threads share one only as copies, because its
+ * first part is scratch. Input and output may be the same array; else they must not overlap.
+ *
+ * Work vectors:
+ *
+ *     elements                   real, WFR(2N+15)            complex, WFC(4N+15)
+ *     scratch of the passes      1 .. N                      1 .. 2N
+ *     roots of unity             N+1 .. 2N                   2N+1 .. 4N
+ *     N, count, factors          2N+1 .. 2N+15               4N+1 .. 4N+15
+ *
+ * Factors: 4 as often as it divides N, then 2, 3, 5, 7, 9, 11 ...; a 2 behind others is moved to the front.
+ * So N = 12 has 4, 3; 8 has 2, 4; 14 has 2, 7. Where they are more than 13, pairs 2, 4 and 4, 4 and 3, 3 and
+ * 5, 5 are stored as one. The roots are within 0.6 ulp of the larger part; how they are ordered is the
+ * library's.
+ *
+ * Storage of the transform of a real sequence, COEF(N), for N = 6 and N = 7 (c_k the sum of x_j
+ * cos(2 pi k (j-1) / N), s_k that of x_j sin):
+ *
+ *     COEF      1     2     3     4     5     6     7
+ *     N = 6    c_0   c_1  -s_1   c_2  -s_2   c_3
+ *     N = 7    c_0   c_1  -s_1   c_2  -s_2   c_3  -s_3
+ *
+ * that is real and imaginary part of each coefficient of the complex transform in turn, without the parts
+ * that are zero and the coefficients that are conjugates of these.
+ *
+ * Every routine posts TERMINAL 1 for N < 1; the fronts TERMINAL 2 where the work vector cannot be obtained;
+ * the workers TERMINAL 3 where the factors in the work vector are not those of N. Nothing is computed and no
+ * output written after an error. With N = 1 the initialisation does nothing and a transform copies.
+ *
+ * Source: P. Swarztrauber, Vectorizing the FFTs, in: Parallel Computations, 1982.
+ */
+#ifndef ORVEL_FFT_H
+#define ORVEL_FFT_H
+
+#include "orvel/types.h"
+
+ORVEL_BEGIN
+
+/* Initialises the work vector of real transforms. N in, WFR(2N+15) out. Posts TERMINAL 1. */
+void FFTRI(const int32_t* n, float* wfr);
+void DFFTRI(const int32_t* n, double* wfr);
+
+/* Transforms a real sequence. XSEQ(N) in, COEF(N) out. Posts TERMINAL 1, 2. */
+void FFTRF(const int32_t* n, const float* xseq, float* coef);
+void DFFTRF(const int32_t* n, const double* xseq, double* coef);
+
+/* Transforms real coefficients back: x_j = c_0 + 2 sum over k of (c_k cos - s_k sin with the stored sign)
+ * (+ c_(N/2) (-1)^(j-1)). COEF(N) in, XSEQ(N) out. Posts TERMINAL 1, 2. */
+void FFTRB(const int32_t* n, const float* coef, float* xseq);
+void DFFTRB(const int32_t* n, const double* coef, double* xseq);
+
+/* FFTRF and FFTRB with the work vector of FFTRI. WFR(2N+15): its first N elements are scratch. Transforms of
+ * odd length take further scratch from the heap; without it they are slow direct sums. Post TERMINAL 1, 3. */
+void F2TRF(const int32_t* n, const float* xseq, float* coef, float* wfr);
+void DF2TRF(const int32_t* n, const double* xseq, double* coef, double* wfr);
+void F2TRB(const int32_t* n, const float* coef, float* xseq, float* wfr);
+void DF2TRB(const int32_t* n, const double* coef, double* xseq, double* wfr);
+
+/* The forward transform in place, with the sections of the work vector as arrays. C(N) in and out, CH(N)
+ * scratch, WA(N) and FAC(15) the roots and the factors as FFTRI stores them. Posts TERMINAL 1, 3. */
+void F3TRF(const int32_t* n, float* c, float* ch, const float* wa, const float* fac);
+void DF3TRF(const int32_t* n, double* c, double* ch, const double* wa, const double* fac);
+
+/* Initialises the work vector of complex transforms. N in, WFC(4N+15) out. Posts TERMINAL 1. */
+void FFTCI(const int32_t* n, float* wfc);
+void DFFTCI(const int32_t* n, double* wfc);
+
+/* COEF(k) = the sum of XSEQ(j) exp(-2 pi i (j-1) (k-1) / N). XSEQ(N) in, COEF(N) out. Posts TERMINAL 1, 2. */
+void FFTCF(const int32_t* n, const orvel_complex* xseq, orvel_complex* coef);
+void DFFTCF(const int32_t* n, const orvel_dcomplex* xseq, orvel_dcomplex* coef);
+
+/* The same with exp(+2 pi i ...). COEF(N) in, XSEQ(N) out. Posts TERMINAL 1, 2. */
+void FFTCB(const int32_t* n, const orvel_complex* coef, orvel_complex* xseq);
+void DFFTCB(const int32_t* n, const orvel_dcomplex* coef, orvel_dcomplex* xseq);
+
+/* FFTCF and FFTCB with the work vector of FFTCI. WFC(4N+15): its first 2N elements are scratch. CWORK(2N
+ * reals, or N complex numbers) scratch: the first pass writes there when input and output are one array. Post
+ * TERMINAL 1, 3. */
+void F2TCF(const int32_t* n, const orvel_complex* xseq, orvel_complex* coef, float* wfc, float* cwork);
+void DF2TCF(const int32_t* n, const orvel_dcomplex* xseq, orvel_dcomplex* coef, double* wfc, double* cwork);
+void F2TCB(const int32_t* n, const orvel_complex* coef, orvel_complex* xseq, float* wfc, float* cwork);
+void DF2TCB(const int32_t* n, const orvel_dcomplex* coef, orvel_dcomplex* xseq, double* wfc, double* cwork);
+
+ORVEL_END
+
+#endif

@@ -1,0 +1,430 @@
+// tests/fft/fft_test.cpp - transforms against sums from the definition, work vectors, errors
+#include <dlfcn.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <complex>
+#include <limits>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "fft/transform.h"
+#include "tests/levels.h"
+#include "tests/support.h"
+
+// No storage while `refuse` is set.
+static thread_local bool refuse = false;
+extern "C" void* aligned_alloc(std::size_t alignment, std::size_t size) noexcept
+{
+    static const auto real =
+        reinterpret_cast<void* (*)(std::size_t, std::size_t)>(dlsym(RTLD_NEXT, "aligned_alloc"));
+    return refuse ? nullptr : real(alignment, size);
+}
+
+namespace {
+
+using orvel_test::Capture;
+using orvel_test::on_every_level;
+using orvel_test::one_line;
+using orvel_test::Outcome;
+using orvel_test::outcome;
+using orvel_test::set_switches;
+using Wide = std::complex<long double>;
+
+template <class R>
+struct Library;
+template <>
+struct Library<float> {
+    static constexpr const char* prefix = "";
+    static constexpr auto FftRi = FFTRI, FftCi = FFTCI;
+    static constexpr auto FftRf = FFTRF, FftRb = FFTRB;
+    static constexpr auto FftCf = FFTCF, FftCb = FFTCB;
+    static constexpr auto F2tRf = F2TRF, F2tRb = F2TRB;
+    static constexpr auto F2tCf = F2TCF, F2tCb = F2TCB;
+    static constexpr auto F3tRf = F3TRF;
+};
+template <>
+struct Library<double> {
+    static constexpr const char* prefix = "D";
+    static constexpr auto FftRi = DFFTRI, FftCi = DFFTCI;
+    static constexpr auto FftRf = DFFTRF, FftRb = DFFTRB;
+    static constexpr auto FftCf = DFFTCF, FftCb = DFFTCB;
+    static constexpr auto F2tRf = DF2TRF, F2tRb = DF2TRB;
+    static constexpr auto F2tCf = DF2TCF, F2tCb = DF2TCB;
+    static constexpr auto F3tRf = DF3TRF;
+};
+
+constexpr long double two_pi = 6.283185307179586476925286766559L;
+
+Wide root(int64_t j, int64_t n)
+{
+    const long double angle = two_pi * static_cast<long double>(j % n) / static_cast<long double>(n);
+    return {std::cos(angle), -std::sin(angle)};
+}
+
+// Coefficients k of x from the definition.
+template <class C>
+std::vector<Wide> sums(const std::vector<C>& x, const std::vector<int64_t>& k)
+{
+    const int64_t n = static_cast<int64_t>(x.size());
+    std::vector<Wide> table(n), result;
+    for (int64_t j = 0; j < n; ++j) table[j] = root(j, n);
+    for (const int64_t which : k) {
+        Wide sum = 0;
+        for (int64_t j = 0; j < n; ++j) sum += Wide(std::real(x[j]), std::imag(x[j])) * table[j * which % n];
+        result.push_back(sum);
+    }
+    return result;
+}
+
+std::vector<int64_t> all_of(int64_t n)
+{
+    std::vector<int64_t> k(n);
+    for (int64_t j = 0; j < n; ++j) k[j] = j;
+    return k;
+}
+
+template <class R>
+class Fft : public orvel_test::Quiet {
+protected:
+    using C = std::complex<R>;
+    using L = Library<R>;
+
+    Fft() { set_switches(0, 1, 0); }
+
+    static std::vector<R> random(int64_t n, unsigned seed)
+    {
+        std::mt19937_64 generator(seed);
+        std::uniform_real_distribution<R> uniform(-1, 1);
+        std::vector<R> x(n);
+        for (R& v : x) v = uniform(generator);
+        return x;
+    }
+    static std::vector<C> random_pairs(int64_t n, unsigned seed)
+    {
+        const std::vector<R> parts = random(2 * n, seed);
+        std::vector<C> x(n);
+        for (int64_t j = 0; j < n; ++j) x[j] = {parts[2 * j], parts[2 * j + 1]};
+        return x;
+    }
+
+    // The root mean square of the errors, in that of a random sequence's coefficients. Rounding errors of
+    // log N passes add up like a random walk; large primes go through three transforms.
+    static void expect_close(const std::vector<C>& y, const std::vector<int64_t>& k,
+                             const std::vector<Wide>& exact, int64_t n, const std::string& what)
+    {
+        long double error = 0, scale = 0;
+        for (std::size_t j = 0; j < k.size(); ++j) {
+            error += std::norm(Wide(y[k[j]].real(), y[k[j]].imag()) - exact[j]);
+            scale += std::norm(exact[j]);
+        }
+        const auto eps = static_cast<long double>(std::numeric_limits<R>::epsilon());
+        const long double bound =
+            (k.size() < 20 ? 3 : 1) * eps * (1 + std::log2(static_cast<long double>(n)) / 3);
+        ASSERT_LE(std::sqrt(error / scale), bound) << what << ", N = " << n;
+    }
+
+    // The complex coefficients that a real transform stores.
+    static std::vector<C> unpacked(const std::vector<R>& c)
+    {
+        const std::size_t n = c.size();
+        std::vector<C> y(n, c[0]);
+        for (std::size_t k = 1; k <= n / 2; ++k) {
+            y[k] = 2 * k == n ? C(c[n - 1]) : C(c[2 * k - 1], c[2 * k]);
+            y[n - k] = std::conj(y[k]);
+        }
+        return y;
+    }
+
+    static constexpr R guard = 7;
+    static std::vector<R> work_vector(int64_t size)
+    {
+        std::vector<R> w(size + 8, std::numeric_limits<R>::quiet_NaN());
+        std::fill(w.end() - 8, w.end(), guard);
+        return w;
+    }
+    static void expect_guarded(const std::vector<R>& w)
+    {
+        for (std::size_t k = 1; k <= 8; ++k) ASSERT_EQ(w[w.size() - k], guard);
+    }
+
+    // Both directions, in place and not, one work vector for all; `odd` shifts the arrays off alignment.
+    static void check(int32_t n, const std::vector<int64_t>& k)
+    {
+        std::vector<R> wfc = work_vector(4 * int64_t{n} + 15), cwork = work_vector(2 * int64_t{n});
+        std::vector<R> wfr = work_vector(2 * int64_t{n} + 15);
+        const std::vector<C> x = random_pairs(n, n);
+        std::vector<C> y(n), z(x);
+        const std::vector<Wide> exact = sums(x, k);
+        L::FftCi(&n, wfc.data());
+        L::F2tCf(&n, x.data(), y.data(), wfc.data(), cwork.data());
+        expect_close(y, k, exact, n, "forward");
+        L::F2tCf(&n, z.data(), z.data(), wfc.data(), cwork.data());
+        EXPECT_EQ(z, y) << "forward in place, N = " << n;
+
+        // The backward transform of conj(x) is the conjugate of the forward one of x, bit by bit.
+        std::vector<C> mirrored(n), back(n);
+        for (int32_t j = 0; j < n; ++j) mirrored[j] = std::conj(x[j]);
+        L::F2tCb(&n, mirrored.data(), back.data(), wfc.data(), cwork.data());
+        for (C& v : back) v = std::conj(v);
+        expect_close(back, k, exact, n, "backward");
+        L::F2tCb(&n, mirrored.data(), mirrored.data(), wfc.data(), cwork.data());
+        for (C& v : mirrored) v = std::conj(v);
+        EXPECT_EQ(mirrored, back) << "backward in place, N = " << n;
+
+        const std::vector<R> real = random(n, n + 1);
+        std::vector<R> c(n), in_place(real), from(n);
+        L::FftRi(&n, wfr.data());
+        L::F2tRf(&n, real.data(), c.data(), wfr.data());
+        expect_close(unpacked(c), k, sums(real, k), n, "real");
+        L::F2tRf(&n, in_place.data(), in_place.data(), wfr.data());
+        EXPECT_EQ(in_place, c) << "real in place, N = " << n;
+        L::F2tRb(&n, c.data(), from.data(), wfr.data());
+        L::F2tRb(&n, c.data(), c.data(), wfr.data());
+        EXPECT_EQ(from, c) << "real backward in place, N = " << n;
+        std::vector<C> once(n);
+        std::vector<Wide> twice(n);
+        for (int32_t j = 0; j < n; ++j) {
+            once[j] = c[j];
+            twice[j] = static_cast<long double>(real[j]) * n;
+        }
+        expect_close(once, all_of(n), twice, int64_t{n} * n, "real there and back");
+        for (const auto* w : {&wfc, &wfr, &cwork}) expect_guarded(*w);
+    }
+
+    Capture printed;
+};
+
+using Precisions = ::testing::Types<float, double>;
+TYPED_TEST_SUITE(Fft, Precisions);
+
+TYPED_TEST(Fft, EveryLengthToThreeHundred)
+{
+    on_every_level([this] {
+        for (int32_t n = 1; n <= 300 && !this->HasFatalFailure(); ++n) this->check(n, all_of(n));
+    });
+    EXPECT_EQ(this->printed.take(), "");
+}
+
+// Powers, blocks of every kind, composites of large factors, convolutions inside composites.
+TYPED_TEST(Fft, LongLengths)
+{
+    for (const int32_t n : {512, 1000, 1024, 1200, 2048, 2401, 3375, 4096, 5040, 8192, 9973, 16384, 14641,
+                            2 * 8191, 131 * 137, 127 * 131 * 3, 1 << 17, 3 << 16, 5 << 15})
+        this->check(n, {0, 1, 2, 5, n / 3, n / 2, n - 1});
+    on_every_level([this] {
+        for (const int32_t n : {1 << 15, 1 << 16, 10007}) this->check(n, {1, n / 7, n / 2, n - 2});
+    });
+    for (const int32_t n : {1 << 20, 2 * 1594323, 4782969, 1000003}) this->check(n, {1, n / 7});
+}
+
+TYPED_TEST(Fft, StoredFactors)
+{
+    using R = TypeParam;
+    const struct {
+        int32_t n;
+        std::vector<R> factors;
+    } rows[] = {{2, {2}},
+                {8, {2, 4}},
+                {12, {4, 3}},
+                {14, {2, 7}},
+                {16, {4, 4}},
+                {30, {2, 3, 5}},
+                {97, {97}},
+                {121, {11, 11}},
+                {1000, {2, 4, 5, 5, 5}},
+                {5040, {4, 4, 3, 3, 5, 7}},
+                {2 * 1594323, {2, 9, 3, 3, 3, 3, 3, 3, 3, 3, 3, 3, 3}}};
+    for (const auto& row : rows) {
+        std::vector<R> wfr = this->work_vector(2 * int64_t{row.n} + 15),
+                       wfc = this->work_vector(4 * int64_t{row.n} + 15);
+        Library<R>::FftRi(&row.n, wfr.data());
+        Library<R>::FftCi(&row.n, wfc.data());
+        std::vector<R> expected{static_cast<R>(row.n), static_cast<R>(row.factors.size())};
+        expected.insert(expected.end(), row.factors.begin(), row.factors.end());
+        for (std::size_t k = 0; k < expected.size(); ++k) {
+            EXPECT_EQ(wfr[2 * row.n + k], expected[k]) << row.n;
+            EXPECT_EQ(wfc[4 * row.n + k], expected[k]) << row.n;
+        }
+    }
+    // Lengths and factors that a single real rounds, and the longest lists of each kind.
+    for (const int64_t n : {2147483647LL, 2 * 1073741789LL, 16777259LL, 1LL << 30, 1LL << 27, 1162261467LL,
+                            1464843750LL, 2050781250LL}) {
+        const orvel::fft::Factors f = orvel::fft::factorize(n);
+        R stored[16] = {};
+        orvel::fft::Factors again;
+        stored[15] = this->guard;
+        orvel::fft::store_factors(f, stored);
+        ASSERT_TRUE(orvel::fft::read_factors(n, stored, again)) << n;
+        ASSERT_EQ(again.count, f.count) << n;
+        int64_t product = 1;
+        for (int32_t k = 0; k < again.count; ++k) product *= again.factor[k];
+        EXPECT_EQ(product, n);
+        EXPECT_LE(stored[1], 13);
+        EXPECT_EQ(stored[15], this->guard);
+    }
+}
+
+// Roots against the C library in more precision: half an ulp of 1 and what the corrections leave.
+TYPED_TEST(Fft, Roots)
+{
+    using R = TypeParam;
+    on_every_level([] {
+        long double worst = 0;
+        for (const int64_t n : {7, 360, 1024, 4099, 65536, 1000003}) {
+            std::vector<R> c(n), s(n);
+            orvel::fft::roots<R>(n, 0, 1, n, 1, c.data(), s.data());
+            for (int64_t j = 0; j < n; ++j) {
+                worst = std::max(worst, std::abs(c[j] - root(j, n).real()));
+                worst = std::max(worst, std::abs(s[j] + root(j, n).imag()));
+            }
+        }
+        EXPECT_LE(worst, 0.31L * std::numeric_limits<R>::epsilon());
+    });
+}
+
+// Without heap, workers sum directly where they wanted scratch, and the fronts say so.
+TYPED_TEST(Fft, WithoutStorage)
+{
+    using R = TypeParam;
+    using C = std::complex<R>;
+    for (const int32_t n : {131 * 4, 3 * 131, 135, 149}) {
+        std::vector<R> wfc = this->work_vector(4 * n + 15), wfr = this->work_vector(2 * n + 15), cwork(2 * n);
+        const std::vector<C> x = this->random_pairs(n, n);
+        const std::vector<R> real = this->random(n, n);
+        std::vector<C> y(n);
+        std::vector<R> c(n), back(n);
+        Library<R>::FftCi(&n, wfc.data());
+        Library<R>::FftRi(&n, wfr.data());
+        refuse = true;
+        Library<R>::F2tCf(&n, x.data(), y.data(), wfc.data(), cwork.data());
+        Library<R>::F2tRf(&n, real.data(), c.data(), wfr.data());
+        Library<R>::F2tRb(&n, c.data(), back.data(), wfr.data());
+        refuse = false;
+        this->expect_close(y, all_of(n), sums(x, all_of(n)), n, "complex");
+        this->expect_close(this->unpacked(c), all_of(n), sums(real, all_of(n)), n, "real");
+        for (int32_t j = 0; j < n; ++j)
+            EXPECT_NEAR(back[j], real[j] * n, 20 * n * std::numeric_limits<R>::epsilon());
+    }
+}
+
+TYPED_TEST(Fft, LengthOneCopies)
+{
+    using R = TypeParam;
+    const int32_t n = 1;
+    const std::complex<R> z = {3, -4};
+    std::complex<R> w = 0;
+    R nothing = 5, x = 2, y = 0;
+    Library<R>::FftCi(&n, &nothing);
+    Library<R>::FftRi(&n, &nothing);
+    EXPECT_EQ(nothing, 5);
+    Library<R>::FftCf(&n, &z, &w);
+    EXPECT_EQ(w, z);
+    Library<R>::FftRb(&n, &x, &y);
+    EXPECT_EQ(y, x);
+}
+
+// Every routine refuses what it cannot do, and writes nothing.
+TYPED_TEST(Fft, Errors)
+{
+    using R = TypeParam;
+    using C = std::complex<R>;
+    using L = Library<R>;
+    const int32_t twelve = 12;
+    std::vector<R> x(30), w(63);
+    std::vector<C> z(30);
+    const struct {
+        const char* name;
+        bool front, worker;
+        void (*call)(int32_t, R*, C*, R*);
+    } rows[] = {
+        {"FFTRI", false, false, [](int32_t n, R*, C*, R* v) { L::FftRi(&n, v); }},
+        {"FFTCI", false, false, [](int32_t n, R*, C*, R* v) { L::FftCi(&n, v); }},
+        {"FFTRF", true, false, [](int32_t n, R* a, C*, R*) { L::FftRf(&n, a, a); }},
+        {"FFTRB", true, false, [](int32_t n, R* a, C*, R*) { L::FftRb(&n, a, a); }},
+        {"FFTCF", true, false, [](int32_t n, R*, C* b, R*) { L::FftCf(&n, b, b); }},
+        {"FFTCB", true, false, [](int32_t n, R*, C* b, R*) { L::FftCb(&n, b, b); }},
+        {"F2TRF", false, true, [](int32_t n, R* a, C*, R* v) { L::F2tRf(&n, a, a, v); }},
+        {"F2TRB", false, true, [](int32_t n, R* a, C*, R* v) { L::F2tRb(&n, a, a, v); }},
+        {"F2TCF", false, true, [](int32_t n, R* a, C* b, R* v) { L::F2tCf(&n, b, b, v, a); }},
+        {"F2TCB", false, true, [](int32_t n, R* a, C* b, R* v) { L::F2tCb(&n, b, b, v, a); }},
+        {"F3TRF", false, true, [](int32_t n, R* a, C*, R* v) { L::F3tRf(&n, a, a + 15, v, v + 40); }},
+    };
+    for (const auto& row : rows) {
+        const auto expect = [&](int32_t code, const std::string& text) {
+            EXPECT_EQ(outcome(), (Outcome{5, code})) << row.name;
+            const std::string start =
+                " *** TERMINAL ERROR " + std::to_string(code) + " from " + L::prefix + row.name;
+            EXPECT_EQ(one_line(this->printed.take()), "\n" + start + ".  " + text + "\n");
+            EXPECT_EQ(x, std::vector<R>(30));
+            EXPECT_EQ(z, std::vector<C>(30));
+        };
+        for (const int32_t n : {0, -2147483647 - 1}) {
+            row.call(n, x.data(), z.data(), w.data());
+            expect(1, "The length of the sequence N = " + std::to_string(n) + ".  It must be at least 1.");
+        }
+        if (row.front) {
+            refuse = true;
+            row.call(twelve, x.data(), z.data(), w.data());
+            refuse = false;
+            expect(
+                2,
+                "The required storage cannot be allocated.  The specified N may be too large, where N = 12.");
+        }
+        // Work vectors of nothing, of something else, of another length, with a factor too many or too large.
+        const R nan = std::numeric_limits<R>::quiet_NaN();
+        for (const std::vector<R>& stored : {std::vector<R>{},
+                                             {nan, nan, nan},
+                                             {12, nan},
+                                             {12, 2, nan, nan},
+                                             {12, 2, 4, -3},
+                                             {12, 2, 4, R(1e30)},
+                                             {12, 1e9},
+                                             {12, 14, 4, 3},
+                                             {12, 0},
+                                             {12, 1, 6},
+                                             {12, 1, 12},
+                                             {24, 2, 4, 3},
+                                             {24, 3, 2, 4, 3},
+                                             {12, 3, 4, 3, 2},
+                                             {12, 2, 0, 3}}) {
+            if (!row.worker) break;
+            std::fill(w.begin(), w.end(), R(0));
+            const std::string name = row.name;
+            const int at = name == "F3TRF" ? 40 : name[3] == 'C' ? 48 : 24;
+            std::copy(stored.begin(), stored.end(), w.begin() + at);
+            row.call(twelve, x.data(), z.data(), w.data());
+            expect(
+                3,
+                "The work vector does not hold the factors of the length N = 12.  It must be initialized for this length.");
+        }
+    }
+}
+
+// Fronts and F3TRF give the bits of the workers.
+TYPED_TEST(Fft, Fronts)
+{
+    using R = TypeParam;
+    using C = std::complex<R>;
+    using L = Library<R>;
+    const int32_t n = 1680;
+    std::vector<R> wfc(4 * n + 15), cwork(2 * n), wfr(2 * n + 15), c(n), by_front(n);
+    const std::vector<C> x = this->random_pairs(n, 5);
+    const std::vector<R> real = this->random(n, 6);
+    std::vector<C> y(n), front(n);
+    L::FftCi(&n, wfc.data());
+    L::FftRi(&n, wfr.data());
+    L::F2tCf(&n, x.data(), y.data(), wfc.data(), cwork.data());
+    L::FftCf(&n, x.data(), front.data());
+    EXPECT_EQ(front, y);
+    L::F2tRf(&n, real.data(), c.data(), wfr.data());
+    L::FftRf(&n, real.data(), by_front.data());
+    EXPECT_EQ(by_front, c);
+    by_front = real;
+    L::F3tRf(&n, by_front.data(), wfr.data(), wfr.data() + n, wfr.data() + 2 * n);
+    EXPECT_EQ(by_front, c);
+}
+
+}  // namespace
