@@ -74,6 +74,12 @@ struct Plan {
     }
 };
 
+// The short division is the faster one. Only convolutions are longer than its numbers.
+int64_t quotient(int64_t a, int64_t b)
+{
+    return a >> 32 == 0 ? static_cast<uint32_t>(a) / static_cast<uint32_t>(b) : a / b;
+}
+
 template <class R>
 [[gnu::noinline]] void run_general(Pass<R>& pass)
 {
@@ -160,8 +166,7 @@ void transform(const Factors& f, const R* blocks, const Storage<R>& s)
         take(e.inner == 2, pass.second, pass.second_roots);
         take(e.outer > 0, pass.third, pass.third_roots);
         take(e.outer == 2, pass.fourth, pass.fourth_roots);
-        // The length is below 2^31: the short division is the faster one.
-        m = k == f.count ? 1 : static_cast<uint32_t>(m) / static_cast<uint32_t>(e.product);
+        m = k == f.count ? 1 : quotient(m, e.product);
         pass.m = m;
         --left;
         R* target = left % 2 == 0 ? result : s.scratch;

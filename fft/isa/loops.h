@@ -45,7 +45,7 @@ struct PassLoop {
     void (*d)(const Pass<double>& pass);
 };
 
-// Cosines and sines of 2 pi * (start + step * k) / n for k < count, every `stride`th number; n < 2^31, and
+// Cosines and sines of 2 pi * (start + step * k) / n for k < count, every `stride`th number; n < 2^34, and
 // start + step * k < 2^44.
 struct RootLoop {
     void (*s)(int64_t n, int64_t start, int64_t step, int64_t count, int64_t stride, float* cosine,
