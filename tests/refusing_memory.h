@@ -9,7 +9,8 @@
 
 namespace orvel_test {
 
-inline int requests = 0, failing = 0;  // counts requests; the failing one is refused
+inline constexpr int every = -1;
+inline int requests = 0, failing = 0;  // counts requests; the failing one, or every one, is refused
 inline std::size_t last_size = 0;
 
 inline void refuse(int request)
@@ -26,5 +27,6 @@ extern "C" void* aligned_alloc(std::size_t alignment, std::size_t size) noexcept
         reinterpret_cast<void* (*)(std::size_t, std::size_t)>(dlsym(RTLD_NEXT, "aligned_alloc"));
     using namespace orvel_test;
     last_size = size;
-    return ++requests == failing || size > (std::size_t{1} << 40) ? nullptr : next(alignment, size);
+    return ++requests == failing || failing == every || size > (std::size_t{1} << 40) ? nullptr
+                                                                                      : next(alignment, size);
 }

@@ -1,5 +1,4 @@
 // tests/fft/fft_test.cpp - transforms against sums from the definition, work vectors, errors
-#include <dlfcn.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -12,24 +11,18 @@
 
 #include "fft/transform.h"
 #include "tests/levels.h"
+#include "tests/refusing_memory.h"
 #include "tests/support.h"
-
-// No storage while `refuse` is set.
-static thread_local bool refuse = false;
-extern "C" void* aligned_alloc(std::size_t alignment, std::size_t size) noexcept
-{
-    static const auto real =
-        reinterpret_cast<void* (*)(std::size_t, std::size_t)>(dlsym(RTLD_NEXT, "aligned_alloc"));
-    return refuse ? nullptr : real(alignment, size);
-}
 
 namespace {
 
 using orvel_test::Capture;
+using orvel_test::every;
 using orvel_test::on_every_level;
 using orvel_test::one_line;
 using orvel_test::Outcome;
 using orvel_test::outcome;
+using orvel_test::refuse;
 using orvel_test::set_switches;
 using Wide = std::complex<long double>;
 
@@ -298,11 +291,11 @@ TYPED_TEST(Fft, WithoutStorage)
         std::vector<R> c(n), back(n);
         Library<R>::FftCi(&n, wfc.data());
         Library<R>::FftRi(&n, wfr.data());
-        refuse = true;
+        refuse(every);
         Library<R>::F2tCf(&n, x.data(), y.data(), wfc.data(), cwork.data());
         Library<R>::F2tRf(&n, real.data(), c.data(), wfr.data());
         Library<R>::F2tRb(&n, c.data(), back.data(), wfr.data());
-        refuse = false;
+        refuse(0);
         this->expect_close(y, all_of(n), sums(x, all_of(n)), n, "complex");
         this->expect_close(this->unpacked(c), all_of(n), sums(real, all_of(n)), n, "real");
         for (int32_t j = 0; j < n; ++j)
@@ -366,9 +359,9 @@ TYPED_TEST(Fft, Errors)
             expect(1, "The length of the sequence N = " + std::to_string(n) + ".  It must be at least 1.");
         }
         if (row.front) {
-            refuse = true;
+            refuse(every);
             row.call(twelve, x.data(), z.data(), w.data());
-            refuse = false;
+            refuse(0);
             expect(
                 2,
                 "The required storage cannot be allocated.  The specified N may be too large, where N = 12.");
