@@ -28,8 +28,9 @@ for file in "$library" "$build/liborvel_blas.so"; do
     needed=$(objdump -p "$file" | awk '$1 == "NEEDED" { print $2 }' |
         grep -vE '^(liborvel|libgomp|libstdc\+\+|libm|libgcc_s|libc|libpthread|ld-linux.*)\.so' || true)
     [ -z "$needed" ] || { echo "$file needs $needed"; exit 1; }
-    objdump -p "$file" | grep -q "SONAME.*$(basename "$file").1$"
+    soname=$(objdump -p "$file" | awk '$1 == "SONAME" { print $2 }')
+    [ "$soname" = "$(basename "$file").1" ] || { echo "$file is called $soname"; exit 1; }
 done
-! objdump -p "$library" | grep -q 'NEEDED.*liborvel' || { echo "liborvel needs its own forwarders"; exit 1; }
-! readelf -d "$library" | grep -q STATIC_TLS || { echo "needs static TLS"; exit 1; }
+! objdump -p "$library" | grep 'NEEDED.*liborvel' || { echo "liborvel needs its own forwarders"; exit 1; }
+! readelf -d "$library" | grep STATIC_TLS || { echo "needs static TLS"; exit 1; }
 echo "exports are those of tools/exports.txt and tools/exports_blas.txt"
