@@ -240,10 +240,7 @@ bool factor_plainly(int64_t n, T* fact, int64_t ldfac, int32_t* ipvt, Part<T>* s
     bool singular = false;
     for (int64_t k = 0; k + 1 < n; ++k) {
         T* const column = fact + k * ldfac;
-        int64_t best = k;
-        Part<T> largest = -1;
-        for (int64_t i = k; i < n; ++i)
-            if (magnitude(column[i]) * s[i] > largest) largest = magnitude(column[i]) * s[i], best = i;
+        const int64_t best = k + first_of_largest(n - k, column + k, s + k);
         ipvt[k] = static_cast<int32_t>(best + 1);
         if (!(magnitude(column[best]) > small)) {
             singular = true;

@@ -16,16 +16,10 @@ void crgrg(const int32_t* n, const T* a, const int32_t* lda, T* b, const int32_t
     for (int64_t j = 0; j < *n; ++j) kernels::copy<T>(*n, a + j * *lda, 1, b + j * *ldb, 1);
 }
 
-// Ties go to the lowest row: a later one replaces it only when it is strictly larger.
 template <class T>
 void l4trg(const int32_t* n, const T* x, const Part<T>* s, int32_t* l)
 {
-    *l = *n < 1 ? 0 : 1;
-    Part<T> largest = -1;
-    for (int32_t i = 0; i < *n; ++i) {
-        const Part<T> size = magnitude(x[i]) * s[i];
-        if (size > largest) largest = size, *l = i + 1;
-    }
+    *l = *n < 1 ? 0 : static_cast<int32_t>(first_of_largest(*n, x, s) + 1);
 }
 
 // t = -1 / x

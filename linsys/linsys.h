@@ -9,12 +9,14 @@
 #include "frame/constants.h"
 #include "frame/routine.h"
 #include "frame/scratch.h"
+#include "kernels/matrix.h"
 #include "kernels/vectors.h"
 #include "linsys/isa/loops.h"
 #include "orvel/linsys.h"
 
 namespace orvel::linsys {
 
+using kernels::conjugate;
 using kernels::is_complex;
 using kernels::Part;
 
@@ -42,13 +44,17 @@ inline double magnitude(double x)
     return std::abs(x);
 }
 
+// The first of n rows, from 0, whose |x| * s is largest: a later one has to be strictly larger.
 template <class T>
-inline T conjugate(T x)
+inline int64_t first_of_largest(int64_t n, const T* x, const Part<T>* s)
 {
-    if constexpr (is_complex<T>)
-        return std::conj(x);
-    else
-        return x;
+    int64_t best = 0;
+    Part<T> largest = -1;
+    for (int64_t k = 0; k < n; ++k) {
+        const Part<T> size = magnitude(x[k]) * s[k];
+        if (size > largest) largest = size, best = k;
+    }
+    return best;
 }
 
 // A pivot is close to zero when its magnitude is not above this; its reciprocal does not overflow.
