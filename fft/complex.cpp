@@ -1,7 +1,9 @@
 // fft/complex.cpp - FFTCI, FFTCF, FFTCB, F2TCF, F2TCB: transforms of complex sequences
 #include <complex>
+#include <type_traits>
 
 #include "fft/entry.h"
+#include "fft/short.h"
 #include "frame/export.h"
 #include "orvel/fft.h"
 
@@ -27,8 +29,10 @@ void fftci(const int32_t* n, R* wfc)
 
 // The passes do not write the input: it is const for the caller.
 template <class R, bool forward, class Frame>
-void transform_from(Frame& me, int32_t n, const std::complex<R>* in, std::complex<R>* out, R* wfc, R* cwork)
+[[gnu::noinline]] void transform_any(frame::State& state, int32_t n, const std::complex<R>* in,
+                                     std::complex<R>* out, R* wfc, R* cwork)
 {
+    Frame me(state);
     Factors f;
     const int64_t length = n;
     if (!is_initialised(me, n, wfc + 4 * length, f)) return;
@@ -37,20 +41,19 @@ void transform_from(Frame& me, int32_t n, const std::complex<R>* in, std::comple
         return;
     }
     R* const x = const_cast<R*>(reinterpret_cast<const R*>(in));
-    transform<R>(f, wfc + 2 * length,
-                 {pairs(x, forward), pairs(reinterpret_cast<R*>(out), forward), wfc, cwork});
+    Storage<R> storage = {pairs(x, forward), pairs(reinterpret_cast<R*>(out), forward), wfc, cwork};
+    if (goes_in_two(f)) storage.between = between(f, wfc, cwork);
+    transform<R>(f, wfc + 2 * length, storage);
 }
 
 template <class R, bool forward>
 void f2tc(frame::State& state, int32_t n, const std::complex<R>* in, std::complex<R>* out, R* wfc, R* cwork)
 {
-    if constexpr (forward) {
-        Routine<R, "F2TCF"> me(state);
-        transform_from<R, true>(me, n, in, out, wfc, cwork);
-    } else {
-        Routine<R, "F2TCB"> me(state);
-        transform_from<R, false>(me, n, in, out, wfc, cwork);
-    }
+    using Frame = std::conditional_t<forward, Routine<R, "F2TCF">, Routine<R, "F2TCB">>;
+    const ShortLoop<R> loop = short_loop<R>(forward ? forward_complex : backward_complex, n, wfc, 4);
+    if (loop == nullptr) return transform_any<R, forward, Frame>(state, n, in, out, wfc, cwork);
+    Frame::visit(state);
+    loop(reinterpret_cast<const R*>(in), reinterpret_cast<R*>(out));
 }
 
 template <class R, bool forward>
@@ -60,8 +63,10 @@ void f2tc_entry(const int32_t* n, const std::complex<R>* in, std::complex<R>* ou
 }
 
 template <class R, bool forward, class Frame>
-void with_storage(Frame& me, int32_t n, const std::complex<R>* in, std::complex<R>* out)
+[[gnu::noinline]] void with_storage(frame::State& state, int32_t n, const std::complex<R>* in,
+                                    std::complex<R>* out)
 {
+    Frame me(state);
     if (!is_length(me, n)) return;
     Scratch<R> wfc, cwork;
     const int64_t length = n;
@@ -70,18 +75,15 @@ void with_storage(Frame& me, int32_t n, const std::complex<R>* in, std::complex<
     f2tc<R, forward>(me.state(), n, in, out, wfc, cwork);
 }
 
-template <class R>
-void fftcf(const int32_t* n, const std::complex<R>* in, std::complex<R>* out)
+template <class R, bool forward>
+void front(const int32_t* n, const std::complex<R>* in, std::complex<R>* out)
 {
-    Routine<R, "FFTCF"> me;
-    with_storage<R, true>(me, *n, in, out);
-}
-
-template <class R>
-void fftcb(const int32_t* n, const std::complex<R>* in, std::complex<R>* out)
-{
-    Routine<R, "FFTCB"> me;
-    with_storage<R, false>(me, *n, in, out);
+    using Frame = std::conditional_t<forward, Routine<R, "FFTCF">, Routine<R, "FFTCB">>;
+    frame::State& state = frame::state();
+    const ShortLoop<R> loop = short_loop<R>(forward ? forward_complex : backward_complex, *n);
+    if (loop == nullptr) return with_storage<R, forward, Frame>(state, *n, in, out);
+    Frame::visit(state);
+    loop(reinterpret_cast<const R*>(in), reinterpret_cast<R*>(out));
 }
 
 }  // namespace
@@ -92,10 +94,10 @@ using namespace orvel::fft;
 
 ORVEL_EXPORT(FFTCI, fftci_, 2, fftci<float>);
 ORVEL_EXPORT(DFFTCI, dfftci_, 2, fftci<double>);
-ORVEL_EXPORT(FFTCF, fftcf_, 3, fftcf<float>);
-ORVEL_EXPORT(DFFTCF, dfftcf_, 3, fftcf<double>);
-ORVEL_EXPORT(FFTCB, fftcb_, 3, fftcb<float>);
-ORVEL_EXPORT(DFFTCB, dfftcb_, 3, fftcb<double>);
+ORVEL_EXPORT(FFTCF, fftcf_, 3, (front<float, true>));
+ORVEL_EXPORT(DFFTCF, dfftcf_, 3, (front<double, true>));
+ORVEL_EXPORT(FFTCB, fftcb_, 3, (front<float, false>));
+ORVEL_EXPORT(DFFTCB, dfftcb_, 3, (front<double, false>));
 ORVEL_EXPORT(F2TCF, f2tcf_, 5, (f2tc_entry<float, true>));
 ORVEL_EXPORT(DF2TCF, df2tcf_, 5, (f2tc_entry<double, true>));
 ORVEL_EXPORT(F2TCB, f2tcb_, 5, (f2tc_entry<float, false>));

@@ -9,8 +9,7 @@ namespace orvel::fft {
 
 namespace {
 
-// The order of the passes of half the length: a factor of at most 4 comes last where there is one, because
-// the roots of the last pass serve to join the halves.
+// The factors of half the length, in the same order.
 Factors half_of(const Factors& f)
 {
     Factors h;
@@ -20,10 +19,6 @@ Factors half_of(const Factors& f)
     if (f.factor[even] == 4) h.append(2);
     for (int32_t k = 0; k < f.count; ++k)
         if (k != even) h.append(f.factor[k]);
-    int32_t small = h.count - 1;
-    while (small > 0 && h.factor[small] > 4) --small;
-    if (h.count > 0 && h.factor[small] <= 4)
-        std::rotate(h.factor + small, h.factor + small + 1, h.factor + h.count);
     return h;
 }
 
@@ -32,23 +27,33 @@ HalvesLoop<double> join_loop(double) { return halves_loops().join_d; }
 HalvesLoop<float> split_loop(float) { return halves_loops().split_s; }
 HalvesLoop<double> split_loop(double) { return halves_loops().split_d; }
 
-// All elements between the first and the middle one, with their opposites.
+// All elements between the first and the middle one, with their opposites. The last pass has the first of the
+// roots that join them.
 template <class R>
 void for_pairs(HalvesLoop<R> loop, const Factors& h, const Halves<R>& at, const R* roots_of_passes)
 {
     const int64_t m = h.n, end = (m + 1) / 2;
     const R one = 1, zero = 0;
     if (end > 1) loop(at, 1, 2, &one, &zero);
-    const int64_t last = h.factor[h.count - 1], l = m / last;
-    if (h.count > 1 && last <= 4) {
+    int64_t known = 1;
+    const auto take = [&](int64_t x, int64_t count, const R* cosine, const R* sine) {
+        const int64_t done = x == 0 ? 1 : 0, begin = 2 * (x + done);
+        known = x + count;
+        if (begin < end) loop(at, begin, std::min(2 * known, end), cosine + done, sine + done);
+    };
+    if (goes_in_two(h)) {
+        for_last_roots<R>(h, roots_of_passes, take);
+    } else if (h.count > 1) {
+        const int64_t l = m / h.factor[h.count - 1];
         const R* const cosine = roots_of_passes + 2 * (l - h.factor[0]);
-        return loop(at, 2, end, cosine + 1, cosine + l + 1);
+        take(0, l, cosine, cosine + l);
     }
-    constexpr int64_t batch = 128;
-    R cosine[batch / 2], sine[batch / 2];
-    for (int64_t k = 2; k < end; k += batch) {
-        roots<R>(m, k / 2, 1, batch / 2, 1, cosine, sine);
-        loop(at, k, std::min(k + batch, end), cosine, sine);
+    constexpr int64_t batch = 64;
+    R cosine[batch], sine[batch];
+    for (; 2 * known < end; known += batch) {
+        const int64_t count = std::min(batch, (end + 1) / 2 - known);
+        roots<R>(m, known, 1, count, 1, cosine, sine);
+        loop(at, 2 * known, std::min(2 * (known + count), end), cosine, sine);
     }
 }
 
@@ -62,7 +67,10 @@ void even_forward(const Factors& f, const R* in, R* out, R* scratch, const R* ro
         re[0] = in[0];
         im[0] = in[1];
     } else {
-        transform<R>(h, roots_of_passes, {pairs(const_cast<R*>(in)), apart(scratch, m), out, nullptr});
+        if (in == out && goes_in_two(h)) in = std::copy(in, in + f.n, scratch) - f.n;
+        Storage<R> storage = {pairs(const_cast<R*>(in)), apart(scratch, m), out, nullptr};
+        if (goes_in_two(h)) storage.between = narrow_between(h, out);
+        transform<R>(h, roots_of_passes, storage);
     }
     out[0] = re[0] + im[0];
     out[f.n - 1] = re[0] - im[0];
@@ -81,7 +89,7 @@ void even_backward(const Factors& f, const R* in, R* out, R* scratch, const R* r
     const Factors h = half_of(f);
     const int64_t m = h.n;
     // What the first pass reads is not what it writes; the number of passes decides.
-    R* const z = first_target_is_scratch(h) ? out : scratch;
+    R* const z = goes_in_two(h) || first_target_is_scratch(h) ? out : scratch;
     if (z == in) {
         std::copy(in, in + f.n, scratch);
         in = scratch;
@@ -106,7 +114,9 @@ void even_backward(const Factors& f, const R* in, R* out, R* scratch, const R* r
         out[1] = difference;
         return;
     }
-    transform<R>(h, roots_of_passes, {apart(z, m, false), pairs(out, false), scratch, nullptr});
+    Storage<R> storage = {apart(z, m, false), pairs(out, false), scratch, nullptr};
+    if (goes_in_two(h)) storage.between = narrow_between(h, scratch);
+    transform<R>(h, roots_of_passes, storage);
 }
 
 // ---- odd lengths: complex transforms of the whole length, on the heap ------------------------------------

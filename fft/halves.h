@@ -6,9 +6,8 @@
 namespace orvel::fft {
 
 // Roots of the real transform of length f.n in N reals. An even length N = 2M has the blocks of the complex
-// transform of length M, whose factors are in another order so that a small one is the last; behind them is
-// room, of which two reals are used: sine and versed sine of the angle pi / M. An odd length has the roots
-// 1..(N - 1) / 2, cosine and sine in turn.
+// transform of length M; behind them is room, of which two reals are used: sine and versed sine of the angle
+// pi / M. An odd length has the roots 1..(N - 1) / 2, cosine and sine in turn.
 template <class R>
 void store_real_roots(const Factors& f, R* roots);
 

@@ -17,15 +17,13 @@ namespace orvel::fft {
 
 namespace {
 
-// The shortest length from n on that is 1, 9/8, 5/4, 3/2 or 15/8 of a power of 2.
+// The shortest length from n on that is 1, 5/4 or 3/2 of a power of 2.
 int64_t convolution_length(int64_t n)
 {
     int64_t best = 16;
     while (best < n) best *= 2;
-    for (const int64_t eighths : {9, 10, 12, 15}) {
-        const int64_t length = best / 16 * eighths;
-        if (length >= n && best / 16 % 8 == 0) return length;
-    }
+    for (const int64_t eighths : {5, 6})
+        if (best / 8 * eighths >= n) return best / 8 * eighths;
     return best;
 }
 
@@ -51,6 +49,12 @@ public:
     Parts<R> input() { return apart<R>(a_, length_.n); }
 
 private:
+    Storage<R> storage(Parts<R> in, Parts<R> out) const
+    {
+        if (goes_in_two(length_)) return {in, out, nullptr, nullptr, between<R>(length_, c_)};
+        return {in, out, c_, nullptr};
+    }
+
     int64_t r_ = 0;
     Factors length_;
     Scratch<R> memory_;  // one block: the run-time library gives small ones back to the system in each call
@@ -63,18 +67,21 @@ bool Chirp<R>::prepare(int64_t r, const R* stored)
 {
     r_ = r;
     length_ = factorize(convolution_length(2 * r - 1));
-    const int64_t n = length_.n, apart_by = 2 * n + 16, all = 5 * apart_by + r + 1;
+    const int64_t n = length_.n, apart_by = 2 * n + 16;
+    const bool in_two = goes_in_two(length_);  // then transforms are in place
+    const int64_t scratch = in_two ? numbers_between<R>(length_) : apart_by;
+    const int64_t all = (in_two ? 3 : 4) * apart_by + scratch + r + 1;
     if (!memory_.allocate(all)) return false;
     prefer_large_pages(memory_, all * static_cast<int64_t>(sizeof(R)));
     spectrum_ = memory_;
     blocks_ = spectrum_ + apart_by;
     a_ = blocks_ + apart_by;
-    b_ = a_ + apart_by;
+    b_ = in_two ? a_ : a_ + apart_by;
     c_ = b_ + apart_by;
     store_blocks<R>(length_, blocks_);
     chirp_ = stored;
     if (stored == nullptr) {
-        R *const cosine = b_, *const sine = b_ + n, *const chirp = c_ + apart_by;
+        R *const cosine = c_, *const sine = c_ + n, *const chirp = c_ + scratch;
         roots<R>(r, 0, 1, r, 1, cosine, sine);
         for_chirp(r, [&](int64_t j, int64_t at) {
             chirp[2 * j] = cosine[at];
@@ -93,7 +100,7 @@ bool Chirp<R>::prepare(int64_t r, const R* stored)
         re[j] = re[r - j] = re[n - j] = re[n - r + j] = chirp_[2 * j] * scale;
         im[j] = im[r - j] = im[n - j] = im[n - r + j] = chirp_[2 * j + 1] * scale;
     }
-    transform<R>(length_, blocks_, {apart<R>(a_, n), apart<R>(spectrum_, n), b_, c_});
+    transform<R>(length_, blocks_, storage(apart<R>(a_, n), apart<R>(spectrum_, n)));
     return true;
 }
 
@@ -114,7 +121,7 @@ void Chirp<R>::run(Parts<R> z)
     turn_all();
     std::fill(re + r_, re + n, R(0));
     std::fill(im + r_, im + n, R(0));
-    transform<R>(length_, blocks_, {apart<R>(a_, n), apart<R>(b_, n), c_, nullptr});
+    transform<R>(length_, blocks_, storage(apart<R>(a_, n), apart<R>(b_, n)));
     R *const bre = b_, *const bim = bre + n;
     const R *const sre = spectrum_, *const sim = sre + n;
     for (int64_t k = 0; k < n; ++k) {
@@ -122,7 +129,7 @@ void Chirp<R>::run(Parts<R> z)
         bre[k] = x * sre[k] - y * sim[k];
         bim[k] = x * sim[k] + y * sre[k];
     }
-    transform<R>(length_, blocks_, {apart<R>(b_, n, false), apart<R>(a_, n, false), c_, nullptr});
+    transform<R>(length_, blocks_, storage(apart<R>(b_, n, false), apart<R>(a_, n, false)));
     turn_all();
     for (int64_t k = 0; k < r_; ++k) {
         z.re[k * z.stride] = re[k];
@@ -136,7 +143,7 @@ void sum_directly(const Pass<R>& p)
 {
     constexpr int64_t batch = 64;
     R cosine[batch], sine[batch];
-    const int64_t r = p.first, l = p.l, n = l * r;
+    const int64_t r = p.group[0].first, l = p.l, n = l * r;
     for (int64_t b = 0; b < p.m; ++b)
         for (int64_t to = 0; to < n; ++to) {
             R re = 0, im = 0;
@@ -166,8 +173,8 @@ template <class R>
 void large_pass(const Pass<R>& p)
 {
     Chirp<R> chirp;
-    const int64_t r = p.first, l = p.l;
-    if (!chirp.prepare(r, l == 1 && p.m == 1 ? p.first_roots : nullptr)) return sum_directly(p);
+    const int64_t r = p.group[0].first, l = p.l;
+    if (!chirp.prepare(r, l == 1 && p.m == 1 ? p.group[0].first_roots : nullptr)) return sum_directly(p);
     const Parts<R> x = chirp.input();
     for (int64_t b = 0; b < p.m; ++b)
         for (int64_t k = 0; k < l; ++k) {
@@ -176,7 +183,8 @@ void large_pass(const Pass<R>& p)
                 x.re[i] = p.in.re[e];
                 x.im[i] = p.in.im[e];
                 if (k == 0 || i == 0) continue;
-                const R c = p.first_roots[2 * l * (i - 1) + k], s = p.first_roots[2 * l * (i - 1) + l + k];
+                const R c = p.group[0].first_roots[2 * l * (i - 1) + k],
+                        s = p.group[0].first_roots[2 * l * (i - 1) + l + k];
                 const R re = x.re[i] * c + x.im[i] * s;
                 x.im[i] = x.im[i] * c - x.re[i] * s;
                 x.re[i] = re;

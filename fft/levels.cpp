@@ -1,5 +1,6 @@
 // fft/levels.cpp - the tables of hot loops of each instruction-set level
 #include "frame/levels.h"
+#include "fft/short.h"
 #include "fft/transform.h"
 
 namespace orvel::fft {
@@ -12,6 +13,7 @@ namespace orvel::fft {
     extern const PassLoop block_pass;       \
     extern const RootLoop root_loop;        \
     extern const HalvesLoops halves_loops;  \
+    extern const ShortTables short_tables;  \
     }
 #define ORVEL_POWER_PASS(isa) &isa::power_pass,
 #define ORVEL_SMALL_ODD_PASS(isa) &isa::small_odd_pass,
@@ -19,6 +21,7 @@ namespace orvel::fft {
 #define ORVEL_BLOCK_PASS(isa) &isa::block_pass,
 #define ORVEL_ROOT_LOOP(isa) &isa::root_loop,
 #define ORVEL_HALVES_LOOPS(isa) &isa::halves_loops,
+#define ORVEL_SHORT_TABLES(isa) &isa::short_tables,
 
 ORVEL_FOR_EACH_LEVEL(ORVEL_FFT_LOOPS)
 
@@ -51,5 +54,7 @@ const HalvesLoops& halves_loops()
     static constexpr const HalvesLoops* tables[] = {ORVEL_FOR_EACH_LEVEL(ORVEL_HALVES_LOOPS)};
     return *tables[frame::level()];
 }
+
+const ShortTables* const short_tables[] = {ORVEL_FOR_EACH_LEVEL(ORVEL_SHORT_TABLES)};
 
 }  // namespace orvel::fft

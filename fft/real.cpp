@@ -1,6 +1,9 @@
 // fft/real.cpp - FFTRI, FFTRF, FFTRB, F2TRF, F2TRB, F3TRF: transforms of real sequences
+#include <type_traits>
+
 #include "fft/entry.h"
 #include "fft/halves.h"
+#include "fft/short.h"
 #include "frame/export.h"
 #include "orvel/fft.h"
 
@@ -24,79 +27,72 @@ void fftri(const int32_t* n, R* wfr)
     if (is_length(me, *n)) initialise<R>(*n, wfr);
 }
 
-template <class R>
-void f2trf(frame::State& state, int32_t n, const R* xseq, R* coef, R* wfr)
+template <class R, bool forward, class Frame>
+[[gnu::noinline]] void transform_any(frame::State& state, int32_t n, const R* in, R* out, R* wfr)
 {
-    Routine<R, "F2TRF"> me(state);
+    Frame me(state);
     Factors f;
     const int64_t length = n;
     if (!is_initialised(me, n, wfr + 2 * length, f)) return;
     if (n == 1)
-        coef[0] = xseq[0];
+        out[0] = in[0];
+    else if (forward)
+        real_forward<R>(f, in, out, wfr, wfr + length);
     else
-        real_forward<R>(f, xseq, coef, wfr, wfr + length);
+        real_backward<R>(f, in, out, wfr, wfr + length);
 }
 
-template <class R>
-void f2trb(frame::State& state, int32_t n, const R* coef, R* xseq, R* wfr)
+template <class R, bool forward>
+void f2tr(frame::State& state, int32_t n, const R* in, R* out, R* wfr)
 {
-    Routine<R, "F2TRB"> me(state);
-    Factors f;
-    const int64_t length = n;
-    if (!is_initialised(me, n, wfr + 2 * length, f)) return;
-    if (n == 1)
-        xseq[0] = coef[0];
-    else
-        real_backward<R>(f, coef, xseq, wfr, wfr + length);
+    using Frame = std::conditional_t<forward, Routine<R, "F2TRF">, Routine<R, "F2TRB">>;
+    const ShortLoop<R> loop = short_loop<R>(forward ? forward_real : backward_real, n, wfr, 2);
+    if (loop == nullptr) return transform_any<R, forward, Frame>(state, n, in, out, wfr);
+    Frame::visit(state);
+    loop(in, out);
 }
 
 template <class R>
 void f2trf_entry(const int32_t* n, const R* xseq, R* coef, R* wfr)
 {
-    f2trf<R>(frame::state(), *n, xseq, coef, wfr);
+    f2tr<R, true>(frame::state(), *n, xseq, coef, wfr);
 }
 
 template <class R>
 void f2trb_entry(const int32_t* n, const R* coef, R* xseq, R* wfr)
 {
-    f2trb<R>(frame::state(), *n, coef, xseq, wfr);
+    f2tr<R, false>(frame::state(), *n, coef, xseq, wfr);
 }
 
 template <class R>
 void f3trf(const int32_t* n, R* c, R* ch, const R* wa, const R* fac)
 {
     Routine<R, "F3TRF"> me;
+    if (const ShortLoop<R> loop = short_loop<R>(forward_real, *n, fac, 0)) return loop(c, c);
     Factors f;
     if (is_initialised(me, *n, fac, f) && *n > 1) real_forward<R>(f, c, c, ch, wa);
 }
 
-// The work vector of one call.
-template <class R, class Frame>
-bool prepare(Frame& me, int32_t n, Scratch<R>& wfr)
+template <class R, bool forward, class Frame>
+[[gnu::noinline]] void with_storage(frame::State& state, int32_t n, const R* in, R* out)
 {
-    if (!is_length(me, n)) return false;
-    if (!wfr.allocate(2 * int64_t{n} + 15)) {
-        no_storage(me, n);
-        return false;
-    }
+    Frame me(state);
+    if (!is_length(me, n)) return;
+    Scratch<R> wfr;
+    if (!wfr.allocate(2 * int64_t{n} + 15)) return no_storage(me, n);
     initialise<R>(n, wfr);
-    return true;
+    f2tr<R, forward>(me.state(), n, in, out, wfr);
 }
 
-template <class R>
-void fftrf(const int32_t* n, const R* xseq, R* coef)
+template <class R, bool forward>
+void front(const int32_t* n, const R* in, R* out)
 {
-    Routine<R, "FFTRF"> me;
-    Scratch<R> wfr;
-    if (prepare(me, *n, wfr)) f2trf<R>(me.state(), *n, xseq, coef, wfr);
-}
-
-template <class R>
-void fftrb(const int32_t* n, const R* coef, R* xseq)
-{
-    Routine<R, "FFTRB"> me;
-    Scratch<R> wfr;
-    if (prepare(me, *n, wfr)) f2trb<R>(me.state(), *n, coef, xseq, wfr);
+    using Frame = std::conditional_t<forward, Routine<R, "FFTRF">, Routine<R, "FFTRB">>;
+    frame::State& state = frame::state();
+    const ShortLoop<R> loop = short_loop<R>(forward ? forward_real : backward_real, *n);
+    if (loop == nullptr) return with_storage<R, forward, Frame>(state, *n, in, out);
+    Frame::visit(state);
+    loop(in, out);
 }
 
 }  // namespace
@@ -107,10 +103,10 @@ using namespace orvel::fft;
 
 ORVEL_EXPORT(FFTRI, fftri_, 2, fftri<float>);
 ORVEL_EXPORT(DFFTRI, dfftri_, 2, fftri<double>);
-ORVEL_EXPORT(FFTRF, fftrf_, 3, fftrf<float>);
-ORVEL_EXPORT(DFFTRF, dfftrf_, 3, fftrf<double>);
-ORVEL_EXPORT(FFTRB, fftrb_, 3, fftrb<float>);
-ORVEL_EXPORT(DFFTRB, dfftrb_, 3, fftrb<double>);
+ORVEL_EXPORT(FFTRF, fftrf_, 3, (front<float, true>));
+ORVEL_EXPORT(DFFTRF, dfftrf_, 3, (front<double, true>));
+ORVEL_EXPORT(FFTRB, fftrb_, 3, (front<float, false>));
+ORVEL_EXPORT(DFFTRB, dfftrb_, 3, (front<double, false>));
 ORVEL_EXPORT(F2TRF, f2trf_, 4, f2trf_entry<float>);
 ORVEL_EXPORT(DF2TRF, df2trf_, 4, f2trf_entry<double>);
 ORVEL_EXPORT(F2TRB, f2trb_, 4, f2trb_entry<float>);

@@ -32,23 +32,66 @@ bool read_factors(int64_t n, const R* stored, Factors& f);
 
 inline bool is_small_odd(int64_t f) { return f <= 7 || f == 11 || f == 13; }
 
-// Roots by factor, see Pass: the block of the factor at l begins at blocks + 2 * (l - factor[0]), and all of
-// them take 2 * (n - factor[0]) numbers. A single factor has none, but beyond largest_general its chirp of n
-// + 1 numbers.
+// The length of the rows between the passes of a transform that goes in two.
+int64_t length_of_rows(const Factors& f);
+
+// Roots by factor, see Group: the block of the factor at l, or of a group over blocks, begins at blocks +
+// 2 * (l - factor[0]), and all of them take 2 * (n - factor[0]) numbers. A single factor has none, but beyond
+// largest_general its chirp of n + 1 numbers.
 template <class R>
 void store_blocks(const Factors& f, R* blocks);
+
+// Calls use(x, count, cosine, sine) for the roots w(n)^x, x < n / 5 at least, of a transform that goes in
+// two, some at a time.
+template <class R, class Use>
+void for_last_roots(const Factors& f, const R* blocks, Use use)
+{
+    const int64_t last = f.factor[f.count - 1], all = f.n / last, l = length_of_rows(f), before = all / l;
+    const R* const rows = blocks + 2 * (all - f.factor[0]);
+    for (int64_t x = 0; x < all; x += root_row) {
+        const R* const row = rows + 2 * (last - 1) * root_row * (x % l / root_row * before + x / l);
+        use(x, int64_t{root_row}, row, row + root_row);
+    }
+}
 
 // `count` roots exp(2 pi i (start + step k) / n), cosine and sine `stride` apart from the next.
 template <class R>
 void roots(int64_t n, int64_t start, int64_t step, int64_t count, int64_t stride, R* cosine, R* sine);
 
-// Storage of a transform: what the passes write in turn. The result ends in `out`; the passes before write
-// `scratch` and the memory of `out` in turn, 2n numbers each. Where `in` lies in what the first pass would
-// write, that pass takes `spare`, which may be null: then the input is moved first.
+// Long powers of 2, also with one factor 3 or 5, take two passes over blocks. The room between these: rows of
+// results of the first pass, `beyond` numbers further from each other than they are long, and a block of
+// `room` numbers in each part for the second.
+bool goes_in_two(const Factors& f);
+template <class R>
+struct Between {
+    Parts<R> rows;
+    int64_t beyond;
+    R* block;
+    int64_t room;
+};
+
+// In two arrays of 2n numbers.
+template <class R>
+Between<R> between(const Factors& f, R* a, R* b);
+// In one of so many numbers.
+template <class R>
+int64_t numbers_between(const Factors& f);
+template <class R>
+Between<R> between(const Factors& f, R* memory);
+// In one of 2n numbers, for real transforms, which have no more: rows that displace each other, and a block
+// on the stack, 160 KB, which the longest ones would want larger.
+template <class R>
+Between<R> narrow_between(const Factors& f, R* memory);
+
+// Storage of a transform. One that goes in two needs `between`. Else it is what the passes write in turn: the
+// result ends in `out`; the passes before write `scratch` and the memory of `out` in turn, 2n numbers each.
+// Where `in` lies in what the first pass would write, that pass takes `spare`, which may be null: then the
+// input is moved first.
 template <class R>
 struct Storage {
     Parts<R> in, out;
     R *scratch, *spare;
+    Between<R> between = {};
 };
 
 // The forward transform; with the parts of `in` and `out` exchanged it is the backward one.

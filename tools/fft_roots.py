@@ -4,11 +4,19 @@ import mpmath
 
 mpmath.mp.prec = 200
 CIRCLE = 256
+FINE = 16  # parts of a 256th
 
 
 def parts(x):
     high = float(x)
     return high.hex(), float(x - mpmath.mpf(high)).hex()
+
+
+def row(k, n):
+    angle = 2 * mpmath.pi * k / n
+    cosine = 0 if 2 * k % n != 0 and 4 * k % n == 0 else mpmath.cos(angle)
+    sine = 0 if 2 * k % n == 0 else mpmath.sin(angle)
+    print("    {" + ", ".join(parts(mpmath.mpf(cosine)) + parts(mpmath.mpf(sine))) + "},")
 
 
 def main():
@@ -19,10 +27,13 @@ def main():
     print("// The cosine and what rounding it left, the sine and what rounding it left.")
     print("constexpr double circle_roots[circle][4] = {")
     for k in range(CIRCLE):
-        angle = 2 * mpmath.pi * k / CIRCLE
-        cosine = 0 if k % 128 == 64 else mpmath.cos(angle)
-        sine = 0 if k % 128 == 0 else mpmath.sin(angle)
-        print("    {" + ", ".join(parts(mpmath.mpf(cosine)) + parts(mpmath.mpf(sine))) + "},")
+        row(k, CIRCLE)
+    print("};\n")
+    print(f"constexpr int fine_circle = {CIRCLE * FINE};\n")
+    print("// The roots of it up to the next one of the other circle.")
+    print("constexpr double fine_roots[fine_circle / circle][4] = {")
+    for k in range(FINE):
+        row(k, CIRCLE * FINE)
     print("};\n")
     print("}  // namespace\n}  // namespace orvel::fft")
 

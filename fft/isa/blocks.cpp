@@ -1,145 +1,295 @@
-// fft/isa/blocks.cpp - passes of two to four factors 2 and 4 over blocks in a buffer, for the level ORVEL_ISA
+// fft/isa/blocks.cpp - passes of several groups of factors over blocks, for the level ORVEL_ISA
 //
-// A block is a vector of columns: their elements come together from all over the sequence, go through the
-// first one or two factors into the buffer and through the others out of it. So a sequence that is larger
-// than the nearest cache is read and written half as often.
+// A block is a vector of columns, or a few of them: their elements come together from all over the sequence
+// and go through all groups while they are in the nearer caches. So a sequence is read and written only once
+// for all these factors. The elements of a block have digits, one for each group: a group takes its digit of
+// the input to one of the results in the same place, so that nothing is moved.
+#ifdef __x86_64__
+#include <immintrin.h>
+#endif
+
 #include "fft/isa/pass.h"
 
 namespace orvel::fft {
 
 namespace {
 
-// `count` steps after each other, of so many vectors side by side: the columns move on by `next` numbers, k
-// by `next_k`, the results by `next_to`; result c of a step goes to element `to` + c * `to_step`.
+// A sequence beyond the second cache comes from memory, and its columns from one page after another: hardware
+// does not see what is next.
 template <class R>
-struct Steps {
-    Step<R> step;
-    int64_t count, next, next_k;
-    Parts<R> out;
-    int64_t to, to_step, next_to, vectors;
+bool comes_from_far(const Pass<R>& p, int64_t length)
+{
+    constexpr int64_t far = (int64_t(4) << 20) / (2 * static_cast<int64_t>(sizeof(R)));
+    return p.l * p.m * length >= far;
+}
+
+// One that is larger than the third cache is written past the caches, which else read each line before.
+template <class R>
+bool leaves_the_caches(const Pass<R>& p, int64_t length)
+{
+    constexpr int64_t large = (int64_t(8) << 20) / (2 * static_cast<int64_t>(sizeof(R)));
+    const uintptr_t places = reinterpret_cast<uintptr_t>(p.out.stride == 1 ? p.out.re : nullptr) |
+                             reinterpret_cast<uintptr_t>(p.out.stride == 1 ? p.out.im : nullptr) |
+                             reinterpret_cast<uintptr_t>(p.out.re < p.out.im ? p.out.re : p.out.im);
+    return p.l * p.m * length >= large && places % 64 == 0;
+}
+
+// Memory that a write passes by the caches.
+struct Beyond {
+    template <class R, int W>
+    static ORVEL_INLINE void store(R* p, Vector<R, W> v)
+    {
+#ifdef __x86_64__
+        if constexpr (sizeof v == 16) return _mm_stream_si128(reinterpret_cast<__m128i*>(p), (__m128i)v);
+#ifdef __AVX2__
+        if constexpr (sizeof v == 32) return _mm256_stream_si256(reinterpret_cast<__m256i*>(p), (__m256i)v);
+#endif
+#ifdef __AVX512F__
+        if constexpr (sizeof v == 64) return _mm512_stream_si512(reinterpret_cast<__m512i*>(p), (__m512i)v);
+#endif
+#endif
+        fft::store<R, W>(p, v);
+    }
 };
 
-template <class R, int r, int s, Roots kind, Layout from, Layout to>
-void run_steps(const Steps<R>& steps)
+// What the others must see before a pass ends.
+inline void finish_writes()
+{
+#ifdef __x86_64__
+    _mm_sfence();
+#endif
+}
+
+template <class R>
+constexpr int64_t line_of = 64 / static_cast<int64_t>(sizeof(R));
+
+// The elements of a column of which the first is at p.
+template <int count, class R>
+ORVEL_INLINE void prefetch_column(const R* p, int64_t step)
+{
+    constexpr int second_cache = 2;
+    for (int c = 0; c < count; ++c) __builtin_prefetch(p + c * step, 0, second_cache);
+}
+
+// A loop over columns: the next ones are `in` numbers further, their results `out` and their roots `roots`.
+struct Loop {
+    int64_t count, in, out, roots;
+};
+
+// Columns of one group in three loops, the innermost over so many vectors side by side: their rows of roots
+// are `next_row` apart. Result c of a column goes to element `to` + c * `to_step`.
+template <class R>
+struct Steps {
+    Parts<R> in;
+    int64_t at, step;
+    const R* roots;
+    Parts<R> out;
+    int64_t to, to_step, vectors, next_row;
+    Loop inner, outer;
+    bool ahead = false;
+};
+
+template <class R, int W, int r, int s, Layout to, int row, class Memory = Cached>
+[[gnu::noinline]] void run_steps(const Steps<R>& steps)
 {
     const Steps<R> all = steps;
-    constexpr int W = kernels::lanes<R>;
-    Step<R> step = all.step;
-    int64_t at = all.to;
-    for (int64_t n = 0; n < all.count; ++n) {
-        Step<R> side = step;
-        for (int64_t v = 0; v < all.vectors; ++v) {
-            Complex<R, W> z[r * s];
-            columns<R, W, r, s, kind, from>(side, z);
+    for (int64_t o = 0; o < all.outer.count; ++o)
+        for (int64_t n = 0; n < all.inner.count; ++n) {
+            const int64_t at = all.at + o * all.outer.in + n * all.inner.in;
+            const int64_t result = all.to + o * all.outer.out + n * all.inner.out;
+            const R* const roots = all.roots + n * all.inner.roots;
+            for (int64_t v = 0; v < all.vectors; ++v) {
+                const R* const rows = roots + v * W / row * all.next_row + v * W % row;
+                if (all.ahead) {
+                    prefetch_column<r * s>(all.in.re + at + v * W + all.inner.in, all.step);
+                    prefetch_column<r * s>(all.in.im + at + v * W + all.inner.in, all.step);
+                }
+                Complex<R, W> z[r * s];
+                columns<R, W, r, s, Roots::rows, Layout::apart, row>(
+                    Step<R>{all.in, at + v * W, all.step, rows, nullptr, 0, 0}, z);
+                const Parts<R> out = hidden_from<true>(all.out, result + v * W);
+                const int64_t to_step = hidden<true>(all.to_step);
 #pragma GCC unroll 16
-            for (int c = 0; c < r * s; ++c) write<R, W, to>(all.out, at + v * W + c * all.to_step, z[c]);
-            side.at += W;
-            if (kind == Roots::each) side.k += W;
+                for (int c = 0; c < r * s; ++c)
+                    write<R, W, to, Lanes::in_turn, Memory>(out, c * to_step, z[c]);
+            }
         }
-        step.at += all.next;
-        step.k += all.next_k;
-        at += all.next_to;
+}
+
+template <class R, int W, int row = root_row, class Memory = Cached>
+void steps_of(const Group<R>& g, const Steps<R>& all)
+{
+    g.second == 1 ? run_steps<R, W, 4, 1, Layout::apart, row, Memory>(all)
+                  : run_steps<R, W, 4, 4, Layout::apart, row, Memory>(all);
+}
+
+// The last group of all.
+template <class R, int W, Layout to, class Memory>
+void last_steps(const Group<R>& g, const Steps<R>& all)
+{
+    if (g.first == 3)
+        run_steps<R, W, 3, 1, to, root_row, Memory>(all);
+    else if (g.first == 5)
+        run_steps<R, W, 5, 1, to, root_row, Memory>(all);
+    else
+        run_steps<R, W, 4, 1, to, root_row, Memory>(all);
+}
+
+// The numbers of the rows of roots of a vector of columns.
+template <class R>
+int64_t rows_of(const Group<R>& g)
+{
+    return 2 * root_row * (g.first * g.second - 1);
+}
+
+// The digits of the elements of a block. Digit j of an element in memory counts its groups before; the input
+// counts the other way round.
+template <class R>
+struct Digits {
+    const Group<R>* group;
+    int64_t count;
+    int64_t before[most_groups + 1];  // products of the groups before j; the last is the length
+
+    explicit Digits(const Pass<R>& p) : group(p.group), count(p.groups)
+    {
+        before[0] = 1;
+        for (int64_t j = 0; j < count; ++j) before[j + 1] = before[j] * group[j].first * group[j].second;
+    }
+    int64_t length() const { return before[count]; }
+    int64_t of(int64_t j) const { return before[j + 1] / before[j]; }
+
+    // The place in the input of the element with the digits of `high` from digit 2 on, the others being 0.
+    int64_t input(int64_t high) const
+    {
+        int64_t at = 0;
+        for (int64_t j = 2; j < count; ++j) {
+            at += high % of(j) * (length() / before[j + 1]);
+            high /= of(j);
+        }
+        return at;
+    }
+};
+
+// Rows of so many numbers for the blocks of a first pass.
+template <class R>
+struct BlockRows {
+    Parts<R> at;
+    int64_t pitch;
+};
+
+// The first group of blocks of the first pass: those of all lanes from column b on.
+template <class R, int r, int s, Layout from>
+[[gnu::noinline]] void first_steps(const Pass<R>& pass, const Digits<R>& d, int64_t b,
+                                   const BlockRows<R>& rows)
+{
+    const Pass<R> p = pass;
+    const Group<R> g = p.group[0];
+    const BlockRows<R> out = rows;
+    constexpr int W = kernels::lanes<R> < r * s ? kernels::lanes<R> : r * s;
+    const bool far = comes_from_far(p, d.length());
+    const int64_t second = d.of(1), rest = d.length() / (r * s), step = p.m * rest,
+                  next = p.m * (rest / second);
+    for (int64_t lane = 0; lane < kernels::lanes<R>; lane += W) {
+        int64_t to = lane * out.pitch;
+        for (int64_t high = 0; high < rest / second; ++high) {
+            int64_t at = b + lane + p.m * d.input(high);
+            for (int64_t i = 0; i < second; ++i, at += next, to += r * s) {
+                if (far) {
+                    const R* const line =
+                        (from == Layout::exchanged ? p.in.im : p.in.re) + (at + next) * p.in.stride;
+                    prefetch_column<r * s>(line, step * p.in.stride);
+                    prefetch_column<r * s>(line + line_of<R>, step * p.in.stride);
+                }
+                Complex<R, W> z[r * s];
+                columns<R, W, r, s, Roots::none, from, root_row, lanes_of(from)>(
+                    Step<R>{p.in, at, step, g.first_roots, g.second_roots, 1, 0}, z);
+                scatter<R, W, r * s, lanes_of(from)>(out.at, to, out.pitch, z);
+            }
+        }
     }
 }
 
-template <class R, Roots kind, Layout from, Layout to>
-void steps_of(int64_t first, int64_t second, const Steps<R>& all)
-{
-    if (second == 1)
-        run_steps<R, 4, 1, kind, from, to>(all);
-    else if (first == 2)
-        run_steps<R, 2, 4, kind, from, to>(all);
-    else
-        run_steps<R, 4, 4, kind, from, to>(all);
-}
-
-// The buffer: element k2 + r * i of all columns of the block, then the next.
-template <class R, int vectors>
-struct Buffer {
-    static constexpr int64_t width = vectors * kernels::lanes<R>;
-    alignas(64) R numbers[2 * block_length * width];
-
-    Parts<R> parts() { return {numbers, numbers + block_length * width, 1}; }
-};
-
-// The results e of all columns of a block to the contiguous results of each column.
-template <class R, int vectors>
-ORVEL_INLINE void transpose_block(int64_t n, const R* from, R* to)
-{
-    constexpr int W = kernels::lanes<R>;
-    for (int v = 0; v < vectors; ++v)
-        for (int64_t e = 0; e < n; e += W) {
-            Vector<R, W> square[W];
-#pragma GCC unroll 16
-            for (int t = 0; t < W; ++t) square[t] = load<R, W>(from + ((e + t) * vectors + v) * W);
-            kernels::transpose_square<R, W>(square);
-#pragma GCC unroll 16
-            for (int t = 0; t < W; ++t) store<R, W>(to + (v * W + t) * n + e, square[t]);
-        }
-}
-
-template <class R, Layout from, int vectors>
+// The blocks are where their results will be: a pass never writes where it reads, and a step only where it
+// has read. Results that pass the caches by have their blocks elsewhere before.
+template <class R, Layout from>
 void first_blocks(const Pass<R>& pass)
 {
     const Pass<R> p = pass;
-    Buffer<R, vectors> buffer;
-    constexpr int64_t width = buffer.width;
-    const Parts<R> inside = buffer.parts();
-    const int64_t r = p.first * p.second, s = p.third * p.fourth, n = r * s;
-    for (int64_t b = 0; b < p.m; b += width) {
-        if (b > p.m - width) b = p.m - width;
-        const Step<R> in = {p.in, b, p.m * s, p.first_roots, p.second_roots, 1, 0};
-        steps_of<R, Roots::none, from, Layout::apart>(p.first, p.second,
-                                                      {in, s, p.m, 0, inside, 0, width, width * r, vectors});
-        const Step<R> next = {inside, 0, width * r, p.third_roots, p.fourth_roots, r, 0};
-        steps_of<R, Roots::same, Layout::apart, Layout::apart>(
-            p.third, p.fourth, {next, r, width, 1, inside, 0, width * r, width, vectors});
-        transpose_block<R, vectors>(n, inside.re, p.out.re + b * n);
-        transpose_block<R, vectors>(n, inside.im, p.out.im + b * n);
-    }
-}
-
-template <class R, Layout to, int vectors>
-void later_blocks(const Pass<R>& pass)
-{
-    const Pass<R> p = pass;
-    Buffer<R, vectors> buffer;
-    constexpr int64_t width = buffer.width;
-    const Parts<R> inside = buffer.parts();
-    const int64_t r = p.first * p.second, s = p.third * p.fourth, l = p.l, m = p.m;
-    for (int64_t b = 0; b < m; ++b)
-        for (int64_t k = 0; k < l; k += width) {
-            if (k > l - width) k = l - width;
-            const Step<R> in = {p.in, k + l * b, l * m * s, p.first_roots, p.second_roots, l, k};
-            steps_of<R, Roots::each, Layout::apart, Layout::apart>(
-                p.first, p.second, {in, s, l * m, 0, inside, 0, width, width * r, vectors});
-            const Step<R> out = {inside, 0, width * r, p.third_roots, p.fourth_roots, l * r, k};
-            steps_of<R, Roots::each, Layout::apart, to>(
-                p.third, p.fourth, {out, r, width, l, p.out, k + l * r * s * b, l * r, l, vectors});
+    constexpr int W = kernels::lanes<R>, narrow = W > 8 ? 8 : W;
+    const Digits<R> d(p);
+    const int64_t n = d.length(), block_pitch = n + root_row;
+    const bool streams = d.count > 2 && p.room >= W * block_pitch && leaves_the_caches(p, n);
+    for (int64_t b = 0; b < p.m; b += W) {
+        if (b > p.m - W) b = p.m - W;
+        const Parts<R> result = {p.out.re + b * p.pitch, p.out.im + b * p.pitch, 1};
+        BlockRows<R> rows = {result, p.pitch};
+        if (streams) rows = {{p.block, p.block + p.room, 1}, block_pitch};
+        if (p.group[0].first == 2)
+            first_steps<R, 2, 4, from>(p, d, b, rows);
+        else
+            first_steps<R, 4, 4, from>(p, d, b, rows);
+        for (int64_t j = 1; j < d.count; ++j) {
+            const Group<R>& g = p.group[j];
+            const int64_t l = d.before[j], next = d.before[j + 1], row = rows_of(g);
+            const Loop parts = {n / next, next, next, 0}, lanes = {W, rows.pitch, rows.pitch, 0};
+            Steps<R> steps = {rows.at, 0, l, g.first_roots, rows.at, 0, l, l / W, row, parts, lanes};
+            if (l == 8) {
+                steps.vectors = l / narrow;
+                steps_of<R, narrow, 8>(g, steps);
+            } else if (streams && j == d.count - 1) {
+                steps.out = result;
+                steps.outer.out = p.pitch;
+                steps_of<R, W, root_row, Beyond>(g, steps);
+            } else {
+                steps_of<R, W>(g, steps);
+            }
         }
-}
-
-// Wide blocks, which fit the second cache, where the sequence does not: then longer runs of memory are read
-// and written at a time.
-constexpr int wide = 4;
-
-template <class R>
-bool has_wide_blocks(const Pass<R>& p)
-{
-    constexpr int64_t far = (1 << 20) / static_cast<int64_t>(sizeof(R)), least = wide * kernels::lanes<R>;
-    return (p.l == 1 ? p.m : p.l) >= least && p.l * p.m * p.first * p.second * p.third * p.fourth >= far;
-}
-
-template <class R, Layout from>
-void first_blocks_of(const Pass<R>& p)
-{
-    has_wide_blocks(p) ? first_blocks<R, from, wide>(p) : first_blocks<R, from, 1>(p);
+    }
+    if (streams) finish_writes();
 }
 
 template <class R, Layout to>
-void later_blocks_of(const Pass<R>& p)
+void last_blocks(const Pass<R>& pass)
 {
-    has_wide_blocks(p) ? later_blocks<R, to, wide>(p) : later_blocks<R, to, 1>(p);
+    const Pass<R> p = pass;
+    constexpr int W = kernels::lanes<R>;
+    const Digits<R> d(p);
+    const Group<R>* const g = p.group;
+    const int64_t n = d.length(), first = d.of(0), rest = n / first, second = d.of(1), l = p.l;
+    int64_t vectors = most_vectors;
+    while (vectors > 1 && (vectors * W > l || vectors * W * n > p.room)) vectors /= 2;
+    const int64_t width = vectors * W;
+    const Parts<R> block = {p.block, p.block + width * n, 1};
+    const bool far = comes_from_far(p, n), streams = leaves_the_caches(p, n);
+    const Loop once = {1, 0, 0, 0};
+    for (int64_t k = 0; k < l; k += width) {
+        const int64_t chunk = k / root_row, lane = k % root_row, row = rows_of(g[0]);
+        for (int64_t high = 0; high < rest / second; ++high) {
+            const int64_t at = k + p.pitch * d.input(high), place = width * first * second * high;
+            const Loop inner = {second, p.pitch * (rest / second), width * first, 0};
+            const Steps<R> steps = {p.in,  at,    p.pitch * rest, g[0].first_roots + chunk * row + lane,
+                                    block, place, width,          vectors,
+                                    row,   inner, once,           far};
+            steps_of<R, W>(g[0], steps);
+        }
+        for (int64_t j = 1; j < d.count; ++j) {
+            const int64_t before = d.before[j], step = width * before, next = width * d.before[j + 1],
+                          one = rows_of(g[j]), all = one * before;
+            const R* const roots = g[j].first_roots + chunk * all + lane;
+            if (j < d.count - 1) {
+                const Loop inner = {before, width, width, one}, parts = {n / d.before[j + 1], next, next, 0};
+                const Steps<R> steps = {block, 0, step, roots, block, 0, step, vectors, all, inner, parts};
+                steps_of<R, W>(g[j], steps);
+            } else {
+                const Loop inner = {before, width, l, one};
+                const Steps<R> steps = {block,      0,       step, roots, p.out, k,
+                                        l * before, vectors, all,  inner, once};
+                streams ? last_steps<R, W, to, Beyond>(g[j], steps)
+                        : last_steps<R, W, to, Cached>(g[j], steps);
+            }
+        }
+    }
+    if (streams) finish_writes();
 }
 
 template <class R>
@@ -147,19 +297,19 @@ void blocks(const Pass<R>& p)
 {
     if (p.l == 1) switch (layout_of(p.in)) {
             case Layout::apart:
-                return first_blocks_of<R, Layout::apart>(p);
+                return first_blocks<R, Layout::apart>(p);
             case Layout::pairs:
-                return first_blocks_of<R, Layout::pairs>(p);
+                return first_blocks<R, Layout::pairs>(p);
             case Layout::exchanged:
-                return first_blocks_of<R, Layout::exchanged>(p);
+                return first_blocks<R, Layout::exchanged>(p);
         }
     switch (layout_of(p.out)) {
         case Layout::apart:
-            return later_blocks_of<R, Layout::apart>(p);
+            return last_blocks<R, Layout::apart>(p);
         case Layout::pairs:
-            return later_blocks_of<R, Layout::pairs>(p);
+            return last_blocks<R, Layout::pairs>(p);
         case Layout::exchanged:
-            return later_blocks_of<R, Layout::exchanged>(p);
+            return last_blocks<R, Layout::exchanged>(p);
     }
 }
 

@@ -10,13 +10,13 @@ namespace {
 template <class R, int W, bool first, Layout from, Layout to>
 void general_columns(const Pass<R>& p, int64_t k, int64_t b)
 {
-    const int64_t r = p.first, half = r / 2, l = p.l;
+    const int64_t r = p.group[0].first, half = r / 2, l = p.l;
     Complex<R, W> sum[largest_general / 2], difference[largest_general / 2];
     const auto element = [&](int64_t i) __attribute__((always_inline))
     {
         const Complex<R, W> x = read<R, W, from>(p.in, k + l * (b + p.m * i));
         if (first) return x;
-        const R* const roots = p.first_roots + 2 * l * (i - 1) + k;
+        const R* const roots = p.group[0].first_roots + 2 * l * (i - 1) + k;
         return turned<R, W>(x, load<R, W>(roots), load<R, W>(roots + l));
     };
     const auto put = [&](int64_t k2, Complex<R, W> z) __attribute__((always_inline))

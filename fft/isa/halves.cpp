@@ -1,8 +1,5 @@
-// fft/isa/halves.cpp - the transform of a real sequence from that of its halves, for the level ORVEL_ISA
-//
-// With E and O the transforms of the elements of even and odd index, Z = E + i O, and X(k) = E(k) +
-// w^k O(k), X(m - k) = conj(E(k) - w^k O(k)), w = exp(-pi i / m).
-#include "fft/isa/pass.h"
+// fft/isa/halves.cpp - halves of a real sequence, joined and split, for the level ORVEL_ISA
+#include "fft/isa/join.h"
 
 namespace orvel::fft {
 
@@ -80,12 +77,9 @@ ORVEL_INLINE void join_at(const Halves<R>& h, int64_t k, Complex<R, W> root)
     const Parts<R> z = {h.re, h.im, 1}, c = {h.c - 1, h.c, 2};
     const Complex<R, W> a = read<R, W, Layout::apart>(z, k);
     const Complex<R, W> b = reversed<R, W>(read<R, W, Layout::apart>(z, opposite));
-    const R half = R(0.5);
-    const Complex<R, W> e = {(a.re + b.re) * half, (a.im - b.im) * half};
-    const Complex<R, W> o = {(a.im + b.im) * half, (b.re - a.re) * half};
-    const Complex<R, W> t = turned<R, W>(o, root.re, root.im);
-    write<R, W, Layout::pairs>(c, k, e + t);
-    write<R, W, Layout::pairs>(c, opposite, reversed<R, W>({e.re - t.re, t.im - e.im}));
+    const Opposites<R, W> x = joined<R, W>(a, b, {root.re * R(0.5), root.im * R(0.5)});
+    write<R, W, Layout::pairs>(c, k, x.z);
+    write<R, W, Layout::pairs, Lanes::reversed>(c, opposite, x.opposite);
 }
 
 template <class R, int W>
@@ -94,11 +88,10 @@ ORVEL_INLINE void split_at(const Halves<R>& h, int64_t k, Complex<R, W> root)
     const int64_t opposite = h.m - k - W + 1;
     const Parts<R> z = {h.re, h.im, 1}, c = {h.c - 1, h.c, 2};
     const Complex<R, W> a = read<R, W, Layout::pairs>(c, k);
-    const Complex<R, W> b = reversed<R, W>(read<R, W, Layout::pairs>(c, opposite));
-    const Complex<R, W> e = {a.re + b.re, a.im - b.im}, d = {a.re - b.re, a.im + b.im};
-    const Complex<R, W> o = {d.re * root.re - d.im * root.im, d.re * root.im + d.im * root.re};
-    write<R, W, Layout::apart>(z, k, {e.re - o.im, e.im + o.re});
-    write<R, W, Layout::apart>(z, opposite, reversed<R, W>({e.re + o.im, o.re - e.im}));
+    const Complex<R, W> b = read<R, W, Layout::pairs, Lanes::reversed>(c, opposite);
+    const Opposites<R, W> x = split(a, b, root);
+    write<R, W, Layout::apart>(z, k, x.z);
+    write<R, W, Layout::apart>(z, opposite, reversed(x.opposite));
 }
 
 template <class R, int W, bool join>

@@ -15,29 +15,47 @@ struct Parts {
     int64_t stride;
 };
 
-// One pass, of one factor or of two that are taken together. `l` is the product of the factors before it and
-// m that of the factors after it. With A the transforms of length l of the l-fold decimated sequence,
+// One factor of a pass, or two that go through registers together; `second` may be 1. With l the product of
+// the factors before it, the roots w(l * r)^(i * k) of a factor r, w(n) = exp(-2 pi i / n), are in a block:
+// for each i = 1..r-1 first the l cosines, then the l sines of the positive angles; l = 1 has no block.
+//
+// A group of a pass over blocks, but for the first one of all, has its roots in the order in which they are
+// taken, at first_roots: for each row of columns, 16 or, where l is 8, 8 of them, the roots of the first
+// factor for i = 1..first-1, then those of the second one for k2 < first and i = 1..second-1, l * k2 further;
+// each of them as so many cosines and so many sines.
+template <class R>
+struct Group {
+    int64_t first, second;
+    const R *first_roots, *second_roots;
+};
+inline constexpr int root_row = 16;
+
+// Groups of a pass over blocks; see blocks.cpp.
+inline constexpr int64_t most_groups = 8;
+
+// One pass. `l` is the product of the factors before it and m that of the factors after it. With A the
+// transforms of length l of the l-fold decimated sequence and r the product of its factors,
 //
 //     out[k + l * k2 + l * r * b] = sum over i < r of w(l * r)^(i * (k + l * k2)) * A[k + l * (b + m * i)]
 //
-// for k < l, k2 < r, b < m; w(n) = exp(-2 pi i / n). The roots w(l * r)^(i * k) of factor r are in a block:
-// for each i = 1..r-1 first the l cosines, then the l sines of the positive angles; l = 1 has no block.
+// for k < l, k2 < r, b < m.
 template <class R>
 struct Pass {
-    int64_t first, second;  // the factors; `second` is 1 in a pass of one factor
+    Group<R> group[most_groups];
+    int64_t groups;  // 1 but for blocks
     int64_t l, m;
-    const R *first_roots, *second_roots;
     const R* circle;  // of a general odd factor: its roots, cosine and sine in turn
-    // Two more factors in a pass over blocks, see block_length, and their roots; else `third` is 1.
-    int64_t third, fourth;
-    const R *third_roots, *fourth_roots;
+    // Over blocks: the results of part b of a first pass begin at b * pitch of out; a last pass, where m = 1,
+    // reads element k + l * i at k + pitch * i.
+    int64_t pitch;
     Parts<R> in, out;
+    R* block;  // of a pass over blocks: room for `room` numbers in each part; the first one needs none
+    int64_t room;
 };
 
-// A pass over blocks takes up to four factors, whose product is at most this, with a buffer that fits the
-// nearest cache. It needs room for the widest vectors: l >= widest, or l = 1 and m >= widest.
-inline constexpr int64_t block_length = 128;
-inline constexpr int64_t widest = 16;
+// A pass over blocks needs as many columns as the widest vectors have lanes, and takes up to so many vectors
+// side by side where there is room.
+inline constexpr int64_t widest = 16, widest_bytes = 64, most_vectors = 4;
 
 // A loop in both precisions.
 struct PassLoop {
@@ -69,6 +87,20 @@ using HalvesLoop = void (*)(const Halves<R>& h, int64_t begin, int64_t end, cons
 struct HalvesLoops {
     HalvesLoop<float> join_s, split_s;  // Z to c, c to Z
     HalvesLoop<double> join_d, split_d;
+};
+
+// Transforms of the lengths 4, 8 ... 4096 as a whole. `to` may be `from`.
+inline constexpr int short_lengths = 11;
+enum ShortKind { forward_complex, backward_complex, forward_real, backward_real, short_kinds };
+template <class R>
+using ShortLoop = void (*)(const R* from, R* to);
+template <class R>
+struct ShortLoops {
+    ShortLoop<R> loop[short_lengths];
+};
+struct ShortTables {
+    ShortLoops<float> s[short_kinds];
+    ShortLoops<double> d[short_kinds];
 };
 
 // Odd factors beyond 13 and up to this one are multiplied out.

@@ -31,6 +31,18 @@ ORVEL_INLINE Vector<R, W> load(const R* p)
 {
     return *reinterpret_cast<const Vector<R, W>*>(p);
 }
+// The same, read once: compilers would rather read again than keep a register.
+template <class R, int W>
+ORVEL_INLINE Vector<R, W> load_once(const R* p)
+{
+    Vector<R, W> v = load<R, W>(p);
+#if defined(__AVX512F__)
+    __asm__("" : "+v"(v));
+#elif defined(__x86_64__)
+    __asm__("" : "+x"(v));
+#endif
+    return v;
+}
 template <class R, int W>
 ORVEL_INLINE void store(R* p, Vector<R, W> v)
 {
@@ -53,20 +65,39 @@ struct OrderOf {
 template <class R, int W>
 using Order = typename OrderOf<R, W>::type;
 
-template <class R, int W, Layout layout>
+// Which of W elements a lane has. Between pairs and parts apart `near` is the cheapest order: each shuffle
+// stays within 16 bytes.
+enum class Lanes { in_turn, reversed, near, near_reversed };
+
+template <class R, int W, Lanes lanes>
+constexpr int element_of(int lane)
+{
+    constexpr int half = 8 / static_cast<int>(sizeof(R)), all = 2 * half;  // pairs in 8 and 16 bytes
+    if (lanes == Lanes::reversed) return W - 1 - lane;
+    if (lanes == Lanes::near_reversed) return W - 1 - element_of<R, W, Lanes::near>(lane);
+    if (lanes == Lanes::in_turn || W <= all) return lane;
+    const int first = lane / all * half, k = lane % all;
+    return k < half ? first + k : W / 2 + first + k - half;
+}
+
+// Pairs are taken in the cheapest order.
+constexpr Lanes lanes_of(Layout layout) { return layout == Layout::apart ? Lanes::in_turn : Lanes::near; }
+
+template <class R, int W, Layout layout, Lanes lanes = Lanes::in_turn>
 ORVEL_INLINE Complex<R, W> read(const Parts<R>& p, int64_t e)
 {
     if constexpr (W == 1) {
         return {p.re[e * p.stride], p.im[e * p.stride]};
     } else if constexpr (layout == Layout::apart) {
-        return {load<R, W>(p.re + e), load<R, W>(p.im + e)};
+        static_assert(lanes == Lanes::in_turn);
+        return {load_once<R, W>(p.re + e), load_once<R, W>(p.im + e)};
     } else {
         const R* const at = (layout == Layout::pairs ? p.re : p.im) + 2 * e;
         const Vector<R, W> low = load<R, W>(at), high = load<R, W>(at + W);
         Order<R, W> even = {}, odd = {};
         for (int k = 0; k < W; ++k) {
-            even[k] = 2 * k;
-            odd[k] = 2 * k + 1;
+            even[k] = 2 * element_of<R, W, lanes>(k);
+            odd[k] = even[k] + 1;
         }
         const Vector<R, W> first = __builtin_shuffle(low, high, even);
         const Vector<R, W> second = __builtin_shuffle(low, high, odd);
@@ -77,27 +108,51 @@ ORVEL_INLINE Complex<R, W> read(const Parts<R>& p, int64_t e)
     }
 }
 
-template <class R, int W, Layout layout>
+struct Cached {
+    template <class R, int W>
+    static ORVEL_INLINE void store(R* p, Vector<R, W> v)
+    {
+        fft::store<R, W>(p, v);
+    }
+};
+
+template <class R, int W, Layout layout, Lanes lanes = Lanes::in_turn, class Memory = Cached>
 ORVEL_INLINE void write(const Parts<R>& p, int64_t e, Complex<R, W> z)
 {
     if constexpr (W == 1) {
         p.re[e * p.stride] = z.re;
         p.im[e * p.stride] = z.im;
     } else if constexpr (layout == Layout::apart) {
-        store<R, W>(p.re + e, z.re);
-        store<R, W>(p.im + e, z.im);
+        static_assert(lanes == Lanes::in_turn);
+        Memory::template store<R, W>(p.re + e, z.re);
+        Memory::template store<R, W>(p.im + e, z.im);
     } else {
         R* const at = (layout == Layout::pairs ? p.re : p.im) + 2 * e;
         const Vector<R, W> first = layout == Layout::pairs ? z.re : z.im;
         const Vector<R, W> second = layout == Layout::pairs ? z.im : z.re;
-        Order<R, W> low = {}, high = {};
+        Order<R, W> order[2] = {};
         for (int k = 0; k < W; ++k) {
-            low[k] = k / 2 + (k & 1) * W;
-            high[k] = W / 2 + k / 2 + (k & 1) * W;
+            const int element = element_of<R, W, lanes>(k), place = 2 * element % W;
+            order[2 * element / W][place] = k;
+            order[2 * element / W][place + 1] = k + W;
         }
-        store<R, W>(at, __builtin_shuffle(first, second, low));
-        store<R, W>(at + W, __builtin_shuffle(first, second, high));
+        Memory::template store<R, W>(at, __builtin_shuffle(first, second, order[0]));
+        Memory::template store<R, W>(at + W, __builtin_shuffle(first, second, order[1]));
     }
+}
+
+// In short loops within others, compilers would keep a pointer for each element of a column in memory and
+// move them all on. So they must not know there that a value is that of the last column and a constant more.
+template <bool hide, class T>
+ORVEL_INLINE T hidden(T x)
+{
+    if constexpr (hide) __asm__("" : "+r"(x));
+    return x;
+}
+template <bool hide, class R>
+ORVEL_INLINE Parts<R> hidden_from(const Parts<R>& p, int64_t e)
+{
+    return {hidden<hide>(p.re + e * p.stride), hidden<hide>(p.im + e * p.stride), p.stride};
 }
 
 // z * (cosine - i sine)
@@ -210,30 +265,37 @@ struct Step {
     int64_t l, k;
 };
 
-// Of the lanes of a vector: none before the first pass, one for each, or the same for all.
-enum class Roots { none, each, same };
+// Of the lanes of a vector: those of a first pass have none, and then one for all within the pass. Others
+// have one each, at l of the blocks or in the rows of a pass over blocks.
+enum class Roots { none, each, rows };
 
 template <class R, int W, Roots kind>
 ORVEL_INLINE Complex<R, W> turned_by(Complex<R, W> z, const R* cosine, const R* sine)
 {
-    if constexpr (kind == Roots::each)
-        return turned<R, W>(z, load<R, W>(cosine), load<R, W>(sine));
+    if constexpr (kind != Roots::none)
+        return turned<R, W>(z, load_once<R, W>(cosine), load_once<R, W>(sine));
     else
         return turned<R, W>(z, *cosine, *sine);
 }
 
-// Transforms of the factors r and s. On return z[k2 + r * k3] belongs to element k + l * (k2 + r * k3).
-template <class R, int W, int r, int s, Roots kind, Layout layout>
+// Transforms of the factors r and s. On return z[k2 + r * k3] belongs to element k + l * (k2 + r * k3). Rows
+// of roots have `row` numbers; see Group.
+template <class R, int W, int r, int s, Roots kind, Layout layout, int row = root_row,
+          Lanes lanes = Lanes::in_turn>
 ORVEL_INLINE void columns(const Step<R>& p, Complex<R, W> (&z)[r * s])
 {
-    const int64_t l = p.l, k = p.k;
+    constexpr bool by_rows = kind == Roots::rows;
+    const Parts<R> in = hidden_from<by_rows>(p.in, p.at);
+    const int64_t l = by_rows ? row : p.l, step = hidden<by_rows>(p.step);
+    const R* const first_roots = hidden<by_rows>(p.first_roots + p.k);
+    const R* const second_roots = by_rows ? first_roots + 2 * row * (r - 1) : p.second_roots + p.k;
 #pragma GCC unroll 16
     for (int i = 0; i < s; ++i) {
 #pragma GCC unroll 16
         for (int j = 0; j < r; ++j) {
-            Complex<R, W> x = read<R, W, layout>(p.in, p.at + p.step * (i + s * j));
+            Complex<R, W> x = read<R, W, layout, lanes>(in, step * (i + s * j));
             if (kind != Roots::none && j > 0) {
-                const R* const roots = p.first_roots + 2 * l * (j - 1) + k;
+                const R* const roots = first_roots + 2 * l * (j - 1);
                 x = turned_by<R, W, kind>(x, roots, roots + l);
             }
             z[i * r + j] = x;
@@ -246,8 +308,13 @@ ORVEL_INLINE void columns(const Step<R>& p, Complex<R, W> (&z)[r * s])
 #pragma GCC unroll 16
             for (int i = 1; i < s; ++i) {
                 Complex<R, W>& x = z[i * r + k2];
-                const R* const roots = p.second_roots + 2 * l * r * (i - 1) + l * k2 + k;
-                if (kind != Roots::none || k2 > 0) x = turned_by<R, W, kind>(x, roots, roots + l * r);
+                if (by_rows) {
+                    const R* const roots = second_roots + 2 * row * ((s - 1) * k2 + i - 1);
+                    x = turned_by<R, W, kind>(x, roots, roots + row);
+                } else if (kind == Roots::each || k2 > 0) {
+                    const R* const roots = second_roots + 2 * l * r * (i - 1) + l * k2;
+                    x = turned_by<R, W, kind>(x, roots, roots + l * r);
+                }
             }
             Butterfly<R, W, s>::run(z + k2, r);
         }
@@ -258,14 +325,16 @@ ORVEL_INLINE void columns(const Step<R>& p, Complex<R, W> (&z)[r * s])
 template <class R>
 ORVEL_INLINE Step<R> step_of(const Pass<R>& p, int64_t k, int64_t b)
 {
-    return {p.in, k + p.l * b, p.l * p.m, p.first_roots, p.second_roots, p.l, k};
+    const Group<R>& g = p.group[0];
+    return {p.in, k + p.l * b, p.l * p.m, g.first_roots, g.second_roots, p.l, k};
 }
 
-// The first pass: lane t has the part b + t, and its n results are contiguous.
-template <class R, int W, int n>
-ORVEL_INLINE void scatter(const Parts<R>& out, int64_t b, const Complex<R, W> (&z)[n])
+// The first pass: the n results of column t, in the lanes' order, are contiguous from element `at` + t *
+// `apart` on.
+template <class R, int W, int n, Lanes lanes = Lanes::in_turn>
+ORVEL_INLINE void scatter(const Parts<R>& out, int64_t at, int64_t apart, const Complex<R, W> (&z)[n])
 {
-    R* const parts[2] = {out.re + b * n, out.im + b * n};
+    R* const parts[2] = {out.re + at, out.im + at};
     for (int part = 0; part < 2; ++part) {
         R* const to = parts[part];
         if constexpr (n % W == 0) {
@@ -276,7 +345,7 @@ ORVEL_INLINE void scatter(const Parts<R>& out, int64_t b, const Complex<R, W> (&
                 for (int t = 0; t < W; ++t) x[t] = part == 0 ? z[c + t].re : z[c + t].im;
                 kernels::transpose_square<R, W>(x);
 #pragma GCC unroll 16
-                for (int t = 0; t < W; ++t) store<R, W>(to + t * n + c, x[t]);
+                for (int t = 0; t < W; ++t) store<R, W>(to + element_of<R, W, lanes>(t) * apart + c, x[t]);
             }
         } else {
             Vector<R, W> x[n];
@@ -286,7 +355,7 @@ ORVEL_INLINE void scatter(const Parts<R>& out, int64_t b, const Complex<R, W> (&
 #pragma GCC unroll 1
             for (int t = 0; t < W; ++t)
 #pragma GCC unroll 1
-                for (int c = 0; c < n; ++c) to[t * n + c] = from[c * W + t];
+                for (int c = 0; c < n; ++c) to[element_of<R, W, lanes>(t) * apart + c] = from[c * W + t];
         }
     }
 }
@@ -299,8 +368,8 @@ void first_pass(const Pass<R>& pass)
     for (int64_t b = 0; b < p.m; b += W) {
         if (b > p.m - W) b = p.m - W;
         Complex<R, W> z[r * s];
-        columns<R, W, r, s, Roots::none, layout>(step_of(p, 0, b), z);
-        scatter<R, W, r * s>(p.out, b, z);
+        columns<R, W, r, s, Roots::none, layout, root_row, lanes_of(layout)>(step_of(p, 0, b), z);
+        scatter<R, W, r * s, lanes_of(layout)>(p.out, b * r * s, r * s, z);
     }
 }
 

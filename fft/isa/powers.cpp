@@ -8,10 +8,10 @@ namespace {
 template <class R>
 void powers(const Pass<R>& p)
 {
-    if (p.first == 4)
-        p.second == 4 ? pass<R, 4, 4>(p) : pass<R, 4, 1>(p);
+    if (p.group[0].first == 4)
+        p.group[0].second == 4 ? pass<R, 4, 4>(p) : pass<R, 4, 1>(p);
     else
-        p.second == 4 ? pass<R, 2, 4>(p) : pass<R, 2, 1>(p);
+        p.group[0].second == 4 ? pass<R, 2, 4>(p) : pass<R, 2, 1>(p);
 }
 
 }  // namespace

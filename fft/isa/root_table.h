@@ -266,5 +266,27 @@ constexpr double circle_roots[circle][4] = {
     {0x1.ffd886084cd0dp-1, -0x1.1354d4556e4cbp-55, -0x1.92155f7a3667ep-6, 0x1.b1d63091a0130p-64},
 };
 
+constexpr int fine_circle = 4096;
+
+// The roots of it up to the next one of the other circle.
+constexpr double fine_roots[fine_circle / circle][4] = {
+    {0x1.0000000000000p+0, 0x0.0p+0, 0x0.0p+0, 0x0.0p+0},
+    {0x1.ffffd88586ee6p-1, 0x1.1af64f173ae5bp-55, 0x1.921faaee6472ep-10, -0x1.ee52e284a9df8p-64},
+    {0x1.ffff621621d02p-1, -0x1.6acfcebc82813p-56, 0x1.921f8becca4bap-9, 0x1.2ba407bcab5b2p-63},
+    {0x1.fffe9cb1e2e8dp-1, -0x1.10f44663fd601p-55, 0x1.2d97822f996bcp-8, 0x1.3e5a15ed6aa3ep-62},
+    {0x1.fffd8858e8a92p-1, 0x1.359c71883bcf7p-55, 0x1.921f0fe670071p-8, 0x1.ab967fe6b7a9bp-64},
+    {0x1.fffc250b5daefp-1, -0x1.13b48657081cdp-55, 0x1.f6a65f9a2a3c6p-8, -0x1.de8c48783f3aep-62},
+    {0x1.fffa72c978c4fp-1, -0x1.22cb000328f91p-55, 0x1.2d96b0e509703p-7, -0x1.1e9131ff52dc9p-63},
+    {0x1.fff871937ce2fp-1, -0x1.38dae49f0be32p-57, 0x1.5fda037ac05e1p-7, -0x1.ff59bf4b574eep-61},
+    {0x1.fff62169b92dbp-1, 0x1.5dda3c81fbd0dp-55, 0x1.921d1fcdec784p-7, 0x1.9878ebe836d9dp-61},
+    {0x1.fff3824c88f6fp-1, -0x1.ed820f3fe6980p-55, 0x1.c45ffe1e48ad9p-7, 0x1.4060e4bd32e79p-63},
+    {0x1.fff0943c53bd1p-1, -0x1.47399f361d158p-55, 0x1.f6a296ab997cbp-7, -0x1.f2943d8fe7033p-61},
+    {0x1.ffed57398d2b7p-1, -0x1.0bb0db6384cf3p-55, 0x1.147270dad7133p-6, 0x1.8769e00e01800p-63},
+    {0x1.ffe9cb44b51a1p-1, 0x1.5b43366df6670p-56, 0x1.2d936bbe30efdp-6, 0x1.b5f91ee371d64p-61},
+    {0x1.ffe5f05e578dbp-1, -0x1.b71f7469ecc13p-56, 0x1.46b4381fce81bp-6, 0x1.ff9f89fb65be3p-60},
+    {0x1.ffe1c6870cb77p-1, 0x1.89aa14768323ep-55, 0x1.5fd4d21fab226p-6, -0x1.0c0a91c37851cp-61},
+    {0x1.ffdd4dbf78f52p-1, 0x1.216679a26323dp-55, 0x1.78f535ddc9f04p-6, 0x1.b194ad9b1aa97p-61},
+};
+
 }  // namespace
 }  // namespace orvel::fft

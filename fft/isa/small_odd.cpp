@@ -8,9 +8,11 @@ namespace {
 template <class R>
 void small_odd(const Pass<R>& p)
 {
-    switch (p.first) {
+    switch (p.group[0].first) {
         case 3:
-            return p.second == 3 ? pass<R, 3, 3>(p) : p.second == 5 ? pass<R, 3, 5>(p) : pass<R, 3, 1>(p);
+            return p.group[0].second == 3   ? pass<R, 3, 3>(p)
+                   : p.group[0].second == 5 ? pass<R, 3, 5>(p)
+                                            : pass<R, 3, 1>(p);
         case 5:
             return pass<R, 5, 1>(p);
         case 7:

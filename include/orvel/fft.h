@@ -6,10 +6,11 @@
  * return random sequences with errors of 0.45 eps sqrt(log2 N) in the root mean square; 0.85 eps where a
  * large prime factor is in N (measured up to 2^20).
  *
- * The fronts FFTRF, FFTRB, FFTCF, FFTCB obtain a work vector and initialise it in each call. Who transforms
- * many sequences of one length calls FFTRI or FFTCI once and then the workers F2TRF ... F2TCB. A work vector
- * is of one length and one precision, for both directions. Threads share one only as copies, because its
- * first part is scratch. Input and output may be the same array; else they must not overlap.
+ * The fronts FFTRF, FFTRB, FFTCF, FFTCB obtain a work vector and initialise it in each call; powers of two up
+ * to 4096 need none. Who transforms many sequences of one length calls FFTRI or FFTCI once and then the
+ * workers F2TRF ... F2TCB. A work vector is of one length and one precision, for both directions. Threads
+ * share one only as copies, because its first part is scratch. Input and output may be the same array; else
+ * they must not overlap.
  *
  * Work vectors:
  *

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "fft/short.h"
 #include "fft/transform.h"
 #include "tests/levels.h"
 #include "tests/refusing_memory.h"
@@ -208,9 +209,10 @@ TYPED_TEST(Fft, LongLengths)
                             2 * 8191, 131 * 137, 127 * 131 * 3, 1 << 17, 3 << 16, 5 << 15})
         this->check(n, {0, 1, 2, 5, n / 3, n / 2, n - 1});
     on_every_level([this] {
-        for (const int32_t n : {1 << 15, 1 << 16, 10007}) this->check(n, {1, n / 7, n / 2, n - 2});
+        for (const int32_t n : {512, 1024, 2048, 4096, 8192}) this->check(n, all_of(n / 16));
+        for (const int32_t n : {1 << 14, 1 << 15, 3 << 12, 10007}) this->check(n, {1, n / 7, n / 2, n - 2});
     });
-    for (const int32_t n : {1 << 20, 2 * 1594323, 4782969, 1000003}) this->check(n, {1, n / 7});
+    for (const int32_t n : {1 << 20, 5 << 18, 2 * 1594323, 4782969, 1000003}) this->check(n, {1, n / 7});
 }
 
 TYPED_TEST(Fft, StoredFactors)
@@ -242,6 +244,14 @@ TYPED_TEST(Fft, StoredFactors)
             EXPECT_EQ(wfc[4 * row.n + k], expected[k]) << row.n;
         }
     }
+    // What the short way knows of them.
+    for (int64_t n = orvel::fft::shortest; n <= orvel::fft::longest_short; n *= 2) {
+        R stored[15];
+        orvel::fft::store_factors(orvel::fft::factorize(n), stored);
+        EXPECT_NE(orvel::fft::short_loop<R>(orvel::fft::forward_complex, static_cast<int32_t>(n), stored, 0),
+                  nullptr)
+            << n;
+    }
     // Lengths and factors that a single real rounds, and the longest lists of each kind.
     for (const int64_t n : {2147483647LL, 2 * 1073741789LL, 16777259LL, 1LL << 30, 1LL << 27, 1162261467LL,
                             1464843750LL, 2050781250LL}) {
@@ -266,14 +276,17 @@ TYPED_TEST(Fft, Roots)
     using R = TypeParam;
     on_every_level([] {
         long double worst = 0;
-        for (const int64_t n : {7, 360, 1024, 4099, 65536, 1000003}) {
-            std::vector<R> c(n), s(n);
-            orvel::fft::roots<R>(n, 0, 1, n, 1, c.data(), s.data());
-            for (int64_t j = 0; j < n; ++j) {
-                worst = std::max(worst, std::abs(c[j] - root(j, n).real()));
-                worst = std::max(worst, std::abs(s[j] + root(j, n).imag()));
+        for (const int64_t n : {7, 360, 1024, 4099, 65536, 1000003})
+            for (const int64_t step : {1, 3}) {
+                std::vector<R> c(n + 1, 7), s(n + 1, 7);
+                orvel::fft::roots<R>(n, step - 1, step, n, 1, c.data(), s.data());
+                for (int64_t j = 0; j < n; ++j) {
+                    const Wide exact = root(step - 1 + step * j, n);
+                    worst = std::max(worst, std::abs(c[j] - exact.real()));
+                    worst = std::max(worst, std::abs(s[j] + exact.imag()));
+                }
+                EXPECT_EQ(c[n] + s[n], 14);
             }
-        }
         EXPECT_LE(worst, 0.31L * std::numeric_limits<R>::epsilon());
     });
 }
@@ -317,6 +330,38 @@ TYPED_TEST(Fft, LengthOneCopies)
     EXPECT_EQ(w, z);
     Library<R>::FftRb(&n, &x, &y);
     EXPECT_EQ(y, x);
+}
+
+// Factors in an order that no initialisation makes belong to no table, but lead nowhere outside the arrays.
+TYPED_TEST(Fft, FactorsInAnotherOrder)
+{
+    using R = TypeParam;
+    using L = Library<R>;
+    for (const std::vector<R>& stored : {std::vector<R>{8192, 7, 4, 2, 4, 4, 4, 4, 4},
+                                         {8192, 7, 4, 4, 4, 4, 4, 4, 2},
+                                         {8192, 13, 2, 2, 2, 2, 2, 2, 2, 2, 2, 2, 2, 2, 2},
+                                         {8192, 4, 16, 16, 8, 4},
+                                         {12288, 7, 3, 4, 4, 4, 4, 4, 4},
+                                         {20480, 7, 5, 4, 4, 4, 4, 4, 4},
+                                         {64, 3, 16, 2, 2},
+                                         {4096, 3, 16, 16, 16},
+                                         {1000, 5, 5, 5, 5, 4, 2}}) {
+        const int32_t n = static_cast<int32_t>(stored[0]);
+        std::vector<R> wfc = this->work_vector(4 * int64_t{n} + 15),
+                       wfr = this->work_vector(2 * int64_t{n} + 15);
+        std::vector<std::complex<R>> x = this->random_pairs(n, 1), y(n);
+        std::vector<R> cwork = this->work_vector(2 * int64_t{n}), real = this->random(n, 2), c(n);
+        L::FftCi(&n, wfc.data());
+        L::FftRi(&n, wfr.data());
+        std::copy(stored.begin(), stored.end(), wfc.begin() + 4 * n);
+        std::copy(stored.begin(), stored.end(), wfr.begin() + 2 * n);
+        L::F2tCf(&n, x.data(), y.data(), wfc.data(), cwork.data());
+        L::F2tCb(&n, x.data(), x.data(), wfc.data(), cwork.data());
+        L::F2tRf(&n, real.data(), c.data(), wfr.data());
+        L::F2tRb(&n, real.data(), real.data(), wfr.data());
+        EXPECT_EQ(outcome(), (Outcome{0, 0}));
+        for (const auto* w : {&wfc, &wfr, &cwork}) this->expect_guarded(*w);
+    }
 }
 
 // Every routine refuses what it cannot do, and writes nothing.
@@ -366,6 +411,16 @@ TYPED_TEST(Fft, Errors)
                 2,
                 "The required storage cannot be allocated.  The specified N may be too large, where N = 12.");
         }
+        const auto refuses = [&](int32_t n, const std::vector<R>& stored) {
+            std::fill(w.begin(), w.end(), R(0));
+            const std::string name = row.name;
+            const int at = name == "F3TRF" ? 40 : name[3] == 'C' ? 4 * n : 2 * n;
+            std::copy(stored.begin(), stored.end(), w.begin() + at);
+            row.call(n, x.data(), z.data(), w.data());
+            expect(3, "The work vector does not hold the factors of the length N = " + std::to_string(n) +
+                          ".  It must be initialized for this length.");
+        };
+        if (!row.worker) continue;
         // Work vectors of nothing, of something else, of another length, with a factor too many or too large.
         const R nan = std::numeric_limits<R>::quiet_NaN();
         for (const std::vector<R>& stored : {std::vector<R>{},
@@ -382,17 +437,12 @@ TYPED_TEST(Fft, Errors)
                                              {24, 2, 4, 3},
                                              {24, 3, 2, 4, 3},
                                              {12, 3, 4, 3, 2},
-                                             {12, 2, 0, 3}}) {
-            if (!row.worker) break;
-            std::fill(w.begin(), w.end(), R(0));
-            const std::string name = row.name;
-            const int at = name == "F3TRF" ? 40 : name[3] == 'C' ? 48 : 24;
-            std::copy(stored.begin(), stored.end(), w.begin() + at);
-            row.call(twelve, x.data(), z.data(), w.data());
-            expect(
-                3,
-                "The work vector does not hold the factors of the length N = 12.  It must be initialized for this length.");
-        }
+                                             {12, 2, 0, 3}})
+            refuses(12, stored);
+        // A short power of two.
+        for (const std::vector<R>& stored :
+             {std::vector<R>{}, {nan, 2, 2, 4}, {8, 2, 2, 5}, {8, 2, 4}, {8, 3, 2, 4}, {16, 2, 2, 4}})
+            refuses(8, stored);
     }
 }
 
@@ -402,22 +452,29 @@ TYPED_TEST(Fft, Fronts)
     using R = TypeParam;
     using C = std::complex<R>;
     using L = Library<R>;
-    const int32_t n = 1680;
-    std::vector<R> wfc(4 * n + 15), cwork(2 * n), wfr(2 * n + 15), c(n), by_front(n);
-    const std::vector<C> x = this->random_pairs(n, 5);
-    const std::vector<R> real = this->random(n, 6);
-    std::vector<C> y(n), front(n);
-    L::FftCi(&n, wfc.data());
-    L::FftRi(&n, wfr.data());
-    L::F2tCf(&n, x.data(), y.data(), wfc.data(), cwork.data());
-    L::FftCf(&n, x.data(), front.data());
-    EXPECT_EQ(front, y);
-    L::F2tRf(&n, real.data(), c.data(), wfr.data());
-    L::FftRf(&n, real.data(), by_front.data());
-    EXPECT_EQ(by_front, c);
-    by_front = real;
-    L::F3tRf(&n, by_front.data(), wfr.data(), wfr.data() + n, wfr.data() + 2 * n);
-    EXPECT_EQ(by_front, c);
+    for (const int32_t n : {64, 1680, 4096}) {
+        std::vector<R> wfc(4 * n + 15), cwork(2 * n), wfr(2 * n + 15), c(n), by_front(n);
+        const std::vector<C> x = this->random_pairs(n, 5);
+        const std::vector<R> real = this->random(n, 6);
+        std::vector<C> y(n), front(n);
+        L::FftCi(&n, wfc.data());
+        L::FftRi(&n, wfr.data());
+        L::F2tCf(&n, x.data(), y.data(), wfc.data(), cwork.data());
+        L::FftCf(&n, x.data(), front.data());
+        EXPECT_EQ(front, y);
+        L::F2tCb(&n, x.data(), y.data(), wfc.data(), cwork.data());
+        L::FftCb(&n, x.data(), front.data());
+        EXPECT_EQ(front, y);
+        L::F2tRb(&n, real.data(), c.data(), wfr.data());
+        L::FftRb(&n, real.data(), by_front.data());
+        EXPECT_EQ(by_front, c);
+        L::F2tRf(&n, real.data(), c.data(), wfr.data());
+        L::FftRf(&n, real.data(), by_front.data());
+        EXPECT_EQ(by_front, c);
+        by_front = real;
+        L::F3tRf(&n, by_front.data(), wfr.data(), wfr.data() + n, wfr.data() + 2 * n);
+        EXPECT_EQ(by_front, c);
+    }
 }
 
 }  // namespace

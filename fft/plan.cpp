@@ -1,0 +1,74 @@
+// fft/plan.cpp - which factors go through a pass together
+#include "fft/plan.h"
+
+#include <algorithm>
+
+namespace orvel::fft {
+
+namespace {
+
+bool share_a_pass(int64_t a, int64_t b) { return b == 4 ? a == 4 || a == 2 : a == 3 && (b == 3 || b == 5); }
+
+// Factors that go through registers together, from factor k on. A length of 16 takes two short passes with
+// vectors.
+int32_t factors_together(const Factors& f, int32_t k)
+{
+    return f.n != 16 && k + 1 < f.count && share_a_pass(f.factor[k], f.factor[k + 1]) ? 2 : 1;
+}
+
+// The number of factors that a pass over blocks can take from the first one on: 4, and one 2 before.
+int32_t powers(const Factors& f)
+{
+    int32_t count = 0;
+    while (count < f.count && (f.factor[count] == 4 || (f.factor[count] == 2 && count == 0))) ++count;
+    return count;
+}
+
+// Shorter sequences stay in the nearest caches by themselves (measured).
+constexpr int64_t smallest_in_two = 8192;
+
+// The second pass of two takes up to so many factors of 4. It leaves at least 64 to the first one, so that
+// there is room between; see there.
+constexpr int32_t most_in_last = 5;
+static_assert(longest_block == int64_t(5) << (2 * (most_in_last - 1)));
+
+}  // namespace
+
+bool goes_in_two(const Factors& f)
+{
+    if (f.n < smallest_in_two) return false;
+    const int64_t last = f.factor[f.count - 1];
+    return powers(f) >= f.count - (last == 3 || last == 5 ? 1 : 0);
+}
+
+int64_t length_of_rows(const Factors& f)
+{
+    int64_t l = 1;
+    for (int32_t k = 0; k < factors_of_blocks(f); ++k) l *= f.factor[k];
+    return l;
+}
+
+int32_t factors_of_blocks(const Factors& f)
+{
+    if (goes_in_two(f)) return f.count - std::min((f.count - (f.factor[0] == 2 ? 1 : 0)) / 2, most_in_last);
+    const int32_t count = std::min(powers(f), 4);
+    if (f.n < smallest_in_two || count < 3) return 0;
+    int64_t length = 1;
+    for (int32_t j = 0; j < count; ++j) length *= f.factor[j];
+    return f.n / length >= widest ? count : 0;
+}
+
+int32_t factors_of_group(const Factors& f, int32_t k, int32_t end, bool in_two)
+{
+    return k + 1 < end && factors_together(f, k) == 2 && !(in_two && k + 2 == f.count) ? 2 : 1;
+}
+
+Plan::Plan(const Factors& f)
+{
+    for (int32_t k = 0; k < f.count; ++count) {
+        const int32_t blocks = k == 0 ? factors_of_blocks(f) : 0;
+        k = end[count] = k + (blocks > 0 ? blocks : factors_together(f, k));
+    }
+}
+
+}  // namespace orvel::fft

@@ -1,0 +1,107 @@
+// fft/tables.cpp - the roots of all passes of a length
+#include <algorithm>
+
+#include "fft/plan.h"
+
+namespace orvel::fft {
+
+namespace {
+
+void run_roots(int64_t n, int64_t start, int64_t step, int64_t count, int64_t stride, float* c, float* s)
+{
+    root_loop().s(n, start, step, count, stride, c, s);
+}
+void run_roots(int64_t n, int64_t start, int64_t step, int64_t count, int64_t stride, double* c, double* s)
+{
+    root_loop().d(n, start, step, count, stride, c, s);
+}
+
+}  // namespace
+
+template <class R>
+void roots(int64_t n, int64_t start, int64_t step, int64_t count, int64_t stride, R* cosine, R* sine)
+{
+    run_roots(n, start, step, count, stride, cosine, sine);
+}
+
+namespace {
+
+// Rows of roots; see Group. The columns are k + l * kappa, k < l in rows and kappa < before.
+template <class R>
+struct Rows {
+    R* roots;
+    int64_t l, before, factors;
+
+    // Roots `start` + x of a factor for the columns from `first` on; `place` is theirs among those of a
+    // column.
+    void store(int64_t n, int64_t i, int64_t first, int64_t place)
+    {
+        constexpr int64_t most = 512;
+        R cosine[most], sine[most];
+        const int64_t row = std::min<int64_t>(root_row, l), all = l * before;
+        for (int64_t begin = 0; begin < all; begin += most) {
+            const int64_t count = std::min(most, all - begin);
+            orvel::fft::roots<R>(n, i * (first + begin), i, count, 1, cosine, sine);
+            for (int64_t x = 0; x < count; x += row) {
+                const int64_t k = (begin + x) % l, kappa = (begin + x) / l;
+                R* const to = roots + 2 * row * ((k / row * before + kappa) * (factors - 1) + place);
+                std::copy(cosine + x, cosine + x + row, to);
+                std::copy(sine + x, sine + x + row, to + row);
+            }
+        }
+    }
+};
+
+template <class R>
+void store_rows(int64_t r, int64_t s, int64_t l, int64_t before, R* roots)
+{
+    Rows<R> rows = {roots, l, before, r * s};
+    const int64_t columns = l * before;
+    for (int64_t i = 1; i < r; ++i) rows.store(columns * r, i, 0, i - 1);
+    for (int64_t k2 = 0; s > 1 && k2 < r; ++k2)
+        for (int64_t i = 1; i < s; ++i)
+            rows.store(columns * r * s, i, columns * k2, r - 1 + (s - 1) * k2 + i - 1);
+}
+
+template <class R>
+void store_plainly(int64_t r, int64_t l, R* blocks)
+{
+    for (int64_t i = 1; l > 1 && i < r; ++i)
+        roots<R>(l * r, 0, i, l, 1, blocks + 2 * l * (i - 1), blocks + 2 * l * (i - 1) + l);
+}
+
+}  // namespace
+
+template <class R>
+void store_blocks(const Factors& f, R* blocks)
+{
+    if (f.count == 1 && f.n > largest_general) return store_chirp<R>(f.n, blocks);
+    const bool in_two = goes_in_two(f);
+    const int32_t end = factors_of_blocks(f);
+    int64_t l = 1, rows = 1;  // what is before the last pass of two
+    for (int32_t k = 0; k < f.count;) {
+        R* const at = blocks + 2 * (l - f.factor[0]);
+        const int64_t r = f.factor[k];
+        const bool over_blocks = in_two || k < end;
+        if (k == end) rows = l;
+        const int32_t together = over_blocks ? factors_of_group(f, k, k < end ? end : f.count, in_two) : 1;
+        const int64_t s = together == 2 ? f.factor[k + 1] : 1;
+        if (k == 0 && together == 2)
+            store_plainly<R>(s, r, blocks);
+        else if (!over_blocks)
+            store_plainly<R>(r, l, at);
+        else if (k < end)
+            store_rows<R>(r, s, l, 1, at);
+        else
+            store_rows<R>(r, s, rows, l / rows, at);
+        l *= r * s;
+        k += together;
+    }
+}
+
+template void roots(int64_t, int64_t, int64_t, int64_t, int64_t, float*, float*);
+template void roots(int64_t, int64_t, int64_t, int64_t, int64_t, double*, double*);
+template void store_blocks(const Factors&, float*);
+template void store_blocks(const Factors&, double*);
+
+}  // namespace orvel::fft
