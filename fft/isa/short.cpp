@@ -69,7 +69,8 @@ constexpr int element_of(int lane)
 template <class R, int n, int a, int p, int q, int W>
 constexpr Numbers<R, 2 * a * p * q> roots_of_rows()
 {
-    Numbers<R, 2 * a* p* q> table = {};
+    constexpr int numbers = 2 * a * p * q;
+    Numbers<R, numbers> table = {};
     R* to = table.at;
     for (int k = 0; k < a; k += W)
         for (int i = 0; i < q; ++i)
@@ -88,7 +89,8 @@ constexpr Numbers<R, 2 * a * p * q> row_roots = roots_of_rows<R, n, a, p, q, W>(
 template <class R, int p, int q>
 constexpr Numbers<R, 2 * p * q> roots_of_last()
 {
-    Numbers<R, 2 * p* q> table = {};
+    constexpr int numbers = 2 * p * q;
+    Numbers<R, numbers> table = {};
     for (int k = 0; k < p; ++k)
         for (int i = 0; i < q; ++i) {
             table.at[2 * (q * k + i)] = static_cast<R>(known_roots<p * q>.cosine[i * k]);
