@@ -47,10 +47,10 @@ struct Turns {
             u = h.u;
             v = h.v;
         } else {
-            for (int t = 0; t < W; ++t) {
-                u[t] = t % 2 == 1 ? h.u : R(0);
-                v[t] = t % 2 == 1 ? h.v : R(0);
-            }
+            Vector<R, W> odd = {};  // a product: single numbers would go through memory, and wait there
+            for (int t = 1; t < W; t += 2) odd[t] = 1;
+            u = odd * h.u;
+            v = odd * h.v;
         }
     }
 
