@@ -23,14 +23,14 @@ bool comes_from_far(const Pass<R>& p, int64_t length)
     return p.l * p.m * length >= far;
 }
 
-// One that is larger than the third cache is written past the caches, which else read each line before.
+// One that is larger than the third cache is written past the caches, which else read each line before. That
+// takes whole lines.
 template <class R>
 bool leaves_the_caches(const Pass<R>& p, int64_t length)
 {
     constexpr int64_t large = (int64_t(8) << 20) / (2 * static_cast<int64_t>(sizeof(R)));
-    const uintptr_t places = reinterpret_cast<uintptr_t>(p.out.stride == 1 ? p.out.re : nullptr) |
-                             reinterpret_cast<uintptr_t>(p.out.stride == 1 ? p.out.im : nullptr) |
-                             reinterpret_cast<uintptr_t>(p.out.re < p.out.im ? p.out.re : p.out.im);
+    const uintptr_t re = reinterpret_cast<uintptr_t>(p.out.re), im = reinterpret_cast<uintptr_t>(p.out.im);
+    const uintptr_t places = p.out.stride == 1 ? re | im : re < im ? re : im;
     return p.l * p.m * length >= large && places % 64 == 0;
 }
 
@@ -77,7 +77,8 @@ struct Loop {
 };
 
 // Columns of one group in three loops, the innermost over so many vectors side by side: their rows of roots
-// are `next_row` apart. Result c of a column goes to element `to` + c * `to_step`.
+// are `next_row` apart. Result c of a column goes to element `to` + c * `to_step`. With `ahead` those of the
+// next round of the second loop are called for.
 template <class R>
 struct Steps {
     Parts<R> in;

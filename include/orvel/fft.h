@@ -3,7 +3,7 @@
  * Nothing is divided by N: a forward and a backward transform after each other return N times the sequence.
  * Lengths of small factors are fast; a large prime factor is done by a convolution, which takes its scratch
  * from the heap (and is done by slow direct sums where there is none). A forward and a backward transform
- * return random sequences with errors of 0.45 eps sqrt(log2 N) in the root mean square; 0.85 eps where a
+ * return random sequences with errors of 0.48 eps sqrt(log2 N) in the root mean square; 0.85 eps where a
  * large prime factor is in N (measured up to 2^20).
  *
  * The fronts FFTRF, FFTRB, FFTCF, FFTCB obtain a work vector and initialise it in each call; powers of two up

@@ -332,6 +332,31 @@ TYPED_TEST(Fft, LengthOneCopies)
     EXPECT_EQ(y, x);
 }
 
+// Long results on whole lines are written another way, with the same bits.
+TYPED_TEST(Fft, LongResultsOnWholeLines)
+{
+    using R = TypeParam;
+    using C = std::complex<R>;
+    using L = Library<R>;
+    on_every_level([this] {
+        for (const int32_t n : {1 << 20, 5 << 18}) {
+            std::vector<R> wfc = this->work_vector(4 * int64_t{n} + 15), cwork(2 * int64_t{n});
+            const std::vector<C> x = this->random_pairs(n, 3);
+            std::vector<C> forward(n + 8), backward(n + 8), other(n + 8);
+            const auto line = [](std::vector<C>& y) {
+                return reinterpret_cast<C*>((reinterpret_cast<uintptr_t>(y.data()) + 63) / 64 * 64);
+            };
+            L::FftCi(&n, wfc.data());
+            L::F2tCf(&n, x.data(), line(forward), wfc.data(), cwork.data());
+            L::F2tCf(&n, x.data(), line(other) + 1, wfc.data(), cwork.data());
+            EXPECT_TRUE(std::equal(line(forward), line(forward) + n, line(other) + 1)) << n;
+            L::F2tCb(&n, x.data(), line(backward), wfc.data(), cwork.data());
+            L::F2tCb(&n, x.data(), line(other) + 1, wfc.data(), cwork.data());
+            EXPECT_TRUE(std::equal(line(backward), line(backward) + n, line(other) + 1)) << n;
+        }
+    });
+}
+
 // Factors in an order that no initialisation makes belong to no table, but lead nowhere outside the arrays.
 TYPED_TEST(Fft, FactorsInAnotherOrder)
 {
