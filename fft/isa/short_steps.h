@@ -1,0 +1,338 @@
+// fft/isa/short_steps.h - a short power of two as up to three steps, for one instruction-set level
+//
+// A length n = A * B begins with B transforms of length A with the lanes over the B columns, turned into rows
+// whose lanes are over A. A rest of length B is one transform through registers, or two steps of B = P * Q in
+// the rows; see steps_of. Everything is read before anything is written, so the output may be the input. All
+// roots are known to the compiler. Source: W. M. Gentleman, G. Sande, Fast Fourier transforms: for fun and
+// profit, 1966.
+#pragma once
+
+#include "fft/isa/known_roots.h"
+#include "fft/isa/pass.h"
+
+namespace orvel::fft {
+
+namespace {
+
+constexpr int least(int a, int b) { return a < b ? a : b; }
+
+// The number of lanes for so many columns. Half a short vector is worse than single numbers.
+template <class R>
+constexpr int lanes_for(int columns)
+{
+    const int width = least(columns, kernels::lanes<R>);
+    return width * static_cast<int>(sizeof(R)) < 16 ? 1 : width;
+}
+
+// A power of two as the product of up to three steps.
+struct Steps {
+    int a, p, q;
+};
+constexpr Steps steps_of(int n)
+{
+    switch (n) {
+        case 16:
+            return {4, 4, 1};
+        case 512:
+            return {16, 4, 8};
+        case 1024:
+            return {16, 8, 8};
+        case 2048:
+            return {16, 16, 8};
+        case 4096:
+            return {16, 16, 16};
+        default:
+            return n <= 8 ? Steps{n, 1, 1} : n <= 64 ? Steps{8, n / 8, 1} : Steps{16, n / 16, 1};
+    }
+}
+
+// Lanes of all steps: a wider load would wait for two stores.
+template <class R>
+constexpr int lanes_of_steps(int n)
+{
+    const Steps s = steps_of(n);
+    return s.p == 1 ? 1 : lanes_for<R>(least(s.a, s.p * s.q));
+}
+
+// Numbers of a table, in the order in which they are read.
+template <class R, int count>
+struct Numbers {
+    alignas(64) R at[count];
+};
+
+// Lanes of vectors are in the order that makes pairs of numbers from them in the cheapest way.
+template <class R, int W>
+constexpr int element_of(int lane)
+{
+    return element_of<R, W, Lanes::near>(lane);
+}
+
+// w(n)^(-b k) for the rows b = i + q j, in the order i < q, j < p, of each block of W lanes k < a.
+template <class R, int n, int a, int p, int q, int W>
+constexpr Numbers<R, 2 * a * p * q> roots_of_rows()
+{
+    constexpr int numbers = 2 * a * p * q;
+    Numbers<R, numbers> table = {};
+    R* to = table.at;
+    for (int k = 0; k < a; k += W)
+        for (int i = 0; i < q; ++i)
+            for (int j = 0; j < p; ++j, to += 2 * W)
+                for (int lane = 0; lane < W; ++lane) {
+                    const int at = (i + q * j) * (k + element_of<R, W>(lane)) % n;
+                    to[lane] = static_cast<R>(known_roots<n>.cosine[at]);
+                    to[W + lane] = static_cast<R>(known_roots<n>.sine[at]);
+                }
+    return table;
+}
+template <class R, int n, int a, int p, int q, int W>
+constexpr Numbers<R, 2 * a * p * q> row_roots = roots_of_rows<R, n, a, p, q, W>();
+
+// w(p q)^(-i k) for k < p, i < q, cosine and sine in turn.
+template <class R, int p, int q>
+constexpr Numbers<R, 2 * p * q> roots_of_last()
+{
+    constexpr int numbers = 2 * p * q;
+    Numbers<R, numbers> table = {};
+    for (int k = 0; k < p; ++k)
+        for (int i = 0; i < q; ++i) {
+            table.at[2 * (q * k + i)] = static_cast<R>(known_roots<p * q>.cosine[i * k]);
+            table.at[2 * (q * k + i) + 1] = static_cast<R>(known_roots<p * q>.sine[i * k]);
+        }
+    return table;
+}
+template <class R, int p, int q>
+constexpr Numbers<R, 2 * p * q> last_roots = roots_of_last<R, p, q>();
+
+// w(2m)^-k of the elements k < m / 2 that join or split halves, W cosines and W sines in turn.
+template <class R, int m>
+constexpr Numbers<R, m> roots_of_halves()
+{
+    constexpr int W = lanes_of_steps<R>(m);
+    Numbers<R, m> table = {};
+    for (int k = 0; k < m / 2; ++k) {
+        const int from = k / W * W + element_of<R, W>(k % W), at = k / W * 2 * W + k % W;
+        table.at[at] = static_cast<R>(known_roots<2 * m>.cosine[from]);
+        table.at[at + W] = static_cast<R>(known_roots<2 * m>.sine[from]);
+    }
+    return table;
+}
+template <class R, int m>
+constexpr Numbers<R, m> half_roots = roots_of_halves<R, m>();
+
+template <class R, int W, int n>
+ORVEL_INLINE Complex<R, W> turned_by_root(Complex<R, W> z, int k)
+{
+    if (4 * k == n) return {z.im, -z.re};
+    const double* const root = circle_roots[circle / n * k];
+    return turned<R, W>(z, static_cast<R>(root[0]), static_cast<R>(root[2]));
+}
+
+// W transforms of length n. `read` gives element j of each.
+template <class R, int W, int n, class Read>
+ORVEL_INLINE void transform_lanes(Complex<R, W> (&x)[n], Read read)
+{
+    constexpr int s = n < 4 ? n : 4, r = n / s;
+    Complex<R, W> z[n];
+#pragma GCC unroll 16
+    for (int i = 0; i < s; ++i) {
+#pragma GCC unroll 16
+        for (int j = 0; j < r; ++j) z[i + s * j] = read(i + s * j);
+        Butterfly<R, W, r>::run(z + i, s);
+#pragma GCC unroll 16
+        for (int k = 1; k < r; ++k)
+            if (i > 0) z[i + s * k] = turned_by_root<R, W, n>(z[i + s * k], i * k);
+    }
+#pragma GCC unroll 16
+    for (int k = 0; k < r; ++k) {
+        Butterfly<R, W, s>::run(z + s * k, 1);
+#pragma GCC unroll 16
+        for (int i = 0; i < s; ++i) x[k + r * i] = z[s * k + i];
+    }
+}
+
+template <class R, int W>
+ORVEL_INLINE Complex<R, W> exchanged(Complex<R, W> z)
+{
+    return {z.im, z.re};
+}
+
+// Complex numbers in memory: pairs; pairs with the parts exchanged; or rows, the real parts of a vector
+// before its imaginary parts, with the lanes as they are.
+enum class Form { pairs, exchanged, rows };
+
+// A vector from element e on.
+template <class R, int W, Form form>
+ORVEL_INLINE Complex<R, W> take(const R* numbers, int64_t e)
+{
+    R* const p = const_cast<R*>(numbers);
+    if constexpr (form == Form::pairs)
+        return read<R, W, Layout::pairs, Lanes::near>({p, p + 1, 2}, e);
+    else if constexpr (form == Form::exchanged)
+        return read<R, W, Layout::exchanged, Lanes::near>({p + 1, p, 2}, e);
+    else
+        return {load_once<R, W>(p + 2 * e), load_once<R, W>(p + 2 * e + W)};
+}
+template <class R, int W, Form form>
+ORVEL_INLINE void put(R* p, int64_t e, Complex<R, W> z)
+{
+    if constexpr (form == Form::pairs) {
+        write<R, W, Layout::pairs, Lanes::near>({p, p + 1, 2}, e, z);
+    } else if constexpr (form == Form::exchanged) {
+        write<R, W, Layout::exchanged, Lanes::near>({p + 1, p, 2}, e, z);
+    } else {
+        store<R, W>(p + 2 * e, z.re);
+        store<R, W>(p + 2 * e + W, z.im);
+    }
+}
+
+// The columns b..b+W-1 with A numbers each become rows: those of the lanes k..k+W-1 begin at 2 * B * k.
+template <class R, int W, int A>
+ORVEL_INLINE void put_columns(R* rows, int64_t B, int64_t b, const Complex<R, W> (&z)[A])
+{
+#pragma GCC unroll 2
+    for (int part = 0; part < 2; ++part)
+#pragma GCC unroll 16
+        for (int k = 0; k < A; k += W) {
+            Vector<R, W> x[W];
+#pragma GCC unroll 16
+            for (int t = 0; t < W; ++t) {
+                const Complex<R, W>& from = z[k + element_of<R, W>(t)];
+                x[t] = part == 0 ? from.re : from.im;
+            }
+            kernels::transpose_square<R, W>(x);
+            R* const to = rows + 2 * (B * k + W * b) + W * part;
+#pragma GCC unroll 16
+            for (int t = 0; t < W; ++t) store<R, W>(to + 2 * W * element_of<R, W>(t), x[t]);
+        }
+}
+
+// The B transforms of length A. The compiler may know B, or is kept from thinking about it.
+template <class R, int W, int A, Form from, bool known>
+ORVEL_INLINE void first_step(const R* in, R* rows, int64_t B)
+{
+#pragma GCC unroll 1
+    for (int64_t b = 0; b < B; b += W) {
+        const R* const column = hidden<!known>(in + 2 * b);
+        const int64_t step = hidden<!known>(B);
+        const auto element = [&](int j) { return take<R, W, from>(column, step * j); };
+        Complex<R, W> z[A];
+        transform_lanes<R, W, A>(z, element);
+        put_columns<R, W, A>(rows, B, b, z);
+    }
+}
+
+// A function of its own, which the longer transforms share. In these no loop is to be written out.
+constexpr int shortest_sharing = 128;
+template <class R, int W, int A, Form from>
+[[gnu::noinline, gnu::noclone]] void shared_first_step(const R* in, R* rows, int64_t B)
+{
+    first_step<R, W, A, from, false>(in, rows, B);
+}
+
+// The second and last one of two: all rows of a block of lanes.
+template <class R, int n, Form to>
+ORVEL_INLINE void second_step(const R* rows, const R* roots, R* out, int k)
+{
+    constexpr int W = lanes_of_steps<R>(n), A = steps_of(n).a, B = n / A;
+    const auto element = [&](int b) {
+        const Complex<R, W> z = take<R, W, Form::rows>(rows, W * b);
+        const R* const root = roots + 2 * W * b;
+        return b == 0 ? z : turned_by<R, W, Roots::each>(z, root, root + W);
+    };
+    Complex<R, W> z[B];
+    transform_lanes<R, W, B>(z, element);
+#pragma GCC unroll 16
+    for (int j = 0; j < B; ++j) put<R, W, to>(out, k + A * j, z[j]);
+}
+
+template <class R>
+constexpr int longest_with_all_roots = 8192 / static_cast<int>(sizeof(R));
+
+// The second one of three: every Qth row, in place. Either `roots` are those of all rows, or those of Q j,
+// and all rows of an i share those `behind` the transforms: that takes longer, but the tables are much
+// smaller.
+template <class R, int W, int P, bool shared>
+[[gnu::noinline, gnu::noclone]] void middle_step(R* rows, const R* roots, const R* behind, int64_t Q)
+{
+#pragma GCC unroll 1
+    for (int64_t i = 0; i < Q; ++i) {
+        R* const column = hidden<true>(rows + 2 * W * i);
+        const int64_t step = hidden<true>(W * Q);
+        const R* const before = shared ? roots : roots + 2 * W * P * i;
+        const auto element = [&](int j) {
+            const Complex<R, W> z = take<R, W, Form::rows>(column, step * j);
+            const R* const root = before + 2 * W * j;
+            return shared && j == 0 ? z : turned_by<R, W, Roots::each>(z, root, root + W);
+        };
+        Complex<R, W> z[P];
+        transform_lanes<R, W, P>(z, element);
+        if constexpr (shared) {
+            const Complex<R, W> root = take<R, W, Form::rows>(behind, W * i);
+#pragma GCC unroll 16
+            for (int k = 0; k < P; ++k) z[k] = turned<R, W>(z[k], root.re, root.im);
+        }
+#pragma GCC unroll 16
+        for (int k = 0; k < P; ++k) put<R, W, Form::rows>(column, step * k, z[k]);
+    }
+}
+
+// The last one of three: Q neighbouring rows of P * Q, whose roots are `roots`.
+template <class R, int W, int A, int Q, Form to>
+[[gnu::noinline, gnu::noclone]] void last_step(const R* rows, const R* roots, R* out, int64_t P)
+{
+#pragma GCC unroll 1
+    for (int64_t k = 0; k < P; ++k) {
+        const auto element = [&](int i) {
+            const Complex<R, W> z = take<R, W, Form::rows>(rows, W * (Q * k + i));
+            const R* const root = roots + 2 * (Q * k + i);
+            return i == 0 ? z : turned_by<R, W, Roots::none>(z, root, root + 1);
+        };
+        Complex<R, W> z[Q];
+        transform_lanes<R, W, Q>(z, element);
+        R* const column = hidden<true>(out + 2 * A * k);
+        const int64_t step = hidden<true>(A * P);
+#pragma GCC unroll 16
+        for (int j = 0; j < Q; ++j) put<R, W, to>(column, step * j, z[j]);
+    }
+}
+
+// The transform of length n.
+template <class R, int n, Form from, Form to>
+ORVEL_INLINE void transform(const R* in, R* out)
+{
+    constexpr Steps s = steps_of(n);
+    if constexpr (s.p == 1) {
+        const auto element = [&](int j) { return take<R, 1, from>(in, j); };
+        Complex<R, 1> z[n];
+        transform_lanes<R, 1, n>(z, element);
+#pragma GCC unroll 16
+        for (int k = 0; k < n; ++k) put<R, 1, to>(out, k, z[k]);
+    } else {
+        constexpr int W = lanes_of_steps<R>(n), B = n / s.a;
+        alignas(64) R rows[2 * n];
+        if constexpr (n < shortest_sharing)
+            first_step<R, W, s.a, from, true>(in, rows, B);
+        else
+            shared_first_step<R, W, s.a, from>(in, rows, B);
+        const int end = n < shortest_sharing || s.a == W ? s.a : hidden<true>(s.a);
+#pragma GCC unroll 1
+        for (int k = 0; k < end; k += W) {
+            R* const block = rows + 2 * B * k;
+            if constexpr (s.q == 1) {
+                second_step<R, n, to>(block, row_roots<R, n, s.a, B, 1, W>.at + 2 * B * k, out, k);
+            } else {
+                if constexpr (n <= longest_with_all_roots<R>)
+                    middle_step<R, W, s.p, false>(block, row_roots<R, n, s.a, s.p, s.q, W>.at + 2 * B * k,
+                                                  nullptr, s.q);
+                else
+                    middle_step<R, W, s.p, true>(block,
+                                                 row_roots<R, s.a * s.p, s.a, s.p, 1, W>.at + 2 * s.p * k,
+                                                 row_roots<R, n, s.a, 1, s.q, W>.at + 2 * s.q * k, s.q);
+                last_step<R, W, s.a, s.q, to>(block, last_roots<R, s.p, s.q>.at, out + 2 * k, s.p);
+            }
+        }
+    }
+}
+
+}  // namespace
+}  // namespace orvel::fft
