@@ -1,6 +1,6 @@
 // bench/counts.cpp - prints docs/evaluations.md: calls that zeros and minima of published problems take
 //
-//     build/bench/bench/orvel_counts > docs/evaluations.md
+//     build/release/bench/orvel_counts > docs/evaluations.md
 #include <gsl/gsl_errno.h>
 #include <gsl/gsl_min.h>
 #include <gsl/gsl_roots.h>

@@ -1,4 +1,5 @@
 ! fortran/orvel_fft.f90 - interfaces of the fast Fourier transforms
+! The work vector CWORK may be real or complex.
 module orvel_fft
   implicit none
   public
@@ -6,11 +7,11 @@ module orvel_fft
   interface
     subroutine fftri(n, wfr)
       integer, intent(in) :: n
-      real, intent(out) :: wfr(*)
+      real, intent(inout) :: wfr(*)
     end subroutine fftri
     subroutine dfftri(n, wfr)
       integer, intent(in) :: n
-      double precision, intent(out) :: wfr(*)
+      double precision, intent(inout) :: wfr(*)
     end subroutine dfftri
     subroutine fftrf(n, xseq, coef)
       integer, intent(in) :: n
@@ -72,11 +73,11 @@ module orvel_fft
     end subroutine df3trf
     subroutine fftci(n, wfc)
       integer, intent(in) :: n
-      real, intent(out) :: wfc(*)
+      real, intent(inout) :: wfc(*)
     end subroutine fftci
     subroutine dfftci(n, wfc)
       integer, intent(in) :: n
-      double precision, intent(out) :: wfc(*)
+      double precision, intent(inout) :: wfc(*)
     end subroutine dfftci
     subroutine fftcf(n, xseq, coef)
       integer, intent(in) :: n
@@ -103,28 +104,28 @@ module orvel_fft
       complex, intent(in) :: xseq(*)
       complex, intent(inout) :: coef(*)
       real, intent(inout) :: wfc(*)
-      real, intent(inout) :: cwork(*)
+      type(*) :: cwork(*)
     end subroutine f2tcf
     subroutine df2tcf(n, xseq, coef, wfc, cwork)
       integer, intent(in) :: n
       complex(kind(1d0)), intent(in) :: xseq(*)
       complex(kind(1d0)), intent(inout) :: coef(*)
       double precision, intent(inout) :: wfc(*)
-      double precision, intent(inout) :: cwork(*)
+      type(*) :: cwork(*)
     end subroutine df2tcf
     subroutine f2tcb(n, coef, xseq, wfc, cwork)
       integer, intent(in) :: n
       complex, intent(in) :: coef(*)
       complex, intent(inout) :: xseq(*)
       real, intent(inout) :: wfc(*)
-      real, intent(inout) :: cwork(*)
+      type(*) :: cwork(*)
     end subroutine f2tcb
     subroutine df2tcb(n, coef, xseq, wfc, cwork)
       integer, intent(in) :: n
       complex(kind(1d0)), intent(in) :: coef(*)
       complex(kind(1d0)), intent(inout) :: xseq(*)
       double precision, intent(inout) :: wfc(*)
-      double precision, intent(inout) :: cwork(*)
+      type(*) :: cwork(*)
     end subroutine df2tcb
   end interface
 end module orvel_fft

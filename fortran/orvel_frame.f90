@@ -1,10 +1,22 @@
 ! fortran/orvel_frame.f90 - interfaces of the frame: outcome of calls, switches, messages, constants, units
 !
 ! A character argument passes its length behind the argument list, so E1PSH("NAME ", ...) of C is
-! call e1psh("NAME ") here.
+! call e1psh("NAME ") here. Arguments that are read or written, as another one says, have no intent, so that
+! call umach(-3, 9) compiles. AMACH is not here, but in orvel_constants and amach_int, of which a program uses one.
 module orvel_frame
+  use orvel_constants, only: dmach, imach, srmach, drmach
   implicit none
   public
+
+  ! Elements of a message packet.
+  type, bind(c) :: s_epack
+    integer :: whole
+    real :: real
+  end type s_epack
+  type, bind(c) :: d_epack
+    integer :: whole
+    double precision :: real
+  end type d_epack
 
   interface
     subroutine erset(iersvr, ipact, isact)
@@ -12,7 +24,7 @@ module orvel_frame
     end subroutine erset
     subroutine e1pos(iertyp, ipatt, isatt)
       integer, intent(in) :: iertyp
-      integer, intent(inout) :: ipatt, isatt
+      integer :: ipatt, isatt
     end subroutine e1pos
     integer function iercd()
     end function iercd
@@ -40,11 +52,11 @@ module orvel_frame
     subroutine e1usr(switch)
       character(*), intent(in) :: switch
     end subroutine e1usr
-    logical function e1mem(action, i, ivalue, name)
+    integer function e1mem(action, i, ivalue, name)
       character(*), intent(in) :: action
       integer, intent(in) :: i
-      integer, intent(inout) :: ivalue
-      character(*), intent(inout) :: name
+      integer :: ivalue
+      character(*) :: name
     end function e1mem
     subroutine e1mes(iertyp, iercod, msgpkd)
       integer, intent(in) :: iertyp, iercod
@@ -81,18 +93,19 @@ module orvel_frame
       integer, intent(in) :: id, len
       character(*), intent(in) :: string
     end subroutine e1sta
-    real function amach(n)
+    subroutine s_error_post(epack, n)
+      import :: s_epack
+      type(s_epack), intent(in) :: epack(*)
       integer, intent(in) :: n
-    end function amach
-    double precision function dmach(n)
+    end subroutine s_error_post
+    subroutine d_error_post(epack, n)
+      import :: d_epack
+      type(d_epack), intent(in) :: epack(*)
       integer, intent(in) :: n
-    end function dmach
-    integer function imach(n)
-      integer, intent(in) :: n
-    end function imach
+    end subroutine d_error_post
     subroutine umach(n, nunit)
       integer, intent(in) :: n
-      integer, intent(inout) :: nunit
+      integer :: nunit
     end subroutine umach
     subroutine iwkin(nsu)
       integer, intent(in) :: nsu

@@ -7,57 +7,57 @@ module orvel_interp
     subroutine csint(ndata, xdata, fdata, brkpt, spcoef)
       integer, intent(in) :: ndata
       real, intent(in) :: xdata(*), fdata(*)
-      real, intent(out) :: brkpt(*), spcoef(4, *)
+      real, intent(inout) :: brkpt(*), spcoef(4, *)
     end subroutine csint
     subroutine c2int(ndata, xdata, fdata, brkpt, spcoef, iwk)
       integer, intent(in) :: ndata
       real, intent(in) :: xdata(*), fdata(*)
-      real, intent(out) :: brkpt(*), spcoef(4, *)
-      integer, intent(out) :: iwk(*)
+      real, intent(inout) :: brkpt(*), spcoef(4, *)
+      integer, intent(inout) :: iwk(*)
     end subroutine c2int
     subroutine csakm(ndata, xdata, fdata, brkpt, spcoef)
       integer, intent(in) :: ndata
       real, intent(in) :: xdata(*), fdata(*)
-      real, intent(out) :: brkpt(*), spcoef(4, *)
+      real, intent(inout) :: brkpt(*), spcoef(4, *)
     end subroutine csakm
     subroutine c2akm(ndata, xdata, fdata, brkpt, spcoef, iwk)
       integer, intent(in) :: ndata
       real, intent(in) :: xdata(*), fdata(*)
-      real, intent(out) :: brkpt(*), spcoef(4, *)
-      integer, intent(out) :: iwk(*)
+      real, intent(inout) :: brkpt(*), spcoef(4, *)
+      integer, intent(inout) :: iwk(*)
     end subroutine c2akm
     subroutine csdec(ndata, xdata, fdata, ileft, vleft, iright, vright, brkpt, spcoef)
       integer, intent(in) :: ndata
       real, intent(in) :: xdata(*), fdata(*)
-      real, intent(out) :: brkpt(*), spcoef(4, *)
+      real, intent(inout) :: brkpt(*), spcoef(4, *)
       integer, intent(in) :: ileft, iright
       real, intent(in) :: vleft, vright
     end subroutine csdec
     subroutine c2dec(ndata, xdata, fdata, ileft, vleft, iright, vright, brkpt, spcoef, iwk)
       integer, intent(in) :: ndata
       real, intent(in) :: xdata(*), fdata(*)
-      real, intent(out) :: brkpt(*), spcoef(4, *)
+      real, intent(inout) :: brkpt(*), spcoef(4, *)
       integer, intent(in) :: ileft, iright
       real, intent(in) :: vleft, vright
-      integer, intent(out) :: iwk(*)
+      integer, intent(inout) :: iwk(*)
     end subroutine c2dec
     subroutine csper(ndata, xdata, fdata, brkpt, spcoef)
       integer, intent(in) :: ndata
       real, intent(in) :: xdata(*), fdata(*)
-      real, intent(out) :: brkpt(*), spcoef(4, *)
+      real, intent(inout) :: brkpt(*), spcoef(4, *)
     end subroutine csper
     subroutine c2per(ndata, xdata, fdata, brkpt, spcoef, wk, iwk)
       integer, intent(in) :: ndata
       real, intent(in) :: xdata(*), fdata(*)
-      real, intent(out) :: brkpt(*), spcoef(4, *)
-      real, intent(out) :: wk(*)
-      integer, intent(out) :: iwk(*)
+      real, intent(inout) :: brkpt(*), spcoef(4, *)
+      real, intent(inout) :: wk(*)
+      integer, intent(inout) :: iwk(*)
     end subroutine c2per
     subroutine c1sor(ndata, xdata, fdata, brkpt, spcoef, ldc, iwk)
       integer, intent(in) :: ndata, ldc
       real, intent(in) :: xdata(*), fdata(*)
-      real, intent(out) :: brkpt(*), spcoef(ldc, *)
-      integer, intent(out) :: iwk(*)
+      real, intent(inout) :: brkpt(*), spcoef(ldc, *)
+      integer, intent(inout) :: iwk(*)
     end subroutine c1sor
     real function csval(x, nintv, brkpt, spcoef)
       integer, intent(in) :: nintv
@@ -86,62 +86,62 @@ module orvel_interp
     subroutine p3der(korder, nintv, brkpt, x, left)
       integer, intent(in) :: korder, nintv
       real, intent(in) :: brkpt(*), x
-      integer, intent(out) :: left
+      integer, intent(inout) :: left
     end subroutine p3der
     subroutine dcsint(ndata, xdata, fdata, brkpt, spcoef)
       integer, intent(in) :: ndata
       double precision, intent(in) :: xdata(*), fdata(*)
-      double precision, intent(out) :: brkpt(*), spcoef(4, *)
+      double precision, intent(inout) :: brkpt(*), spcoef(4, *)
     end subroutine dcsint
     subroutine dc2int(ndata, xdata, fdata, brkpt, spcoef, iwk)
       integer, intent(in) :: ndata
       double precision, intent(in) :: xdata(*), fdata(*)
-      double precision, intent(out) :: brkpt(*), spcoef(4, *)
-      integer, intent(out) :: iwk(*)
+      double precision, intent(inout) :: brkpt(*), spcoef(4, *)
+      integer, intent(inout) :: iwk(*)
     end subroutine dc2int
     subroutine dcsakm(ndata, xdata, fdata, brkpt, spcoef)
       integer, intent(in) :: ndata
       double precision, intent(in) :: xdata(*), fdata(*)
-      double precision, intent(out) :: brkpt(*), spcoef(4, *)
+      double precision, intent(inout) :: brkpt(*), spcoef(4, *)
     end subroutine dcsakm
     subroutine dc2akm(ndata, xdata, fdata, brkpt, spcoef, iwk)
       integer, intent(in) :: ndata
       double precision, intent(in) :: xdata(*), fdata(*)
-      double precision, intent(out) :: brkpt(*), spcoef(4, *)
-      integer, intent(out) :: iwk(*)
+      double precision, intent(inout) :: brkpt(*), spcoef(4, *)
+      integer, intent(inout) :: iwk(*)
     end subroutine dc2akm
     subroutine dcsdec(ndata, xdata, fdata, ileft, vleft, iright, vright, brkpt, spcoef)
       integer, intent(in) :: ndata
       double precision, intent(in) :: xdata(*), fdata(*)
-      double precision, intent(out) :: brkpt(*), spcoef(4, *)
+      double precision, intent(inout) :: brkpt(*), spcoef(4, *)
       integer, intent(in) :: ileft, iright
       double precision, intent(in) :: vleft, vright
     end subroutine dcsdec
     subroutine dc2dec(ndata, xdata, fdata, ileft, vleft, iright, vright, brkpt, spcoef, iwk)
       integer, intent(in) :: ndata
       double precision, intent(in) :: xdata(*), fdata(*)
-      double precision, intent(out) :: brkpt(*), spcoef(4, *)
+      double precision, intent(inout) :: brkpt(*), spcoef(4, *)
       integer, intent(in) :: ileft, iright
       double precision, intent(in) :: vleft, vright
-      integer, intent(out) :: iwk(*)
+      integer, intent(inout) :: iwk(*)
     end subroutine dc2dec
     subroutine dcsper(ndata, xdata, fdata, brkpt, spcoef)
       integer, intent(in) :: ndata
       double precision, intent(in) :: xdata(*), fdata(*)
-      double precision, intent(out) :: brkpt(*), spcoef(4, *)
+      double precision, intent(inout) :: brkpt(*), spcoef(4, *)
     end subroutine dcsper
     subroutine dc2per(ndata, xdata, fdata, brkpt, spcoef, wk, iwk)
       integer, intent(in) :: ndata
       double precision, intent(in) :: xdata(*), fdata(*)
-      double precision, intent(out) :: brkpt(*), spcoef(4, *)
-      double precision, intent(out) :: wk(*)
-      integer, intent(out) :: iwk(*)
+      double precision, intent(inout) :: brkpt(*), spcoef(4, *)
+      double precision, intent(inout) :: wk(*)
+      integer, intent(inout) :: iwk(*)
     end subroutine dc2per
     subroutine dc1sor(ndata, xdata, fdata, brkpt, spcoef, ldc, iwk)
       integer, intent(in) :: ndata, ldc
       double precision, intent(in) :: xdata(*), fdata(*)
-      double precision, intent(out) :: brkpt(*), spcoef(ldc, *)
-      integer, intent(out) :: iwk(*)
+      double precision, intent(inout) :: brkpt(*), spcoef(ldc, *)
+      integer, intent(inout) :: iwk(*)
     end subroutine dc1sor
     double precision function dcsval(x, nintv, brkpt, spcoef)
       integer, intent(in) :: nintv
@@ -170,7 +170,7 @@ module orvel_interp
     subroutine dp3der(korder, nintv, brkpt, x, left)
       integer, intent(in) :: korder, nintv
       double precision, intent(in) :: brkpt(*), x
-      integer, intent(out) :: left
+      integer, intent(inout) :: left
     end subroutine dp3der
   end interface
 end module orvel_interp

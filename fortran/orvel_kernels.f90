@@ -30,22 +30,22 @@ module orvel_kernels
     subroutine scopy(n, x, incx, y, incy)
       integer, intent(in) :: n, incx, incy
       real, intent(in) :: x(*)
-      real, intent(out) :: y(*)
+      real, intent(inout) :: y(*)
     end subroutine scopy
     subroutine dcopy(n, x, incx, y, incy)
       integer, intent(in) :: n, incx, incy
       double precision, intent(in) :: x(*)
-      double precision, intent(out) :: y(*)
+      double precision, intent(inout) :: y(*)
     end subroutine dcopy
     subroutine ccopy(n, x, incx, y, incy)
       integer, intent(in) :: n, incx, incy
       complex, intent(in) :: x(*)
-      complex, intent(out) :: y(*)
+      complex, intent(inout) :: y(*)
     end subroutine ccopy
     subroutine zcopy(n, x, incx, y, incy)
       integer, intent(in) :: n, incx, incy
       complex(kind(0d0)), intent(in) :: x(*)
-      complex(kind(0d0)), intent(out) :: y(*)
+      complex(kind(0d0)), intent(inout) :: y(*)
     end subroutine zcopy
     subroutine sscal(n, a, x, incx)
       integer, intent(in) :: n, incx
@@ -195,11 +195,11 @@ module orvel_kernels
     end subroutine zdrot
     subroutine srotg(a, b, c, s)
       real, intent(inout) :: a, b
-      real, intent(out) :: c, s
+      real, intent(inout) :: c, s
     end subroutine srotg
     subroutine drotg(a, b, c, s)
       double precision, intent(inout) :: a, b
-      double precision, intent(out) :: c, s
+      double precision, intent(inout) :: c, s
     end subroutine drotg
     subroutine srotm(n, x, incx, y, incy, param)
       integer, intent(in) :: n, incx, incy
@@ -224,65 +224,65 @@ module orvel_kernels
     subroutine srotmg(d1, d2, x1, y1, param)
       real, intent(inout) :: d1, d2, x1
       real, intent(in) :: y1
-      real, intent(out) :: param(5)
+      real, intent(inout) :: param(5)
     end subroutine srotmg
     subroutine drotmg(d1, d2, x1, y1, param)
       double precision, intent(inout) :: d1, d2, x1
       double precision, intent(in) :: y1
-      double precision, intent(out) :: param(5)
+      double precision, intent(inout) :: param(5)
     end subroutine drotmg
     ! vector utilities and accumulators
     subroutine sset(n, a, x, incx)
       integer, intent(in) :: n, incx
       real, intent(in) :: a
-      real, intent(out) :: x(*)
+      real, intent(inout) :: x(*)
     end subroutine sset
     subroutine dset(n, a, x, incx)
       integer, intent(in) :: n, incx
       double precision, intent(in) :: a
-      double precision, intent(out) :: x(*)
+      double precision, intent(inout) :: x(*)
     end subroutine dset
     subroutine cset(n, a, x, incx)
       integer, intent(in) :: n, incx
       complex, intent(in) :: a
-      complex, intent(out) :: x(*)
+      complex, intent(inout) :: x(*)
     end subroutine cset
     subroutine zset(n, a, x, incx)
       integer, intent(in) :: n, incx
       complex(kind(0d0)), intent(in) :: a
-      complex(kind(0d0)), intent(out) :: x(*)
+      complex(kind(0d0)), intent(inout) :: x(*)
     end subroutine zset
     subroutine svcal(n, a, x, incx, y, incy)
       integer, intent(in) :: n, incx, incy
       real, intent(in) :: a, x(*)
-      real, intent(out) :: y(*)
+      real, intent(inout) :: y(*)
     end subroutine svcal
     subroutine dvcal(n, a, x, incx, y, incy)
       integer, intent(in) :: n, incx, incy
       double precision, intent(in) :: a, x(*)
-      double precision, intent(out) :: y(*)
+      double precision, intent(inout) :: y(*)
     end subroutine dvcal
     subroutine cvcal(n, a, x, incx, y, incy)
       integer, intent(in) :: n, incx, incy
       complex, intent(in) :: a, x(*)
-      complex, intent(out) :: y(*)
+      complex, intent(inout) :: y(*)
     end subroutine cvcal
     subroutine zvcal(n, a, x, incx, y, incy)
       integer, intent(in) :: n, incx, incy
       complex(kind(0d0)), intent(in) :: a, x(*)
-      complex(kind(0d0)), intent(out) :: y(*)
+      complex(kind(0d0)), intent(inout) :: y(*)
     end subroutine zvcal
     subroutine csvcal(n, a, x, incx, y, incy)
       integer, intent(in) :: n, incx, incy
       real, intent(in) :: a
       complex, intent(in) :: x(*)
-      complex, intent(out) :: y(*)
+      complex, intent(inout) :: y(*)
     end subroutine csvcal
     subroutine zdvcal(n, a, x, incx, y, incy)
       integer, intent(in) :: n, incx, incy
       double precision, intent(in) :: a
       complex(kind(0d0)), intent(in) :: x(*)
-      complex(kind(0d0)), intent(out) :: y(*)
+      complex(kind(0d0)), intent(inout) :: y(*)
     end subroutine zdvcal
     subroutine sadd(n, a, x, incx)
       integer, intent(in) :: n, incx
@@ -343,12 +343,12 @@ module orvel_kernels
     subroutine shprod(n, x, incx, y, incy, z, incz)
       integer, intent(in) :: n, incx, incy, incz
       real, intent(in) :: x(*), y(*)
-      real, intent(out) :: z(*)
+      real, intent(inout) :: z(*)
     end subroutine shprod
     subroutine dhprod(n, x, incx, y, incy, z, incz)
       integer, intent(in) :: n, incx, incy, incz
       double precision, intent(in) :: x(*), y(*)
-      double precision, intent(out) :: z(*)
+      double precision, intent(inout) :: z(*)
     end subroutine dhprod
     integer function isamin(n, x, incx)
       integer, intent(in) :: n, incx
@@ -396,7 +396,7 @@ module orvel_kernels
     end function czcdot
     subroutine dqini(a, acc)
       double precision, intent(in) :: a
-      double precision, intent(out) :: acc(2)
+      double precision, intent(inout) :: acc(2)
     end subroutine dqini
     subroutine dqadd(a, acc)
       double precision, intent(in) :: a
@@ -408,11 +408,11 @@ module orvel_kernels
     end subroutine dqmul
     subroutine dqsto(acc, a)
       double precision, intent(in) :: acc(2)
-      double precision, intent(out) :: a
+      double precision, intent(inout) :: a
     end subroutine dqsto
     subroutine zqini(a, acc)
       complex(kind(0d0)), intent(in) :: a
-      complex(kind(0d0)), intent(out) :: acc(2)
+      complex(kind(0d0)), intent(inout) :: acc(2)
     end subroutine zqini
     subroutine zqadd(a, acc)
       complex(kind(0d0)), intent(in) :: a
@@ -424,7 +424,7 @@ module orvel_kernels
     end subroutine zqmul
     subroutine zqsto(acc, a)
       complex(kind(0d0)), intent(in) :: acc(2)
-      complex(kind(0d0)), intent(out) :: a
+      complex(kind(0d0)), intent(inout) :: a
     end subroutine zqsto
   end interface
 end module orvel_kernels

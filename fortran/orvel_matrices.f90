@@ -4,6 +4,9 @@ module orvel_matrices
   public
 
   interface
+    integer function l1ame(ca, cb)
+      character, intent(in) :: ca, cb
+    end function l1ame
     subroutine sgemv(trans, m, n, alpha, a, lda, x, incx, beta, y, incy)
       character, intent(in) :: trans
       integer, intent(in) :: m, n, lda, incx, incy

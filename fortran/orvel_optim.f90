@@ -19,14 +19,14 @@ module orvel_optim
       procedure(real_function) :: f
       real, intent(in) :: xguess, step, bound, xacc
       integer, intent(in) :: maxfn
-      real, intent(out) :: x
+      real, intent(inout) :: x
     end subroutine uvmif
     subroutine duvmif(f, xguess, step, bound, xacc, maxfn, x)
       import :: double_function
       procedure(double_function) :: f
       double precision, intent(in) :: xguess, step, bound, xacc
       integer, intent(in) :: maxfn
-      double precision, intent(out) :: x
+      double precision, intent(inout) :: x
     end subroutine duvmif
   end interface
 end module orvel_optim

@@ -18,13 +18,13 @@ module orvel_quad
       import :: real_function
       procedure(real_function) :: f
       real, intent(in) :: a, b, errabs, errrel
-      real, intent(out) :: result, esterr
+      real, intent(inout) :: result, esterr
     end subroutine qdags
     subroutine dqdags(f, a, b, errabs, errrel, result, esterr)
       import :: double_function
       procedure(double_function) :: f
       double precision, intent(in) :: a, b, errabs, errrel
-      double precision, intent(out) :: result, esterr
+      double precision, intent(inout) :: result, esterr
     end subroutine dqdags
     subroutine q2ags(f, a, b, errabs, errrel, result, esterr, &
         maxsub, neval, nsub, sublo, subhi, subres, suberr, subord)
@@ -32,10 +32,10 @@ module orvel_quad
       procedure(real_function) :: f
       real, intent(in) :: a, b, errabs, errrel
       integer, intent(in) :: maxsub
-      real, intent(out) :: result, esterr
-      integer, intent(out) :: neval, nsub
-      real, intent(out) :: sublo(*), subhi(*), subres(*), suberr(*)
-      integer, intent(out) :: subord(*)
+      real, intent(inout) :: result, esterr
+      integer, intent(inout) :: neval, nsub
+      real, intent(inout) :: sublo(*), subhi(*), subres(*), suberr(*)
+      integer, intent(inout) :: subord(*)
     end subroutine q2ags
     subroutine dq2ags(f, a, b, errabs, errrel, result, esterr, &
         maxsub, neval, nsub, sublo, subhi, subres, suberr, subord)
@@ -43,10 +43,10 @@ module orvel_quad
       procedure(double_function) :: f
       double precision, intent(in) :: a, b, errabs, errrel
       integer, intent(in) :: maxsub
-      double precision, intent(out) :: result, esterr
-      integer, intent(out) :: neval, nsub
-      double precision, intent(out) :: sublo(*), subhi(*), subres(*), suberr(*)
-      integer, intent(out) :: subord(*)
+      double precision, intent(inout) :: result, esterr
+      integer, intent(inout) :: neval, nsub
+      double precision, intent(inout) :: sublo(*), subhi(*), subres(*), suberr(*)
+      integer, intent(inout) :: subord(*)
     end subroutine dq2ags
     subroutine q3ags(f, a, b, errabs, errrel, maxsub, result, esterr, &
         neval, ier, sublo, subhi, subres, suberr, subord, nsub)
@@ -54,10 +54,10 @@ module orvel_quad
       procedure(real_function) :: f
       real, intent(in) :: a, b, errabs, errrel
       integer, intent(in) :: maxsub
-      real, intent(out) :: result, esterr
-      integer, intent(out) :: neval, ier, nsub
-      real, intent(out) :: sublo(*), subhi(*), subres(*), suberr(*)
-      integer, intent(out) :: subord(*)
+      real, intent(inout) :: result, esterr
+      integer, intent(inout) :: neval, ier, nsub
+      real, intent(inout) :: sublo(*), subhi(*), subres(*), suberr(*)
+      integer, intent(inout) :: subord(*)
     end subroutine q3ags
     subroutine dq3ags(f, a, b, errabs, errrel, maxsub, result, esterr, &
         neval, ier, sublo, subhi, subres, suberr, subord, nsub)
@@ -65,24 +65,24 @@ module orvel_quad
       procedure(double_function) :: f
       double precision, intent(in) :: a, b, errabs, errrel
       integer, intent(in) :: maxsub
-      double precision, intent(out) :: result, esterr
-      integer, intent(out) :: neval, ier, nsub
-      double precision, intent(out) :: sublo(*), subhi(*), subres(*), suberr(*)
-      integer, intent(out) :: subord(*)
+      double precision, intent(inout) :: result, esterr
+      integer, intent(inout) :: neval, ier, nsub
+      double precision, intent(inout) :: sublo(*), subhi(*), subres(*), suberr(*)
+      integer, intent(inout) :: subord(*)
     end subroutine dq3ags
     subroutine qdag(f, a, b, errabs, errrel, irule, result, esterr)
       import :: real_function
       procedure(real_function) :: f
       real, intent(in) :: a, b, errabs, errrel
       integer, intent(in) :: irule
-      real, intent(out) :: result, esterr
+      real, intent(inout) :: result, esterr
     end subroutine qdag
     subroutine dqdag(f, a, b, errabs, errrel, irule, result, esterr)
       import :: double_function
       procedure(double_function) :: f
       double precision, intent(in) :: a, b, errabs, errrel
       integer, intent(in) :: irule
-      double precision, intent(out) :: result, esterr
+      double precision, intent(inout) :: result, esterr
     end subroutine dqdag
     subroutine q2ag(f, a, b, errabs, errrel, irule, result, esterr, &
         maxsub, neval, nsub, sublo, subhi, subres, suberr, subord)
@@ -90,10 +90,10 @@ module orvel_quad
       procedure(real_function) :: f
       real, intent(in) :: a, b, errabs, errrel
       integer, intent(in) :: irule, maxsub
-      real, intent(out) :: result, esterr
-      integer, intent(out) :: neval, nsub
-      real, intent(out) :: sublo(*), subhi(*), subres(*), suberr(*)
-      integer, intent(out) :: subord(*)
+      real, intent(inout) :: result, esterr
+      integer, intent(inout) :: neval, nsub
+      real, intent(inout) :: sublo(*), subhi(*), subres(*), suberr(*)
+      integer, intent(inout) :: subord(*)
     end subroutine q2ag
     subroutine dq2ag(f, a, b, errabs, errrel, irule, result, esterr, &
         maxsub, neval, nsub, sublo, subhi, subres, suberr, subord)
@@ -101,10 +101,10 @@ module orvel_quad
       procedure(double_function) :: f
       double precision, intent(in) :: a, b, errabs, errrel
       integer, intent(in) :: irule, maxsub
-      double precision, intent(out) :: result, esterr
-      integer, intent(out) :: neval, nsub
-      double precision, intent(out) :: sublo(*), subhi(*), subres(*), suberr(*)
-      integer, intent(out) :: subord(*)
+      double precision, intent(inout) :: result, esterr
+      integer, intent(inout) :: neval, nsub
+      double precision, intent(inout) :: sublo(*), subhi(*), subres(*), suberr(*)
+      integer, intent(inout) :: subord(*)
     end subroutine dq2ag
     subroutine q3ag(f, a, b, errabs, errrel, irule, maxsub, result, &
         esterr, neval, ier, sublo, subhi, subres, suberr, subord, nsub)
@@ -112,10 +112,10 @@ module orvel_quad
       procedure(real_function) :: f
       real, intent(in) :: a, b, errabs, errrel
       integer, intent(in) :: irule, maxsub
-      real, intent(out) :: result, esterr
-      integer, intent(out) :: neval, ier, nsub
-      real, intent(out) :: sublo(*), subhi(*), subres(*), suberr(*)
-      integer, intent(out) :: subord(*)
+      real, intent(inout) :: result, esterr
+      integer, intent(inout) :: neval, ier, nsub
+      real, intent(inout) :: sublo(*), subhi(*), subres(*), suberr(*)
+      integer, intent(inout) :: subord(*)
     end subroutine q3ag
     subroutine dq3ag(f, a, b, errabs, errrel, irule, maxsub, result, &
         esterr, neval, ier, sublo, subhi, subres, suberr, subord, nsub)
@@ -123,82 +123,82 @@ module orvel_quad
       procedure(double_function) :: f
       double precision, intent(in) :: a, b, errabs, errrel
       integer, intent(in) :: irule, maxsub
-      double precision, intent(out) :: result, esterr
-      integer, intent(out) :: neval, ier, nsub
-      double precision, intent(out) :: sublo(*), subhi(*), subres(*), suberr(*)
-      integer, intent(out) :: subord(*)
+      double precision, intent(inout) :: result, esterr
+      integer, intent(inout) :: neval, ier, nsub
+      double precision, intent(inout) :: sublo(*), subhi(*), subres(*), suberr(*)
+      integer, intent(inout) :: subord(*)
     end subroutine dq3ag
     subroutine q4ag(f, a, b, result, esterr, absint, devint)
       import :: real_function
       procedure(real_function) :: f
       real, intent(in) :: a, b
-      real, intent(out) :: result, esterr, absint, devint
+      real, intent(inout) :: result, esterr, absint, devint
     end subroutine q4ag
     subroutine dq4ag(f, a, b, result, esterr, absint, devint)
       import :: double_function
       procedure(double_function) :: f
       double precision, intent(in) :: a, b
-      double precision, intent(out) :: result, esterr, absint, devint
+      double precision, intent(inout) :: result, esterr, absint, devint
     end subroutine dq4ag
     subroutine q5ag(f, a, b, result, esterr, absint, devint)
       import :: real_function
       procedure(real_function) :: f
       real, intent(in) :: a, b
-      real, intent(out) :: result, esterr, absint, devint
+      real, intent(inout) :: result, esterr, absint, devint
     end subroutine q5ag
     subroutine dq5ag(f, a, b, result, esterr, absint, devint)
       import :: double_function
       procedure(double_function) :: f
       double precision, intent(in) :: a, b
-      double precision, intent(out) :: result, esterr, absint, devint
+      double precision, intent(inout) :: result, esterr, absint, devint
     end subroutine dq5ag
     subroutine q6ag(f, a, b, result, esterr, absint, devint)
       import :: real_function
       procedure(real_function) :: f
       real, intent(in) :: a, b
-      real, intent(out) :: result, esterr, absint, devint
+      real, intent(inout) :: result, esterr, absint, devint
     end subroutine q6ag
     subroutine dq6ag(f, a, b, result, esterr, absint, devint)
       import :: double_function
       procedure(double_function) :: f
       double precision, intent(in) :: a, b
-      double precision, intent(out) :: result, esterr, absint, devint
+      double precision, intent(inout) :: result, esterr, absint, devint
     end subroutine dq6ag
     subroutine q7ag(f, a, b, result, esterr, absint, devint)
       import :: real_function
       procedure(real_function) :: f
       real, intent(in) :: a, b
-      real, intent(out) :: result, esterr, absint, devint
+      real, intent(inout) :: result, esterr, absint, devint
     end subroutine q7ag
     subroutine dq7ag(f, a, b, result, esterr, absint, devint)
       import :: double_function
       procedure(double_function) :: f
       double precision, intent(in) :: a, b
-      double precision, intent(out) :: result, esterr, absint, devint
+      double precision, intent(inout) :: result, esterr, absint, devint
     end subroutine dq7ag
     subroutine q8ag(f, a, b, result, esterr, absint, devint)
       import :: real_function
       procedure(real_function) :: f
       real, intent(in) :: a, b
-      real, intent(out) :: result, esterr, absint, devint
+      real, intent(inout) :: result, esterr, absint, devint
     end subroutine q8ag
     subroutine dq8ag(f, a, b, result, esterr, absint, devint)
       import :: double_function
       procedure(double_function) :: f
       double precision, intent(in) :: a, b
-      double precision, intent(out) :: result, esterr, absint, devint
+      double precision, intent(inout) :: result, esterr, absint, devint
     end subroutine dq8ag
     subroutine q9ag(f, a, b, result, esterr, absint, devint)
       import :: real_function
       procedure(real_function) :: f
       real, intent(in) :: a, b
-      real, intent(out) :: result, esterr, absint, devint
+      real, intent(inout) :: result, esterr, absint, devint
     end subroutine q9ag
     subroutine dq9ag(f, a, b, result, esterr, absint, devint)
       import :: double_function
       procedure(double_function) :: f
       double precision, intent(in) :: a, b
-      double precision, intent(out) :: result, esterr, absint, devint
+      double precision, intent(inout) :: result, esterr, absint, devint
     end subroutine dq9ag
     subroutine q10g(maxsub, last, maxerr, ermax, suberr, subord, nrmax)
       integer, intent(in) :: maxsub, last
@@ -221,10 +221,10 @@ module orvel_quad
       double precision, intent(inout) :: epstab(*), result, esterr, res3la(*)
     end subroutine dq4awo
     subroutine q4ng(epmach, uflow, oflow)
-      real, intent(out) :: epmach, uflow, oflow
+      real, intent(inout) :: epmach, uflow, oflow
     end subroutine q4ng
     subroutine dq4ng(epmach, uflow, oflow)
-      double precision, intent(out) :: epmach, uflow, oflow
+      double precision, intent(inout) :: epmach, uflow, oflow
     end subroutine dq4ng
   end interface
 end module orvel_quad

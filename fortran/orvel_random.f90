@@ -21,38 +21,38 @@ module orvel_random
       integer, intent(in) :: iopt
     end subroutine rnopt
     subroutine rnopg(iopt)
-      integer, intent(out) :: iopt
+      integer, intent(inout) :: iopt
     end subroutine rnopg
     subroutine rnset(iseed)
       integer, intent(in) :: iseed
     end subroutine rnset
     subroutine rnget(iseed)
-      integer, intent(out) :: iseed
+      integer, intent(inout) :: iseed
     end subroutine rnget
     subroutine rnisd(iseed1, iseed2)
       integer, intent(in) :: iseed1
       integer, intent(inout) :: iseed2
     end subroutine rnisd
     subroutine rnges(table)
-      real, intent(out) :: table(128)
+      real, intent(inout) :: table(128)
     end subroutine rnges
     subroutine rnses(table)
       real, intent(in) :: table(128)
     end subroutine rnses
     subroutine drnges(table)
-      double precision, intent(out) :: table(128)
+      double precision, intent(inout) :: table(128)
     end subroutine drnges
     subroutine drnses(table)
       double precision, intent(in) :: table(128)
     end subroutine drnses
     subroutine rngef(iarray)
-      integer, intent(out) :: iarray(1565)
+      integer, intent(inout) :: iarray(1565)
     end subroutine rngef
     subroutine rnsef(iarray)
       integer, intent(in) :: iarray(1565)
     end subroutine rnsef
     subroutine rnge32(mtable)
-      integer, intent(out) :: mtable(625)
+      integer, intent(inout) :: mtable(625)
     end subroutine rnge32
     subroutine rnse32(mtable)
       integer, intent(in) :: mtable(625)
@@ -63,7 +63,7 @@ module orvel_random
     end subroutine rnin32
     subroutine rnge64(mtable)
       import :: int64
-      integer(int64), intent(out) :: mtable(313)
+      integer(int64), intent(inout) :: mtable(313)
     end subroutine rnge64
     subroutine rnse64(mtable)
       import :: int64
@@ -78,7 +78,7 @@ module orvel_random
       integer, intent(in) :: iarg
     end subroutine r1int
     subroutine r1clk(iseed)
-      integer, intent(out) :: iseed
+      integer, intent(inout) :: iseed
     end subroutine r1clk
     subroutine r1ins()
     end subroutine r1ins

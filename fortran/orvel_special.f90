@@ -20,11 +20,11 @@ module orvel_special
     end function dlngam
     subroutine algams(x, algm, s)
       real, intent(in) :: x
-      real, intent(out) :: algm, s
+      real, intent(inout) :: algm, s
     end subroutine algams
     subroutine dlgams(x, algm, s)
       double precision, intent(in) :: x
-      double precision, intent(out) :: algm, s
+      double precision, intent(inout) :: algm, s
     end subroutine dlgams
     real function gamr(x)
       real, intent(in) :: x
@@ -39,10 +39,10 @@ module orvel_special
       double precision, intent(in) :: x
     end function d9lgmc
     subroutine r9gaml(xmin, xmax)
-      real, intent(out) :: xmin, xmax
+      real, intent(inout) :: xmin, xmax
     end subroutine r9gaml
     subroutine d9gaml(xmin, xmax)
-      double precision, intent(out) :: xmin, xmax
+      double precision, intent(inout) :: xmin, xmax
     end subroutine d9gaml
     integer function inits(os, nos, eta)
       real, intent(in) :: os(*), eta

@@ -9,20 +9,20 @@ module orvel_util
     end function ndays
     subroutine ndyin(ndays, iday, month, iyear)
       integer, intent(in) :: ndays
-      integer, intent(out) :: iday, month, iyear
+      integer, intent(inout) :: iday, month, iyear
     end subroutine ndyin
     integer function idywk(iday, month, iyear)
       integer, intent(in) :: iday, month, iyear
     end function idywk
     subroutine c1dat(iday, month, iyear, icode, leap)
       integer, intent(in) :: iday, month, iyear
-      integer, intent(out) :: icode, leap
+      integer, intent(inout) :: icode, leap
     end subroutine c1dat
     subroutine tdate(iday, month, iyear)
-      integer, intent(out) :: iday, month, iyear
+      integer, intent(inout) :: iday, month, iyear
     end subroutine tdate
     subroutine timdy(ihour, minute, isec)
-      integer, intent(out) :: ihour, minute, isec
+      integer, intent(inout) :: ihour, minute, isec
     end subroutine timdy
     real function cpsec()
     end function cpsec
@@ -34,7 +34,7 @@ module orvel_util
     subroutine c1tci(chrstr, slen, num, ier)
       character(*), intent(in) :: chrstr
       integer, intent(in) :: slen
-      integer, intent(out) :: num, ier
+      integer, intent(inout) :: num, ier
     end subroutine c1tci
     ! Input and output may be the same array, so neither has an intent.
     subroutine svrgn(n, ra, rb)
@@ -84,7 +84,7 @@ module orvel_util
     subroutine p2rma(nra, nca, a, lda, ipermu, ipath, aper, ldaper, work)
       integer, intent(in) :: nra, nca, lda, ipermu(*), ipath, ldaper
       real :: a(lda, *), aper(ldaper, *)
-      real, intent(out) :: work(*)
+      real, intent(inout) :: work(*)
     end subroutine p2rma
     subroutine dsvrgn(n, ra, rb)
       integer, intent(in) :: n
@@ -115,7 +115,7 @@ module orvel_util
     subroutine dp2rma(nra, nca, a, lda, ipermu, ipath, aper, ldaper, work)
       integer, intent(in) :: nra, nca, lda, ipermu(*), ipath, ldaper
       double precision :: a(lda, *), aper(ldaper, *)
-      double precision, intent(out) :: work(*)
+      double precision, intent(inout) :: work(*)
     end subroutine dp2rma
   end interface
 end module orvel_util

@@ -19,16 +19,16 @@ module orvel_zeros
       procedure(real_function) :: f
       real, intent(in) :: errabs, errrel, eps, eta, xguess(*)
       integer, intent(in) :: nroot, itmax
-      real, intent(out) :: x(*)
-      integer, intent(out) :: info(*)
+      real, intent(inout) :: x(*)
+      integer, intent(inout) :: info(*)
     end subroutine zreal
     subroutine dzreal(f, errabs, errrel, eps, eta, nroot, itmax, xguess, x, info)
       import :: double_function
       procedure(double_function) :: f
       double precision, intent(in) :: errabs, errrel, eps, eta, xguess(*)
       integer, intent(in) :: nroot, itmax
-      double precision, intent(out) :: x(*)
-      integer, intent(out) :: info(*)
+      double precision, intent(inout) :: x(*)
+      integer, intent(inout) :: info(*)
     end subroutine dzreal
   end interface
 end module orvel_zeros
