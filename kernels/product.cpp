@@ -224,16 +224,16 @@ template bool add_small_product(int64_t, int64_t, int64_t, const std::complex<do
                                 const std::complex<double>*, int64_t, int64_t, bool, std::complex<double>*,
                                 int64_t, bool);
 
-template <class T>
-void scale(int64_t m, int64_t n, T beta, View<T> c, char uplo)
+template <class T, class S>
+void scale(int64_t m, int64_t n, S beta, View<T> c, char uplo)
 {
-    if (beta == T(1)) return;
+    if (beta == S(1)) return;
     for (int64_t j = 0; j < n; ++j) {
         const int64_t first = uplo == 'L' ? std::min(j, m) : 0, last = uplo == 'U' ? std::min(j + 1, m) : m;
         T* column = &c(0, j);
-        if (beta == T(0))
+        if (beta == S(0))
             for (int64_t r = first; r < last; ++r) column[r] = T(0);
-        else if (beta == T(-1))
+        else if (beta == S(-1))
             for (int64_t r = first; r < last; ++r) column[r] = -column[r];
         else
             for (int64_t r = first; r < last; ++r) column[r] *= beta;
@@ -244,5 +244,7 @@ template void scale(int64_t, int64_t, float, View<float>, char);
 template void scale(int64_t, int64_t, double, View<double>, char);
 template void scale(int64_t, int64_t, std::complex<float>, View<std::complex<float>>, char);
 template void scale(int64_t, int64_t, std::complex<double>, View<std::complex<double>>, char);
+template void scale(int64_t, int64_t, float, View<std::complex<float>>, char);
+template void scale(int64_t, int64_t, double, View<std::complex<double>>, char);
 
 }  // namespace orvel::kernels

@@ -131,11 +131,12 @@ R triple_products(int64_t n, const R* x, const R* y, const R* z)
 }
 
 template <class R>
-void norms(int64_t n, const R* x, R result[2])
+void norms(int64_t n, const R* x, R most, R result[2])
 {
     const auto s = sum_lanes<R, Two, 4, 1>(n, [=](auto l, auto& sums, int64_t i) {
-        const auto v = held(l.load(x + i));
-        sums.a += l.magnitude(v);
+        const auto size = l.magnitude(l.load(x + i)), limit = l.all(most);
+        const auto v = held(size > limit ? limit : size);
+        sums.a += v;
         sums.b += v * v;
     });
     result[0] = s.a;
