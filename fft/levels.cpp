@@ -34,25 +34,25 @@ const PassLoop& pass_loop(int64_t factor)
     static constexpr const PassLoop* small_odd[] = {ORVEL_FOR_EACH_LEVEL(ORVEL_SMALL_ODD_PASS)};
     static constexpr const PassLoop* general_odd[] = {ORVEL_FOR_EACH_LEVEL(ORVEL_GENERAL_ODD_PASS)};
     const auto& passes = factor % 2 == 0 ? powers : is_small_odd(factor) ? small_odd : general_odd;
-    return *passes[frame::level()];
+    return *frame::at_level(passes);
 }
 
 const PassLoop& block_loop()
 {
     static constexpr const PassLoop* passes[] = {ORVEL_FOR_EACH_LEVEL(ORVEL_BLOCK_PASS)};
-    return *passes[frame::level()];
+    return *frame::at_level(passes);
 }
 
 const RootLoop& root_loop()
 {
     static constexpr const RootLoop* tables[] = {ORVEL_FOR_EACH_LEVEL(ORVEL_ROOT_LOOP)};
-    return *tables[frame::level()];
+    return *frame::at_level(tables);
 }
 
 const HalvesLoops& halves_loops()
 {
     static constexpr const HalvesLoops* tables[] = {ORVEL_FOR_EACH_LEVEL(ORVEL_HALVES_LOOPS)};
-    return *tables[frame::level()];
+    return *frame::at_level(tables);
 }
 
 const ShortTables* const short_tables[] = {ORVEL_FOR_EACH_LEVEL(ORVEL_SHORT_TABLES)};

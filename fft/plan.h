@@ -12,9 +12,6 @@ int32_t factors_of_blocks(const Factors& f);
 // factor: the results of more would be so far apart that they displace each other from the nearest cache.
 int32_t factors_of_group(const Factors& f, int32_t k, int32_t end, bool in_two);
 
-// The longest product of the factors of a second pass of two.
-inline constexpr int64_t longest_block = 1280;
-
 // The passes of a transform that does not go in two.
 struct Plan {
     int32_t count = 0;

@@ -28,7 +28,7 @@ template <class T>
 const AkimaLoops<T>& akima_loops()
 {
     static constexpr const AkimaTable* tables[] = {ORVEL_FOR_EACH_LEVEL(ORVEL_AKIMA_TABLE_ADDRESS)};
-    const AkimaTable& table = *tables[frame::level()];
+    const AkimaTable& table = *frame::at_level(tables);
     if constexpr (std::is_same_v<T, float>)
         return table.s;
     else

@@ -36,10 +36,10 @@ constexpr Tables tables[] = {ORVEL_FOR_EACH_LEVEL(ORVEL_SOLVER_TABLES)};
 
 }  // namespace
 
-const Eliminations& eliminations() { return *tables[frame::level()].eliminations; }
-const AllVectorLoops& all_vector_loops() { return *tables[frame::level()].vectors; }
-const SmallMatrices& small_matrices() { return *tables[frame::level()].small; }
-const ResidualLoops& residual_loops() { return *tables[frame::level()].residuals; }
-const ExcessLoops& excess_loops() { return *tables[frame::level()].excess; }
+const Eliminations& eliminations() { return *frame::at_level(tables).eliminations; }
+const AllVectorLoops& all_vector_loops() { return *frame::at_level(tables).vectors; }
+const SmallMatrices& small_matrices() { return *frame::at_level(tables).small; }
+const ResidualLoops& residual_loops() { return *frame::at_level(tables).residuals; }
+const ExcessLoops& excess_loops() { return *frame::at_level(tables).excess; }
 
 }  // namespace orvel::linsys

@@ -25,7 +25,7 @@ template <class T>
 const Sorts<T>& sorts()
 {
     static constexpr const SortTable* tables[] = {ORVEL_FOR_EACH_LEVEL(ORVEL_SORT_TABLE_ADDRESS)};
-    const SortTable& table = *tables[frame::level()];
+    const SortTable& table = *frame::at_level(tables);
     if constexpr (std::is_same_v<T, float>)
         return table.s;
     else if constexpr (std::is_same_v<T, double>)

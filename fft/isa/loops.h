@@ -89,11 +89,13 @@ struct HalvesLoops {
     HalvesLoop<double> join_d, split_d;
 };
 
-// Transforms of the lengths 4, 8 ... 4096 as a whole. `to` may be `from`.
+// Transforms of the lengths 4, 8 ... 4096 as a whole. `to` may be `from`. What is between their steps is on the stack
+// up to so many bytes, else in rows(2n), which may be null for the others.
+inline constexpr int64_t most_on_stack = 32768;
 inline constexpr int short_lengths = 11;
 enum ShortKind { forward_complex, backward_complex, forward_real, backward_real, short_kinds };
 template <class R>
-using ShortLoop = void (*)(const R* from, R* to);
+using ShortLoop = void (*)(const R* from, R* to, R* rows);
 template <class R>
 struct ShortLoops {
     ShortLoop<R> loop[short_lengths];
