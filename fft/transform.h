@@ -135,6 +135,7 @@ const PassLoop& pass_loop(int64_t factor);
 const PassLoop& block_loop();
 const RootLoop& root_loop();
 const HalvesLoops& halves_loops();
+const OddRealLoops& odd_real_loops();
 void run_pass(const PassLoop& loop, const Pass<float>& pass);
 void run_pass(const PassLoop& loop, const Pass<double>& pass);
 
