@@ -14,6 +14,15 @@ inline constexpr T smallest = machine<T>(1);
 template <class T>
 inline constexpr T largest = machine<T>(2);
 
+// (a + b) / 2 in the published form, and where that sum overflows by halves. The same with -a is half the
+// width.
+template <class T>
+inline T mean_of(T a, T b)
+{
+    const T mean = T(0.5) * (a + b);
+    return mean <= largest<T> && mean >= -largest<T> ? mean : T(0.5) * a + T(0.5) * b;
+}
+
 template <class T>
 struct Estimate {
     T result, error;
