@@ -55,14 +55,20 @@ TYPED_TEST(Uvmif, PointsByHand)
     // First steps: a hundredth of BOUND, which then grows threefold; XACC; what moves a large guess.
     check({parabola, 0, 0, 100, acc, 100}, {0, 1, 2, 5, 3});
     check({parabola, 0, T(.1), 100, T(.5), 100}, {0, .5, 1, 5.5, 3});
-    uvmif<T>({falling, far, 1, 1000, 0, 2});
-    EXPECT_EQ(points<T>.back() - far, 4);  // a step of 5
+    uvmif<T>({falling, far, T(.3), 1000, 0, 2});
+    EXPECT_EQ(points<T>.back() - far, 8);  // a step of 0.3 * 5 * 5
     // BOUND on either side; a line grows ninefold towards it, and looks a hundredth of the last step inside,
     check({parabola, 9, -200, 100, acc, 100}, {9, -91, 109, 3});
     check({falling, 0, 1, 20, acc, 100}, {0, 1, 2, 11, 20, 19.91});
     check({parabola, 0, 1, T(2.99), acc, 100}, {0, 1, 2, 2.99, 2.9801});
+    // but for no more than half of it; one and a half steps are compared with BOUND;
+    check({falling, 0, 1, T(2.99), T(.9), 100}, {0, 1, 2, 2.99, 2.495});
+    check({falling, 0, 1, T(2.45), acc, 100}, {0, 1, 2.45});
+    check({falling, 0, 1, T(2.5), acc, 100}, {0, 1, 2.5});
     // where the minimum is enclosed here; the enclosure is lopsided, of which a tenth is taken;
     check({parabola, 0, 1, T(3.05), acc, 100}, {0, 1, 2, 3.05, 3.0395, 2.93555});
+    check({parabola, 0, 1, T(3.05), T(.03), 100},
+          {0, 1, 2, 3.05, 3.023, 2.954});  // thrice the way to the vertex
     // or nine tenths of XACC.
     check({parabola, 0, 1, T(2.99), T(.5), 100}, {0, 1, 2, 2.99, 2.54});
     // An enclosure below 2.9 XACC is halved, or divided by 0.33 where a half is longer than XACC.
@@ -74,6 +80,8 @@ TYPED_TEST(Uvmif, PointsByHand)
     // slopes vanish, and nine tenths of XACC are the least step.
     script<T> = {2, 1, 1, 1};
     check({scripted<T>, 0, 1, 100, acc, 5}, {0, 1, 2, 1.5, 1.5009});
+    script<T> = {1};
+    check({scripted<T>, 0, 1, 100, acc, 3}, {0, 1, -1});
 }
 
 TYPED_TEST(Uvmif, Outcomes)

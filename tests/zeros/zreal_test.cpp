@@ -95,6 +95,8 @@ TYPED_TEST(Zreal, PointsByHand)
     // A point is moved until it is away from all zeros: past two of them,
     check({cubic, {ninth, ninth * T(1.5), 1}, T(1e-2), none, T(.25), T(.3), 50},
           {1, 1.5, .9, 1.2, 1.5, 1.8, 1.1, 1.4, 1.7, 2, 1, 1.3, 1.6, 1.9, 4}, {1, 1.5, 4}, {1, 1, 4});
+    check({cubic, {ninth, ninth * T(1.5), ninth * T(.8)}, acc, none, T(.25), T(.1), 2},
+          {1, 1.5, .8, .9, 1, 1.1, 1.2, 1.3, 1.4, 1.5, 1.6, 1.7, 1.8}, {1, 1.5, 8.8 / 9}, {1, 1, 3});
     // and in small steps past one.
     check({cubic, {ninth, 1}, acc, none, T(.25), T(.1), 3}, {1, .9, 1, 1.1, 1.2, 1.3, 1.1, 1.2, 1.3}, {1, 1},
           {1, 4});
@@ -106,6 +108,7 @@ TYPED_TEST(Zreal, PointsByHand)
     check({pair, {0, T(-1.1)}, acc, none, largest, T(1e-2), 50}, as_they_are, {-1, 0}, {1, 4});
     check({pair, {0, T(-1.1)}, acc, none, inf, T(1e-2), 50}, as_they_are, {-1, 0}, {1, 4});
     check({pair, {0, T(-1.1)}, acc, none, -inf, T(1e-2), 50}, as_they_are, {-1, 0}, {1, 4});
+    check({pair, {0, 0}, acc, none, T(1e-30), T(1e-31), 2}, {-1, -1}, {-1, 1}, {1, 3});
     // A tenfold value halves the step, a little less does not.
     check({line, {0}, none, none, none, none, 7}, {-1, 1, 0, 2, 1, .5}, {2}, {8},
           {-3, -1, -2, 20, -25, -1.5});
