@@ -7,7 +7,6 @@
 #include "frame/levels.h"
 #include "frame/routine.h"
 #include "orvel/util.h"
-#include "util/isa/sorts.h"
 
 namespace orvel::util {
 
@@ -149,13 +148,14 @@ void svibp(const int32_t* n, const int32_t* ia, int32_t* ib, int32_t* iperm)
 }  // namespace
 
 template <class T>
-void sort_labelled(int64_t n, T* x, int32_t* labels)
+Difficulties sort_labelled(int64_t n, T* x, int32_t* labels)
 {
-    sorts<T>().by_value(n, x, labels);
+    return sorts<T>().by_value(n, x, labels);
 }
 
-template void sort_labelled(int64_t, float*, int32_t*);
-template void sort_labelled(int64_t, double*, int32_t*);
+template Difficulties sort_labelled(int64_t, float*, int32_t*);
+template Difficulties sort_labelled(int64_t, double*, int32_t*);
+template Difficulties sort_labelled(int64_t, int32_t*, int32_t*);
 
 }  // namespace orvel::util
 

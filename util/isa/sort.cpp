@@ -7,12 +7,10 @@ namespace orvel::util {
 namespace {
 
 template <class Key, class T>
-void sort(int64_t n, T* x, int32_t* labels)
+Difficulties sort(int64_t n, T* x, int32_t* labels)
 {
-    if (labels == nullptr)
-        Quicksort<Key, T, false>(n, x, nullptr).sort();
-    else
-        Quicksort<Key, T, true>(n, x, labels).sort();
+    if (labels == nullptr) return Quicksort<Key, T, false>(n, x, nullptr).sort();
+    return Quicksort<Key, T, true>(n, x, labels).sort();
 }
 
 template <class T>
