@@ -144,7 +144,8 @@ inline double gamma_of_large(double x, double factor = 1.0)
     const double c = stirling_correction<T>(x);
     if constexpr (!is_double<T>) return factor * std::exp((x - 0.5) * std::log(x) - x + half_log_two_pi + c);
     const double half_power = std::pow(x, 0.5 * x - 0.25);
-    const double growth = c * (1.0 + c * (1.0 / 2 + c * (1.0 / 6 + c * (1.0 / 24 + c * (1.0 / 120)))));
+    const double growth =
+        c * (1.0 + c * (1.0 / 2 + c * (1.0 / 6 + c * (1.0 / 24 + c * (1.0 / 120 + c * (1.0 / 720))))));
     const double g = factor * half_power * (root_two_pi * std::exp(-x)) * half_power;
     return g + g * growth;
 }

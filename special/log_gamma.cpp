@@ -1,5 +1,5 @@
 // special/log_gamma.cpp - ALNGAM and ALGAMS: logarithm and sign of the gamma function
-#include <iterator>
+#include <algorithm>
 
 #include "frame/export.h"
 #include "orvel/special.h"
@@ -13,17 +13,15 @@ namespace {
 template <class T>
 using Frame = Routine<T, "ALNGAM", "DLNGAM">;
 
-// ln |Gamma(x)| at most 1 in magnitude, x < -2, from the way to the nearest zero: of the reflection formula
-// each factor is divided by its value there.
+// ln |Gamma(x)| at most 1 in magnitude, x < -2, from the way to the nearest zero (or minimum between zeros):
+// of the reflection formula each factor is divided by its value there.
 double log_gamma_near_zero(double x)
 {
-    constexpr auto count = static_cast<int>(std::size(log_gamma_zeros));
-    int k = std::min(2 * (static_cast<int>(-x) - 2), count - 2);
-    k += std::abs(x - log_gamma_zeros[k + 1].at) < std::abs(x - log_gamma_zeros[k].at) ? 1 : 0;
-    const LogGammaZero& zero = log_gamma_zeros[k];
+    const LogGammaZero& zero = *std::ranges::min_element(
+        log_gamma_zeros, {}, [x](const LogGammaZero& z) { return std::abs(x - z.at); });
     const double d = (zero.at - x) + zero.rest;
     const double sine = std::copysign(sin_pi<double>(std::abs(d)), d), half = sin_pi<double>(std::abs(d / 2));
-    return -std::log1p(zero.cotangent * sine - 2 * half * half) - d * power_sum(d, zero.growth);
+    return zero.value - (std::log1p(zero.cotangent * sine - 2 * half * half) + d * power_sum(d, zero.growth));
 }
 
 // x < -10 and not an integer. Far from 0 the terms of the logarithm outweigh its error; elsewhere they would

@@ -36,9 +36,9 @@ void ALGAMS(const float* x, float* algm, float* s);
 void DLGAMS(const double* x, double* algm, double* s);
 
 /* 1 / Gamma(X); 0 without a message for X = 0 and negative integers. TERMINAL errors of GAMMA (|X| <= 10) and
- * of ALGAMS, passed up; a WARNING is cleared, because 1 / Gamma is accurate there. The result is right as far
- * as it is finite, for X from about -177 on and beside integers; beyond that it is 0 or infinite, without a
- * message. */
+ * of ALGAMS, passed up; a WARNING is cleared, because 1 / Gamma is accurate there. The result is right
+ * wherever it is finite, which beside integers it is down to -37 (DGAMR: -176); beyond its range it is 0 or
+ * infinite, without a message. */
 float GAMR(const float* x);
 double DGAMR(const double* x);
 

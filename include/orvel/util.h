@@ -72,9 +72,9 @@ float CPSEC(void);
  * Post TERMINAL 1 (N below 1), and then leave RB and IPERM as they were.
  *
  * The time is of the order N log N for every input. Patterns such as two runs, a run with an element out of
- * place, pipes of organs, waves and saw teeth cost no more than a vector in random order; inputs made to
- * defeat the choice of the pivots are finished by heapsort, and cost three to six times as much. Vectors that
- * are ascending or descending throughout are recognised and cost one pass.
+ * place, pipes of organs, waves and saw teeth are divided as well as a vector in random order and cost no
+ * more; inputs made to defeat the choice of the pivots are finished by heapsort, at several times the cost.
+ * Vectors that are ascending or descending throughout are recognised and cost one pass.
  *
  * Source of the method: R. C. Singleton, Algorithm 347: an efficient algorithm for sorting with minimal
  * storage, Communications of the ACM 12, 1969. */
