@@ -36,8 +36,8 @@ def power(exponent):
 def main():
     polynomial = power(EXPONENT)
     words = [polynomial >> 64 * k & (1 << 64) - 1 for k in range(DEGREE // 64 + 1)]
-    print("""// random/jump_polynomial.h - x^E modulo x^521 + x^489 + 1, E = 2^520 + (4^260 - 1) / 3, from the lowest coefficient;
-// printed by tools/jump_polynomial.py
+    print("""// random/jump_polynomial.h - x^E modulo x^521 + x^489 + 1, E = 2^520 + (4^260 - 1) / 3, from the lowest
+// coefficient; printed by tools/jump_polynomial.py
 // clang-format off
 #pragma once
 
