@@ -1,5 +1,6 @@
 // special/log_gamma.cpp - ALNGAM and ALGAMS: logarithm and sign of the gamma function
 #include <algorithm>
+#include <iterator>
 
 #include "frame/export.h"
 #include "orvel/special.h"
@@ -17,21 +18,25 @@ using Frame = Routine<T, "ALNGAM", "DLNGAM">;
 // of the reflection formula each factor is divided by its value there.
 double log_gamma_near_zero(double x)
 {
-    const LogGammaZero& zero = *std::ranges::min_element(
-        log_gamma_zeros, {}, [x](const LogGammaZero& z) { return std::abs(x - z.at); });
+    const int n = std::min(static_cast<int>(-x), static_cast<int>(std::size(log_gamma_zeros) + 1) / 2);
+    const LogGammaZero* const first = log_gamma_zeros + (n == 2 ? 0 : 2 * n - 3);
+    const LogGammaZero* const last = log_gamma_zeros + 2 * n - 1;
+    const LogGammaZero& zero =
+        *std::min_element(first, last, [x](const LogGammaZero& p, const LogGammaZero& q) {
+            return std::abs(x - p.at) < std::abs(x - q.at);
+        });
     const double d = (zero.at - x) + zero.rest;
     const double sine = std::copysign(sin_pi<double>(std::abs(d)), d), half = sin_pi<double>(std::abs(d / 2));
     return zero.value - (std::log1p(zero.cotangent * sine - 2 * half * half) + d * power_sum(d, zero.growth));
 }
 
-// x < -10 and not an integer. Far from 0 the terms of the logarithm outweigh its error; elsewhere they would
-// cancel beside an integer.
+// x < -10 and not an integer. Beside integers the terms of the logarithm would cancel, until they are large.
 double log_gamma_of_large_negative(double x)
 {
     const double y = -x, sine = std::abs(sin_pi<double>(y));
-    const double sum = half_log_half_pi - (y + 0.5) * (std::log(y) - 1.0) - 0.5 - std::log(sine) -
-                       stirling_correction<double>(y);
-    return std::abs(sum) < 32.0 ? std::log(pi / gamma_of_large<double>(y, y * sine)) : sum;
+    if (y < 30.0) return std::log(pi / gamma_of_large<double>(y, y * sine));
+    return half_log_half_pi - (y + 0.5) * (std::log(y) - 1.0) - 0.5 - std::log(sine) -
+           stirling_correction<double>(y);
 }
 
 // Zero, negative and extreme arguments.
