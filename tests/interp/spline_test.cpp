@@ -6,7 +6,6 @@
 #include <thread>
 #include <vector>
 
-#include "frame/levels.h"
 #include "tests/levels.h"
 #include "tests/refusing_memory.h"
 #include "tests/support.h"
@@ -157,31 +156,33 @@ TYPED_TEST(Spline, Periodic)
 TYPED_TEST(Spline, Akima)
 {
     using Real = typename TypeParam::Real;
-    for (const int32_t n : {4, 5, 129, 130, 131, 132, 400}) {
-        const int level = n % orvel::frame::level_count();
-        orvel::frame::force_level(n == 400 ? nullptr : orvel::frame::level_name(level));
-        this->make_data(n, n == 130);
-        // Flat stretches, on both sides of which weights vanish.
-        const auto flatten = [](const auto& at, auto& f) {
-            for (std::size_t k = 0; k < f.size(); ++k)
-                if (at[k] > 2 && at[k] < 7) f[k] = at[k] < Real(4.5) ? Real(1) : Real(2);
-        };
-        flatten(this->x, this->f), flatten(this->sorted_x, this->sorted_f);
-        TypeParam::csakm(&n, this->x.data(), this->f.data(), this->brkpt.data(), this->c.data());
-        this->expect_smooth(1);
-        std::vector<Real> m(static_cast<std::size_t>(n + 3));  // m[k + 2] belongs to piece k
-        for (std::size_t k = 0; k + 1 < this->brkpt.size(); ++k)
-            m[k + 2] = (this->sorted_f[k + 1] - this->sorted_f[k]) / (this->brkpt[k + 1] - this->brkpt[k]);
-        m[1] = 2 * m[2] - m[3], m[0] = 2 * m[1] - m[2];
-        const auto end = static_cast<std::size_t>(n + 1);
-        m[end] = 2 * m[end - 1] - m[end - 2], m[end + 1] = 2 * m[end] - m[end - 1];
-        for (std::size_t k = 0; k < this->brkpt.size(); ++k) {
-            const Real a = std::abs(m[k + 3] - m[k + 2]), b = std::abs(m[k + 1] - m[k]);
-            const Real slope =
-                a + b == 0 ? (m[k + 1] + m[k + 2]) / 2 : (a * m[k + 1] + b * m[k + 2]) / (a + b);
-            EXPECT_EQ(this->row(1, static_cast<int64_t>(k)), static_cast<double>(slope)) << k << " of " << n;
+    on_every_level([&] {
+        for (const int32_t n : {4, 5, 129, 130, 131, 132, 400}) {
+            this->make_data(n, n == 130);
+            // Flat stretches, on both sides of which weights vanish.
+            const auto flatten = [](const auto& at, auto& f) {
+                for (std::size_t k = 0; k < f.size(); ++k)
+                    if (at[k] > 2 && at[k] < 7) f[k] = at[k] < Real(4.5) ? Real(1) : Real(2);
+            };
+            flatten(this->x, this->f), flatten(this->sorted_x, this->sorted_f);
+            TypeParam::csakm(&n, this->x.data(), this->f.data(), this->brkpt.data(), this->c.data());
+            this->expect_smooth(1);
+            std::vector<Real> m(static_cast<std::size_t>(n + 3));  // m[k + 2] belongs to piece k
+            for (std::size_t k = 0; k + 1 < this->brkpt.size(); ++k)
+                m[k + 2] =
+                    (this->sorted_f[k + 1] - this->sorted_f[k]) / (this->brkpt[k + 1] - this->brkpt[k]);
+            m[1] = 2 * m[2] - m[3], m[0] = 2 * m[1] - m[2];
+            const auto end = static_cast<std::size_t>(n + 1);
+            m[end] = 2 * m[end - 1] - m[end - 2], m[end + 1] = 2 * m[end] - m[end - 1];
+            for (std::size_t k = 0; k < this->brkpt.size(); ++k) {
+                const Real a = std::abs(m[k + 3] - m[k + 2]), b = std::abs(m[k + 1] - m[k]);
+                const Real slope =
+                    a + b == 0 ? (m[k + 1] + m[k + 2]) / 2 : (a * m[k + 1] + b * m[k + 2]) / (a + b);
+                EXPECT_EQ(this->row(1, static_cast<int64_t>(k)), static_cast<double>(slope))
+                    << k << " of " << n;
+            }
         }
-    }
+    });
     const int32_t n = 4;
     const Real x[] = {0, 1, 2, 4}, f[] = {1, 4, 7, 13};  // a line
     Real brkpt[4], c[16];

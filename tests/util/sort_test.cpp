@@ -6,7 +6,6 @@
 #include <random>
 #include <vector>
 
-#include "frame/levels.h"
 #include "tests/levels.h"
 #include "tests/support.h"
 #include "util/isa/quicksort.h"
@@ -49,8 +48,6 @@ template <class T>
 class Sort : public Quiet {
 protected:
     using Limits = std::numeric_limits<T>;
-
-    ~Sort() override { orvel::frame::force_level(nullptr); }
 
     // Patterns: random, few values, extreme values, two runs, pipe of organs, sawtooth.
     std::vector<T> input(int n, int pattern)
@@ -122,12 +119,10 @@ TYPED_TEST_SUITE(Sort, Types);
 
 TYPED_TEST(Sort, OrdersAndKeepsEveryElement)
 {
-    for (int level = 0; level < orvel::frame::level_count(); ++level) {
-        orvel::frame::force_level(orvel::frame::level_name(level));
+    on_every_level([&] {
         for (int n = 1; n < 5000; n += n < 140 ? 1 : n / 3)
             for (int pattern = 0; pattern < 6; ++pattern) {
-                SCOPED_TRACE(::testing::Message()
-                             << "level " << level << " n " << n << " pattern " << pattern);
+                SCOPED_TRACE(::testing::Message() << "n " << n << " pattern " << pattern);
                 std::vector<TypeParam> x = this->input(n, pattern);
                 ASSERT_NO_FATAL_FAILURE(this->check_all(x));
                 if (n % 3 == 0) {  // already sorted, and reversed
@@ -142,7 +137,7 @@ TYPED_TEST(Sort, OrdersAndKeepsEveryElement)
                     ASSERT_NO_FATAL_FAILURE(this->check_all(x));
                 }
             }
-    }
+    });
 }
 
 using Known = Quiet;
