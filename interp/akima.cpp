@@ -25,15 +25,19 @@ ORVEL_FOR_EACH_LEVEL(ORVEL_AKIMA_TABLE)
 
 namespace {
 
+const AkimaTable& table()
+{
+    static constexpr const AkimaTable* tables[] = {ORVEL_FOR_EACH_LEVEL(ORVEL_AKIMA_TABLE_ADDRESS)};
+    return *tables[frame::level()];
+}
+
 template <class T>
 const AkimaLoops<T>& akima_loops()
 {
-    static constexpr const AkimaTable* tables[] = {ORVEL_FOR_EACH_LEVEL(ORVEL_AKIMA_TABLE_ADDRESS)};
-    const AkimaTable& table = *tables[frame::level()];
     if constexpr (std::is_same_v<T, float>)
-        return table.s;
+        return table().s;
     else
-        return table.d;
+        return table().d;
 }
 
 constexpr int64_t longest = 128;
@@ -109,6 +113,8 @@ void c2akm_alone(const int32_t* ndata, const T* xdata, const T* fdata, T* brkpt,
 }
 
 }  // namespace
+
+const char* akima_level() { return table().level; }
 
 }  // namespace orvel::interp
 

@@ -20,17 +20,21 @@ ORVEL_FOR_EACH_LEVEL(ORVEL_SORT_TABLE)
 
 namespace {
 
+const SortTable& table()
+{
+    static constexpr const SortTable* tables[] = {ORVEL_FOR_EACH_LEVEL(ORVEL_SORT_TABLE_ADDRESS)};
+    return *tables[frame::level()];
+}
+
 template <class T>
 const Sorts<T>& sorts()
 {
-    static constexpr const SortTable* tables[] = {ORVEL_FOR_EACH_LEVEL(ORVEL_SORT_TABLE_ADDRESS)};
-    const SortTable& table = *tables[frame::level()];
     if constexpr (std::is_same_v<T, float>)
-        return table.s;
+        return table().s;
     else if constexpr (std::is_same_v<T, double>)
-        return table.d;
+        return table().d;
     else
-        return table.i;
+        return table().i;
 }
 
 template <class T>
@@ -146,6 +150,8 @@ void svibp(const int32_t* n, const int32_t* ia, int32_t* ib, int32_t* iperm)
 }
 
 }  // namespace
+
+const char* sorts_level() { return table().level; }
 
 template <class T>
 Difficulties sort_labelled(int64_t n, T* x, int32_t* labels)

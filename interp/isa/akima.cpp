@@ -55,10 +55,13 @@ constexpr AkimaLoops<T> loops = {differences<T>, slopes<T>, columns<T>};
 
 }  // namespace
 
+#define ORVEL_NAME_OF(isa) #isa
+#define ORVEL_LEVEL_NAME(isa) ORVEL_NAME_OF(isa)
+
 namespace ORVEL_ISA {
 
 extern const AkimaTable akima_table;
-const AkimaTable akima_table = {loops<float>, loops<double>};
+const AkimaTable akima_table = {ORVEL_LEVEL_NAME(ORVEL_ISA), loops<float>, loops<double>};
 
 }  // namespace ORVEL_ISA
 

@@ -20,6 +20,7 @@ struct AkimaLoops {
 };
 
 struct AkimaTable {
+    const char* level;
     AkimaLoops<float> s;
     AkimaLoops<double> d;
 };

@@ -24,6 +24,7 @@ struct Sorts {
 };
 
 struct SortTable {
+    const char* level;
     Sorts<float> s;
     Sorts<double> d;
     Sorts<int32_t> i;
