@@ -14,14 +14,12 @@ struct Format;
 template <>
 struct Format<float> {
     using Bits = uint32_t;
-    static constexpr int digits = 23, bias = 127;
-    static constexpr float least = 0x1p-119f, most = 0x1p119f;
+    static constexpr Bits digits = 23, bias = 127;
 };
 template <>
 struct Format<double> {
     using Bits = uint64_t;
-    static constexpr int digits = 52, bias = 1023;
-    static constexpr double least = 0x1p-1015, most = 0x1p1015;
+    static constexpr Bits digits = 52, bias = 1023;
 };
 
 // 2^-e for v >= 0 of exponent e, so that products with it are exact and that with v is in [1, 2). Exponents
@@ -30,10 +28,12 @@ template <class T>
 inline T unit(T v)
 {
     using F = Format<T>;
-    v = v < F::least ? F::least : v;
-    v = v > F::most ? F::most : v;
-    const auto exponent = __builtin_bit_cast(typename F::Bits, v) >> F::digits;
-    return __builtin_bit_cast(T, static_cast<typename F::Bits>(2 * F::bias - exponent) << F::digits);
+    using Bits = typename F::Bits;
+    constexpr Bits least = 8, most = 2 * F::bias - 8;
+    Bits exponent = __builtin_bit_cast(Bits, v) >> F::digits;
+    exponent = exponent < least ? least : exponent;
+    exponent = exponent > most ? most : exponent;
+    return __builtin_bit_cast(T, static_cast<Bits>((2 * F::bias - exponent) << F::digits));
 }
 
 // Sums of a few slopes stay in range when each is taken by this part of it.
