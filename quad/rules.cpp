@@ -60,13 +60,14 @@ T scaled_error(T difference, T absolute, T deviation)
 }  // namespace
 
 template <class T, int GaussPoints>
-Estimate<T> gauss_kronrod(const UserFunction<T>& function, T a, T b)
+Estimate<T> gauss_kronrod(const UserFunction<T>& function, T a, T b, T inner)
 {
     constexpr int pairs = GaussPoints;
     constexpr bool gauss_has_midpoint = pairs % 2 != 0;
     constexpr auto& w = weights<T, GaussPoints>;
     constexpr auto& gauss_w = gauss_weights<T, GaussPoints>;
-    const T centre = mean_of(a, b), half = mean_of(-a, b), length = std::abs(half);
+    const T mean_of_ends = mean_of(a, b), half = mean_of(-a, b), length = std::abs(half);
+    const T centre = mean_of_ends == a || mean_of_ends == b ? inner : mean_of_ends;
     T left[pairs], right[pairs];  // nodes, then values there
     for (int j = 0; j < pairs; ++j) {
         const T away = half * nodes<T, GaussPoints>[j];
@@ -112,7 +113,7 @@ template <class T, int GaussPoints, Name Single>
 void apply_rule(T (*f)(const T*), const T* a, const T* b, T* result, T* esterr, T* absint, T* devint)
 {
     Routine<T, Single> me;
-    const Estimate<T> e = gauss_kronrod<T, GaussPoints>({me.state(), f}, *a, *b);
+    const Estimate<T> e = gauss_kronrod<T, GaussPoints>({me.state(), f}, *a, *b, *a);
     *result = e.result;
     *esterr = e.error;
     *absint = e.absolute;
@@ -121,18 +122,18 @@ void apply_rule(T (*f)(const T*), const T* a, const T* b, T* result, T* esterr, 
 
 }  // namespace
 
-template Estimate<float> gauss_kronrod<float, 7>(const UserFunction<float>&, float, float);
-template Estimate<double> gauss_kronrod<double, 7>(const UserFunction<double>&, double, double);
-template Estimate<float> gauss_kronrod<float, 10>(const UserFunction<float>&, float, float);
-template Estimate<double> gauss_kronrod<double, 10>(const UserFunction<double>&, double, double);
-template Estimate<float> gauss_kronrod<float, 15>(const UserFunction<float>&, float, float);
-template Estimate<double> gauss_kronrod<double, 15>(const UserFunction<double>&, double, double);
-template Estimate<float> gauss_kronrod<float, 20>(const UserFunction<float>&, float, float);
-template Estimate<double> gauss_kronrod<double, 20>(const UserFunction<double>&, double, double);
-template Estimate<float> gauss_kronrod<float, 25>(const UserFunction<float>&, float, float);
-template Estimate<double> gauss_kronrod<double, 25>(const UserFunction<double>&, double, double);
-template Estimate<float> gauss_kronrod<float, 30>(const UserFunction<float>&, float, float);
-template Estimate<double> gauss_kronrod<double, 30>(const UserFunction<double>&, double, double);
+template Estimate<float> gauss_kronrod<float, 7>(const UserFunction<float>&, float, float, float);
+template Estimate<double> gauss_kronrod<double, 7>(const UserFunction<double>&, double, double, double);
+template Estimate<float> gauss_kronrod<float, 10>(const UserFunction<float>&, float, float, float);
+template Estimate<double> gauss_kronrod<double, 10>(const UserFunction<double>&, double, double, double);
+template Estimate<float> gauss_kronrod<float, 15>(const UserFunction<float>&, float, float, float);
+template Estimate<double> gauss_kronrod<double, 15>(const UserFunction<double>&, double, double, double);
+template Estimate<float> gauss_kronrod<float, 20>(const UserFunction<float>&, float, float, float);
+template Estimate<double> gauss_kronrod<double, 20>(const UserFunction<double>&, double, double, double);
+template Estimate<float> gauss_kronrod<float, 25>(const UserFunction<float>&, float, float, float);
+template Estimate<double> gauss_kronrod<double, 25>(const UserFunction<double>&, double, double, double);
+template Estimate<float> gauss_kronrod<float, 30>(const UserFunction<float>&, float, float, float);
+template Estimate<double> gauss_kronrod<double, 30>(const UserFunction<double>&, double, double, double);
 
 }  // namespace orvel::quad
 

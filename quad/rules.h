@@ -31,10 +31,11 @@ struct Estimate {
 };
 
 template <class T>
-using Rule = Estimate<T> (*)(const UserFunction<T>& f, T a, T b);
+using Rule = Estimate<T> (*)(const UserFunction<T>& f, T a, T b, T inner);
 
-// The rule of 2 GaussPoints + 1 points, GaussPoints = 7, 10, 15, 20, 25, 30.
+// The rule of 2 GaussPoints + 1 points, GaussPoints = 7, 10, 15, 20, 25, 30. Where no number lies between a
+// and b, f is called at `inner`, one of them.
 template <class T, int GaussPoints>
-Estimate<T> gauss_kronrod(const UserFunction<T>& f, T a, T b);
+Estimate<T> gauss_kronrod(const UserFunction<T>& f, T a, T b, T inner);
 
 }  // namespace orvel::quad

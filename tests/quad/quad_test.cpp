@@ -208,6 +208,22 @@ TYPED_TEST(Quad, NodesAreInsideOfNarrowPieces)
                 }
             }
     }
+    // Halves between whose ends no number lies; a noisy function is bisected.
+    static int calls;
+    const auto noise = [](const T* x) {
+        outside += !(*x > low && *x < high);
+        return T(++calls % 3);
+    };
+    for (int width = 2; width < 9; ++width)
+        for (int32_t irule = 0; irule <= 6; ++irule) {
+            low = high = 1;
+            for (int k = 0; k < width; ++k)
+                (k % 2 == 0 ? high : low) = std::nextafter(k % 2 == 0 ? high : low, T(9 * (1 - k % 2)));
+            outside = 0;
+            const Quadrature<T> q(irule, noise, low, high, 0, T(1e-6), 50);
+            EXPECT_EQ(q.pieces, 2);
+            EXPECT_EQ(outside, 0) << irule << " width " << width;
+        }
     // Sums and differences of the ends may overflow.
     const T largest = std::numeric_limits<T>::max();
     for (const T from : {-largest, largest / 4 * 3})
