@@ -1,8 +1,9 @@
 /* include/orvel/quad.h - integrals of a function of one variable over a finite interval
  *
  * The interval with the largest error estimate is bisected until the sum of the estimates is at most
- * max(ERRABS, ERRREL |I|). F is called strictly between the ends of the pieces, as long as numbers lie
- * between them. Each routine in single and in double precision.
+ * max(ERRABS, ERRREL |I|). F is called strictly between the ends of the pieces, or at the middle of the piece
+ * that was bisected where no number lies between them: never at A or B, unless these are equal or neighbours.
+ * Each routine in single and in double precision.
  *
  * Common arguments: F a function, in; A, B the limits, in, in any order; ERRABS, ERRREL the accuracy wanted,
  * in; RESULT the estimate of the integral, out; ESTERR the estimate of its error, out; MAXSUB the length of
