@@ -66,9 +66,13 @@ void divide(R re, R im, Lane<R>* row)
         im *= R(0.25);
         for (int v = 0; v < row_vectors; ++v) row[v] *= R(0.25);
     } else {
+        Lane<R> most = row[0] < 0 ? -row[0] : row[0];
+        for (int v = 1; v < row_vectors; ++v) {
+            const Lane<R> size = row[v] < 0 ? -row[v] : row[v];
+            most = most < size ? size : most;
+        }
         bool overflows = false;
-        for (int v = 0; v < row_vectors; ++v)
-            for (int k = 0; k < lanes<R>; ++k) overflows |= is_large(row[v][k]);
+        for (int k = 0; k < lanes<R>; ++k) overflows |= is_large(most[k]);
         if (overflows) {
             for (int v = 0; v < row_vectors; ++v) row[v] *= R(0.25);
             divide(re, im, row);
