@@ -5,8 +5,8 @@
  * follows, by value, after all other arguments: one length per character argument, in order.
  *
  * A call needs at most 64 KB of stack, beside what the user's own functions take (measured on all
- * instruction-set levels: 55 KB for the inverse of a complex matrix, 52 KB for products of small complex ones, 45 KB
- * for transforms).
+ * instruction-set levels: 55 KB for the inverse of a complex matrix, 52 KB for products of small complex
+ * ones, 45 KB for transforms).
  */
 #ifndef ORVEL_TYPES_H
 #define ORVEL_TYPES_H
