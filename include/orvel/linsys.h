@@ -66,7 +66,7 @@ void DL2LCG(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const
 
 /* Factors A(LDA,N) into FACT(LDFAC,N) and IPVT(N), as LFTRG, and estimates the reciprocal RCOND of its L1
  * condition number; RCOND = 1 where it is not estimated (option 17 is 1, or A is singular). The estimate is
- * seldom below the true value, and may be above it by a factor of 8. FACT may be A when LDFAC = LDA.
+ * seldom below the true value, and may be above it by a factor of 10. FACT may be A when LDFAC = LDA.
  *
  * Posts TERMINAL 1 (N < 1), 2 (N > LDA, or no storage), 3 (N > LDFAC), 4 (option 17 is not 1 or 2); FATAL 2:
  * A is singular, FACT and IPVT hold what was reached; WARNING 1: RCOND is not above eps.

@@ -4,9 +4,7 @@
  * int32_t (-1 true, 0 false; bit 0 is the truth value). A character argument is a pointer whose length
  * follows, by value, after all other arguments: one length per character argument, in order.
  *
- * A call needs at most 64 KB of stack, beside what the user's own functions take (measured on all
- * instruction-set levels: 55 KB for the inverse of a complex matrix, 52 KB for products of small complex
- * ones, 45 KB for transforms).
+ * A call needs at most 64 KB of stack, beside what the user's own functions take.
  */
 #ifndef ORVEL_TYPES_H
 #define ORVEL_TYPES_H
