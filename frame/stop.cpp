@@ -1,6 +1,7 @@
 // frame/stop.cpp - ending the program: the host's handler first, then normal termination by one thread
 #include "frame/stop.h"
 
+#include <cxxabi.h>
 #include <pthread.h>
 #include <unistd.h>
 
@@ -12,15 +13,40 @@
 
 namespace orvel::frame {
 
+namespace {
+
+std::atomic<pthread_t> stopper{};
+
+// The thread that was stopping is not in the child.
+[[gnu::constructor]] void survive_fork()
+{
+    pthread_atfork(nullptr, nullptr, [] {
+        if (!pthread_equal(stopper, pthread_self())) stopper = pthread_t{};
+    });
+}
+
+// A handler that ends its thread unwinds the stack by force, which is no exception that could be counted: the
+// routines on the way are told by their levels.
+void call(const StopPolicy& policy, int32_t type, int32_t code)
+{
+    try {
+        policy.handler(policy.context, type, code);
+    } catch (abi::__forced_unwind&) {
+        state().ending_level = state().errors->level;
+        throw;
+    }
+}
+
+}  // namespace
+
 void stop(int32_t type, int32_t code)
 {
     const StopPolicy policy = stop_policy();
-    if (policy.handler != nullptr) policy.handler(policy.context, type, code);
+    if (policy.handler != nullptr) call(policy, type, code);
 
     // Termination runs the program's own exit functions; none of them may have to wait for a print lock
     // that this thread would never give back. Messages need no flushing: they are written unbuffered.
     release_print_lock();
-    static std::atomic<pthread_t> stopper{};
     pthread_t nobody{};
     if (stopper.compare_exchange_strong(nobody, pthread_self()) || pthread_equal(nobody, pthread_self()))
         std::exit(policy.status);
