@@ -40,7 +40,6 @@ constexpr int64_t second = 1'000'000'000;
 
 int64_t nanoseconds(const timespec& t) { return t.tv_sec * second + t.tv_nsec; }
 
-// File systems take their times from the coarse clock.
 int64_t now(clockid_t clock)
 {
     timespec t{};
@@ -91,6 +90,7 @@ int64_t start_of_the_process()
 
 int64_t program_began;
 
+// Files get their times from the coarse clock.
 [[gnu::constructor]] void note_begin()
 {
     program_began = loaded_with_the_program() ? now(CLOCK_REALTIME_COARSE) : start_of_the_process();
@@ -107,6 +107,12 @@ bool is_open_here(const struct stat& status, int except)
             return true;
     }
     return false;
+}
+
+bool is_left_over(int descriptor, const struct stat& status)
+{
+    return S_ISREG(status.st_mode) && status.st_size > 0 && nanoseconds(status.st_mtim) < program_began &&
+           !is_open_here(status, descriptor);
 }
 
 }  // namespace
@@ -126,14 +132,11 @@ int open_to_append(const char* path)
         above_streams(open(path, O_WRONLY | O_CREAT | O_APPEND | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, 0666));
     if (descriptor < 0) return -1;
     struct stat status {};
-    if (fstat(descriptor, &status) != 0 || !takes_text(descriptor, status)) {
-        close(descriptor);
-        return -1;
-    }
-    const bool left_over = S_ISREG(status.st_mode) && status.st_size > 0 &&
-                           nanoseconds(status.st_mtim) < program_began && !is_open_here(status, descriptor);
-    if (left_over && ftruncate(descriptor, 0) != 0) return descriptor;  // then its text stays before ours
-    return descriptor;
+    bool good = fstat(descriptor, &status) == 0 && takes_text(descriptor, status);
+    if (good && is_left_over(descriptor, status)) good = ftruncate(descriptor, 0) == 0;
+    if (good) return descriptor;
+    close(descriptor);
+    return -1;
 }
 
 }  // namespace orvel::frame

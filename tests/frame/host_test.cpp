@@ -1,14 +1,18 @@
 // tests/frame/host_test.cpp - writers, stop handlers, reset, fork, loading and unloading
 #include <dlfcn.h>
+#include <pthread.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <csetjmp>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <thread>
 
 #include "tests/support.h"
@@ -205,6 +209,90 @@ TEST_F(Host, ChildOfAForkPrintsWhileAnotherThreadHeldTheLock)
     printer.join();
 }
 
+// Another thread is in the exit functions when this one forks; the child can stop by itself.
+TEST_F(Host, ChildOfAForkStopsWhileAnotherThreadWasStopping)
+{
+    static std::atomic<pid_t> busy;
+    const pid_t program = fork();
+    if (program == 0) {
+        alarm(30);
+        orvel_set_stop_status(23);
+        std::atexit([] {
+            busy = getpid();
+            while (busy == getpid()) pause();
+        });
+        set_switches(4, 0, 1);
+        std::thread(routine, 4, 1).detach();
+        while (busy == 0) std::this_thread::yield();
+        const pid_t child = fork();
+        if (child == 0) {
+            alarm(20);
+            set_switches(4, 0, 1);
+            routine(4, 2);
+        }
+        int status = 0;
+        waitpid(child, &status, 0);
+        _exit(WIFEXITED(status) ? WEXITSTATUS(status) : 1);
+    }
+    int status = 0;
+    waitpid(program, &status, 0);
+    EXPECT_TRUE(WIFEXITED(status));
+    EXPECT_EQ(WEXITSTATUS(status), 23);
+}
+
+// The library is called again while the stack is unwound, and after that.
+struct CallsOnTheWay {
+    ~CallsOnTheWay() { routine(3, 1); }
+};
+
+TEST_F(Host, HandlerMayEndItsThread)
+{
+    static std::atomic<int> stops;
+    stops = 0;
+    Capture page;
+    orvel_set_stop_handler([](void*, int32_t, int32_t) { ++stops, pthread_exit(&stops); }, nullptr);
+    pthread_t thread;
+    pthread_create(
+        &thread, nullptr,
+        [](void*) -> void* {
+            thread_local CallsOnTheWay at_the_end;
+            static_cast<void>(&at_the_end);
+            const CallsOnTheWay local;
+            const float pole = -3.0f;
+            ALNGAM(&pole);  // stops in a routine that it calls
+            return nullptr;
+        },
+        nullptr);
+    void* result = nullptr;
+    pthread_join(thread, &result);
+    EXPECT_EQ(result, &stops);
+    EXPECT_EQ(stops, 1);
+    const std::string text = page.take();
+    EXPECT_EQ(text.substr(0, 23), "\n *** TERMINAL ERROR 6 ");
+    const std::string on_the_way = "\n *** WARNING  ERROR 1 from ROUTINE.  Text.\n";
+    EXPECT_EQ(text.substr(text.size() - std::min(text.size(), 2 * on_the_way.size())),
+              on_the_way + on_the_way);
+    EXPECT_EQ(printed_by_another_thread(), warning_7);
+}
+
+TEST_F(Host, LevelOutOfRangeStops)
+{
+    Capture page;
+    orvel_set_stop_handler(throwing, nullptr);
+    const float one = 1.0f, pole = -3.0f;
+    for (int32_t level : {INT32_MAX, INT32_MIN, -1, 0, 50, 51}) {
+        for (const float& x : {one, pole}) {
+            ERCOM1.level = level;
+            EXPECT_THROW(GAMMA(&x), Outcome) << level;
+            EXPECT_THROW(ALNGAM(&x), Outcome) << level;
+            EXPECT_EQ(ERCOM1.level, level);
+        }
+        EXPECT_NE(one_line(page.take()).find("Push would cause stack level to exceed 50."),
+                  std::string::npos);
+        orvel_reset();
+    }
+}
+
 TEST_F(Host, LibraryComesAndGoesInARunningProgram)
 {
     const std::string copy = "/tmp/orvel_copy_" + std::to_string(getpid()) + ".so";  // not the one linked
@@ -221,6 +309,14 @@ TEST_F(Host, LibraryComesAndGoesInARunningProgram)
         stage = 2;
         while (stage != 3) std::this_thread::yield();  // ends after the library is gone
     });
+    const std::filesystem::path home = std::filesystem::current_path();
+    char folder[] = "/tmp/orvel_loaded_XXXXXX";
+    std::filesystem::current_path(mkdtemp(folder));
+    const auto descriptors = [] {
+        using std::filesystem::directory_iterator;
+        return std::distance(directory_iterator("/proc/self/fd"), directory_iterator());
+    };
+    const auto before = descriptors();
     for (int round = 0; round < 2; ++round) {
         void* library = dlopen(copy.c_str(), RTLD_NOW | RTLD_LOCAL);
         ASSERT_NE(library, nullptr) << dlerror();
@@ -237,8 +333,16 @@ TEST_F(Host, LibraryComesAndGoesInARunningProgram)
             while (stage != 2) std::this_thread::yield();
         }
         EXPECT_EQ(messages, round == 0 ? 3 : 2);
+        int32_t third = -3, file = 9;
+        reinterpret_cast<decltype(&UMACH)>(dlsym(library, "UMACH"))(&third, &file);
+        call();
         EXPECT_EQ(dlclose(library), 0);
     }
+    EXPECT_EQ(descriptors(), before);
+    std::ifstream file("fort.9");
+    EXPECT_EQ(std::count(std::istreambuf_iterator<char>(file), {}, '*'), 18);  // two messages of three lines
+    std::filesystem::current_path(home);
+    std::filesystem::remove_all(folder);
     const pid_t child = fork();  // no handler of the library may be left behind
     if (child == 0) _exit(0);
     int status = 1;
