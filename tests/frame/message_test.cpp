@@ -249,7 +249,14 @@ TEST_F(Message, HeaderHasAWordAndAForm)
                       "\n *** FATAL    ERROR" + row.head + ".  Text\n" + (row.traced && traced ? trace : ""));
         }
     }
-    ERCOM8.current = ERCOM1.atttab[3] = 3;
+    // The longest source leaves no room for the message on its line.
+    string(31, 's').copy(ERCOM9.name[2], 31);
+    ERCOM8.line[2] = INT32_MAX, ERCOM8.name_length[2] = 31, ERCOM8.current = ERCOM1.atttab[3] = 3;
+    ERCOM1.trctab[3] = 0;
+    const string longest = "\n *** FATAL    ERROR from " + string(31, 's') + " at line 2147483647.  ";
+    fill_store("*N1*1%K");
+    EXPECT_EQ(printed(4, 2, "Text"), longest + next + " in reference to keyword K.  Text\n");
+    EXPECT_EQ(printed(4, 2, "Text"), longest.substr(0, longest.size() - 1) + next + "Text\n");
     ERCOM8.line[2] = 0, ERCOM8.name_length[2] = 1, ERCOM9.name[2][0] = '?';
     ERCOM1.trctab[3] = 0;
     EXPECT_EQ(printed(4, 2, "Text"), "\n *** FATAL    ERROR 2 from R.  Text\n");
@@ -379,7 +386,57 @@ TEST_F(Message, FileGivesTheTexts)
     EXPECT_EQ(report(directory, 2, 9), twice("TERMINAL ERROR 1", small + "10.", small + "10."));
     EXPECT_EQ(report(directory, 2, 6), twice("TERMINAL ERROR 1", small + "9.", small + "9."));
     EXPECT_EQ(report(directory, 2, -1), twice("TERMINAL ERROR 1", small + "7.", small + "7."));
+
     fs::remove_all(directory);
+}
+
+TEST_F(Message, PacketSetsSwitchesThatStay)
+{
+    char directory[] = "/tmp/orvel_messages_XXXXXX";
+    std::ofstream(string(mkdtemp(directory)) + "/messages.daf") << "Text" + string(1020, ' ');
+    setenv("TAL_F90_MSG", directory, 1);
+    orvel_set_stop_handler([](void*, int32_t type, int32_t code) { throw Outcome{type, code}; }, nullptr);
+    const string none = "0000000";
+    const struct {
+        int32_t type, print, stop;
+        const char* word;      // of the message, if one is printed
+        int32_t stopped;       // type that stops
+        string prints, stops;  // switches afterwards
+        Outcome outcome;
+    } rows[] = {
+        {1, 1, -1, "NOTE    ", 0, "1000000", none, {1, 17}},
+        {2, -1, -1, "", 0, none, none, {2, 17}},
+        {2, 1, 0, "ALERT   ", 0, "0100000", none, {2, 17}},
+        {3, 1, 1, "WARNING ", 3, "0010010", "0010010", {3, 17}},
+        {6, 1, 1, "WARNING ", 6, "0010010", "0010010", {6, 17}},
+        {4, -1, 1, "", 4, none, "0001001", {4, 17}},
+        {7, 2, -1, "FATAL   ", 0, "0001001", none, {7, 17}},
+        {5, 1, 1, "TERMINAL", 5, "0000100", "0000100", {5, 17}},
+        {3, 3, 0, "", 0, none, none, {5, 2}},
+        {3, 0, -2, "", 0, none, none, {5, 3}},
+        {8, 0, -1, "", 0, none, none, {5, 1}},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.type);
+        set_switches(0, 0, 0);
+        const orvel_d_epack packet[] = {{1, 0},        {row.type, 0}, {17, 0}, {row.print, 0},
+                                        {row.stop, 0}, {0, 0},        {0, 0}};
+        const int32_t n = 7;
+        int32_t stopped = 0;
+        try {
+            D_ERROR_POST(packet, &n);
+        } catch (const Outcome& o) {
+            stopped = o.type;
+        }
+        EXPECT_EQ(stopped, row.stopped);
+        const string head = string("\n *** ") + row.word + " ERROR 17 from D_ERROR_POST.  Text\n";
+        EXPECT_EQ(page.take(), *row.word != '\0' ? head : "");
+        EXPECT_EQ(digits(ERCOM1.prttab), row.prints);
+        EXPECT_EQ(digits(ERCOM1.stptab), row.stops);
+        EXPECT_EQ(outcome(), row.outcome);
+    }
+    orvel_set_stop_handler(nullptr, nullptr);
+    std::filesystem::remove_all(directory);
 }
 
 }  // namespace

@@ -220,4 +220,65 @@ TEST_F(Frame, ExceptionLeavesTheLevelSilently)
     orvel_set_stop_handler(nullptr, nullptr);
 }
 
+// Calls a routine that posts while an exception passes that goes no further.
+void catch_and_post()
+{
+    try {
+        const PostsOnTheWay local{note};
+        throw 1;
+    } catch (int) {
+    }
+}
+
+// What was recorded while one exception passed does not hide another one that comes later: the routine is
+// left silently, although it has posted.
+TEST_F(Frame, ExceptionsAreCountedFromTheRoutinesOwnError)
+{
+    orvel_set_stop_handler([](void*, int32_t type, int32_t code) { throw Outcome{type, code}; }, nullptr);
+    const auto user_code = [] {
+        Routine<float, "OUTER"> me;
+        me.post(fatal, 3, "Text.");
+        const UserCode user(me.state());
+        {
+            const UserCode inside(me.state());
+            catch_and_post();
+        }
+        throw 7;
+    };
+    const auto user_function = [] {
+        Routine<float, "OUTER"> me;
+        me.post(fatal, 3, "Text.");
+        {
+            const UserFunction<float> f(me.state(), [](const float* x) { return catch_and_post(), *x; });
+            f(1.0f);
+        }
+        throw 7;
+    };
+    const auto writer = [] {
+        orvel_bind_unit(
+            6, [](void*, int32_t, const char*, size_t) { catch_and_post(); }, nullptr);
+        Routine<float, "OUTER"> me;
+        me.post(terminal, 3, "Text.");  // prints
+        throw 7;
+    };
+    // The name on top is not the routine's own, and nothing was posted by it.
+    const auto unbalanced = [] {
+        catch_and_post();
+        Routine<float, "OUTER"> me;
+        E1PSH("LEFT ", 5);
+        throw 7;
+    };
+    const auto check = [](auto body) {
+        EXPECT_THROW(body(), int);
+        EXPECT_EQ(ERCOM1.level, 1);
+        orvel_reset();
+    };
+    check(user_code);
+    check(user_function);
+    check(writer);
+    check(unbalanced);
+    orvel_bind_unit(6, nullptr, nullptr);
+    orvel_set_stop_handler(nullptr, nullptr);
+}
+
 }  // namespace

@@ -1,6 +1,7 @@
 // tests/frame/stack_test.cpp - routine stack, records of outcome, switches, layout of the blocks
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdio>
 #include <cstring>
@@ -23,13 +24,6 @@ void post(int32_t type, int32_t code) { E1MES(&type, &code, "Text.", 5); }
 void position(int32_t type, int32_t print, int32_t stop) { E1POS(&type, &print, &stop); }
 int32_t type_of(int32_t option) { return N1RTY(&option); }
 int32_t code_of(int32_t option) { return N1RCD(&option); }
-
-std::string digits(const int32_t (&table)[7])
-{
-    std::string text;
-    for (int32_t x : table) text += std::to_string(x);
-    return text;
-}
 
 // Stops arrive as exceptions, output in `page`.
 class Stack : public Quiet {
@@ -148,6 +142,11 @@ TEST_F(Stack, LevelsCountAsUserAsTheySay)
     EXPECT_EQ(life(3, false), "3");
     user("ON");
     EXPECT_EQ(life(3, false), "i3");
+    EXPECT_EQ(stop_of([] { user("On"); }), (Outcome{5, 1}));  // no pop would follow
+    set_switches(5, -1, 0);
+    EXPECT_EQ(stop_of([] { user("On"); }), (Outcome{0, 0}));
+    set_switches(5, -1, 1);
+    page.take();
     push("ASKS ");
     EXPECT_EQ(stop_of([] { user("On"); }), (Outcome{0, 0}));
     EXPECT_EQ(stop_of([] { pop("ASKS "); }), (Outcome{5, 1}));
@@ -375,6 +374,39 @@ TEST_F(Stack, BlocksHaveTheirOrderAndInitialValues)
         const int32_t* p = &ERCOM1.level;
         EXPECT_EQ((std::vector{p[119], p[120], p[121], p[180], p[54]}), (std::vector{2, 3, 4, 5, 6}));
     }).join();
+}
+
+// What a jump may leave behind is cleared, what the program has set is kept.
+TEST_F(Stack, ResetClearsErrorsAndKeepsSwitches)
+{
+    push("LEFT ");
+    post(6, 3);
+    post(7, 4);
+    user("ON");
+    int32_t third = -3, unit = 77, up = 1;
+    UMACH(&third, &unit);
+    N1RNOF(&up);
+    std::fill_n(ERCOM1.ertype, 51, 3);
+    std::fill_n(ERCOM1.ercode, 51, 4);
+    std::fill_n(ERCOM4.user, 51, -1);
+    ERCOM4.user[0] = 0;
+    ERCOM1.msglen = 5, ERCOM1.parlen = 30;
+    set_switches(3, 0, 1);
+    const double sum = ERCOM3.checksum;
+    orvel_reset();
+    EXPECT_EQ((std::vector{ERCOM1.level, ERCOM1.msglen, ERCOM1.parlen, ERCOM1.post6, ERCOM1.post7}),
+              (std::vector{1, 0, 1, 0, 0}));
+    for (int k = 0; k < 51; ++k) {
+        EXPECT_EQ(ERCOM1.ertype[k], k == 0 ? 0 : -1);
+        EXPECT_EQ(ERCOM1.ercode[k], k == 0 ? 0 : -1);
+        EXPECT_EQ(ERCOM4.user[k], k == 0 ? -1 : 0);
+    }
+    EXPECT_EQ(digits(ERCOM1.prttab) + digits(ERCOM1.stptab), "00011010011111");
+    EXPECT_EQ(ERCOM3.checksum, sum);
+    UMACH(&(third = 3), &(unit = 0));
+    EXPECT_EQ(unit, 77);
+    UMACH(&(third = -3), &(unit = 6));
+    N1RNOF(&(up = 2));
 }
 
 using StackDeathTest = Quiet;
