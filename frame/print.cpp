@@ -149,12 +149,12 @@ void print_message(State& s)
     const int32_t form = header_form(s, type);
     const std::string_view message{s.text->message, static_cast<std::size_t>(message_length(s))};
 
-    char prefix_room[header_room + 5];
+    char prefix_room[header_room];
     Text prefix(prefix_room, sizeof prefix_room);
     put_prefix(prefix, s, level, form);
     if (!message.starts_with(".  ")) prefix << ".  ";
     page.text << "\n *** " << severity_word(type) << " ERROR" << prefix.view();
-    put_message(page.text, message, header_room - std::min(header_room, prefix.view().size()));
+    put_message(page.text, message, header_room - prefix.view().size());
     if (attribute(e.trctab, type) == 1 && (level > 2 || form > 1)) put_traceback(page.text, s, level);
     e.msglen = 0;
     const Undisturbed records(s);

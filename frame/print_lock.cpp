@@ -10,7 +10,6 @@
 #include <pthread.h>
 
 #include <algorithm>
-#include <atomic>
 
 namespace orvel::frame {
 
@@ -20,7 +19,6 @@ constexpr int first_mark = 1 << 30;  // above the number of every device
 
 struct Place {
     pthread_mutex_t mutex = PTHREAD_MUTEX_INITIALIZER;
-    std::atomic<bool> calling = false;  // whether its holder is in a writer
     char page[page_room] = {};
 };
 constinit Place places[deepest_print + 1];
@@ -60,10 +58,7 @@ void renew_in_child()
 {
     for (int depth = 0; depth <= deepest_print; ++depth) {
         pthread_mutex_init(&places[depth].mutex, nullptr);
-        if (holds(depth))
-            pthread_mutex_lock(&places[depth].mutex);
-        else
-            places[depth].calling = false;
+        if (holds(depth)) pthread_mutex_lock(&places[depth].mutex);
     }
 }
 
@@ -76,8 +71,7 @@ int print_depth()
     const int mark = omp_get_default_device();
     int depth = mark > first_mark && mark <= first_mark + deepest_print ? mark - first_mark : 0;
     depth = std::max(depth, holding.depth);
-    while (depth > 0 && !places[depth - 1].calling) --depth;  // a task that was left behind by its writer
-    while (depth < deepest_print && holds(depth)) ++depth;    // a signal handler
+    while (depth < deepest_print && holds(depth)) ++depth;  // a signal handler
     return depth;
 }
 
@@ -103,18 +97,16 @@ PrintLock::~PrintLock()
 char* PrintLock::page() const { return places[depth_].page; }
 
 WriterCall::WriterCall(const PrintLock& lock)
-    : outer_depth_(holding.depth), outer_mark_(omp_get_default_device()), depth_(lock.depth())
+    : outer_depth_(holding.depth), outer_mark_(omp_get_default_device())
 {
     if (outer_depth_ == 0) holding.mark = outer_mark_;
-    holding.depth = depth_ + 1;
-    places[depth_].calling = true;
-    omp_set_default_device(first_mark + depth_ + 1);
+    holding.depth = lock.depth() + 1;
+    omp_set_default_device(first_mark + holding.depth);
 }
 
 WriterCall::~WriterCall()
 {
     omp_set_default_device(outer_mark_);
-    places[depth_].calling = false;
     holding.depth = outer_depth_;
 }
 
@@ -123,10 +115,7 @@ void release_print_lock()
     if (holding.depth > 0) omp_set_default_device(holding.mark);
     holding.depth = 0;
     for (int depth = deepest_print; depth >= 0; --depth)
-        if (holds(depth)) {
-            places[depth].calling = false;
-            unlock(depth);
-        }
+        if (holds(depth)) unlock(depth);
     allow_cancelling();
 }
 

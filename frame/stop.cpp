@@ -1,12 +1,12 @@
 // frame/stop.cpp - ending the program: the host's handler first, then normal termination by one thread
 #include "frame/stop.h"
 
-#include <cxxabi.h>
 #include <pthread.h>
 #include <unistd.h>
 
 #include <atomic>
 #include <cstdlib>
+#include <exception>
 
 #include "frame/host.h"
 #include "frame/print_lock.h"
@@ -25,24 +25,34 @@ std::atomic<pthread_t> stopper{};
     });
 }
 
-// A handler that ends its thread unwinds the stack by force, which is no exception that could be counted: the
-// routines on the way are told by their levels.
-void call(const StopPolicy& policy, int32_t type, int32_t code)
-{
-    try {
-        policy.handler(policy.context, type, code);
-    } catch (abi::__forced_unwind&) {
-        state().ending_level = state().errors->level;
-        throw;
+// A handler that ends its thread unwinds the stack by force, which does not count as an exception: the
+// routines on the way are told by their levels. Foreign exceptions go the same way.
+class HandlerCall {
+public:
+    HandlerCall() = default;
+    ~HandlerCall()
+    {
+        if (!returned && std::uncaught_exceptions() == before_) state().ending_level = state().errors->level;
     }
-}
+    HandlerCall(const HandlerCall&) = delete;
+    HandlerCall& operator=(const HandlerCall&) = delete;
+
+    bool returned = false;
+
+private:
+    const int before_ = std::uncaught_exceptions();
+};
 
 }  // namespace
 
 void stop(int32_t type, int32_t code)
 {
     const StopPolicy policy = stop_policy();
-    if (policy.handler != nullptr) call(policy, type, code);
+    if (policy.handler != nullptr) {
+        HandlerCall call;
+        policy.handler(policy.context, type, code);
+        call.returned = true;
+    }
 
     // Termination runs the program's own exit functions; none of them may have to wait for a print lock
     // that this thread would never give back. Messages need no flushing: they are written unbuffered.

@@ -8,6 +8,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <charconv>
 #include <cstdio>
@@ -83,12 +84,11 @@ int open_unit(int32_t unit)
 
 void write_file(int32_t unit, std::string_view text)
 {
-    for (int k = 0; k < file_count; ++k) {
-        if (files[k].unit != unit) continue;
-        if (files[k].is_there()) return write_all(files[k].descriptor, text);
-        files[k] = files[--file_count];
-        break;
-    }
+    for (int k = 0; k < file_count; ++k)
+        if (files[k].unit == unit && files[k].is_there()) return write_all(files[k].descriptor, text);
+    UnitFile* const end =
+        std::remove_if(files, files + file_count, [](const UnitFile& f) { return !f.is_there(); });
+    file_count = static_cast<int>(end - files);
     const int descriptor = open_unit(unit);
     write_all(descriptor >= 0 ? descriptor : STDERR_FILENO, text);
     if (descriptor < 0) return;

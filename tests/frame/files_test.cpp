@@ -47,12 +47,17 @@ void use_unit(int32_t unit)
     UMACH(&third, &unit);
 }
 
+void complain(int32_t unit)
+{
+    use_unit(unit);
+    set_switches(6, 0, 0);
+}
+
 // What goes to standard error of a message to the unit.
 string complaint(int32_t unit)
 {
-    use_unit(unit);
     testing::internal::CaptureStderr();
-    set_switches(6, 0, 0);
+    complain(unit);
     return testing::internal::GetCapturedStderr();
 }
 
@@ -99,8 +104,13 @@ TEST_F(Files, WhatWasWrittenBeforeTheProgramIsDropped)
         else
             write(name_of(unit), "of the program");
     }
+    const auto descriptors = [] {
+        return std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator());
+    };
+    const auto before = descriptors();
     for (int round = 0; round < 2; ++round)
         for (int32_t unit = first; unit < first + count; ++unit) EXPECT_EQ(complaint(unit), "");
+    EXPECT_LT(descriptors(), before + count);
     for (int32_t unit = first; unit < first + count; ++unit)
         EXPECT_EQ(content(name_of(unit)), (unit % 2 == 0 ? "" : "of the program") + text + text) << unit;
 
@@ -138,19 +148,20 @@ TEST_F(Files, DescriptorsOfTheHostAreNotTakenFor)
     // A program that was started without its streams: what it prints must not land in a file of the
     // library's.
     EXPECT_TRUE(in_child([] {
-        for (int stream : {0, 1, 2}) close(stream);
-        complaint(20);
-        const string other = "host";
-        return ::write(1, other.data(), 4) < 0 && content("fort.20") == text &&
+        for (int k = 0; k < 256; ++k) close(k);
+        complain(20);
+        return ::write(1, "host", 4) < 0 && ::write(2, "host", 4) < 0 && content("fort.20") == text &&
                (fcntl(3, F_GETFD) & FD_CLOEXEC) != 0;
     }));
     // One that closes all descriptors, as services do, and opens a file of its own.
     EXPECT_TRUE(in_child([] {
-        complaint(21);
         for (int k = 3; k < 256; ++k) close(k);
+        for (int32_t unit : {21, 22, 23}) complain(unit);
+        close(4);
         const int own = open("own", O_WRONLY | O_CREAT | O_APPEND, 0600);
-        complaint(21);
-        return own == 3 && content("own").empty() && content("fort.21") == text + text;
+        for (int32_t unit : {21, 22, 23, 22}) complain(unit);
+        return own == 4 && content("own").empty() && content("fort.21") == text + text &&
+               content("fort.22") == text + text + text && content("fort.23") == text + text;
     }));
     EXPECT_TRUE(in_child([] {  // none left
         dup2(open("errors", O_WRONLY | O_CREAT, 0600), 2);
@@ -159,11 +170,34 @@ TEST_F(Files, DescriptorsOfTheHostAreNotTakenFor)
         getrlimit(RLIMIT_NOFILE, &room);
         const rlimit three{3, room.rlim_max};
         setrlimit(RLIMIT_NOFILE, &three);
-        use_unit(22);
-        set_switches(6, 0, 0);
+        complain(24);
         setrlimit(RLIMIT_NOFILE, &room);
         return content("errors") == text;
     }));
+}
+
+// Run by the next test as a program of its own: its unit holds what was written a moment before it began.
+TEST(Program, DISABLED_WritesToAUnit)
+{
+    set_switches(5, -1, 0);
+    complain(9);
+}
+
+TEST_F(Files, ProgramsThatFollowEachOtherStartAnew)
+{
+    write("fort.9", "of the program before");
+    std::this_thread::sleep_for(std::chrono::milliseconds(12));  // a tick of the coarsest clocks
+    const pid_t child = fork();
+    if (child == 0) {
+        dup2(open("output", O_WRONLY | O_CREAT, 0600), 1);
+        execl("/proc/self/exe", "program", "--gtest_filter=Program.*", "--gtest_also_run_disabled_tests",
+              nullptr);
+        _exit(99);
+    }
+    int status = -1;
+    waitpid(child, &status, 0);
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(content("fort.9"), text);
 }
 
 }  // namespace

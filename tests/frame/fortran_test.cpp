@@ -1,5 +1,6 @@
 // tests/frame/fortran_test.cpp - messages among the lines of a Fortran program, in the order in which both
 // were printed
+#include <fcntl.h>
 #include <signal.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
@@ -11,6 +12,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <map>
 #include <thread>
 #include <vector>
 
@@ -33,15 +35,20 @@ void complain(int k)
     E1POP("HOST ", 5);
 }
 
+bool by_threads = false;
+
+// In a statement that holds the lock of its unit, perhaps from another thread.
 int complaint(int k)
 {
-    complain(k);
+    if (by_threads)
+        std::thread(complain, k).join();
+    else
+        complain(k);
     return k;
 }
 
 namespace {
 
-using namespace orvel_test;
 using std::string;
 
 string message(int k)
@@ -56,8 +63,82 @@ string lines(int count)
     return text;
 }
 
-// In a folder of its own; a program that hangs is ended.
-class Fortran : public Quiet {
+// ---- programs: started anew, so that the run-time finds its output where it is
+// -----------------------------
+
+int tasks()
+{
+    using std::filesystem::directory_iterator;
+    return static_cast<int>(std::distance(directory_iterator("/proc/self/task"), directory_iterator()));
+}
+
+int alone()
+{
+    print_lines(300);
+    return tasks() - 1;
+}
+
+void start_a_thread()
+{
+    std::thread([] {}).join();
+}  // from now on the program is one of several threads
+
+std::atomic<int> alarms, elsewhere;
+void count_alarm(int) { ++(syscall(SYS_gettid) == getpid() ? alarms : elsewhere); }
+
+// With a timer whose alarms go to whichever thread is running.
+int with_threads()
+{
+    start_a_thread();
+    signal(SIGUSR1, count_alarm);
+    sigevent event{};
+    event.sigev_notify = SIGEV_SIGNAL;
+    event.sigev_signo = SIGUSR1;
+    timer_t timer{};
+    timer_create(CLOCK_MONOTONIC, &event, &timer);
+    const itimerspec often{{0, 100'000}, {0, 100'000}};
+    timer_settime(timer, 0, &often, nullptr);
+    print_lines(1000);
+    timer_delete(timer);
+    sigset_t blocked;
+    pthread_sigmask(SIG_SETMASK, nullptr, &blocked);
+    return alarms > 0 && elsewhere == 0 && !sigismember(&blocked, SIGUSR1) ? 0 : 1;
+}
+
+int in_statements()
+{
+    complain(5);
+    print_within_statements();
+    print_lines(3);
+    return 0;
+}
+
+int in_statements_with_threads()
+{
+    by_threads = true;
+    return in_statements();
+}
+
+int to_file(bool closed)
+{
+    int32_t third = -3, unit = 9;
+    UMACH(&third, &unit);
+    write_file(unit, closed);
+    complain(1);
+    complain(2);
+    return 0;
+}
+
+const std::map<string, int (*)()> programs = {{"alone", alone},
+                                              {"with_threads", with_threads},
+                                              {"in_statements", in_statements},
+                                              {"in_statements_with_threads", in_statements_with_threads},
+                                              {"to_open_file", [] { return to_file(false); }},
+                                              {"to_closed_file", [] { return to_file(true); }}};
+
+// ---- what they print -------------------------------------------------------------------------------------
+
+class Fortran : public ::testing::Test {
 protected:
     Fortran() { std::filesystem::current_path(mkdtemp(folder_)); }
     ~Fortran() override
@@ -72,16 +153,15 @@ protected:
         return {std::istreambuf_iterator<char>(file), {}};
     }
 
-    // What a program prints that does this, and with it 0 when it comes to its end.
-    template <class F>
-    static string printed(F body)
+    // The output of the program and its status. One that hangs is ended.
+    static string printed(const char* program)
     {
         const pid_t child = fork();
         if (child == 0) {
-            alarm(100);
-            if (std::freopen("output", "w", stdout) == nullptr) _exit(1);
-            body();
-            std::exit(0);
+            alarm(20);
+            dup2(open("output", O_WRONLY | O_CREAT | O_TRUNC, 0600), 1);
+            execl("/proc/self/exe", "program", program, nullptr);
+            _exit(99);
         }
         int status = -1;
         waitpid(child, &status, 0);
@@ -93,79 +173,47 @@ private:
     char folder_[32] = "/tmp/orvel_fortran_XXXXXX";
 };
 
-TEST_F(Fortran, LinesAndMessagesOfOneThreadNeedNoOther)
-{
-    const string text = printed([] {
-        print_lines(300);
-        using std::filesystem::directory_iterator;
-        if (std::distance(directory_iterator("/proc/self/task"), directory_iterator()) != 1) _exit(1);
-    });
-    EXPECT_EQ(text, lines(300) + "0");
-}
+TEST_F(Fortran, LinesAndMessagesOfOneThreadNeedNoOther) { EXPECT_EQ(printed("alone"), lines(300) + "0"); }
 
-std::atomic<int> alarms, elsewhere;
-void count_alarm(int) { ++(syscall(SYS_gettid) == getpid() ? alarms : elsewhere); }
-
-// On a busy machine, with a timer whose alarms go to whichever thread is running.
-TEST_F(Fortran, LinesAndMessagesKeepTheirOrderWhereThereAreThreads)
+TEST_F(Fortran, LinesAndMessagesKeepTheirOrderOnABusyMachine)
 {
     std::vector<pid_t> busy(2 * std::thread::hardware_concurrency());
     for (pid_t& id : busy)
         if ((id = fork()) == 0)
             for (alarm(100);;) {
             }
-    const string text = printed([] {
-        std::thread([] {}).join();  // from now on the program is one of several threads
-        signal(SIGUSR1, count_alarm);
-        sigevent event{};
-        event.sigev_notify = SIGEV_SIGNAL;
-        event.sigev_signo = SIGUSR1;
-        timer_t timer{};
-        timer_create(CLOCK_MONOTONIC, &event, &timer);
-        const itimerspec often{{0, 100'000}, {0, 100'000}};
-        timer_settime(timer, 0, &often, nullptr);
-        print_lines(1000);
-        timer_delete(timer);
-        if (alarms == 0 || elsewhere != 0) _exit(1);
-    });
+    EXPECT_EQ(printed("with_threads"), lines(1000) + "0");
     for (const pid_t id : busy) {
         kill(id, SIGKILL);
         waitpid(id, nullptr, 0);
     }
-    EXPECT_EQ(text, lines(1000) + "0");
 }
 
 // The line of a statement is printed when it ends; the message inside is not held up by it, nor are later
 // ones.
 TEST_F(Fortran, StatementsMayCallWhatPrints)
 {
-    for (const bool threads : {false, true}) {
-        const string text = printed([=] {
-            if (threads) std::thread([] {}).join();
-            print_within_statements();
-            print_lines(3);
-        });
-        EXPECT_EQ(text, "first\n" + message(1) + "second\n" + message(2) + message(3) + "third 3\n" +
-                            message(4) + "last\n" + lines(3) + "0");
-    }
+    const string text = message(5) + "first\n" + message(1) + "second\n" + message(2) + message(3) +
+                        "third 3\n" + message(4) + "last\n" + lines(3) + "0";
+    EXPECT_EQ(printed("in_statements"), text);
+    EXPECT_EQ(printed("in_statements_with_threads"), text);
 }
 
 // Lines of the program stay, wherever they are when the message comes.
 TEST_F(Fortran, FileIsSharedWithTheProgram)
 {
-    for (const bool closed : {false, true}) {
-        const int32_t unit = closed ? 31 : 32;
-        const string name = "fort." + std::to_string(unit);
-        EXPECT_EQ(printed([=] {
-                      int32_t third = -3, number = unit;
-                      UMACH(&third, &number);
-                      write_file(unit, closed);
-                      complain(1);
-                      complain(2);
-                  }),
-                  "0");
-        EXPECT_EQ(content(name.c_str()), "of the program\n" + message(1) + message(2)) << name;
+    for (const char* program : {"to_open_file", "to_closed_file"}) {
+        EXPECT_EQ(printed(program), "0");
+        EXPECT_EQ(content("fort.9"), "of the program\n" + message(1) + message(2)) << program;
+        std::filesystem::remove("fort.9");
     }
 }
 
 }  // namespace
+
+int main(int argc, char** argv)
+{
+    if (argc == 2 && programs.contains(argv[1])) return programs.at(argv[1])();
+    testing::InitGoogleTest(&argc, argv);
+    return RUN_ALL_TESTS();
+}

@@ -1,10 +1,12 @@
 // tests/frame/host_test.cpp - writers, stop handlers, reset, fork, loading and unloading
 #include <dlfcn.h>
+#include <omp.h>
 #include <pthread.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <atomic>
 #include <chrono>
 #include <csetjmp>
@@ -94,7 +96,20 @@ TEST_F(Host, HandlerAndWriterMayJumpBeforeReset)
 {
     set_switches(5, 0, 1);
     const float pole = -3.0f;
+    const int device = omp_get_default_device();
     orvel_set_stop_handler([](void*, int32_t, int32_t) { std::longjmp(mark, 1); }, nullptr);
+    // Many times: a level of printing that was not given back would soon be the deepest one.
+    for (int k = 0; k < 20; ++k) {
+        orvel_bind_unit(
+            6, [](void*, int32_t, const char*, size_t) { std::longjmp(mark, 1); }, nullptr);
+        if (setjmp(mark) == 0) routine(3, 7);
+        EXPECT_EQ(ERCOM1.level, 2);
+        orvel_reset();
+        Capture page;
+        routine(3, 7);
+        EXPECT_EQ(page.take(), warning_7);
+        EXPECT_EQ(omp_get_default_device(), device);
+    }
     E1PSH("CALLER ", 7);
     E1USR("ON", 2);
     if (setjmp(mark) == 0) ALNGAM(&pole);
@@ -151,6 +166,11 @@ void nested_writer(void* to, int32_t, const char* text, size_t n)
         GAMMA(&near_pole);
         E1USR("OFF", 3);
         inside = false;
+        // It leaves a message, a parameter and records of prompt errors.
+        const int32_t one = 1;
+        E1STI(&one, &one);
+        E1MES(&one, &one, "Left", 4);
+        ERCOM1.parlen = 10, ERCOM1.post6 = ERCOM1.post7 = 1;
     }
     page.append(text + n / 2, n - n / 2);
 }
@@ -165,6 +185,8 @@ TEST_F(Host, WriterMayCallTheLibrary)
     EXPECT_EQ(page.substr(0, half) + page.substr(page.size() - half), warning_7);
     EXPECT_NE(page.find("WARNING  ERROR 2 from GAMMA."), page.npos);
     EXPECT_EQ(outcome(), (Outcome{3, 7}));  // not what the writer's call left
+    EXPECT_EQ((std::array{ERCOM1.msglen, ERCOM1.parlen, ERCOM1.post6, ERCOM1.post7}),
+              (std::array{0, 1, 0, 0}));
     EXPECT_THROW(routine(5, 7), Outcome);
 }
 
@@ -207,6 +229,28 @@ TEST_F(Host, ChildOfAForkPrintsWhileAnotherThreadHeldTheLock)
     EXPECT_EQ(WEXITSTATUS(status), 21);
     state = 2;
     printer.join();
+}
+
+// Settings are changed all the time while the program forks.
+TEST_F(Host, ChildOfAForkChangesSettings)
+{
+    std::atomic<bool> enough = false;
+    std::thread changes([&] {
+        while (!enough) orvel_set_thread_defaults(1, 2, 2);
+    });
+    for (int k = 0; k < 60; ++k) {
+        const pid_t child = fork();
+        if (child == 0) {
+            alarm(20);
+            orvel_set_thread_defaults(1, 2, 2);
+            _exit(0);
+        }
+        int status = 0;
+        waitpid(child, &status, 0);
+        ASSERT_EQ(status, 0);
+    }
+    enough = true;
+    changes.join();
 }
 
 // Another thread is in the exit functions when this one forks; the child can stop by itself.
@@ -317,6 +361,9 @@ TEST_F(Host, LibraryComesAndGoesInARunningProgram)
         return std::distance(directory_iterator("/proc/self/fd"), directory_iterator());
     };
     const auto before = descriptors();
+    std::ofstream("fort.9") << "***";  // left over
+    std::filesystem::last_write_time("fort.9",
+                                     std::filesystem::file_time_type::clock::now() - std::chrono::hours(1));
     for (int round = 0; round < 2; ++round) {
         void* library = dlopen(copy.c_str(), RTLD_NOW | RTLD_LOCAL);
         ASSERT_NE(library, nullptr) << dlerror();
@@ -337,6 +384,7 @@ TEST_F(Host, LibraryComesAndGoesInARunningProgram)
         reinterpret_cast<decltype(&UMACH)>(dlsym(library, "UMACH"))(&third, &file);
         call();
         EXPECT_EQ(dlclose(library), 0);
+        std::this_thread::sleep_for(std::chrono::milliseconds(12));  // a tick of the coarsest clocks
     }
     EXPECT_EQ(descriptors(), before);
     std::ifstream file("fort.9");

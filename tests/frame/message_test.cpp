@@ -206,6 +206,10 @@ TEST_F(Message, PostingKeepsWhatItIsToldToKeep)
                 {8, 6, "Eighth", 8, 6, ".  Eighth"},
                 {0, 0, "", 0, 0, ""}};
     push("R ");
+    post(3, 1, "Text");
+    set_i(1, 5);
+    E1PRT();
+    EXPECT_EQ((Outcome{ERCOM1.msglen, ERCOM1.parlen}), (Outcome{0, 1}));
     for (const auto& row : rows) {
         post(row.type, row.code, row.text);
         EXPECT_EQ((Outcome{ERCOM1.ertype[1], ERCOM1.ercode[1]}), (Outcome{row.kept_type, row.kept_code}));
@@ -393,7 +397,7 @@ TEST_F(Message, FileGivesTheTexts)
 TEST_F(Message, PacketSetsSwitchesThatStay)
 {
     char directory[] = "/tmp/orvel_messages_XXXXXX";
-    std::ofstream(string(mkdtemp(directory)) + "/messages.daf") << "Text" + string(1020, ' ');
+    std::ofstream(string(mkdtemp(directory)) + "/messages.daf") << "%(I1)" + string(1019, ' ');
     setenv("TAL_F90_MSG", directory, 1);
     orvel_set_stop_handler([](void*, int32_t type, int32_t code) { throw Outcome{type, code}; }, nullptr);
     const string none = "0000000";
@@ -423,13 +427,14 @@ TEST_F(Message, PacketSetsSwitchesThatStay)
                                         {row.stop, 0}, {0, 0},        {0, 0}};
         const int32_t n = 7;
         int32_t stopped = 0;
+        set_i(1, 5);  // of nobody's message
         try {
             D_ERROR_POST(packet, &n);
         } catch (const Outcome& o) {
             stopped = o.type;
         }
         EXPECT_EQ(stopped, row.stopped);
-        const string head = string("\n *** ") + row.word + " ERROR 17 from D_ERROR_POST.  Text\n";
+        const string head = string("\n *** ") + row.word + " ERROR 17 from D_ERROR_POST.  %(I1)\n";
         EXPECT_EQ(page.take(), *row.word != '\0' ? head : "");
         EXPECT_EQ(digits(ERCOM1.prttab), row.prints);
         EXPECT_EQ(digits(ERCOM1.stptab), row.stops);

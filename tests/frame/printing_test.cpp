@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <omp.h>
 #include <pthread.h>
+#include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -150,7 +151,12 @@ TEST_F(Printing, WritersThatAlwaysPrintComeToAnEnd)
     static int calls;
     calls = 1;
     orvel_bind_unit(
-        6, [](void*, int32_t, const char*, size_t) { routine(++calls); }, nullptr);
+        6,
+        [](void*, int32_t, const char*, size_t) {
+            omp_set_default_device(0);
+            routine(++calls);
+        },
+        nullptr);
     testing::internal::CaptureStderr();
     routine(calls);
     EXPECT_EQ(testing::internal::GetCapturedStderr(), message(calls));
@@ -196,6 +202,92 @@ TEST_F(Printing, LockOfTheStreamMayBeHeld)
             0);
 }
 
+// The same below a writer: what the other thread has is not waited for.
+TEST_F(Printing, WriterDoesNotWaitForTheStream)
+{
+    EXPECT_EQ(status_of([] {
+                  static std::atomic<bool> inside, held;
+                  dup2(open("/dev/null", O_WRONLY), 1);
+                  orvel_bind_unit(
+                      9,
+                      [](void*, int32_t, const char*, size_t) {
+                          inside = true;
+                          while (!held) std::this_thread::yield();
+                          std::this_thread::sleep_for(20ms);
+                          int32_t third = -3, unit = 6;
+                          UMACH(&third, &unit);
+                          routine(2);
+                      },
+                      nullptr);
+                  std::thread holder([] {
+                      while (!inside) std::this_thread::yield();
+                      flockfile(stdout);
+                      held = true;
+                      routine(3);
+                      funlockfile(stdout);
+                  });
+                  int32_t third = -3, unit = 9;
+                  UMACH(&third, &unit);
+                  routine(1);
+                  holder.join();
+                  _exit(0);
+              }),
+              0);
+}
+
+// A handler that interrupts a message prints one of its own, which is another page.
+TEST_F(Printing, SignalHandlerMayPrint)
+{
+    EXPECT_EQ(status_of([] {
+                  int ends[2];
+                  if (pipe(ends) != 0) _exit(1);
+                  close(ends[0]);
+                  std::fflush(stdout);
+                  dup2(ends[1], 1);
+                  static Capture page(9);
+                  signal(SIGPIPE, [](int) {
+                      int32_t third = -3, unit = 9;
+                      UMACH(&third, &unit);
+                      routine(2);
+                  });
+                  routine(1);
+                  _exit(page.take() == message(2) ? 0 : 1);
+              }),
+              0);
+}
+
+// The child of a fork in a writer still holds the lock: another thread there has to wait.
+TEST_F(Printing, ForkInAWriterKeepsTheLock)
+{
+    EXPECT_EQ(status_of([] {
+                  static string text;
+                  static std::thread other;
+                  orvel_bind_unit(
+                      6,
+                      [](void*, int32_t, const char* from, size_t n) {
+                          if (text.empty()) {
+                              if (const pid_t child = fork(); child != 0) {
+                                  int status = -1;
+                                  waitpid(child, &status, 0);
+                                  _exit(status == 0 ? 0 : 1);
+                              }
+                              alarm(50);
+                              text.append(from, 1);
+                              other = std::thread(routine, 2);
+                              std::this_thread::sleep_for(30ms);
+                              text.append(from + 1, n - 1);
+                          } else {
+                              text.append(from, n);
+                          }
+                      },
+                      nullptr);
+                  routine(1);
+                  other.join();
+                  _exit(text == message(1) + message(2) ? 0 : 1);
+              }),
+              0);
+}
+
 TEST_F(Printing, StopInAWriterGivesTheLockUp)
 {
     EXPECT_EQ(status_of([] {
@@ -203,6 +295,9 @@ TEST_F(Printing, StopInAWriterGivesTheLockUp)
                   std::atexit([] {
                       orvel_bind_unit(6, nullptr, nullptr);
                       std::thread(routine, 1).join();
+                      const int32_t bad = 13;
+                      static int stops;
+                      if (++stops == 1) IMACH(&bad);  // once more, by the thread that is stopping
                   });
                   orvel_bind_unit(
                       6,

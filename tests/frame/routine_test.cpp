@@ -273,6 +273,13 @@ TEST_F(Frame, ExceptionsAreCountedFromTheRoutinesOwnError)
         EXPECT_EQ(ERCOM1.level, 1);
         orvel_reset();
     };
+    // An error of a routine that is called on an exception's way is its own, and is judged when it returns.
+    try {
+        const PostsOnTheWay local{warning};
+        throw 1;
+    } catch (int) {
+    }
+    EXPECT_EQ(page.take(), "\n *** WARNING  ERROR 9 from INNER.  Text.\n");
     check(user_code);
     check(user_function);
     check(writer);
