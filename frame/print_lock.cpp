@@ -9,8 +9,6 @@
 #include <omp.h>
 #include <pthread.h>
 
-#include <algorithm>
-
 namespace orvel::frame {
 
 namespace {
@@ -26,8 +24,8 @@ constinit Place places[deepest_print + 1];
 // What this thread has to give back, on a jump, too.
 struct Holding {
     unsigned locked;  // one bit for each place
-    int depth;        // of its next message, from the writers that it has called itself
-    int mark;         // what was there before its first writer
+    int calls;        // of writers
+    int mark;         // what was there before the first of them
     bool uncancelled;
     int cancel_state;  // and before it was made so
 };
@@ -70,8 +68,7 @@ int print_depth()
 {
     const int mark = omp_get_default_device();
     int depth = mark > first_mark && mark <= first_mark + deepest_print ? mark - first_mark : 0;
-    depth = std::max(depth, holding.depth);
-    while (depth < deepest_print && holds(depth)) ++depth;  // a signal handler
+    while (depth < deepest_print && holds(depth)) ++depth;  // without a mark, or in a signal handler
     return depth;
 }
 
@@ -96,24 +93,22 @@ PrintLock::~PrintLock()
 
 char* PrintLock::page() const { return places[depth_].page; }
 
-WriterCall::WriterCall(const PrintLock& lock)
-    : outer_depth_(holding.depth), outer_mark_(omp_get_default_device())
+WriterCall::WriterCall(const PrintLock& lock) : outer_mark_(omp_get_default_device())
 {
-    if (outer_depth_ == 0) holding.mark = outer_mark_;
-    holding.depth = lock.depth() + 1;
-    omp_set_default_device(first_mark + holding.depth);
+    if (holding.calls++ == 0) holding.mark = outer_mark_;
+    omp_set_default_device(first_mark + lock.depth() + 1);
 }
 
 WriterCall::~WriterCall()
 {
     omp_set_default_device(outer_mark_);
-    holding.depth = outer_depth_;
+    --holding.calls;
 }
 
 void release_print_lock()
 {
-    if (holding.depth > 0) omp_set_default_device(holding.mark);
-    holding.depth = 0;
+    if (holding.calls > 0) omp_set_default_device(holding.mark);
+    holding.calls = 0;
     for (int depth = deepest_print; depth >= 0; --depth)
         if (holds(depth)) unlock(depth);
     allow_cancelling();

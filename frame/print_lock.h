@@ -51,7 +51,7 @@ public:
     WriterCall& operator=(const WriterCall&) = delete;
 
 private:
-    const int outer_depth_, outer_mark_;
+    const int outer_mark_;
 };
 
 // How many calls of writers this thread works for.

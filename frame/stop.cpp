@@ -26,18 +26,17 @@ std::atomic<pthread_t> stopper{};
 }
 
 // A handler that ends its thread unwinds the stack by force, which does not count as an exception: the
-// routines on the way are told by their levels. Foreign exceptions go the same way.
+// routines on the way are told by their levels. Foreign exceptions go the same way; after a return it does
+// not matter.
 class HandlerCall {
 public:
     HandlerCall() = default;
     ~HandlerCall()
     {
-        if (!returned && std::uncaught_exceptions() == before_) state().ending_level = state().errors->level;
+        if (std::uncaught_exceptions() == before_) state().ending_level = state().errors->level;
     }
     HandlerCall(const HandlerCall&) = delete;
     HandlerCall& operator=(const HandlerCall&) = delete;
-
-    bool returned = false;
 
 private:
     const int before_ = std::uncaught_exceptions();
@@ -49,9 +48,8 @@ void stop(int32_t type, int32_t code)
 {
     const StopPolicy policy = stop_policy();
     if (policy.handler != nullptr) {
-        HandlerCall call;
+        const HandlerCall call;
         policy.handler(policy.context, type, code);
-        call.returned = true;
     }
 
     // Termination runs the program's own exit functions; none of them may have to wait for a print lock

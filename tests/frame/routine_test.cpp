@@ -4,6 +4,7 @@
 #include <malloc.h>
 
 #include <cstring>
+#include <utility>
 
 #include "frame/scratch.h"
 #include "tests/refusing_memory.h"
@@ -71,6 +72,20 @@ TEST_F(Frame, EveryFailedRequestIsReportedAndNothingIsKept)
         EXPECT_EQ(page.take(), k <= 3 ? text : "");
         EXPECT_EQ(ERCOM1.level, 1);
     }
+    // The level is marked first, which the checksum shows.
+    const int32_t terminal = 5, one = 1, two = 2, minus = -1;
+    failing = 1;
+    ERCOM3.checksum = 0.0;
+    front(n, plus_one, -7.0f);
+    const double sum = std::exchange(ERCOM3.checksum, 0.0);
+    E1PSH("FRONT ", 6);
+    E1MES(&terminal, &minus, " ", 1);
+    E1STI(&one, &n);
+    const std::string storage =
+        "The required storage cannot be allocated.  The workspace is based on N, where N = %(i1).";
+    E1MES(&terminal, &two, storage.data(), storage.size());
+    E1POP("FRONT ", 6);
+    EXPECT_EQ(ERCOM3.checksum, sum);
     // The arrays are free before the pop speaks.
     set_switches(0, 1, 0);
     failing = 0;
@@ -147,7 +162,9 @@ TEST_F(Frame, NamesAndNumbersFollowThePrecision)
         check(me, "D9NAME  ", "1.000000000000000E-01");
     }
     inner<float>(alert, 4);
+    ERCOM1.ertype[2] = ERCOM1.ercode[2] = 9;
     Routine<double, "INNER">::visit(frame::state());
+    EXPECT_EQ((Outcome{ERCOM1.ertype[2], ERCOM1.ercode[2]}), (Outcome{-1, -1}));
     EXPECT_EQ(outcome(), (Outcome{0, 0}));
     EXPECT_EQ(name(), "DINNER  ");
 }
@@ -214,6 +231,7 @@ TEST_F(Frame, ExceptionLeavesTheLevelSilently)
                     }}) {
         EXPECT_EQ(thrown(f), 8);
         EXPECT_EQ(page.take(), "");
+        EXPECT_EQ(ERCOM1.ertype[2], -1);
         EXPECT_EQ(ERCOM1.level, 1);
         EXPECT_EQ(ERCOM1.ertype[0], 0);
     }
