@@ -74,7 +74,7 @@ TEST_F(Frame, EveryFailedRequestIsReportedAndNothingIsKept)
     }
     // The level is marked first, which the checksum shows.
     const int32_t terminal = 5, one = 1, two = 2, minus = -1;
-    failing = 1;
+    refuse(1);
     ERCOM3.checksum = 0.0;
     front(n, plus_one, -7.0f);
     const double sum = std::exchange(ERCOM3.checksum, 0.0);
