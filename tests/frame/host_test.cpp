@@ -231,6 +231,37 @@ TEST_F(Host, ChildOfAForkPrintsWhileAnotherThreadHeldTheLock)
     printer.join();
 }
 
+// The child of a fork in a writer still holds the lock: another thread there has to wait.
+TEST_F(Host, ChildOfAForkInAWriterKeepsTheLock)
+{
+    static std::string text;
+    static std::thread other;
+    static int status;
+    text.clear(), status = -1;
+    orvel_bind_unit(
+        6,
+        [](void*, int32_t, const char* from, size_t n) {
+            if (!text.empty()) {
+                text.append(from, n);
+            } else if (const pid_t child = fork(); child != 0) {
+                waitpid(child, &status, 0);
+            } else {
+                alarm(50);
+                text.append(from, 1);
+                other = std::thread(routine, 3, 7);
+                std::this_thread::sleep_for(std::chrono::milliseconds(30));
+                text.append(from + 1, n - 1);
+            }
+        },
+        nullptr);
+    routine(3, 7);
+    if (status == -1) {
+        other.join();
+        _exit(text == std::string(warning_7) + warning_7 ? 0 : 1);
+    }
+    EXPECT_EQ(status, 0);
+}
+
 // Settings are changed all the time while the program forks.
 TEST_F(Host, ChildOfAForkChangesSettings)
 {
