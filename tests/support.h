@@ -9,6 +9,10 @@
 
 namespace orvel_test {
 
+// A stop that no test expects must not look like success.
+inline constexpr int stopped = 97;
+inline const bool stops_are_failures = (orvel_set_stop_status(stopped), true);
+
 // Collects what is written to a unit while it lives.
 class Capture {
 public:

@@ -16,7 +16,9 @@
 #include <thread>
 #include <vector>
 
-#include "tests/support.h"
+#include <gtest/gtest.h>
+
+#include "orvel/orvel.h"
 
 extern "C" {
 void print_lines(int count);
@@ -129,12 +131,22 @@ int to_file(bool closed)
     return 0;
 }
 
+// Without a status of its own, a stop is a normal end.
+int stops()
+{
+    const int32_t bad = 13;
+    print_lines(2);
+    IMACH(&bad);
+    return 99;
+}
+
 const std::map<string, int (*)()> programs = {{"alone", alone},
                                               {"with_threads", with_threads},
                                               {"in_statements", in_statements},
                                               {"in_statements_with_threads", in_statements_with_threads},
                                               {"to_open_file", [] { return to_file(false); }},
-                                              {"to_closed_file", [] { return to_file(true); }}};
+                                              {"to_closed_file", [] { return to_file(true); }},
+                                              {"stops", stops}};
 
 // ---- what they print -------------------------------------------------------------------------------------
 
@@ -197,6 +209,14 @@ TEST_F(Fortran, StatementsMayCallWhatPrints)
                         "third 3\n" + message(4) + "last\n" + lines(3) + "0";
     EXPECT_EQ(printed("in_statements"), text);
     EXPECT_EQ(printed("in_statements_with_threads"), text);
+}
+
+TEST_F(Fortran, StopIsANormalEnd)
+{
+    EXPECT_EQ(printed("stops"), lines(2) +
+                                    "\n *** TERMINAL ERROR 5 from IMACH.  The argument\n"
+                                    " ***          must be between 1 and 12 inclusive.\n"
+                                    " ***          N =     13.\n\n0");
 }
 
 // Lines of the program stay, wherever they are when the message comes.

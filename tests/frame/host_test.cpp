@@ -137,7 +137,7 @@ TEST_F(HostDeathTest, HandlerThatReturnsEndsTheProcess)
         routine(4, 31);
         dprintf(2, "returned");
     };
-    EXPECT_EXIT(stop(), ::testing::ExitedWithCode(0), "4 31\\.$");
+    EXPECT_EXIT(stop(), ::testing::ExitedWithCode(stopped), "4 31\\.$");
 }
 
 TEST_F(Host, WriterMayThrow)

@@ -419,7 +419,7 @@ TEST_F(StackDeathTest, StopEndsTheProcessAfterTheCallersOutput)
         std::setvbuf(stdout, nullptr, _IOFBF, 4096);
         std::fputs(text, stdout);
     };
-    EXPECT_EXIT((hold("before"), set_switches(6, 1, 1)), ::testing::ExitedWithCode(0),
+    EXPECT_EXIT((hold("before"), set_switches(6, 1, 1)), ::testing::ExitedWithCode(stopped),
                 "\nbefore\n \\*\\*\\* TERMINAL ERROR 1 from ERSET");
     EXPECT_EXIT((orvel_set_stop_status(3), set_switches(0, 0, -1), hold("alone"), set_switches(6, 1, 1)),
                 ::testing::ExitedWithCode(3), "\nalone$");
