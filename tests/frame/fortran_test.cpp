@@ -38,11 +38,30 @@ void complain(int k)
 }
 
 bool by_threads = false;
+int fork_at = 0;
+
+// The child of a thread that is in no statement, while this one is: the lock of its unit is lost there.
+void fork_within_statement()
+{
+    std::thread([] {
+        const pid_t child = fork();
+        if (child == 0) {
+            alarm(10);
+            complain(1);
+            _exit(0);
+        }
+        int status = -1;
+        waitpid(child, &status, 0);
+        if (status != 0) _exit(98);
+    }).join();
+}
 
 // In a statement that holds the lock of its unit, perhaps from another thread.
 int complaint(int k)
 {
-    if (by_threads)
+    if (fork_at == k)
+        fork_within_statement();
+    else if (by_threads)
         std::thread(complain, k).join();
     else
         complain(k);
@@ -131,6 +150,13 @@ int to_file(bool closed)
     return 0;
 }
 
+int fork_in_statement()
+{
+    fork_at = 3;
+    print_within_statements();
+    return 0;
+}
+
 // Without a status of its own, a stop is a normal end.
 int stops()
 {
@@ -146,6 +172,7 @@ const std::map<string, int (*)()> programs = {{"alone", alone},
                                               {"in_statements_with_threads", in_statements_with_threads},
                                               {"to_open_file", [] { return to_file(false); }},
                                               {"to_closed_file", [] { return to_file(true); }},
+                                              {"fork_in_statement", fork_in_statement},
                                               {"stops", stops}};
 
 // ---- what they print -------------------------------------------------------------------------------------
@@ -209,6 +236,12 @@ TEST_F(Fortran, StatementsMayCallWhatPrints)
                         "third 3\n" + message(4) + "last\n" + lines(3) + "0";
     EXPECT_EQ(printed("in_statements"), text);
     EXPECT_EQ(printed("in_statements_with_threads"), text);
+}
+
+TEST_F(Fortran, ChildPrintsWhereALockIsLost)
+{
+    EXPECT_EQ(printed("fork_in_statement"), "first\n" + message(1) + "second\n" + message(2) + message(1) +
+                                                "third 3\n" + message(4) + "last\n0");
 }
 
 TEST_F(Fortran, StopIsANormalEnd)

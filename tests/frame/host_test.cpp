@@ -161,6 +161,7 @@ void nested_writer(void* to, int32_t, const char* text, size_t n)
     page.append(text, n / 2);
     if (!inside) {
         inside = true;
+        E1PRT();  // the message is out already
         E1USR("ON", 2);
         const float near_pole = -3.0000002f;
         GAMMA(&near_pole);
@@ -184,6 +185,7 @@ TEST_F(Host, WriterMayCallTheLibrary)
     const std::size_t half = std::string(warning_7).size() / 2;
     EXPECT_EQ(page.substr(0, half) + page.substr(page.size() - half), warning_7);
     EXPECT_NE(page.find("WARNING  ERROR 2 from GAMMA."), page.npos);
+    EXPECT_EQ(page.find("ROUTINE."), page.rfind("ROUTINE."));
     EXPECT_EQ(outcome(), (Outcome{3, 7}));  // not what the writer's call left
     EXPECT_EQ((std::array{ERCOM1.msglen, ERCOM1.parlen, ERCOM1.post6, ERCOM1.post7}),
               (std::array{0, 1, 0, 0}));

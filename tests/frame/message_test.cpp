@@ -261,6 +261,21 @@ TEST_F(Message, HeaderHasAWordAndAForm)
     fill_store("*N1*1%K");
     EXPECT_EQ(printed(4, 2, "Text"), longest + next + " in reference to keyword K.  Text\n");
     EXPECT_EQ(printed(4, 2, "Text"), longest.substr(0, longest.size() - 1) + next + "Text\n");
+    // What the program has stored there by hand leads nowhere else.
+    ERCOM8.line[2] = 1;
+    for (const auto& [length, shown] : {std::pair{1000, 31}, {INT32_MIN, 0}}) {
+        ERCOM8.name_length[2] = length;
+        EXPECT_EQ(printed(4, 2, "Text"), "\n *** FATAL    ERROR from " +
+                                             string(static_cast<std::size_t>(shown), 's') +
+                                             " at line 1.  Text\n");
+    }
+    ERCOM8.line[0] = 4, ERCOM8.line[9] = 5, ERCOM8.name_length[9] = 0;
+    for (int32_t current : {INT32_MIN, 0, 11, INT32_MAX}) {
+        ERCOM8.current = current;
+        EXPECT_EQ(printed(4, 2, "Text"), current < 1 ? "\n *** FATAL    ERROR from ? at line 4.  Text\n"
+                                                     : "\n *** FATAL    ERROR from  at line 5.  Text\n");
+    }
+    ERCOM8.line[0] = 0, ERCOM8.current = 3;
     ERCOM8.line[2] = 0, ERCOM8.name_length[2] = 1, ERCOM9.name[2][0] = '?';
     ERCOM1.trctab[3] = 0;
     EXPECT_EQ(printed(4, 2, "Text"), "\n *** FATAL    ERROR 2 from R.  Text\n");
@@ -282,6 +297,7 @@ TEST_F(Message, LinesBreakAtBlanksPairsAndEnds)
         {"a%/b " + x(63) + " c", ".  a" + next + "b" + next + x(63) + next + "c"},
         {"a%/b " + x(61) + " c", ".  a" + next + "b " + x(61) + next + "c"},
         {"a%/%/b c%/d%/", ".  a" + next + next + "b c" + next + "d"},
+        {"a%/ " + x(70), ".  a" + next + " " + x(63) + next + x(7)},
         {x(30) + " " + x(20) + "%/b", ".  " + x(30) + next + x(20) + next + "b"},
         {x(20) + "%/" + x(30) + " b", ".  " + x(20) + next + x(30) + " b"},
         {x(47) + "%/yy", ". " + next + x(47) + next + "yy"},  // the pair is not in the room
@@ -308,6 +324,11 @@ TEST_F(Message, TracebackTellsWhoCalledWhom)
                   "     MIDDLE                               0           0\n"
                   "     DOUTER                               3         -14\n"
                   "     USER                                 0      999999\n");
+    post(8, 1, "Odd.");
+    E1PRT();
+    EXPECT_EQ(page.take().find("\n *** UNKNOWN  ERROR 1 from INNER_ROUTINE_WITH_A_LONG_NAME_C.  Odd.\n" +
+                               trace_head),
+              0u);
     E1USR("OFF", 3);
 }
 

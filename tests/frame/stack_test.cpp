@@ -141,6 +141,15 @@ TEST_F(Stack, LevelsCountAsUserAsTheySay)
     user("OFF");
     EXPECT_EQ(life(3, false), "3");
     user("ON");
+    // A writer may change what the caller is, before the stop is judged.
+    orvel_bind_unit(
+        9, [](void*, int32_t, const char*, size_t) { ERCOM4.user[0] = 0; }, nullptr);
+    int32_t third = -3, unit = 9;
+    UMACH(&third, &unit);
+    EXPECT_EQ(life(4, false), "4");
+    orvel_bind_unit(9, nullptr, nullptr);
+    UMACH(&third, &(unit = 6));
+    user("ON");
     EXPECT_EQ(life(3, false), "i3");
     EXPECT_EQ(stop_of([] { user("On"); }), (Outcome{5, 1}));  // no pop would follow
     set_switches(5, -1, 0);
@@ -338,6 +347,12 @@ TEST_F(Stack, CounterAndMemory)
             }
         }
     EXPECT_EQ(ERCOM1.memslt[1], 0);
+    EXPECT_EQ(ERCOM1.trctab[6], 1);  // stands before the slots
+    char given[] = "ABC", got[] = "??????";
+    const int32_t slot = 1;
+    E1MEM("SET", &slot, &value, given, 3, 3);
+    E1MEM("GET", &slot, &value, got, 3, 6);
+    EXPECT_STREQ(got, "ABC   ");
 }
 
 TEST_F(Stack, BlocksHaveTheirOrderAndInitialValues)
@@ -358,6 +373,9 @@ TEST_F(Stack, BlocksHaveTheirOrderAndInitialValues)
     ASSERT_EQ(sizeof(orvel_ercom2), 1024u + 300 + 50 * 32);
     ASSERT_EQ(sizeof(orvel_ercom8) + sizeof(orvel_ercom9), 31u * 4 + 10 * 31);
     std::thread([&] {
+        // Whatever was stored there before the first call.
+        ERCOM1.level = 7, ERCOM2.rname[0][0] = 'x', ERCOM3.checksum = 8.0;
+        ERCOM4.user[1] = ERCOM8.current = -1, ERCOM9.name[0][0] = 'x';
         E1INIT();
         EXPECT_EQ(std::vector<int32_t>(&ERCOM1.level, &ERCOM1.level + expected.size()), expected);
         EXPECT_EQ(std::string(ERCOM1.linalg, 6), "LINPAK");
