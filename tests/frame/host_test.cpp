@@ -102,14 +102,17 @@ TEST_F(Host, HandlerAndWriterMayJumpBeforeReset)
     for (int k = 0; k < 20; ++k) {
         orvel_bind_unit(
             6, [](void*, int32_t, const char*, size_t) { std::longjmp(mark, 1); }, nullptr);
+        omp_set_default_device(k);  // which printing uses, and gives back
         if (setjmp(mark) == 0) routine(3, 7);
         EXPECT_EQ(ERCOM1.level, 2);
         orvel_reset();
+        EXPECT_EQ(omp_get_default_device(), k);
         Capture page;
         routine(3, 7);
         EXPECT_EQ(page.take(), warning_7);
-        EXPECT_EQ(omp_get_default_device(), device);
+        EXPECT_EQ(omp_get_default_device(), k);
     }
+    omp_set_default_device(device);
     E1PSH("CALLER ", 7);
     E1USR("ON", 2);
     if (setjmp(mark) == 0) ALNGAM(&pole);
@@ -369,6 +372,7 @@ TEST_F(Host, LevelOutOfRangeStops)
             EXPECT_THROW(ALNGAM(&x), Outcome) << level;
             EXPECT_EQ(ERCOM1.level, level);
         }
+        EXPECT_THROW(E1POP("NOBODY ", 7), Outcome) << level;
         EXPECT_NE(one_line(page.take()).find("Push would cause stack level to exceed 50."),
                   std::string::npos);
         orvel_reset();

@@ -92,7 +92,7 @@ TEST_F(Message, PlaceholdersAreReplacedByTheirParameters)
         set_i(9, 7);
         set_l(2, "%(I1)");
         set_l(3, "*I5*1%9");
-        fill_store("*k1*3%key*S2*1%%");
+        fill_store("*k1*3%key*S2*1%%*I0*1%5");
         EXPECT_EQ(made(row[0]), row[1]);
         EXPECT_EQ(ERCOM1.parlen, 1);
     }
@@ -174,6 +174,25 @@ TEST_F(Message, StoreAndBufferHaveTheirRoom)
     set_i(2, 123);
     EXPECT_EQ(made("%(I1)%(I2)"), "%(I1)123");
 
+    // What the program has stored there by hand leads nowhere else.
+    std::fill_n(ERCOM2.parameters, 300, ' ');
+    for (int32_t used : {INT32_MIN, -1, 0, 1, 301, INT32_MAX}) {
+        ERCOM1.parlen = used;
+        set_i(1, 5);
+        EXPECT_EQ(made("%(I1)"), used <= 1 ? "5" : "%(I1)");
+        std::fill_n(ERCOM2.parameters, 300, ' ');
+    }
+    fill_store("*I1*3");  // cut short
+    ERCOM2.parameters[ERCOM1.parlen] = '%';
+    EXPECT_EQ(made("%(I1)"), "%(I1)");
+    for (int32_t length : {INT32_MIN, -1, 1025, INT32_MAX}) {
+        made(string(1021, 'x'));
+        ERCOM1.msglen = length;
+        E1UCS();
+        E1PRT();
+        EXPECT_EQ(page.take().size() > 1024, length > 0);
+    }
+
     EXPECT_EQ(made(string(1021, 'x')), string(1021, 'x'));
     EXPECT_EQ(made(string(1022, 'x')), string(1021, 'x'));
     set_l(1, "abcdef");
@@ -226,6 +245,13 @@ TEST_F(Message, HeaderHasAWordAndAForm)
         EXPECT_EQ(printed(type, 40 + type, "Text"), string("\n *** ") + words[type - 1] + " ERROR " +
                                                         std::to_string(40 + type) + " from R.  Text\n");
     EXPECT_EQ(printed(-7, 1, "Text"), "\n *** UNKNOWN  ERROR 1 from R.  Text\n");
+
+    push("ab ");
+    post(6, 1, "Text");
+    E1PRT();
+    EXPECT_EQ(page.take(), "\n *** WARNING  ERROR 1 from ab.  Text\n");
+    post(0, 0, "");
+    pop("ab ");
 
     const string trace = trace_head +
                          "     R                                    4           2\n"

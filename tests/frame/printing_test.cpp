@@ -75,28 +75,28 @@ TEST_F(Printing, NobodyIsInAWriterThatWasReplaced)
 {
     static std::atomic<int> inside;
     static std::atomic<bool> go_on, given_back;
-    inside = 0, go_on = given_back = false;
-    orvel_bind_unit(
-        6,
-        [](void*, int32_t, const char*, size_t) {
-            ++inside;
-            while (!go_on) std::this_thread::yield();
-            orvel_bind_unit(9, nullptr, nullptr);  // a writer itself need not wait for its end
-            --inside;
-        },
-        nullptr);
-    std::thread prints(routine, 1);
-    while (inside == 0) std::this_thread::yield();
-    std::thread binds([] {
-        orvel_bind_unit(6, nullptr, nullptr);
-        given_back = true;
-        EXPECT_EQ(inside, 0);
-    });
-    std::this_thread::sleep_for(50ms);
-    EXPECT_FALSE(given_back);
-    go_on = true;
-    binds.join();
-    prints.join();
+    const orvel_writer slow = [](void*, int32_t, const char*, size_t) {
+        ++inside;
+        while (!go_on) std::this_thread::yield();
+        orvel_bind_unit(6, nullptr, nullptr);  // a writer itself need not wait for its end
+        --inside;
+    };
+    for (const orvel_writer next : {orvel_writer{}, slow}) {  // the other context is another writer
+        inside = 0, go_on = given_back = false;
+        orvel_bind_unit(6, slow, nullptr);
+        std::thread prints(routine, 1);
+        while (inside == 0) std::this_thread::yield();
+        std::thread binds([=] {
+            orvel_bind_unit(6, next, &inside);
+            given_back = true;
+            EXPECT_EQ(inside, 0);
+        });
+        std::this_thread::sleep_for(50ms);
+        EXPECT_FALSE(given_back);
+        go_on = true;
+        binds.join();
+        prints.join();
+    }
 }
 
 // Opens a parallel region at the first message, whose threads print; one of them does the same again.
@@ -244,6 +244,45 @@ TEST_F(Printing, WriterDoesNotWaitForTheStream)
                   _exit(0);
               }),
               0);
+}
+
+// A pipe that is full, whether it can be waited for or not, with signals all the time.
+TEST_F(Printing, SlowReaderGetsTheWholeMessage)
+{
+    for (const int how : {0, O_NONBLOCK})
+        EXPECT_EQ(status_of([=] {
+                      int ends[2];
+                      if (pipe2(ends, how) != 0) _exit(1);
+                      const int room = fcntl(ends[1], F_GETPIPE_SZ);
+                      const string before(static_cast<std::size_t>(room), '-');
+                      if (::write(ends[1], before.data(), before.size()) != room) _exit(1);
+                      std::fflush(stdout);
+                      dup2(ends[1], 1);
+                      struct sigaction interrupt {};
+                      interrupt.sa_handler = [](int) {};
+                      sigaction(SIGUSR1, &interrupt, nullptr);
+                      static std::atomic<bool> done;
+                      static const pthread_t printer = pthread_self();
+                      string text;
+                      std::thread reader([&] {
+                          for (int k = 0; k < 20; ++k) {
+                              std::this_thread::sleep_for(1ms);
+                              pthread_kill(printer, SIGUSR1);
+                          }
+                          char part[4096];
+                          for (;;) {
+                              const ssize_t n = read(ends[0], part, sizeof part);
+                              if (n > 0) text.append(part, static_cast<std::size_t>(n));
+                              if (n <= 0 && done) return;
+                              if (text.size() == before.size() + message(1).size()) return;
+                          }
+                      });
+                      routine(1);
+                      done = true;
+                      reader.join();
+                      _exit(text == before + message(1) ? 0 : 1);
+                  }),
+                  0);
 }
 
 // A handler that interrupts a message prints one of its own, which is another page.

@@ -7,6 +7,7 @@
 #include <cstring>
 #include <string_view>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "tests/support.h"
@@ -316,7 +317,9 @@ TEST_F(Stack, MisuseStopsWhateverTheTableSays)
                                 0),
               0u);
     post(0, 0);
+    ERCOM1.ertype[50] = 9;  // above the deepest level, where nothing is discarded
     for (int k = 50; k >= 2; --k) pop("R" + std::to_string(k));
+    EXPECT_EQ(std::exchange(ERCOM1.ertype[50], -1), 9);
     EXPECT_EQ(ERCOM1.level, 1);
 }
 
