@@ -14,6 +14,7 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <cerrno>
 #include <charconv>
 #include <csignal>
@@ -162,16 +163,20 @@ bool flush_has_ended()
     return true;
 }
 
-// Handlers of the host's signals are not for this thread. The code that it returns to must stay where it is,
-// even when the library is unloaded.
+// The code that a helper returns to must stay where it is, even when the library is unloaded. Nothing is held
+// meanwhile: the loader has a lock of its own, and a constructor may print under it.
+void stay_loaded()
+{
+    static std::atomic<bool> done = false;
+    if (done.exchange(true)) return;
+    Dl_info here{};
+    if (dladdr(reinterpret_cast<void*>(&flush), &here) != 0)
+        dlopen(here.dli_fname, RTLD_LAZY | RTLD_NOLOAD | RTLD_NODELETE);
+}
+
+// Handlers of the host's signals are not for this thread.
 bool start_helper()
 {
-    static const bool pinned = [] {
-        Dl_info here{};
-        return dladdr(reinterpret_cast<void*>(&flush), &here) != 0 &&
-               dlopen(here.dli_fname, RTLD_LAZY | RTLD_NOLOAD | RTLD_NODELETE) != nullptr;
-    }();
-    static_cast<void>(pinned);
     sigset_t all, before;
     sigfillset(&all);
     pthread_sigmask(SIG_SETMASK, &all, &before);
@@ -184,6 +189,7 @@ bool start_helper()
 
 void flush_by_helper(int32_t unit)
 {
+    stay_loaded();
     pthread_mutex_lock(&helper.mutex);
     if (flush_has_ended()) {
         helper.unit = unit;

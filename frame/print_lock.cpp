@@ -105,6 +105,13 @@ WriterCall::~WriterCall()
     --holding.calls;
 }
 
+void unless_printing(void (*work)())
+{
+    if (pthread_mutex_trylock(&places[0].mutex) != 0) return;
+    work();
+    pthread_mutex_unlock(&places[0].mutex);
+}
+
 void release_print_lock()
 {
     if (holding.calls > 0) omp_set_default_device(holding.mark);

@@ -54,6 +54,9 @@ private:
     const int outer_mark_;
 };
 
+// Does the work under the lock if it is free.
+void unless_printing(void (*work)());
+
 // How many calls of writers this thread works for.
 int print_depth();
 

@@ -68,11 +68,14 @@ struct UnitFile {
 UnitFile files[32];
 int file_count = 0;
 
-// When the library is unloaded or the program ends. Messages after that open their files again.
+// When the library is unloaded or the program ends, whose other threads may go on. Messages after that open
+// their files again.
 [[gnu::destructor]] void close_files()
 {
-    while (file_count > 0)
-        if (const UnitFile& file = files[--file_count]; file.is_there()) close(file.descriptor);
+    unless_printing([] {
+        while (file_count > 0)
+            if (const UnitFile& file = files[--file_count]; file.is_there()) close(file.descriptor);
+    });
 }
 
 int open_unit(int32_t unit)
