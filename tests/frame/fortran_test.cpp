@@ -216,7 +216,7 @@ TEST_F(Fortran, LinesAndMessagesOfOneThreadNeedNoOther) { EXPECT_EQ(printed("alo
 
 TEST_F(Fortran, LinesAndMessagesKeepTheirOrderOnABusyMachine)
 {
-    std::vector<pid_t> busy(2 * std::thread::hardware_concurrency());
+    std::vector<pid_t> busy(8 * std::thread::hardware_concurrency());
     for (pid_t& id : busy)
         if ((id = fork()) == 0)
             for (alarm(100);;) {
