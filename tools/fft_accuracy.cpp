@@ -2,7 +2,7 @@
 //
 //     cmake --build build/release --target fft_accuracy && build/release/tests/fft_accuracy [LONGEST]
 //
-// Prints the worst errors of each class of lengths up to LONGEST (2^20 if none is given), in both precisions
+// Prints the worst errors of each class of lengths up to LONGEST (2^18 if none is given), in both precisions
 // and on every level of the machine, in the form of the table in the header. The exit status is 1 where one
 // of them is beyond the bound that stands there.
 #include <cstdio>
@@ -47,10 +47,10 @@ std::set<int32_t> lengths(int64_t longest)
     for (int32_t n = 2; n <= 1300; ++n) add(n);
     for (const int64_t p : {2, 3, 5, 7, 11, 13, 17, 31, 61, 97, 127, 131, 257, 1021})
         for (int64_t n = p; n <= longest; n *= p)
-            for (const int64_t factor : {1, 2, 3, 4, 5, 9, 13, 15, 16, 105}) add(n * factor);
+            for (const int64_t factor : {1, 2, 3, 5}) add(n * factor);
     for (const int64_t p :
          {8191, 10007, 19997, 40009, 65537, 99991, 131071, 174763, 262139, 349507, 524287, 1000003})
-        for (const int64_t factor : {1, 2, 3, 5, 8, 13, 21}) add(p * factor);
+        for (const int64_t factor : {1, 3, 8}) add(p * factor);
     for (const int64_t n : {131 * 137, 127 * 131 * 3, 13 * 13 * 13 * 131, 101 * 103 * 17, 509 * 503}) add(n);
     return all;
 }
@@ -108,7 +108,7 @@ bool print(const Row& row, const Documented& documented)
 int main(int argc, char** argv)
 {
     const Documented documented(ORVEL_FFT_HEADER);
-    const int64_t longest = argc > 1 ? std::atoll(argv[1]) : 1 << 20;
+    const int64_t longest = argc > 1 ? std::atoll(argv[1]) : 1 << 18;
     bool holds = true;
     const std::vector<Row> titles = {{"transform, root mean square", &Errors::transform, &Error::mean, {}},
                                      {"transform, largest", &Errors::transform, &Error::largest, {}},

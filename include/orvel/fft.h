@@ -6,15 +6,15 @@
  *
  * Errors of random sequences, real and complex, in either precision, relative to the root mean square of the
  * exact results, are at most so many times eps sqrt(log2 N), eps being the distance from 1 to the next number
- * (tools/fft_accuracy.cpp; measured up to 2^20, and up to 2^24 in samples). A pair is a forward and a backward
+ * (tools/fft_accuracy.cpp; measured up to 2^18, and up to 2^22 in samples). A pair is a forward and a backward
  * transform after each other.
  *
- *                                        prime factors of N
+ *                                               largest prime factor of a longer N
  *                                     N < 100       2   to 13  to 127  beyond
  *     transform, root mean square         1.1    0.45    0.55    0.75    0.80
  *     transform, largest                  4.0     2.0     2.6     4.0     3.4
  *     pair, root mean square              1.6    0.65    0.85    1.00    1.25
- *     pair, largest                       4.5     2.8     4.6     4.6     5.0
+ *     pair, largest                       4.5     2.8     4.6     4.6     5.5
  *
  * The fronts FFTRF, FFTRB, FFTCF, FFTCB obtain a work vector and initialise it in each call; powers of two up
  * to 4096 need none. Who transforms many sequences of one length calls FFTRI or FFTCI once and then the

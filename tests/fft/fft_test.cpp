@@ -335,7 +335,14 @@ TYPED_TEST(Fft, FactorsInAnotherOrder)
                                          {20480, 7, 5, 4, 4, 4, 4, 4, 4},
                                          {64, 3, 16, 2, 2},
                                          {4096, 3, 16, 16, 16},
-                                         {1000, 5, 5, 5, 5, 4, 2}}) {
+                                         {1000, 5, 5, 5, 5, 4, 2},
+                                         {2145, 4, 13, 11, 5, 3},
+                                         {2145, 3, 15, 11, 13},
+                                         {2145, 2, 3, 715},
+                                         {393, 2, 131, 3},
+                                         {393, 1, 393},
+                                         {225, 2, 9, 25},
+                                         {45, 2, 3, 15}}) {
         const int32_t n = static_cast<int32_t>(stored[0]);
         std::vector<R> wfc = this->work_vector(4 * int64_t{n} + 15),
                        wfr = this->work_vector(2 * int64_t{n} + 15);
@@ -442,7 +449,7 @@ TYPED_TEST(Fft, Fronts)
     using R = TypeParam;
     using C = std::complex<R>;
     using L = Library<R>;
-    for (const int32_t n : {64, 1680, 4096}) {
+    for (const int32_t n : {64, 135, 149, 393, 1680, 4096}) {
         std::vector<R> wfc(4 * n + 15), cwork(2 * n), wfr(2 * n + 15), c(n), by_front(n);
         const std::vector<C> x = this->random_pairs(n, 5);
         const std::vector<R> real = this->random(n, 6);
