@@ -201,10 +201,12 @@ Error error(const std::vector<C>& of, const std::vector<D>& exact, double factor
     for (std::size_t k = 0; k < n; ++k) {
         const Wide right = Wide(std::real(exact[k]), std::imag(exact[k])) * static_cast<long double>(factor);
         const long double square = std::norm(Wide(std::real(of[k]), std::imag(of[k])) - right);
-        if (!(square <= worst)) worst = square;  // a NaN stays: nothing is more
+        worst = std::max(worst, square);
         sum += square;
         scale += std::norm(right);
     }
+    constexpr double no_bound = std::numeric_limits<double>::infinity();
+    if (std::isnan(sum)) return {no_bound, no_bound};
     const double unit =
         std::numeric_limits<R>::epsilon() * std::sqrt(std::log2(std::max(2.0, static_cast<double>(n))));
     return {static_cast<double>(std::sqrt(sum / scale)) / unit,
