@@ -98,8 +98,7 @@ private:
     SmallScratch<R, 1024> memory_;
 };
 
-// ---- complex transforms of the whole length
-// ----------------------------------------------------------------
+// ---- complex transforms of the whole length ------------------------------------------------------------
 
 template <class R>
 struct Root {
@@ -188,8 +187,7 @@ bool whole_backward(const Factors& f, const R* in, R* out, const R* circle)
     return true;
 }
 
-// ---- direct sums
-// -------------------------------------------------------------------------------------------
+// ---- direct sums ---------------------------------------------------------------------------------------
 
 // Calls use(j, cosine, sine) for the angles 2 pi j k / n, 0 <= j < count.
 template <class R, class Use>
