@@ -244,32 +244,32 @@ void store_odd_roots(const Factors& f, R* stored)
         roots<R>(f.n, i, i, half, 1, twiddles, twiddles + half);
 }
 
+namespace {
+
+template <class R, bool forward>
+void odd_transform(const Factors& f, const R* in, R* out, R* scratch, const R* stored)
+{
+    if (has_parts(f)) {
+        InParts<R> parts(f, stored);
+        if (parts.allocate()) return forward ? parts.forward(in, out) : parts.backward(in, out);
+    } else if (forward ? whole_forward(f, in, out, stored) : whole_backward(f, in, out, stored)) {
+        return;
+    }
+    (forward ? forward_by_sums<R> : backward_by_sums<R>)(f.n, in, out, scratch);
+}
+
+}  // namespace
+
 template <class R>
 void odd_forward(const Factors& f, const R* in, R* out, R* scratch, const R* stored)
 {
-    if (!has_parts(f)) {
-        if (!whole_forward(f, in, out, stored)) forward_by_sums(f.n, in, out, scratch);
-        return;
-    }
-    InParts<R> parts(f, stored);
-    if (parts.allocate())
-        parts.forward(in, out);
-    else
-        forward_by_sums(f.n, in, out, scratch);
+    odd_transform<R, true>(f, in, out, scratch, stored);
 }
 
 template <class R>
 void odd_backward(const Factors& f, const R* in, R* out, R* scratch, const R* stored)
 {
-    if (!has_parts(f)) {
-        if (!whole_backward(f, in, out, stored)) backward_by_sums(f.n, in, out, scratch);
-        return;
-    }
-    InParts<R> parts(f, stored);
-    if (parts.allocate())
-        parts.backward(in, out);
-    else
-        backward_by_sums(f.n, in, out, scratch);
+    odd_transform<R, false>(f, in, out, scratch, stored);
 }
 
 template void store_odd_roots(const Factors&, float*);

@@ -6,8 +6,8 @@
  *
  * Errors of random sequences, real and complex, in either precision, relative to the root mean square of the
  * exact results, are at most so many times eps sqrt(log2 N), eps being the distance from 1 to the next number
- * (tools/fft_accuracy.cpp; measured up to 2^18, and up to 2^22 in samples). A pair is a forward and a backward
- * transform after each other.
+ * (tools/fft_accuracy.cpp; measured up to 2^18, and up to 2^22 in samples). A pair is a forward and a
+ * backward transform after each other.
  *
  *                                               largest prime factor of a longer N
  *                                     N < 100       2   to 13  to 127  beyond
