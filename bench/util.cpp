@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <boost/sort/pdqsort/pdqsort.hpp>
+#include <cmath>
 #include <cstring>
 #include <random>
 #include <string>
@@ -23,8 +24,13 @@ std::vector<T> input(const std::string& kind, std::size_t n)
     for (std::size_t k = 0; k < total; ++k) {
         const auto place = static_cast<double>(k % n);
         const uint64_t any = random();
-        x[k] = kind == "sorted"        ? static_cast<T>(place)
-               : kind == "reversed"    ? static_cast<T>(-place)
+        x[k] = kind == "sorted"     ? static_cast<T>(place)
+               : kind == "reversed" ? static_cast<T>(-place)
+               : kind == "pipe"     ? static_cast<T>(std::min(place, static_cast<double>(n) - place))
+               : kind == "two runs"
+                   ? static_cast<T>(2 * (k % n) < n ? 2 * place : 2 * place - static_cast<double>(n) + 1)
+               : kind == "wave"
+                   ? static_cast<T>(1e9 * std::sin(6.2831853071795865 * place / static_cast<double>(n)))
                : kind == "16 values"   ? static_cast<T>(any % 16)
                : std::is_integral_v<T> ? static_cast<T>(any)
                                        : static_cast<T>(static_cast<double>(any) * 0x1p-64);
@@ -98,7 +104,7 @@ const int registered = [] {
         add_plain<double>("DSVRGN", "random", n, DSVRGN);
         add_plain<float>("SVRGN", "random", n, SVRGN);
         add_plain<int32_t>("SVIGN", "random", n, SVIGN);
-        for (const char* kind : {"sorted", "reversed", "16 values"})
+        for (const char* kind : {"sorted", "reversed", "pipe", "two runs", "wave", "16 values"})
             add_plain<double>("DSVRGN", kind, n, DSVRGN);
         add_labelled<double>("DSVRGP", n, DSVRGP);
         add_labelled<float>("SVRGP", n, SVRGP);

@@ -53,7 +53,7 @@ void f2tc(frame::State& state, int32_t n, const std::complex<R>* in, std::comple
     const ShortLoop<R> loop = short_loop<R>(forward ? forward_complex : backward_complex, n, wfc, 4);
     if (loop == nullptr) return transform_any<R, forward, Frame>(state, n, in, out, wfc, cwork);
     Frame::visit(state);
-    loop(reinterpret_cast<const R*>(in), reinterpret_cast<R*>(out));
+    loop(reinterpret_cast<const R*>(in), reinterpret_cast<R*>(out), wfc);
 }
 
 template <class R, bool forward>
@@ -82,8 +82,11 @@ void front(const int32_t* n, const std::complex<R>* in, std::complex<R>* out)
     frame::State& state = frame::state();
     const ShortLoop<R> loop = short_loop<R>(forward ? forward_complex : backward_complex, *n);
     if (loop == nullptr) return with_storage<R, forward, Frame>(state, *n, in, out);
+    Scratch<R> rows;
+    if (needs_rows<R>(*n) && !rows.allocate(2 * int64_t{*n}))
+        return with_storage<R, forward, Frame>(state, *n, in, out);
     Frame::visit(state);
-    loop(reinterpret_cast<const R*>(in), reinterpret_cast<R*>(out));
+    loop(reinterpret_cast<const R*>(in), reinterpret_cast<R*>(out), rows);
 }
 
 }  // namespace

@@ -1,9 +1,7 @@
-// fft/halves.cpp - real transforms of even length by complex ones of half the length, and those of odd length
+// fft/halves.cpp - real transforms of even length by complex ones of half the length
 #include "fft/halves.h"
 
 #include <algorithm>
-
-#include "frame/scratch.h"
 
 namespace orvel::fft {
 
@@ -14,6 +12,7 @@ Factors half_of(const Factors& f)
 {
     Factors h;
     h.n = f.n / 2;
+    h.most_in_last = 4;
     int32_t even = 0;
     while (f.factor[even] % 2 != 0) ++even;
     if (f.factor[even] == 4) h.append(2);
@@ -119,124 +118,12 @@ void even_backward(const Factors& f, const R* in, R* out, R* scratch, const R* r
     transform<R>(h, roots_of_passes, storage);
 }
 
-// ---- odd lengths: complex transforms of the whole length, on the heap ------------------------------------
-
-template <class R>
-struct Root {
-    R cosine, sine;
-};
-
-template <class R>
-Root<R> root_at(int64_t n, const R* circle, int64_t k)
-{
-    if (k == 0) return {1, 0};
-    const R* const root = circle + 2 * (std::min(k, n - k) - 1);
-    return {root[0], k <= n - k ? root[1] : -root[1]};
-}
-
-template <class R>
-void blocks_from_circle(const Factors& f, const R* circle, R* blocks)
-{
-    const auto put = [&](int64_t k, R* cosine, R* sine) {
-        const Root<R> root = root_at(f.n, circle, k);
-        *cosine = root.cosine;
-        *sine = root.sine;
-    };
-    if (f.count == 1)
-        return for_chirp(f.n, [&](int64_t j, int64_t at) { put(at, blocks + 2 * j, blocks + 2 * j + 1); });
-    int64_t l = 1;
-    for (int32_t k = 0; k < f.count; ++k) {
-        const int64_t r = f.factor[k], step = f.n / (l * r);
-        for (int64_t i = 1; k > 0 && i < r; ++i, blocks += 2 * l)
-            for (int64_t e = 0; e < l; ++e) put(i * e * step, blocks + e, blocks + l + e);
-        l *= r;
-    }
-}
-
-template <class R>
-struct Whole {
-    R *z, *result, *spare, *blocks;
-    Scratch<R> memory;
-
-    [[nodiscard]] bool allocate(int64_t n)
-    {
-        if (!memory.allocate(8, n)) return false;
-        z = memory;
-        result = z + 2 * n;
-        spare = result + 2 * n;
-        blocks = spare + 2 * n;
-        return true;
-    }
-};
-
-template <class R>
-void odd_forward(const Factors& f, const R* in, R* out, R* scratch, const R* circle)
-{
-    const int64_t n = f.n;
-    Whole<R> whole;
-    if (whole.allocate(n)) {
-        std::copy(in, in + n, whole.z);
-        std::fill(whole.z + n, whole.z + 2 * n, R(0));
-        blocks_from_circle<R>(f, circle, whole.blocks);
-        transform<R>(f, whole.blocks,
-                     {apart<R>(whole.z, n), apart<R>(whole.result, n), whole.spare, nullptr});
-        out[0] = whole.result[0];
-        for (int64_t k = 1; k <= n / 2; ++k) {
-            out[2 * k - 1] = whole.result[k];
-            out[2 * k] = whole.result[n + k];
-        }
-        return;
-    }
-    std::copy(in, in + n, scratch);
-    for (int64_t k = 0; k <= n / 2; ++k) {
-        R re = 0, im = 0;
-        for (int64_t j = 0; j < n; ++j) {
-            const Root<R> root = root_at(n, circle, j * k % n);
-            re += scratch[j] * root.cosine;
-            im -= scratch[j] * root.sine;
-        }
-        out[k == 0 ? 0 : 2 * k - 1] = re;
-        if (k > 0) out[2 * k] = im;
-    }
-}
-
-template <class R>
-void odd_backward(const Factors& f, const R* in, R* out, R* scratch, const R* circle)
-{
-    const int64_t n = f.n;
-    Whole<R> whole;
-    if (whole.allocate(n)) {
-        R *const re = whole.z, *const im = re + n;
-        re[0] = in[0];
-        im[0] = 0;
-        for (int64_t k = 1; k <= n / 2; ++k) {
-            re[k] = re[n - k] = in[2 * k - 1];
-            im[k] = in[2 * k];
-            im[n - k] = -in[2 * k];
-        }
-        blocks_from_circle<R>(f, circle, whole.blocks);
-        transform<R>(f, whole.blocks,
-                     {apart<R>(whole.z, n, false), apart<R>(whole.result, n, false), whole.spare, nullptr});
-        std::copy(whole.result, whole.result + n, out);
-        return;
-    }
-    std::copy(in, in + n, scratch);
-    for (int64_t j = 0; j < n; ++j) {
-        R sum = 0;
-        for (int64_t k = 1; k <= n / 2; ++k) {
-            const Root<R> root = root_at(n, circle, j * k % n);
-            sum += scratch[2 * k - 1] * root.cosine - scratch[2 * k] * root.sine;
-        }
-        out[j] = scratch[0] + 2 * sum;
-    }
-}
-
 }  // namespace
 
 template <class R>
 void store_real_roots(const Factors& f, R* stored)
 {
-    if (f.n % 2 != 0) return roots<R>(f.n, 1, 1, f.n / 2, 2, stored, stored + 1);
+    if (f.n % 2 != 0) return store_odd_roots<R>(f, stored);
     if (f.n == 2) return;
     const Factors h = half_of(f);
     store_blocks<R>(h, stored);

@@ -7,7 +7,7 @@ namespace orvel::fft {
 
 // Roots of the real transform of length f.n in N reals. An even length N = 2M has the blocks of the complex
 // transform of length M; behind them is room, of which two reals are used: sine and versed sine of the angle
-// pi / M. An odd length has the roots 1..(N - 1) / 2, cosine and sine in turn.
+// pi / M. For odd lengths see odd.cpp.
 template <class R>
 void store_real_roots(const Factors& f, R* roots);
 
@@ -16,5 +16,13 @@ template <class R>
 void real_forward(const Factors& f, const R* in, R* out, R* scratch, const R* roots);
 template <class R>
 void real_backward(const Factors& f, const R* in, R* out, R* scratch, const R* roots);
+
+// The same for odd lengths.
+template <class R>
+void store_odd_roots(const Factors& f, R* roots);
+template <class R>
+void odd_forward(const Factors& f, const R* in, R* out, R* scratch, const R* roots);
+template <class R>
+void odd_backward(const Factors& f, const R* in, R* out, R* scratch, const R* roots);
 
 }  // namespace orvel::fft

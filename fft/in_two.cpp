@@ -2,20 +2,11 @@
 #include <algorithm>
 
 #include "fft/plan.h"
+#include "frame/scratch.h"
 
 namespace orvel::fft {
 
 namespace {
-
-template <class R>
-[[gnu::noinline]] void run_with_block_on_stack(Pass<R>& pass)
-{
-    constexpr int64_t room = longest_block * widest_bytes / static_cast<int64_t>(sizeof(R));
-    alignas(64) R block[2 * room];
-    pass.block = block;
-    pass.room = room;
-    run_pass(block_loop(), pass);
-}
 
 // Rows that are a power of 2 apart displace each other from the nearest cache.
 constexpr int64_t beyond_row = 16;
@@ -33,6 +24,21 @@ int64_t numbers_in_rows(const Factors& f)
 {
     const int64_t l = length_of_rows(f);
     return f.n / l * (l + beyond_row);
+}
+
+// A real transform has no room for a block in its arrays. One vector of columns always finds it on the stack;
+// the heap has it where more side by side are faster.
+template <class R>
+[[gnu::noinline]] void run_with_own_block(Pass<R>& pass, int64_t length)
+{
+    constexpr int64_t longest = 5 << (2 * 3), room = longest * align_by<R>;
+    alignas(widest_bytes) R block[2 * room];
+    const int64_t wanted = length * most_vectors * align_by<R>;
+    Scratch<R> wide;
+    const bool is_wide = wanted > room && wide.allocate(2 * wanted);
+    pass.block = is_wide ? static_cast<R*>(wide) : block;
+    pass.room = is_wide ? wanted : room;
+    run_pass(block_loop(), pass);
 }
 
 // The block of one of the passes, at its widest.
@@ -64,7 +70,7 @@ void transform_in_two(const Factors& f, const R* blocks, const Storage<R>& s)
     pass.m = 1;
     pass.in = pass.out;
     pass.out = s.out;
-    if (pass.block == nullptr) return run_with_block_on_stack<R>(pass);
+    if (pass.block == nullptr) return run_with_own_block<R>(pass, f.n / l);
     run_pass(block_loop(), pass);
 }
 

@@ -27,11 +27,6 @@ int32_t powers(const Factors& f)
 // Shorter sequences stay in the nearest caches by themselves (measured).
 constexpr int64_t smallest_in_two = 8192;
 
-// The second pass of two takes up to so many factors of 4. It leaves at least 64 to the first one, so that
-// there is room between; see there.
-constexpr int32_t most_in_last = 5;
-static_assert(longest_block == int64_t(5) << (2 * (most_in_last - 1)));
-
 }  // namespace
 
 bool goes_in_two(const Factors& f)
@@ -50,7 +45,8 @@ int64_t length_of_rows(const Factors& f)
 
 int32_t factors_of_blocks(const Factors& f)
 {
-    if (goes_in_two(f)) return f.count - std::min((f.count - (f.factor[0] == 2 ? 1 : 0)) / 2, most_in_last);
+    // The second pass leaves at least 64 to the first one, so that there is room between; see there.
+    if (goes_in_two(f)) return f.count - std::min((f.count - (f.factor[0] == 2 ? 1 : 0)) / 2, f.most_in_last);
     const int32_t count = std::min(powers(f), 4);
     if (f.n < smallest_in_two || count < 3) return 0;
     int64_t length = 1;

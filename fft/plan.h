@@ -1,6 +1,8 @@
 // fft/plan.h - which factors go through a pass together
 #pragma once
 
+#include <algorithm>
+
 #include "fft/transform.h"
 
 namespace orvel::fft {
@@ -11,9 +13,6 @@ int32_t factors_of_blocks(const Factors& f);
 // The factors of the group that begins with factor k in a pass up to `end`. The last group of all is one
 // factor: the results of more would be so far apart that they displace each other from the nearest cache.
 int32_t factors_of_group(const Factors& f, int32_t k, int32_t end, bool in_two);
-
-// The longest product of the factors of a second pass of two.
-inline constexpr int64_t longest_block = 1280;
 
 // The passes of a transform that does not go in two.
 struct Plan {
@@ -30,7 +29,7 @@ int64_t take_groups(const Factors& f, const R* blocks, int32_t k, int32_t end, b
     int64_t l = pass.l;
     const auto take = [&](int64_t& factor, const R*& at) {
         factor = f.factor[k++];
-        at = blocks + 2 * (l - f.factor[0]);
+        at = blocks + 2 * std::max<int64_t>(l - f.factor[0], 0);
         l *= factor;
     };
     for (pass.groups = 0; k < end; ++pass.groups) {
@@ -38,6 +37,7 @@ int64_t take_groups(const Factors& f, const R* blocks, int32_t k, int32_t end, b
         const int32_t together = factors_of_group(f, k, end, in_two);
         g.second = 1;
         take(g.first, g.first_roots);
+        g.second_roots = g.first_roots;  // passes reckon with it before they know
         if (together == 2) take(g.second, g.second_roots);
     }
     return l;

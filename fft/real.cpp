@@ -49,7 +49,7 @@ void f2tr(frame::State& state, int32_t n, const R* in, R* out, R* wfr)
     const ShortLoop<R> loop = short_loop<R>(forward ? forward_real : backward_real, n, wfr, 2);
     if (loop == nullptr) return transform_any<R, forward, Frame>(state, n, in, out, wfr);
     Frame::visit(state);
-    loop(in, out);
+    loop(in, out, nullptr);
 }
 
 template <class R>
@@ -68,7 +68,7 @@ template <class R>
 void f3trf(const int32_t* n, R* c, R* ch, const R* wa, const R* fac)
 {
     Routine<R, "F3TRF"> me;
-    if (const ShortLoop<R> loop = short_loop<R>(forward_real, *n, fac, 0)) return loop(c, c);
+    if (const ShortLoop<R> loop = short_loop<R>(forward_real, *n, fac, 0)) return loop(c, c, nullptr);
     Factors f;
     if (is_initialised(me, *n, fac, f) && *n > 1) real_forward<R>(f, c, c, ch, wa);
 }
@@ -92,7 +92,7 @@ void front(const int32_t* n, const R* in, R* out)
     const ShortLoop<R> loop = short_loop<R>(forward ? forward_real : backward_real, *n);
     if (loop == nullptr) return with_storage<R, forward, Frame>(state, *n, in, out);
     Frame::visit(state);
-    loop(in, out);
+    loop(in, out, nullptr);
 }
 
 }  // namespace

@@ -9,7 +9,7 @@
 
 namespace orvel::fft {
 
-extern const ShortTables* const short_tables[];
+extern const ShortTables* const short_tables[frame::levels_built];
 
 // The beginning of the stored factors of 4, 8 ... 4096, as store_factors makes it.
 inline constexpr int64_t shortest = 4, longest_short = 4096;
@@ -44,11 +44,18 @@ bool begins_with(const R* stored, const R (&list)[8])
 
 inline const ShortLoops<float>& short_loops(ShortKind kind, float)
 {
-    return short_tables[frame::level()]->s[kind];
+    return frame::at_level(short_tables)->s[kind];
 }
 inline const ShortLoops<double>& short_loops(ShortKind kind, double)
 {
-    return short_tables[frame::level()]->d[kind];
+    return frame::at_level(short_tables)->d[kind];
+}
+
+// Whether a complex transform needs rows that are not on the stack.
+template <class R>
+bool needs_rows(int32_t n)
+{
+    return 2 * int64_t{n} * static_cast<int64_t>(sizeof(R)) > most_on_stack;
 }
 
 inline int place_of(int32_t n) { return std::countr_zero(static_cast<uint32_t>(n)) - 2; }

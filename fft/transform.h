@@ -12,6 +12,7 @@ namespace orvel::fft {
 struct Factors {
     int64_t n = 1;
     int32_t count = 0;
+    int32_t most_in_last = 5;  // factors that the second pass of two takes at once
     int64_t factor[32];
 
     void append(int64_t f) { factor[count++] = f; }
@@ -79,7 +80,7 @@ int64_t numbers_between(const Factors& f);
 template <class R>
 Between<R> between(const Factors& f, R* memory);
 // In one of 2n numbers, for real transforms, which have no more: rows that displace each other, and a block
-// on the stack, 160 KB, which the longest ones would want larger.
+// on the stack, or on the heap where vectors side by side want more than that.
 template <class R>
 Between<R> narrow_between(const Factors& f, R* memory);
 
@@ -134,6 +135,7 @@ const PassLoop& pass_loop(int64_t factor);
 const PassLoop& block_loop();
 const RootLoop& root_loop();
 const HalvesLoops& halves_loops();
+const OddRealLoops& odd_real_loops();
 void run_pass(const PassLoop& loop, const Pass<float>& pass);
 void run_pass(const PassLoop& loop, const Pass<double>& pass);
 

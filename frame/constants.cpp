@@ -4,8 +4,6 @@
 #include <cstdlib>
 
 #include "frame/export.h"
-#include "frame/page.h"
-#include "frame/print_lock.h"
 #include "frame/routine.h"
 #include "frame/stop.h"
 #include "frame/units.h"
@@ -36,12 +34,11 @@ T constant(const int32_t* n)
 // IMACH and UMACH speak without the frame, whose tables and units they serve, and always stop.
 [[noreturn, gnu::cold]] void complain_and_stop(int32_t unit, std::string_view text, int64_t value)
 {
-    Page page;
-    page << "\n" << text;
-    page.in_six(value) << ".\n\n";
     {
-        const PrintLock lock;
-        write_unit(unit, page.text());
+        Page page(unit);
+        page.text << "\n" << text;
+        page.text.in_six(value) << ".\n\n";
+        page.send();
     }
     stop(terminal, 5);
 }

@@ -80,13 +80,18 @@ Writer bound_writer(int32_t unit)
 
 int32_t bind_unit(int32_t unit, orvel_writer writer, void* context)
 {
-    SettingsLock lock;
-    Binding* b = find_binding(unit);
-    if (b == nullptr)
-        b = std::ranges::find_if(settings.bindings,
-                                 [](const Binding& x) { return x.writer.write == nullptr; });
-    if (b == std::end(settings.bindings)) return writer == nullptr ? 1 : 0;
-    *b = {unit, {writer, context}};
+    bool replaced = false;
+    {
+        SettingsLock lock;
+        Binding* b = find_binding(unit);
+        replaced = b != nullptr && (b->writer.write != writer || b->writer.context != context);
+        if (b == nullptr)
+            b = std::ranges::find_if(settings.bindings,
+                                     [](const Binding& x) { return x.writer.write == nullptr; });
+        if (b == std::end(settings.bindings)) return writer == nullptr ? 1 : 0;
+        *b = {unit, {writer, context}};
+    }
+    if (replaced) const PrintLock last_call_has_ended;
     return 1;
 }
 

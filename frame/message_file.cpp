@@ -1,5 +1,4 @@
 // frame/message_file.cpp - errors whose texts are records of a message file
-#include <fcntl.h>
 #include <unistd.h>
 
 #include <array>
@@ -7,6 +6,7 @@
 #include <cstdlib>
 
 #include "frame/export.h"
+#include "frame/files.h"
 #include "frame/routine.h"
 #include "frame/switches.h"
 
@@ -22,7 +22,7 @@ enum class Reading { done, not_opened, not_read };
 
 class File {
 public:
-    explicit File(const char* path) : descriptor_(open(path, O_RDONLY | O_CLOEXEC)) {}
+    explicit File(const char* path) : descriptor_(open_to_read(path)) {}
     ~File()
     {
         if (descriptor_ >= 0) close(descriptor_);

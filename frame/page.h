@@ -1,4 +1,4 @@
-// frame/page.h - text that leaves the library as one piece
+// frame/page.h - text that is put together in a room of fixed size
 #pragma once
 
 #include <algorithm>
@@ -8,26 +8,26 @@
 
 namespace orvel::frame {
 
-// Collects the lines of one message. The room holds the longest that can be printed: 1024 characters broken
-// by 512 line ends take 8 KiB, a traceback of 50 levels 5 KiB.
-class Page {
+class Text {
 public:
-    Page& operator<<(std::string_view text)
+    Text(char* room, std::size_t size) : room_(room), size_(size) {}
+
+    Text& operator<<(std::string_view text)
     {
-        const std::size_t n = std::min(text.size(), sizeof text_ - length_);
-        std::copy_n(text.data(), n, text_ + length_);
+        const std::size_t n = std::min(text.size(), size_ - length_);
+        std::copy_n(text.data(), n, room_ + length_);
         length_ += n;
         return *this;
     }
 
-    Page& operator<<(int64_t value)
+    Text& operator<<(int64_t value)
     {
         char digits[24];
         return *this << std::string_view(digits, std::to_chars(digits, digits + sizeof digits, value).ptr);
     }
 
     // A whole number right-aligned in six characters; stars when it does not fit.
-    Page& in_six(int64_t value)
+    Text& in_six(int64_t value)
     {
         if (value > 999999 || value < -99999) return *this << "******";
         char digits[8];
@@ -36,11 +36,12 @@ public:
                      << std::string_view(digits, end);
     }
 
-    std::string_view text() const { return {text_, length_}; }
+    std::string_view view() const { return {room_, length_}; }
 
 private:
+    char* room_;
+    std::size_t size_;
     std::size_t length_ = 0;
-    char text_[16384];
 };
 
 }  // namespace orvel::frame

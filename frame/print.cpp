@@ -2,8 +2,6 @@
 #include "frame/print.h"
 
 #include "frame/export.h"
-#include "frame/page.h"
-#include "frame/print_lock.h"
 #include "frame/units.h"
 
 namespace orvel::frame {
@@ -53,7 +51,7 @@ int32_t header_form(const State& s, int32_t type)
 }
 
 // What follows the word "ERROR"; at most 59 characters.
-void put_prefix(Page& prefix, const State& s, int32_t level, int32_t form)
+void put_prefix(Text& prefix, const State& s, int32_t level, int32_t form)
 {
     if (form == 3) {
         const Source source = current_source(s);
@@ -83,7 +81,7 @@ LineBreak break_line(std::string_view rest, std::size_t room)
     return {room, room};
 }
 
-void put_message(Page& page, std::string_view message, std::size_t first_room)
+void put_message(Text& page, std::string_view message, std::size_t first_room)
 {
     std::size_t room = first_room;
     for (;;) {
@@ -96,7 +94,7 @@ void put_message(Page& page, std::string_view message, std::size_t first_room)
     }
 }
 
-void put_traceback(Page& page, State& s, int32_t level)
+void put_traceback(Text& page, State& s, int32_t level)
 {
     page << "     Here is a traceback of subprogram calls in reverse order:\n"
          << "     Routine name                    Error type  Error code\n"
@@ -143,24 +141,24 @@ private:
 
 void print_message(State& s)
 {
-    const PrintLock lock;
     if (message_length(s) < 1) return;
+    Page page(s.units[2]);
     orvel_ercom1& e = *s.errors;
     const int32_t level = current_level(s);
     const int32_t type = type_at(s, level);
     const int32_t form = header_form(s, type);
     const std::string_view message{s.text->message, static_cast<std::size_t>(message_length(s))};
 
-    Page prefix;
+    char prefix_room[header_room];
+    Text prefix(prefix_room, sizeof prefix_room);
     put_prefix(prefix, s, level, form);
     if (!message.starts_with(".  ")) prefix << ".  ";
-    Page page;
-    page << "\n *** " << severity_word(type) << " ERROR" << prefix.text();
-    put_message(page, message, header_room - std::min(header_room, prefix.text().size()));
-    if (attribute(e.trctab, type) == 1 && (level > 2 || form > 1)) put_traceback(page, s, level);
+    page.text << "\n *** " << severity_word(type) << " ERROR" << prefix.view();
+    put_message(page.text, message, header_room - prefix.view().size());
+    if (attribute(e.trctab, type) == 1 && (level > 2 || form > 1)) put_traceback(page.text, s, level);
     e.msglen = 0;
     const Undisturbed records(s);
-    write_unit(s.units[2], page.text());
+    page.send();
 }
 
 void e1prt() { print_message(state()); }

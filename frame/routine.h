@@ -55,7 +55,7 @@ public:
     Routine() : Routine(frame::state()) {}
 
     // For a routine called by another of the library, which has looked up the state already.
-    explicit Routine(frame::State& s) : s_(s), level_(s.errors->level + 1) { frame::push(s_, name_); }
+    explicit Routine(frame::State& s) : s_(s), level_(frame::push(s, name_)) {}
 
     // Enters and leaves at once: for arguments whose results need no check, error or call of other code.
     static void visit(frame::State& s) { frame::push_and_pop(s, name_); }
@@ -101,7 +101,9 @@ public:
 private:
     [[gnu::cold, gnu::noinline]] void leave()
     {
-        if (std::uncaught_exceptions() > s_.exceptions) {
+        const bool ending = level_ <= s_.ending_level;
+        if (ending) s_.ending_level = level_ - 1;
+        if (ending || std::uncaught_exceptions() > s_.exceptions) {
             s_.errors->level = level_;
             frame::discard_record_above(s_, level_);
             s_.errors->level = level_ - 1;

@@ -161,7 +161,7 @@ void e1usr(const char* switch_, std::size_t len)
 
 namespace {
 
-// Every text begins like a message in the buffer. The stated lengths hold: 47, 47 and 49 characters.
+// Every text begins like a message in the buffer.
 [[noreturn]] void bad_option(State& s, std::string_view text)
 {
     const int32_t level = current_level(s);

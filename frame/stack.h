@@ -42,14 +42,15 @@ inline void discard_record_above(State& s, int32_t level)
     if (level < s.errors->maxlev) s.errors->ertype[level] = s.errors->ercode[level] = -1;
 }
 
-inline void push(State& s, const PaddedName& name)
+// Returns the level of the name.
+inline int32_t push(State& s, const PaddedName& name)
 {
     const int32_t level = s.errors->level;
     if (level >= s.errors->maxlev || level < 1 || level >= deepest_level) [[unlikely]]
         stack_overflow(s);
     std::memcpy(s.text->rname[level], name.text, sizeof name.text);
     s.errors->ertype[level] = s.errors->ercode[level] = 0;
-    s.errors->level = level + 1;
+    return s.errors->level = level + 1;
 }
 
 // Push and pop in one, for work that can neither fail nor call out: nobody could see the stack in between.

@@ -86,7 +86,7 @@ void initialise(State& s)
     ERCOM4 = initial_ercom4;
     ERCOM8 = initial_ercom8;
     ERCOM9 = initial_ercom9;
-    s = {true, 0, {5, 6, 6}, 0, 0, &ERCOM1, &ERCOM2, &ERCOM3, &ERCOM4, &ERCOM8, &ERCOM9};
+    s = {true, 0, 0, {5, 6, 6}, 0, 0, &ERCOM1, &ERCOM2, &ERCOM3, &ERCOM4, &ERCOM8, &ERCOM9};
 }
 
 void e1init() { state(); }

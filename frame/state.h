@@ -30,6 +30,8 @@ inline constexpr int32_t name_room = sizeof(orvel_ercom2::rname[0]);
 struct State {
     bool ready;
     int exceptions;  // uncaught exceptions when the last error was recorded; tells unwinding from returning
+    int32_t ending_level;  // of a thread that a stop handler has ended: this level and those below are left
+                           // silently
     int32_t units[3];
     uint32_t counter;
     int32_t piece_hint;  // of the search among pieces of a polynomial: here, so that one look-up finds it too

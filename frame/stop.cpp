@@ -6,21 +6,55 @@
 
 #include <atomic>
 #include <cstdlib>
+#include <exception>
 
 #include "frame/host.h"
 #include "frame/print_lock.h"
 
 namespace orvel::frame {
 
+namespace {
+
+std::atomic<pthread_t> stopper{};
+
+// The thread that was stopping is not in the child.
+[[gnu::constructor]] void survive_fork()
+{
+    pthread_atfork(nullptr, nullptr, [] {
+        if (!pthread_equal(stopper, pthread_self())) stopper = pthread_t{};
+    });
+}
+
+// A handler that ends its thread unwinds the stack by force, which does not count as an exception: the
+// routines on the way are told by their levels. Foreign exceptions go the same way; after a return it does
+// not matter.
+class HandlerCall {
+public:
+    HandlerCall() = default;
+    ~HandlerCall()
+    {
+        if (std::uncaught_exceptions() == before_) state().ending_level = state().errors->level;
+    }
+    HandlerCall(const HandlerCall&) = delete;
+    HandlerCall& operator=(const HandlerCall&) = delete;
+
+private:
+    const int before_ = std::uncaught_exceptions();
+};
+
+}  // namespace
+
 void stop(int32_t type, int32_t code)
 {
     const StopPolicy policy = stop_policy();
-    if (policy.handler != nullptr) policy.handler(policy.context, type, code);
+    if (policy.handler != nullptr) {
+        const HandlerCall call;
+        policy.handler(policy.context, type, code);
+    }
 
     // Termination runs the program's own exit functions; none of them may have to wait for a print lock
     // that this thread would never give back. Messages need no flushing: they are written unbuffered.
     release_print_lock();
-    static std::atomic<pthread_t> stopper{};
     pthread_t nobody{};
     if (stopper.compare_exchange_strong(nobody, pthread_self()) || pthread_equal(nobody, pthread_self()))
         std::exit(policy.status);

@@ -4,29 +4,26 @@
 // in C or Fortran: nothing of the library's is ever left in a buffer that a fork could copy or an exit lose.
 #include "frame/units.h"
 
-#include <fcntl.h>
 #include <poll.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
-#include <atomic>
+#include <algorithm>
 #include <cerrno>
 #include <charconv>
-#include <chrono>
-#include <condition_variable>
 #include <cstdio>
-#include <cstring>
-#include <memory>
-#include <mutex>
-#include <thread>
 
+#include "frame/files.h"
+#include "frame/fortran.h"
 #include "frame/host.h"
-
-// Present when the host program is Fortran.
-extern "C" void _gfortran_flush_i4(int32_t* unit) __attribute__((weak));
 
 namespace orvel::frame {
 
 namespace {
+
+constexpr int32_t standard_output = 6;
+
+bool is_standard_error(int32_t unit) { return unit == 0 || unit == 5; }  // standard input takes no text
 
 void write_all(int descriptor, std::string_view text)
 {
@@ -43,41 +40,8 @@ void write_all(int descriptor, std::string_view text)
     }
 }
 
-// Fortran's buffer is flushed by a helper thread and not waited for longer than this: in PRINT *, F(X) the
-// statement holds the lock of its unit while F runs, and a flush from this thread would never return.
-constexpr std::chrono::milliseconds fortran_patience{50};
-
-struct FortranFlush {
-    std::mutex mutex;
-    std::condition_variable changed;
-    bool done = false;
-};
-
-std::atomic<bool> fortran_flush_pending;
-
-void flush_fortran(int32_t unit)
-{
-    if (_gfortran_flush_i4 == nullptr || fortran_flush_pending.exchange(true)) return;
-    try {
-        const auto flush = std::make_shared<FortranFlush>();
-        std::thread([flush, unit]() mutable {
-            _gfortran_flush_i4(&unit);
-            fortran_flush_pending = false;
-            const std::lock_guard lock(flush->mutex);
-            flush->done = true;
-            flush->changed.notify_one();
-        }).detach();
-        std::unique_lock lock(flush->mutex);
-        flush->changed.wait_for(lock, fortran_patience, [&] { return flush->done; });
-    } catch (...) {  // no thread or no memory: the order of the two outputs is lost, the message is not
-        fortran_flush_pending = false;
-    }
-}
-
 void write_standard_output(std::string_view text)
 {
-    flush_fortran(6);
-    std::fflush(stdout);
     const int descriptor = fileno(stdout);
     if (descriptor >= 0) {
         write_all(descriptor, text);
@@ -87,50 +51,92 @@ void write_standard_output(std::string_view text)
     }
 }
 
-// Files opened so far. Beyond this many, a file is opened for each message and closed again.
+// Files opened so far. Beyond this many, a file is opened for each message and closed again. The program may
+// have closed a descriptor and got its number for a file of its own.
 struct UnitFile {
     int32_t unit;
     int descriptor;
+    dev_t device;
+    ino_t inode;
+
+    bool is_there() const
+    {
+        struct stat now {};
+        return fstat(descriptor, &now) == 0 && now.st_dev == device && now.st_ino == inode;
+    }
 };
 UnitFile files[32];
 int file_count = 0;
 
-int open_unit(int32_t unit, int how)
+// When the library is unloaded or the program ends, whose other threads may go on. Messages after that open
+// their files again.
+[[gnu::destructor]] void close_files()
+{
+    unless_printing([] {
+        while (file_count > 0)
+            if (const UnitFile& file = files[--file_count]; file.is_there()) close(file.descriptor);
+    });
+}
+
+int open_unit(int32_t unit)
 {
     char name[20] = "fort.";
     *std::to_chars(name + 5, name + sizeof name - 1, unit).ptr = '\0';
-    return open(name, O_WRONLY | O_CREAT | O_CLOEXEC | how, 0666);
+    return open_to_append(name);
 }
 
 void write_file(int32_t unit, std::string_view text)
 {
     for (int k = 0; k < file_count; ++k)
-        if (files[k].unit == unit) return write_all(files[k].descriptor, text);
-    const bool kept = file_count < static_cast<int>(std::size(files));
-    const int descriptor = open_unit(unit, kept ? O_TRUNC : O_APPEND);
+        if (files[k].unit == unit && files[k].is_there()) return write_all(files[k].descriptor, text);
+    UnitFile* const end =
+        std::remove_if(files, files + file_count, [](const UnitFile& f) { return !f.is_there(); });
+    file_count = static_cast<int>(end - files);
+    const int descriptor = open_unit(unit);
     write_all(descriptor >= 0 ? descriptor : STDERR_FILENO, text);
     if (descriptor < 0) return;
-    if (kept) {
-        files[file_count] = {unit, descriptor};
-        ++file_count;
-    } else {
+    struct stat status {};
+    if (file_count < static_cast<int>(std::size(files)) && fstat(descriptor, &status) == 0)
+        files[file_count++] = {unit, descriptor, status.st_dev, status.st_ino};
+    else
         close(descriptor);
-    }
 }
 
 }  // namespace
 
-void write_unit(int32_t unit, std::string_view text)
+HostOutput::HostOutput(int32_t unit)
 {
-    const Writer writer = bound_writer(unit);
-    if (writer.write != nullptr)
-        writer.write(writer.context, unit, text.data(), text.size());
-    else if (unit == 6)
-        write_standard_output(text);
-    else if (unit == 0 || unit == 5)  // standard input takes no text
-        write_all(STDERR_FILENO, text);
-    else
-        write_file(unit, text);
+    if (is_standard_error(unit) || bound_writer(unit).write != nullptr) return;
+    flush_fortran(unit);
+    if (unit != standard_output) return;
+    if (print_depth() == 0)
+        flockfile(stdout);
+    else if (ftrylockfile(stdout) != 0)  // inside a writer: who has it may be waiting for the print lock
+        return;
+    std::fflush(stdout);
+    stream_is_locked_ = fileno(stdout) < 0;  // then the text goes through the stream
+    if (!stream_is_locked_) funlockfile(stdout);
+}
+
+HostOutput::~HostOutput()
+{
+    if (stream_is_locked_) funlockfile(stdout);
+}
+
+void Page::send() const
+{
+    const Writer writer = bound_writer(unit_);
+    const std::string_view output = text.view();
+    if (writer.write != nullptr && lock_.depth() < deepest_print) {
+        const WriterCall call(lock_);
+        writer.write(writer.context, unit_, output.data(), output.size());
+    } else if (writer.write != nullptr || is_standard_error(unit_)) {
+        write_all(STDERR_FILENO, output);
+    } else if (unit_ == standard_output) {
+        write_standard_output(output);
+    } else {
+        write_file(unit_, output);
+    }
 }
 
 }  // namespace orvel::frame

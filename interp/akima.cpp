@@ -10,6 +10,7 @@
 #include "frame/scratch.h"
 #include "interp/interp.h"
 #include "interp/isa/akima.h"
+#include "interp/isa/scale.h"
 #include "orvel/interp.h"
 
 namespace orvel::interp {
@@ -24,15 +25,19 @@ ORVEL_FOR_EACH_LEVEL(ORVEL_AKIMA_TABLE)
 
 namespace {
 
+const AkimaTable& table()
+{
+    static constexpr const AkimaTable* tables[] = {ORVEL_FOR_EACH_LEVEL(ORVEL_AKIMA_TABLE_ADDRESS)};
+    return *frame::at_level(tables);
+}
+
 template <class T>
 const AkimaLoops<T>& akima_loops()
 {
-    static constexpr const AkimaTable* tables[] = {ORVEL_FOR_EACH_LEVEL(ORVEL_AKIMA_TABLE_ADDRESS)};
-    const AkimaTable& table = *tables[frame::level()];
     if constexpr (std::is_same_v<T, float>)
-        return table.s;
+        return table().s;
     else
-        return table.d;
+        return table().d;
 }
 
 constexpr int64_t longest = 128;
@@ -42,7 +47,7 @@ template <class T>
 void make_block(const AkimaLoops<T>& loops, const Points<T>& points, int64_t first, int64_t count, T* brkpt,
                 T* spcoef)
 {
-    T x[longest + 5], f[longest + 5], per_h[longest + 5], m[longest + 5], t[longest + 1];
+    T x[longest + 5], f[longest + 5], scale[longest + 5], per_h[longest + 5], m[longest + 5], t[longest + 1];
     const int64_t pieces = points.n - 1, shift = 2 - first;
     const int64_t begin = std::max<int64_t>(first - 2, 0), end = std::min(first + count + 2, pieces);
     for (int64_t k = begin; k <= end; ++k) {
@@ -50,7 +55,7 @@ void make_block(const AkimaLoops<T>& loops, const Points<T>& points, int64_t fir
         f[k + shift] = points.ordinate(k);
     }
     const int64_t at = begin + shift;
-    loops.differences(end - begin, x + at, f + at, m + at, per_h + at);
+    loops.differences(end - begin, x + at, f + at, m + at, scale + at, per_h + at);
     if (first == 0) {
         m[1] = 2 * m[2] - m[3];
         m[0] = 2 * m[1] - m[2];
@@ -61,11 +66,11 @@ void make_block(const AkimaLoops<T>& loops, const Points<T>& points, int64_t fir
         last[2] = 2 * last[1] - last[0];
     }
     loops.slopes(count + 1, m, t);
-    loops.columns(count, f + 2, m + 2, per_h + 2, t, spcoef + 4 * first);
+    loops.columns(count, f + 2, m + 2, scale + 2, per_h + 2, t, spcoef + 4 * first);
     std::copy_n(x + 2, count + 1, brkpt + first);
     T* const last = spcoef + 4 * (first + count);
     last[0] = f[count + 2];
-    last[1] = t[count];
+    last[1] = t[count] / part<T>;
 }
 
 template <class Frame>
@@ -108,6 +113,8 @@ void c2akm_alone(const int32_t* ndata, const T* xdata, const T* fdata, T* brkpt,
 }
 
 }  // namespace
+
+const char* akima_level() { return table().level; }
 
 }  // namespace orvel::interp
 

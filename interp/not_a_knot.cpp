@@ -25,27 +25,28 @@ struct EndEquation {
     T a, b, e;
 };
 
-// h and d are spacings and divided differences: [0] of the first piece, [1] of the second.
+// h are the scaled spacings and d the divided differences of the first two pieces; step is the first spacing
+// by `part`, as these equations are.
 template <class T>
-EndEquation<T> first_equation(const Ends<T>& ends, int64_t n, const T (&h)[2], const T (&d)[2])
+EndEquation<T> first_equation(const Ends<T>& ends, int64_t n, const Spacings<T>& h, T step, const T (&d)[2])
 {
     if (ends.left == 1) return {1, 0, ends.vleft};
-    if (ends.left == 2) return {2, 1, 3 * d[0] - h[0] * ends.vleft / 2};
-    if (n == 2) return {1, 1, 2 * d[0]};
-    const T both = h[0] + h[1];
-    return {h[1], both, ((h[0] + 2 * both) * h[1] * d[0] + h[0] * h[0] * d[1]) / both};
+    if (ends.left == 2) return {2 * part<T>, part<T>, part<T> * d[0] * 3 - step * ends.vleft / 2};
+    if (n == 2) return {part<T>, part<T>, part<T> * d[0] * 2};
+    const T both = h.left + h.right;
+    return {h.right, both, ((h.left + 2 * both) * h.right * d[0] + h.left * h.left * d[1]) / both};
 }
 
-// [0] of the last piece but one, [1] of the last.
+// Of the last two pieces.
 template <class T>
-EndEquation<T> last_equation(const Ends<T>& ends, int64_t n, const T (&h)[2], const T (&d)[2])
+EndEquation<T> last_equation(const Ends<T>& ends, int64_t n, const Spacings<T>& h, T step, const T (&d)[2])
 {
     if (ends.right == 1) return {0, 1, ends.vright};
-    if (ends.right == 2) return {1, 2, 3 * d[1] + h[1] * ends.vright / 2};
+    if (ends.right == 2) return {part<T>, 2 * part<T>, part<T> * d[1] * 3 + step * ends.vright / 2};
     if (n == 2 && ends.left == 0) return {0, 1, d[1]};
-    if (n == 2 || (n == 3 && ends.left == 0)) return {1, 1, 2 * d[1]};
-    const T both = h[0] + h[1];
-    return {both, h[0], (d[0] * h[1] * h[1] + d[1] * h[0] * (h[1] + 2 * both)) / both};
+    if (n == 2 || (n == 3 && ends.left == 0)) return {part<T>, part<T>, part<T> * d[1] * 2};
+    const T both = h.left + h.right;
+    return {both, h.left, (d[0] * h.right * h.right + d[1] * h.left * (h.right + 2 * both)) / both};
 }
 
 // Forward elimination; returns the last slope. Spacings and differences of the last two pieces are carried.
@@ -61,7 +62,8 @@ T eliminate(const Ends<T>& ends, const Points<T>& points, T* brkpt, T* spcoef)
     d[0] = difference(0, h[0]);
     h[1] = n > 2 ? points.x[2] - points.x[1] : h[0];
     d[1] = n > 2 ? difference(1, h[1]) : d[0];
-    const EndEquation<T> first = first_equation(ends, n, h, d);
+    Spacings<T> row(h[0], h[1]);
+    const EndEquation<T> first = first_equation(ends, n, row, h[0] * part<T>, d);
     T pivot = first.a, upper = first.b;
     T p = first.e / pivot, q = upper / pivot;
     const auto store = [&](int64_t k, T delta) {
@@ -79,16 +81,17 @@ T eliminate(const Ends<T>& ends, const Points<T>& points, T* brkpt, T* spcoef)
             d[0] = d[1];
             h[1] = points.x[k + 1] - points.x[k];
             d[1] = difference(k, h[1]);
+            row = {h[0], h[1]};
         }
         // The next pivot waits for a quotient only: q is the upper element by the pivot.
-        pivot = 2 * (h[0] + h[1]) - h[1] * upper / pivot;
-        upper = h[0];
+        pivot = 2 * (row.left + row.right) - row.right * upper / pivot;
+        upper = row.left;
         const T per_pivot = 1 / pivot;
-        p = (3 * (h[1] * d[0] + h[0] * d[1]) - h[1] * p) * per_pivot;
+        p = (3 * (row.right * d[0] + row.left * d[1]) - row.right * p) * per_pivot;
         q = upper * per_pivot;
         store(k, d[1]);
     }
-    const EndEquation<T> last = last_equation(ends, n, h, d);
+    const EndEquation<T> last = last_equation(ends, n, row, h[1] * part<T>, d);
     const T slope = (last.e - last.a * p) / (last.b - last.a * q);
     spcoef[4 * (n - 1)] = points.ordinate(n - 1);
     brkpt[n - 1] = points.x[n - 1];
@@ -106,12 +109,8 @@ void substitute(int64_t n, T slope, const T* brkpt, T* spcoef)
         column -= 4;
         const T right = slope;
         slope = column[1] - column[2] * right;
-        const T h = brkpt[k + 1] - brkpt[k], delta = column[3];
-        const T d = slope + right - 2 * delta;
-        const T per_h = 1 / h;
         column[1] = slope;
-        column[2] = 2 * (delta - slope - d) * per_h;
-        column[3] = d * per_h * (6 * per_h);
+        set_curvature(brkpt[k + 1] - brkpt[k], column[3], slope, right, column);
     }
 }
 

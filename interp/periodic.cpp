@@ -48,7 +48,9 @@ private:
     // Of the point between two pieces.
     static Equation equation(const Piece& g, const Piece& h)
     {
-        return {h.h, 2 * (g.h + h.h), g.h, 3 * (h.h * g.delta + g.h * h.delta)};
+        const Spacings<T> row(g.h, h.h);
+        return {row.right, 2 * (row.left + row.right), row.left,
+                3 * (row.right * g.delta + row.left * h.delta)};
     }
 
     // All but the last equation; the slope after the last of these is t. Returns the last piece but one.
@@ -108,11 +110,9 @@ private:
         for (int64_t k = 0; k < pieces_; ++k) {
             T* const c = column(k);
             const T next = k + 1 < pieces_ ? c[5] - c[7] * t : first_slope;
-            const T per_h = 1 / (brkpt_[k + 1] - brkpt_[k]);
-            const T delta = (c[4] - c[0]) / (brkpt_[k + 1] - brkpt_[k]), d = slope + next - 2 * delta;
+            const T h = brkpt_[k + 1] - brkpt_[k];
             c[1] = slope;
-            c[2] = 2 * (delta - slope - d) * per_h;
-            c[3] = d * per_h * (6 * per_h);
+            set_curvature(h, (c[4] - c[0]) / h, slope, next, c);
             slope = next;
         }
     }

@@ -10,7 +10,7 @@ template <class T>
 void axpy(int64_t n, T a, const T* x, int64_t incx, T* y, int64_t incy)
 {
     if (n < 1 || a == T()) return;
-    if (incx == 1 && incy == 1 && in_step(x, y)) {
+    if (incx == 1 && incy == 1 && in_step(n, x, y)) {
         if constexpr (is_complex<T>)
             update_loops<T>().complex_axpy(2 * n, a.real(), a.imag(), parts(x), parts(y));
         else
@@ -28,7 +28,7 @@ namespace {
 template <class T, class A>
 void multiple(int64_t n, A a, const T* x, int64_t incx, T* y, int64_t incy)
 {
-    if (incx == 1 && incy == 1 && in_step(x, y)) {
+    if (incx == 1 && incy == 1 && in_step(n, x, y)) {
         if constexpr (is_complex<A>)
             update_loops<T>().complex_scale(2 * n, a.real(), a.imag(), parts(x), parts(y));
         else

@@ -164,7 +164,7 @@ void triangular(const char* uplo, const char* trans, const char* diag, const int
             if (!plain) own += dot_segment<T>(count, segment, conjugated, others, inc);
         } else {
             if (!plain) own -= dot_segment<T>(count, segment, conjugated, others, inc);
-            if (!unit) own /= diagonal;
+            if (!unit) own = quotient(own, diagonal);
             if (plain) add_segment<T>(count, -own, segment, false, others, inc);
         }
     }

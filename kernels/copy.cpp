@@ -20,7 +20,7 @@ template <class T>
 void copy(int64_t n, const T* x, int64_t incx, T* y, int64_t incy)
 {
     if (n < 1) return;
-    if (incx == 1 && incy == 1 && in_step(x, y)) {
+    if (incx == 1 && incy == 1 && in_step(n, x, y)) {
         update_loops<T>().copy(Number<T>::parts * n, parts(x), parts(y));
         return;
     }
@@ -33,7 +33,7 @@ template <class T>
 void swap(int64_t n, T* x, int64_t incx, T* y, int64_t incy)
 {
     if (n < 1) return;
-    if (incx == 1 && incy == 1 && in_step(x, y) && in_step(y, x)) {
+    if (incx == 1 && incy == 1 && in_step(n, x, y) && in_step(n, y, x)) {
         update_loops<T>().swap(Number<T>::parts * n, parts(x), parts(y));
         return;
     }

@@ -69,11 +69,14 @@ inline const auto& search_loops()
 }
 
 // Whether the loops, which load a block before they store one, give what the plain loop gives: not where
-// `written` begins within a block behind `read`.
-inline bool in_step(const void* read, const void* written)
+// `written` begins inside `read`, a vector of n elements, and within a block of its begin. Vectors that only
+// stand side by side do not count, so that no result depends on where a vector lies.
+template <class T>
+inline bool in_step(int64_t n, const T* read, const T* written)
 {
     const uintptr_t behind = reinterpret_cast<uintptr_t>(written) - reinterpret_cast<uintptr_t>(read);
-    return behind == 0 || behind >= static_cast<uintptr_t>(block);
+    return behind == 0 || behind >= static_cast<uintptr_t>(block) ||
+           behind >= static_cast<uintptr_t>(n) * sizeof(T);
 }
 
 template <class T>

@@ -1,4 +1,5 @@
 // kernels/norms.cpp - ASUM, SUM, NRM2: sums of magnitudes, plain sums, Euclidean norms
+#include <algorithm>
 #include <cmath>
 
 #include "frame/constants.h"
@@ -55,8 +56,32 @@ Part<T> asum(int64_t n, const T* x, int64_t incx)
     return total;
 }
 
-// The path is decided by the sum of the magnitudes. The sum of squares is formed beside it: where it could
-// overflow or underflow, it is not used.
+// Sums of the magnitudes and of their squares. Magnitudes beyond 2 cuthi count as 2 cuthi, and elements
+// behind a sum beyond cuthi are not looked at: neither changes what is decided by the first sum, and nothing
+// overflows.
+template <class T>
+void norms(int64_t n, const T* x, int64_t incx, Part<T> cuthi, Part<T> s[2])
+{
+    using R = Part<T>;
+    constexpr int64_t section = 1 << 18;
+    const R most = 2 * cuthi;
+    for (int64_t first = 0; first < n && !(s[0] > cuthi); first += section) {
+        const int64_t here = std::min(section, n - first);
+        R part_sums[2] = {0, 0};
+        if (incx == 1)
+            sum_loops<T>().norms(Number<T>::parts * here, parts(x + first), most, part_sums);
+        else
+            each_part(here, x + first * incx, incx, [&](R part) {
+                const R size = std::abs(part), cut = size > most ? most : size;
+                part_sums[0] += cut;
+                part_sums[1] += cut * cut;
+            });
+        s[0] += part_sums[0];
+        s[1] += part_sums[1];
+    }
+}
+
+// The path is decided by the sum of the magnitudes.
 template <class T>
 Part<T> nrm2(int64_t n, const T* x, int64_t incx)
 {
@@ -72,13 +97,7 @@ Part<T> nrm2(int64_t n, const T* x, int64_t incx)
             return std::abs(*x) * root;
     }
     R s[2] = {0, 0};
-    if (incx == 1)
-        sum_loops<T>().norms(Number<T>::parts * n, parts(x), s);
-    else
-        each_part(n, x, incx, [&](R part) {
-            s[0] += std::abs(part);
-            s[1] += part * part;
-        });
+    norms(n, x, incx, cuthi, s);
     if (s[0] > cuthi) return scaled_norm(n, x, incx, static_cast<double>(cuthi) / static_cast<double>(cutlo));
     if (s[0] >= static_cast<R>(Number<T>::parts * n) * cutlo) return std::sqrt(s[1]);
     return scaled_norm(n, x, incx, static_cast<double>(cutlo) * static_cast<double>(machine<R>(4)));

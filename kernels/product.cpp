@@ -51,6 +51,9 @@ constexpr int64_t direct_limit = is_complex<T> ? 48 : 160;
 // when there is no memory for panels.
 template <class T>
 constexpr int64_t stack_block = is_complex<T> ? 32 : 64;
+// Their inner dimension: a block takes at most 16 KB.
+template <class T>
+constexpr int64_t stack_depth = std::min<int64_t>(stack_block<T>, 16384 / sizeof(T) / stack_block<T>);
 
 // to(rows, columns) by columns = the block of a factor.
 template <class T>
@@ -67,11 +70,11 @@ template <class T>
 void by_blocks(int64_t m, int64_t n, int64_t k, T alpha, const Factor<T>& a, const Factor<T>& b,
                const View<T>& c, bool from_zero)
 {
-    constexpr int64_t size = stack_block<T>;
-    OnStack<T, size * size> block_of_a, block_of_b;
+    constexpr int64_t size = stack_block<T>, most_depth = stack_depth<T>;
+    OnStack<T, size * most_depth> block_of_a, block_of_b;
     for (int64_t j = 0; j < n; j += size)
-        for (int64_t q = 0; q < k; q += size) {
-            const int64_t columns = std::min(size, n - j), depth = std::min(size, k - q);
+        for (int64_t q = 0; q < k; q += most_depth) {
+            const int64_t columns = std::min(size, n - j), depth = std::min(most_depth, k - q);
             Factor<T> second = b.from(q, j);
             if (alpha != T(1)) {
                 for (int64_t s = 0; s < columns; ++s)
@@ -98,14 +101,14 @@ template <class R>
 void by_small_panels(int64_t m, int64_t n, int64_t k, std::complex<R> alpha, const Factor<std::complex<R>>& a,
                      const Factor<std::complex<R>>& b, const View<std::complex<R>>& c, bool from_zero)
 {
-    constexpr int64_t size = stack_block<std::complex<R>>;
-    alignas(64) R panels[8 * size * size];
+    constexpr int64_t size = stack_block<std::complex<R>>, depth = sizeof(R) == 4 ? size : size / 2;
+    alignas(64) R panels[8 * size * depth];  // for rows up to the next whole tile
     const auto& run = product_loops(alpha);
     for (int64_t j = 0; j < n; j += size)
-        for (int64_t q = 0; q < k; q += size)
+        for (int64_t q = 0; q < k; q += depth)
             for (int64_t r = 0; r < m; r += size) {
                 const Target here{from_zero && q == 0};
-                const auto p = task(std::min(size, m - r), std::min(size, n - j), std::min(size, k - q),
+                const auto p = task(std::min(size, m - r), std::min(size, n - j), std::min(depth, k - q),
                                     alpha, a.from(r, q), b.from(q, j), c.from(r, j), here);
                 run.packed(&p, panels);
             }
@@ -167,7 +170,7 @@ template <class T>
 void add_to_triangle(int64_t n, int64_t k, T alpha, const Factor<T>& a, const Factor<T>& b, const View<T>& c,
                      Target target)
 {
-    constexpr int64_t small = 48;
+    constexpr int64_t small = sizeof(T) == 16 ? 32 : 48;
     const bool lower = target.triangle == 'L';
     if (n > small) {
         if (by_panels(n, n, k, alpha, a, b, c, target)) return;
@@ -224,16 +227,16 @@ template bool add_small_product(int64_t, int64_t, int64_t, const std::complex<do
                                 const std::complex<double>*, int64_t, int64_t, bool, std::complex<double>*,
                                 int64_t, bool);
 
-template <class T>
-void scale(int64_t m, int64_t n, T beta, View<T> c, char uplo)
+template <class T, class S>
+void scale(int64_t m, int64_t n, S beta, View<T> c, char uplo)
 {
-    if (beta == T(1)) return;
+    if (beta == S(1)) return;
     for (int64_t j = 0; j < n; ++j) {
         const int64_t first = uplo == 'L' ? std::min(j, m) : 0, last = uplo == 'U' ? std::min(j + 1, m) : m;
         T* column = &c(0, j);
-        if (beta == T(0))
+        if (beta == S(0))
             for (int64_t r = first; r < last; ++r) column[r] = T(0);
-        else if (beta == T(-1))
+        else if (beta == S(-1))
             for (int64_t r = first; r < last; ++r) column[r] = -column[r];
         else
             for (int64_t r = first; r < last; ++r) column[r] *= beta;
@@ -244,5 +247,7 @@ template void scale(int64_t, int64_t, float, View<float>, char);
 template void scale(int64_t, int64_t, double, View<double>, char);
 template void scale(int64_t, int64_t, std::complex<float>, View<std::complex<float>>, char);
 template void scale(int64_t, int64_t, std::complex<double>, View<std::complex<double>>, char);
+template void scale(int64_t, int64_t, float, View<std::complex<float>>, char);
+template void scale(int64_t, int64_t, double, View<std::complex<double>>, char);
 
 }  // namespace orvel::kernels

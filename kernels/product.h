@@ -35,8 +35,9 @@ template <class T>
 bool add_small_product(int64_t m, int64_t n, int64_t k, const T* a, int64_t lda, const T* b, int64_t b_rows,
                        int64_t b_columns, bool b_conjugated, T* c, int64_t ldc, bool from_zero);
 
-// C = beta * C, with C not read when beta is 0; only the part that `uplo` names when it is U or L.
-template <class T>
-void scale(int64_t m, int64_t n, T beta, View<T> c, char uplo = 'A');
+// C = beta * C, with C not read when beta is 0; only the part that `uplo` names when it is U or L. A real
+// beta scales the parts of a complex C.
+template <class T, class S>
+void scale(int64_t m, int64_t n, S beta, View<T> c, char uplo = 'A');
 
 }  // namespace orvel::kernels

@@ -83,8 +83,8 @@ void syrk(const char* uplo, const char* trans, const int32_t* n, const int32_t* 
     const View<T> target = by_columns(c, *ldc);
     const bool multiplies = *k > 0 && *alpha != S(0), from_zero = multiplies && *beta == S(0);
     if (!from_zero) {
-        scale<T>(*n, *n, T(*beta), target, upper(*uplo));
         if (Hermitian) clear_imaginary_diagonal(*n, target);
+        scale<T>(*n, *n, *beta, target, upper(*uplo));
     }
     if (!multiplies) return;
     const Factor<T> first = operand(a, *lda, trans);
@@ -106,8 +106,8 @@ void syr2k(const char* uplo, const char* trans, const int32_t* n, const int32_t*
     const View<T> target = by_columns(c, *ldc);
     const bool multiplies = *k > 0 && *alpha != T(0), from_zero = multiplies && *beta == S(0);
     if (!from_zero) {
-        scale<T>(*n, *n, T(*beta), target, upper(*uplo));
         if (Hermitian) clear_imaginary_diagonal(*n, target);
+        scale<T>(*n, *n, *beta, target, upper(*uplo));
     }
     if (!multiplies) return;
     const char triangle = upper(*uplo);

@@ -13,7 +13,7 @@ namespace {
 template <class T>
 void transform(int64_t n, const Part<T> (&h)[4], T* x, int64_t incx, T* y, int64_t incy)
 {
-    if (incx == 1 && incy == 1 && in_step(x, y) && in_step(y, x)) {
+    if (incx == 1 && incy == 1 && in_step(n, x, y) && in_step(n, y, x)) {
         update_loops<T>().transform(Number<T>::parts * n, h, parts(x), parts(y));
         return;
     }
@@ -52,14 +52,14 @@ void rotm(int64_t n, T* x, int64_t incx, T* y, int64_t incy, const Part<T>* para
 template <class T>
 void rotg(T* a, T* b, T* c, T* s)
 {
-    const T largest = std::fmax(std::abs(*a), std::abs(*b));
-    if (largest == 0) {
+    if (*a == 0 && *b == 0) {
         *a = *b = *s = 0;
         *c = 1;
         return;
     }
     const bool by_a = std::abs(*a) > std::abs(*b);
-    const int exponent = std::isfinite(largest) ? std::ilogb(largest) : 0;
+    const T largest = std::abs(by_a ? *a : *b);
+    const int exponent = largest != 0 && std::isfinite(largest) ? std::ilogb(largest) : 0;
     const T u = std::scalbn(*a, -exponent), v = std::scalbn(*b, -exponent);
     const T r = std::copysign(std::sqrt(u * u + v * v), by_a ? u : v);
     *c = u / r;

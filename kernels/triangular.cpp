@@ -160,29 +160,29 @@ using enum Action;
 }  // namespace
 
 template <class T>
-void multiply_by_triangle(bool left, bool lower, int64_t m, int64_t n, const T* a, int64_t lda, T* b,
-                          int64_t ldb)
+void multiply_by_triangle(int64_t m, int64_t n, bool lower, const T* a, int64_t lda, T* b, int64_t ldb)
 {
-    apply_oriented<T>(Action::multiply, left, lower, false, m, n, {{a, 1, lda}}, {b, 1, ldb});
+    apply_oriented<T>(Action::multiply, true, lower, false, m, n, {{a, 1, lda}}, {b, 1, ldb});
 }
 
 template <class T>
-void solve_with_unit_lower(int64_t m, int64_t n, const T* a, int64_t lda, T* b, int64_t ldb)
+void divide_by_triangle(int64_t m, int64_t n, TriangleKind kind, const T* a, int64_t lda, T* b, int64_t ldb)
 {
-    apply_oriented<T>(Action::solve, false, true, true, m, n, {{a, 1, lda}}, {b, 1, ldb});
+    apply_oriented<T>(Action::solve, false, kind.lower, kind.unit, m, n, {{a, 1, lda}}, {b, 1, ldb});
 }
 
-template void multiply_by_triangle(bool, bool, int64_t, int64_t, const float*, int64_t, float*, int64_t);
-template void multiply_by_triangle(bool, bool, int64_t, int64_t, const double*, int64_t, double*, int64_t);
-template void multiply_by_triangle(bool, bool, int64_t, int64_t, const orvel_complex*, int64_t,
-                                   orvel_complex*, int64_t);
-template void multiply_by_triangle(bool, bool, int64_t, int64_t, const orvel_dcomplex*, int64_t,
-                                   orvel_dcomplex*, int64_t);
-template void solve_with_unit_lower(int64_t, int64_t, const float*, int64_t, float*, int64_t);
-template void solve_with_unit_lower(int64_t, int64_t, const double*, int64_t, double*, int64_t);
-template void solve_with_unit_lower(int64_t, int64_t, const orvel_complex*, int64_t, orvel_complex*, int64_t);
-template void solve_with_unit_lower(int64_t, int64_t, const orvel_dcomplex*, int64_t, orvel_dcomplex*,
-                                    int64_t);
+template void multiply_by_triangle(int64_t, int64_t, bool, const float*, int64_t, float*, int64_t);
+template void multiply_by_triangle(int64_t, int64_t, bool, const double*, int64_t, double*, int64_t);
+template void multiply_by_triangle(int64_t, int64_t, bool, const orvel_complex*, int64_t, orvel_complex*,
+                                   int64_t);
+template void multiply_by_triangle(int64_t, int64_t, bool, const orvel_dcomplex*, int64_t, orvel_dcomplex*,
+                                   int64_t);
+template void divide_by_triangle(int64_t, int64_t, TriangleKind, const float*, int64_t, float*, int64_t);
+template void divide_by_triangle(int64_t, int64_t, TriangleKind, const double*, int64_t, double*, int64_t);
+template void divide_by_triangle(int64_t, int64_t, TriangleKind, const orvel_complex*, int64_t,
+                                 orvel_complex*, int64_t);
+template void divide_by_triangle(int64_t, int64_t, TriangleKind, const orvel_dcomplex*, int64_t,
+                                 orvel_dcomplex*, int64_t);
 
 }  // namespace orvel::kernels
 

@@ -11,13 +11,15 @@ namespace orvel::kernels {
 template <class T>
 void solve_triangle(bool lower, bool turned, int64_t n, const T* a, int64_t lda, T* x);
 
-// B(m, n) = A * B, or B * A when A is not on the left.
+// B(m, n) = A * B.
 template <class T>
-void multiply_by_triangle(bool left, bool lower, int64_t m, int64_t n, const T* a, int64_t lda, T* b,
-                          int64_t ldb);
+void multiply_by_triangle(int64_t m, int64_t n, bool lower, const T* a, int64_t lda, T* b, int64_t ldb);
 
-// B(m, n) = B * L^-1, L lower with a diagonal of 1 that is not read.
+// B(m, n) = B * A^-1; a diagonal of ones is not read.
+struct TriangleKind {
+    bool lower, unit;
+};
 template <class T>
-void solve_with_unit_lower(int64_t m, int64_t n, const T* a, int64_t lda, T* b, int64_t ldb);
+void divide_by_triangle(int64_t m, int64_t n, TriangleKind kind, const T* a, int64_t lda, T* b, int64_t ldb);
 
 }  // namespace orvel::kernels

@@ -48,7 +48,7 @@ void apply_columns(Action action, const Triangle<T>& t, int64_t first, int64_t l
             x[j] = t.transposed ? own + dot_column(to - from, column + from, t.conjugated, x + from) : own;
         } else {
             if (t.transposed) x[j] -= dot_column(to - from, column + from, t.conjugated, x + from);
-            if (!t.unit) x[j] /= t.diagonal(j);
+            if (!t.unit) x[j] = quotient(x[j], t.diagonal(j));
             const T factor = -x[j];
             if (!t.transposed && to > from)
                 add_columns(to - from, 1, column + from, 1, t.conjugated, &factor, x + from);
@@ -102,7 +102,7 @@ void apply_plainly(Action action, const Triangle<T>& t, int64_t n, T* x, int64_t
         if (action == Action::multiply)
             own = (t.unit ? own : element(r, r) * own) + sum;
         else
-            own = t.unit ? own - sum : (own - sum) / element(r, r);
+            own = t.unit ? own - sum : quotient(own - sum, element(r, r));
     }
 }
 

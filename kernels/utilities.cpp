@@ -41,7 +41,7 @@ T xyz(int64_t n, const T* x, int64_t incx, const T* y, int64_t incy, const T* z,
 template <class T>
 void hprod(int64_t n, const T* x, int64_t incx, const T* y, int64_t incy, T* z, int64_t incz)
 {
-    if (incx == 1 && incy == 1 && incz == 1 && in_step(x, z) && in_step(y, z)) {
+    if (incx == 1 && incy == 1 && incz == 1 && in_step(n, x, z) && in_step(n, y, z)) {
         update_loops<T>().multiply(n, x, y, z);
         return;
     }

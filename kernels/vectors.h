@@ -1,8 +1,10 @@
 // kernels/vectors.h - vectors given by count and increment
 #pragma once
 
+#include <cmath>
 #include <complex>
 #include <cstdint>
+#include <limits>
 
 namespace orvel::kernels {
 
@@ -39,6 +41,25 @@ template <class T>
 inline const Part<T>* parts(const T* x)
 {
     return reinterpret_cast<const Part<T>*>(x);
+}
+
+// a / b for every finite a and b whose quotient is representable. Complex division by the larger part of b
+// (R. L. Smith, Algorithm 116: Complex division, which compilers use) forms sums of both parts, which
+// overflow near the largest number; such operands are divided by 4 first.
+template <class T>
+inline T quotient(T a, T b)
+{
+    if constexpr (is_complex<T>) {
+        using R = Part<T>;
+        constexpr R large = std::numeric_limits<R>::max() / 4;
+        const auto is_large = [](T z) { return std::abs(z.real()) > large || std::abs(z.imag()) > large; };
+        const bool scale_a = is_large(a), scale_b = is_large(b);
+        if (scale_a || scale_b) {
+            const T result = (scale_a ? a * R(0.25) : a) / (scale_b ? b * R(0.25) : b);
+            return scale_a == scale_b ? result : result * (scale_a ? R(4) : R(0.25));
+        }
+    }
+    return a / b;
 }
 
 // N numbers on the stack, not initialised: a complex array would be cleared first.

@@ -59,4 +59,16 @@ void check_ipath(Frame& me, int32_t code, int32_t ipath)
                 {i(1, ipath)});
 }
 
+// The first entry of IPVT that is no row, which would lead outside the arrays.
+template <class Frame>
+void check_pivots(Frame& me, int32_t code, int32_t n, const int32_t* ipvt)
+{
+    for (int32_t k = 0; k < n; ++k)
+        if (ipvt[k] < 1 || ipvt[k] > n)
+            return me.post(
+                terminal, code,
+                "The elements of IPVT must be rows of the matrix, from 1 to N = %(I1), while IPVT(%(I2)) = %(I3) is given.",
+                {i(1, n), i(2, k + 1), i(3, ipvt[k])});
+}
+
 }  // namespace orvel::linsys

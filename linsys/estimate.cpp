@@ -4,6 +4,7 @@
 // 1979, in the form of J. Dongarra, C. Moler, J. Bunch and G. Stewart, LINPACK Users' Guide, 1979. All the
 // scaling is there to keep the intermediate vectors from overflowing.
 #include <algorithm>
+#include <numeric>
 
 #include "frame/scratch.h"
 #include "kernels/level1.h"
@@ -119,8 +120,8 @@ void solve_for_growth(int64_t n, const T* fact, int64_t ldfac, T* result)
         T wp = ek - z[k], wm = -ek - z[k];
         const Part<T> sp = magnitude(wp), sm = magnitude(wm);
         if (size != 0) {
-            wp /= conjugate(diagonal);
-            wm /= conjugate(diagonal);
+            wp = kernels::quotient(wp, conjugate(diagonal));
+            wm = kernels::quotient(wm, conjugate(diagonal));
         } else {
             wp = wm = 1;
         }
@@ -130,13 +131,14 @@ void solve_for_growth(int64_t n, const T* fact, int64_t ldfac, T* result)
             else
                 for_pieces(n - k - 1, fact + k + (k + 1) * ldfac, ldfac, z + k + 1, work);
         };
-        Part<T> sums[2] = {sm, sp};
+        constexpr int64_t lanes = 64 / static_cast<int64_t>(sizeof(Part<T>));  // of the widest level
+        alignas(64) Part<T> before[lanes] = {}, after[lanes] = {};
         visit([&](int64_t count, const T* u, T* behind) {
             of_type<T>(all_vector_loops())
                 .grow(count, kernels::parts(u), kernels::parts(&wm), kernels::parts(&wp),
-                      kernels::parts(behind), sums);
+                      kernels::parts(behind), before, after);
         });
-        if (sums[0] > sums[1]) {
+        if (std::accumulate(before, before + lanes, sm) > std::accumulate(after, after + lanes, sp)) {
             const T change = wm - wp;
             visit([&](int64_t count, const T* u, T* behind) {
                 kernels::axpy<T>(count, change, u, 1, behind, 1);
@@ -181,7 +183,7 @@ Part<T> reciprocal_of_inverse_norm(int64_t n, const T* fact, int64_t ldfac, cons
             scale(n, factor, z);
             ynorm *= factor;
         }
-        z[k] = size != 0 ? z[k] / diagonal : T(1);
+        z[k] = size != 0 ? kernels::quotient(z[k], diagonal) : T(1);
         kernels::axpy<T>(k, -z[k], fact + k * ldfac, 1, z, 1);
     }
     ynorm *= scale_to_one(n, z);

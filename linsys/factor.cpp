@@ -17,15 +17,6 @@ namespace {
 
 constexpr int64_t round_up(int64_t n, int64_t unit) { return (n + unit - 1) / unit * unit; }
 
-// Columns of a panel: few while the whole matrix is in a near cache, more where the products with the
-// columns to the right have to pay for the way to the memory.
-template <class T>
-int64_t panel_width(int64_t n)
-{
-    if (n <= 256) return n;
-    return n <= 800 ? 64 : n <= 1500 || is_complex<T> ? 128 : 256;
-}
-
 template <class T>
 struct Panel {
     using R = Part<T>;
@@ -116,7 +107,7 @@ void factor_leaf(const Panel<T>& panel, int64_t first, int64_t last, Part<T> sma
             std::swap(s[c], s[best]);
             for (int64_t j = first; j < last; ++j) swap_rows(panel, &swap, 1, j);
         }
-        const T t = T(-1) / pivot;
+        const T t = kernels::quotient(T(-1), pivot);
         best = run.step(c, m, n, kernels::parts(&t), s, corner, panel.shape);
     }
 }
@@ -248,7 +239,7 @@ bool factor_plainly(int64_t n, T* fact, int64_t ldfac, int32_t* ipvt, Part<T>* s
         }
         std::swap(s[k], s[best]);
         for (int64_t j = k; j < n; ++j) std::swap(fact[k + j * ldfac], fact[best + j * ldfac]);
-        const T t = T(-1) / column[k];
+        const T t = kernels::quotient(T(-1), column[k]);
         for (int64_t i = k + 1; i < n; ++i) column[i] = t * column[i];
         for (int64_t j = k + 1; j < n; ++j)
             kernels::add_columns(n - k - 1, 1, column + k + 1, 1, false, fact + k + j * ldfac,
@@ -331,9 +322,15 @@ void load(const Panel<T>& panel, const T* corner, int64_t ldfac)
 }  // namespace
 
 template <class T>
-bool factor(int64_t n, T* fact, int64_t ldfac, int32_t* ipvt, Part<T>* s, Part<T> small)
+int64_t panel_width(int64_t n)
 {
-    const int64_t width = std::min(n, panel_width<T>(n));
+    if (n <= 256) return n;
+    return n <= 800 ? 64 : n <= 1500 || is_complex<T> ? 128 : 256;
+}
+
+template <class T>
+bool factor(int64_t n, int64_t width, T* fact, int64_t ldfac, int32_t* ipvt, Part<T>* s, Part<T> small)
+{
     Workspace<T> w;
     if (!w.allocate(n, width)) return factor_plainly(n, fact, ldfac, ipvt, s, small);
     std::copy_n(s, n, w.s);
@@ -365,13 +362,17 @@ bool factor(int64_t n, T* fact, int64_t ldfac, int32_t* ipvt, Part<T>* s, Part<T
     return singular || magnitude(fact[(n - 1) * (ldfac + 1)]) <= small;
 }
 
-template bool factor(int64_t, float*, int64_t, int32_t*, float*, float);
+template int64_t panel_width<float>(int64_t);
+template bool factor(int64_t, int64_t, float*, int64_t, int32_t*, float*, float);
 template bool factor_plainly(int64_t, float*, int64_t, int32_t*, float*, float);
-template bool factor(int64_t, double*, int64_t, int32_t*, double*, double);
+template int64_t panel_width<double>(int64_t);
+template bool factor(int64_t, int64_t, double*, int64_t, int32_t*, double*, double);
 template bool factor_plainly(int64_t, double*, int64_t, int32_t*, double*, double);
-template bool factor(int64_t, std::complex<float>*, int64_t, int32_t*, float*, float);
+template int64_t panel_width<std::complex<float>>(int64_t);
+template bool factor(int64_t, int64_t, std::complex<float>*, int64_t, int32_t*, float*, float);
 template bool factor_plainly(int64_t, std::complex<float>*, int64_t, int32_t*, float*, float);
-template bool factor(int64_t, std::complex<double>*, int64_t, int32_t*, double*, double);
+template int64_t panel_width<std::complex<double>>(int64_t);
+template bool factor(int64_t, int64_t, std::complex<double>*, int64_t, int32_t*, double*, double);
 template bool factor_plainly(int64_t, std::complex<double>*, int64_t, int32_t*, double*, double);
 
 }  // namespace orvel::linsys

@@ -10,9 +10,10 @@ namespace orvel::linsys {
     extern const AllVectorLoops all_vector_loops;                                                      \
     extern const SmallMatrices small_matrices;                                                         \
     extern const ResidualLoops residual_loops;                                                         \
+    extern const ExcessLoops excess_loops;                                                             \
     }                                                                                                  \
     constexpr Tables isa##_tables = {&isa::eliminations, &isa::all_vector_loops, &isa::small_matrices, \
-                                     &isa::residual_loops};
+                                     &isa::residual_loops, &isa::excess_loops};
 #define ORVEL_SOLVER_TABLES(isa) isa##_tables,
 
 namespace {
@@ -22,6 +23,7 @@ struct Tables {
     const AllVectorLoops* vectors;
     const SmallMatrices* small;
     const ResidualLoops* residuals;
+    const ExcessLoops* excess;
 };
 
 }  // namespace
@@ -34,9 +36,10 @@ constexpr Tables tables[] = {ORVEL_FOR_EACH_LEVEL(ORVEL_SOLVER_TABLES)};
 
 }  // namespace
 
-const Eliminations& eliminations() { return *tables[frame::level()].eliminations; }
-const AllVectorLoops& all_vector_loops() { return *tables[frame::level()].vectors; }
-const SmallMatrices& small_matrices() { return *tables[frame::level()].small; }
-const ResidualLoops& residual_loops() { return *tables[frame::level()].residuals; }
+const Eliminations& eliminations() { return *frame::at_level(tables).eliminations; }
+const AllVectorLoops& all_vector_loops() { return *frame::at_level(tables).vectors; }
+const SmallMatrices& small_matrices() { return *frame::at_level(tables).small; }
+const ResidualLoops& residual_loops() { return *frame::at_level(tables).residuals; }
+const ExcessLoops& excess_loops() { return *frame::at_level(tables).excess; }
 
 }  // namespace orvel::linsys

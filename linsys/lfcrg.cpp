@@ -1,4 +1,7 @@
 // linsys/lfcrg.cpp - LFCRG, L2CRG: LU factorization and estimate of the condition number; NR1RR: its norm
+#include <algorithm>
+#include <cmath>
+
 #include "frame/export.h"
 #include "frame/scratch.h"
 #include "kernels/level1.h"
@@ -8,15 +11,40 @@
 namespace orvel::linsys {
 
 template <class T>
-Part<T> norm_1(int64_t rows, int64_t columns, const T* a, int64_t lda)
+Part<T> norm_1(int64_t rows, int64_t columns, const T* a, int64_t lda, Part<T> scale)
 {
     Part<T> largest = 0;
     for (int64_t j = 0; j < columns; ++j) {
-        const Part<T> sum = kernels::asum<T>(rows, a + j * lda, 1);
-        if (!(sum <= largest)) largest = sum;  // what is no number stays
+        const T* const column = a + j * lda;
+        Part<T> sum = 0;
+        if (scale == 1)
+            sum = kernels::asum<T>(rows, column, 1);
+        else
+            for (int64_t r = 0; r < rows; ++r) sum += magnitude(scale * column[r]);
+        if (std::isnan(sum)) return sum;
+        largest = std::max(largest, sum);
     }
     return largest;
 }
+
+namespace {
+
+// The norm of A, times a power of two where it would overflow.
+template <class R>
+struct ScaledNorm {
+    R value = 0, scale = 1;
+};
+
+template <class T>
+ScaledNorm<Part<T>> scaled_norm(int64_t n, const T* a, int64_t lda)
+{
+    const Part<T> norm = norm_1<T>(n, n, a, lda);
+    if (!std::isinf(norm)) return {norm, 1};
+    const Part<T> scale = Part<T>(0x1p-40);  // for more elements than a column can have
+    return {norm_1<T>(n, n, a, lda, scale), scale};
+}
+
+}  // namespace
 
 template <class T>
 void l2crg(frame::State& state, int32_t n, const T* a, int64_t lda, T* fact, int64_t ldfac, int32_t* ipvt,
@@ -35,12 +63,13 @@ void l2crg(frame::State& state, int32_t n, const T* a, int64_t lda, T* fact, int
             terminal, 4,
             "The flag value for computing the matrix condition number must be 1 or 2 while %(I1) is given.",
             {i(1, flag)});
-    const Part<T> norm = flag == 2 ? norm_1<T>(n, n, a, lda) : 0;
+    ScaledNorm<Part<T>> norm;
+    if (flag == 2) norm = scaled_norm<T>(n, a, lda);
     l2trg<T>(state, n, a, lda, fact, ldfac, ipvt, wk);
     if (is_severe(me.callee_type())) return;
     if (flag == 1) return;
     const Part<T> ynorm = reciprocal_of_inverse_norm<T>(n, fact, ldfac, ipvt, wk);
-    if (norm != 0) *rcond = ynorm / norm;
+    if (norm.value != 0) *rcond = norm.scale * ynorm / norm.value;
     if (epsilon<T>() >= *rcond)
         me.post(
             warning, 1,
@@ -82,10 +111,10 @@ void lfcrg(const int32_t* n, const T* a, const int32_t* lda, T* fact, const int3
 
 }  // namespace
 
-template float norm_1(int64_t, int64_t, const float*, int64_t);
-template double norm_1(int64_t, int64_t, const double*, int64_t);
-template float norm_1(int64_t, int64_t, const orvel_complex*, int64_t);
-template double norm_1(int64_t, int64_t, const orvel_dcomplex*, int64_t);
+template float norm_1(int64_t, int64_t, const float*, int64_t, float);
+template double norm_1(int64_t, int64_t, const double*, int64_t, double);
+template float norm_1(int64_t, int64_t, const orvel_complex*, int64_t, float);
+template double norm_1(int64_t, int64_t, const orvel_dcomplex*, int64_t, double);
 template void l2crg(frame::State&, int32_t, const float*, int64_t, float*, int64_t, int32_t*, float*, float*);
 template void l2crg(frame::State&, int32_t, const double*, int64_t, double*, int64_t, int32_t*, double*,
                     double*);

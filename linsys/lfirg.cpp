@@ -18,6 +18,27 @@ Part<T> largest(int64_t n, const T* x)
     return magnitude(x[kernels::iamax<T>(n, x, 1) - 1]);
 }
 
+// What rounding may leave of a residual, as a multiple of |A| |x| + |b|: twice the bound for a solution that
+// a stable factorization and one correction have given. Source: N. Higham, Accuracy and Stability of
+// Numerical Algorithms, 2nd edition, 2002, chapter 12.
+template <class T>
+Part<T> residual_limit(int64_t n)
+{
+    return 4 * static_cast<Part<T>>(n + 1) * epsilon<T>();
+}
+
+// Whether a look at the diagonal cannot tell that all elements of the residual are small.
+template <class T>
+bool is_doubtful(int64_t n, const T* a, int64_t lda, const T* x, const T* b, const T* residual)
+{
+    const Part<T> limit = residual_limit<T>(n);
+    for (int64_t k = 0; k < n; ++k)
+        if (!(magnitude(residual[k]) <=
+              limit * (magnitude(b[k]) + magnitude(a[k * (lda + 1)]) * magnitude(x[k]))))
+            return true;
+    return false;
+}
+
 }  // namespace
 
 template <class T>
@@ -29,6 +50,8 @@ void lfirg(frame::State& state, int32_t n, const T* a, int64_t lda, const T* fac
     check_lda(me, n, lda);
     check_ldfac(me, 3, n, ldfac);
     check_ipath(me, 4, ipath);
+    if (me.failed()) return;
+    check_pivots(me, 6, n, ipvt);
     if (me.failed()) return;
 
     SmallScratch<T> copy_of_b;
@@ -44,19 +67,28 @@ void lfirg(frame::State& state, int32_t n, const T* a, int64_t lda, const T* fac
     if (is_severe(me.callee_type()) || largest(n, x) == 0) return;
 
     const auto& run = of_type<T>(residual_loops());
+    const auto& check = of_type<T>(excess_loops());
     const auto residual = ipath == 1 ? run.by_columns : run.by_rows;
+    const auto exceeds = ipath == 1 ? check.by_columns : check.by_rows;
     Part<T> previous = machine<Part<T>>(2);
-    for (int iteration = 0; iteration < 50; ++iteration) {
+    bool converged = false, doubtful = false;
+    // Near zero the spacing of numbers does not shrink with x, and each operation of a solve rounds to it.
+    const Part<T> least = 4 * static_cast<Part<T>>(n + 1) * machine<Part<T>>(1);
+    for (int iteration = 0; iteration < 50 && !converged; ++iteration) {
         residual(n, n, kernels::parts(a), lda, kernels::parts(x), kernels::parts(b), kernels::parts(res));
+        doubtful = is_doubtful(n, a, lda, x, b, res);
         lfsrg<T>(state, n, fact, ldfac, ipvt, res, ipath, res);
         if (is_severe(me.callee_type())) return;
         for (int64_t k = 0; k < n; ++k) x[k] -= res[k];
-        const Part<T> ratio = largest(n, res) / largest(n, x);
+        const Part<T> ratio = largest(n, res) / std::max(largest(n, x), least);
         if (ratio >= previous) break;
-        if (ratio <= epsilon<T>()) return;
         previous = ratio;
+        converged = ratio <= epsilon<T>();
     }
-    me.post(warning, 2, "The matrix is too ill-conditioned for iterative refinement to be effective.");
+    // With a factorization that growth has spoiled, corrections are small while the residual is not.
+    if (!converged || (doubtful && exceeds(n, n, kernels::parts(a), lda, kernels::parts(x), kernels::parts(b),
+                                           static_cast<double>(residual_limit<T>(n)))))
+        me.post(warning, 2, "The matrix is too ill-conditioned for iterative refinement to be effective.");
 }
 
 namespace {

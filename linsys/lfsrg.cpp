@@ -32,6 +32,8 @@ void lfsrg(frame::State& state, int32_t n, const T* fact, int64_t ldfac, const i
     if (me.failed()) return;
     check_ipath(me, 5, ipath);
     if (me.failed()) return;
+    check_pivots(me, 6, n, ipvt);
+    if (me.failed()) return;
     if (x != b) kernels::copy<T>(n, b, 1, x, 1);
 
     if (ipath == 1) {

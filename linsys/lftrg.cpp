@@ -26,7 +26,7 @@ void l4trg(const int32_t* n, const T* x, const Part<T>* s, int32_t* l)
 template <class T>
 void invert(const Part<T>* x, Part<T>* t)
 {
-    *reinterpret_cast<T*>(t) = T(-1) / *reinterpret_cast<const T*>(x);
+    *reinterpret_cast<T*>(t) = kernels::quotient(T(-1), *reinterpret_cast<const T*>(x));
 }
 
 // FACT = A, scaled and factored. Returns whether it is singular.
@@ -44,8 +44,9 @@ bool scale_and_factor(int64_t n, const T* a, int64_t lda, T* fact, int64_t ldfac
         if (fact != a || ldfac != lda) kernels::copy<T>(n, a + j * lda, 1, fact + j * ldfac, 1);
         raise_maxima(n, kernels::parts(fact + j * ldfac), s);
     }
-    for (int64_t k = 0; k < n; ++k) s[k] = s[k] >= small ? 1 / s[k] : Part<T>(1);
-    return factor<T>(n, fact, ldfac, ipvt, s, small);
+    for (int64_t k = 0; k < n; ++k)
+        s[k] = s[k] >= small ? 1 / std::min(s[k], machine<Part<T>>(2)) : Part<T>(1);
+    return factor<T>(n, panel_width<T>(n), fact, ldfac, ipvt, s, small);
 }
 
 }  // namespace

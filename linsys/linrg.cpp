@@ -9,7 +9,6 @@
 #include "frame/export.h"
 #include "frame/scratch.h"
 #include "kernels/level1.h"
-#include "kernels/level2.h"
 #include "kernels/product.h"
 #include "kernels/triangular.h"
 #include "linsys/checks.h"
@@ -19,54 +18,72 @@ namespace orvel::linsys {
 
 namespace {
 
-// Column j of the multipliers, packed: n - 1 - j elements.
-constexpr int64_t packed_start(int64_t n, int64_t j) { return j * (n - 1) - j * (j - 1) / 2; }
+// The multipliers lie in pieces, in the order in which they are used: blocks of columns from the last to the
+// first, of each the rows behind the block as a matrix; then its narrow blocks in the same way, of each the
+// rows down to the end of the wide one, and the columns of the triangle on the diagonal. So every piece is a
+// factor of a product where it lies, and together they are N(N-1)/2 numbers.
+//
+// rectangle(first, last, end, piece): rows last..end-1 of columns first..last-1; triangle(first, last,
+// piece).
+template <class T, class Rectangle, class Triangle>
+void for_pieces(int64_t n, T* piece, Rectangle rectangle, Triangle triangle)
+{
+    constexpr int64_t wide = 128, narrow = 32;
+    for (int64_t last = n, first; last > 0; last = first) {
+        first = (last - 1) / wide * wide;
+        rectangle(first, last, n, piece);
+        piece += (last - first) * (n - last);
+        for (int64_t end = last, begin; end > first; end = begin) {
+            begin = (end - 1) / narrow * narrow;
+            rectangle(begin, end, last, piece);
+            piece += (end - begin) * (last - end);
+            triangle(begin, end, piece);
+            piece += (end - begin) * (end - begin - 1) / 2;
+        }
+    }
+}
 
 // Moves the multipliers out of AINV, in the order of the last step.
 template <class T>
-void take_multipliers(int64_t n, const T* ainv, int64_t ldainv, const int32_t* ipvt, T* packed)
+void take_multipliers(int64_t n, T* ainv, int64_t ldainv, const int32_t* ipvt, T* packed)
 {
     for (int64_t j = 0; j + 1 < n; ++j) {
-        T* const column = packed + packed_start(n, j);
-        std::copy_n(ainv + j + 1 + j * ldainv, n - 1 - j, column);
-        for (int64_t k = j + 1; k + 1 < n; ++k) std::swap(column[k - j - 1], column[ipvt[k] - 1 - j - 1]);
+        T* const column = ainv + j * ldainv;
+        for (int64_t k = j + 1; k + 1 < n; ++k) std::swap(column[k], column[ipvt[k] - 1]);
     }
+    for_pieces(
+        n, packed,
+        [=](int64_t first, int64_t last, int64_t end, T* piece) {
+            for (int64_t c = first; c < last; ++c, piece += end - last)
+                std::copy_n(ainv + last + c * ldainv, end - last, piece);
+        },
+        [=](int64_t first, int64_t last, T* piece) {
+            for (int64_t c = first; c < last; piece += last - ++c)
+                std::copy_n(ainv + c + 1 + c * ldainv, last - c - 1, piece);
+        });
+    for (int64_t j = 0; j < n; ++j) std::fill_n(ainv + j + 1 + j * ldainv, n - 1 - j, T(0));
 }
 
-// Columns first..last-1 get the products with all columns behind them.
+// U^-1 * L^-1.
 template <class T>
-void multiply_block(int64_t n, int64_t first, int64_t last, const T* packed, T* block, T* ainv,
-                    int64_t ldainv)
+void multiply_by_lower(int64_t n, T* packed, T* ainv, int64_t ldainv)
 {
-    const int64_t columns = last - first, behind = n - last;
-    // The block of multipliers as a full matrix of rows first..n-1.
-    const int64_t rows = n - first;
-    for (int64_t c = 0; c < columns; ++c)
-        std::copy_n(packed + packed_start(n, first + c), rows - c - 1, block + c + 1 + c * rows);
-    T* const target = ainv + first * ldainv;
-    if (behind > 0)
-        kernels::add_product<T>(n, columns, behind, T(1), {{ainv + last * ldainv, 1, ldainv}},
-                                {{block + columns, 1, rows}}, {target, 1, ldainv});
-    for (int64_t c = 0; c < columns; ++c)
-        for (int64_t r = c + 1; r < columns; ++r) block[r + c * rows] = -block[r + c * rows];
-    kernels::solve_with_unit_lower<T>(n, columns, block, rows, target, ldainv);
-}
-
-// U^-1 * L^-1, blocks of columns; without memory for a block one column at a time.
-template <class T>
-void multiply_by_lower(int64_t n, const T* packed, T* ainv, int64_t ldainv)
-{
-    constexpr int64_t width = 64;
-    SmallScratch<T, 256> block;
-    if (block.allocate(n, std::min(width, n))) {
-        const int64_t blocks = (n + width - 1) / width;
-        for (int64_t b = blocks - 1; b >= 0; --b)
-            multiply_block<T>(n, b * width, std::min(n, (b + 1) * width), packed, block, ainv, ldainv);
-        return;
-    }
-    for (int64_t j = n - 2; j >= 0; --j)
-        kernels::add_columns(n, n - 1 - j, ainv + (j + 1) * ldainv, ldainv, false,
-                             packed + packed_start(n, j), ainv + j * ldainv);
+    for_pieces(
+        n, packed,
+        [=](int64_t first, int64_t last, int64_t end, T* piece) {
+            if (end > last)
+                kernels::add_product<T>(n, last - first, end - last, T(1),
+                                        {{ainv + last * ldainv, 1, ldainv}}, {{piece, 1, end - last}},
+                                        {ainv + first * ldainv, 1, ldainv});
+        },
+        [=](int64_t first, int64_t last, T* piece) {
+            constexpr int64_t most = 32;
+            kernels::OnStack<T, most * most> lower;
+            for (int64_t c = first; c < last; ++c)
+                for (int64_t r = c + 1; r < last; ++r) lower[r - first + (c - first) * most] = -*piece++;
+            kernels::divide_by_triangle<T>(n, last - first, {true, true}, static_cast<const T*>(lower), most,
+                                           ainv + first * ldainv, ldainv);
+        });
 }
 
 template <class T>
@@ -84,7 +101,6 @@ void l2nrg(frame::State& state, int32_t n, const T* a, int64_t lda, T* ainv, int
     if (is_severe(me.callee_type())) return;
     take_multipliers<T>(n, ainv, ldainv, iwk, wk);
     invert_triangle<T>(false, n, ainv, ldainv);
-    for (int64_t j = 0; j < n; ++j) std::fill_n(ainv + j + 1 + j * ldainv, n - 1 - j, T(0));
     multiply_by_lower<T>(n, wk, ainv, ldainv);
     for (int64_t j = n - 2; j >= 0; --j)
         if (iwk[j] != j + 1) kernels::swap<T>(n, ainv + j * ldainv, 1, ainv + (iwk[j] - 1) * ldainv, 1);

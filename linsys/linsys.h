@@ -90,10 +90,15 @@ inline bool is_severe(int32_t type) { return type == fatal || type == terminal; 
 
 // ---- without a frame --------------------------------------------------------------------------------------
 
-// LU factorization of FACT(n, n) in place. S holds the n row scale factors and is interchanged with the rows.
-// Returns whether a pivot was close to zero.
+// Columns of a panel of the factorization: few while the whole matrix is in a near cache, more where the
+// products with the columns to the right have to pay for the way to the memory.
 template <class T>
-bool factor(int64_t n, T* fact, int64_t ldfac, int32_t* ipvt, Part<T>* s, Part<T> small);
+int64_t panel_width(int64_t n);
+
+// LU factorization of FACT(n, n) in place, in panels of `width` <= n columns. S holds the n row scale factors
+// and is interchanged with the rows. Returns whether a pivot was close to zero.
+template <class T>
+bool factor(int64_t n, int64_t width, T* fact, int64_t ldfac, int32_t* ipvt, Part<T>* s, Part<T> small);
 
 // The same column by column, which needs no memory; the definition of `factor`.
 template <class T>
@@ -104,8 +109,9 @@ bool factor_plainly(int64_t n, T* fact, int64_t ldfac, int32_t* ipvt, Part<T>* s
 template <class T>
 Part<T> reciprocal_of_inverse_norm(int64_t n, const T* fact, int64_t ldfac, const int32_t* ipvt, T* z);
 
+// The largest column sum of magnitudes of `scale` * A; NaN when a column has one.
 template <class T>
-Part<T> norm_1(int64_t rows, int64_t columns, const T* a, int64_t lda);
+Part<T> norm_1(int64_t rows, int64_t columns, const T* a, int64_t lda, Part<T> scale = 1);
 
 // Inverse of a triangle in place; the other triangle is not touched.
 template <class T>

@@ -78,6 +78,7 @@ typename Search<T>::Next Search<T>::start(T value)
     if (!(acc_ < bound_)) return bound_is_too_small;
     if (std::abs(h_) > bound_) h_ = with_sign_of(bound_, h_);
     if (h_ == T(0)) h_ = T(0.01) * bound_;
+    if (h_ == T(0)) h_ = bound_;  // a hundredth of it rounds to zero
     if (acc_ > std::abs(h_)) h_ = with_sign_of(acc_, h_);
     // Half a step has to be a step, too. An infinite or NaN guess has none.
     const auto is_step = [&] {

@@ -75,9 +75,9 @@ public:
 
     Halves<T> bisect(Rule<T> rule, const UserFunction<T>& f) const
     {
-        const T left = lo_[worst_ - 1], right = hi_[worst_ - 1], middle = T(0.5) * (left + right);
-        const Estimate<T> first = rule(f, left, middle);
-        return {left, middle, right, first, rule(f, middle, right)};
+        const T left = lo_[worst_ - 1], right = hi_[worst_ - 1], middle = mean_of(left, right);
+        const Estimate<T> first = rule(f, left, middle, middle);
+        return {left, middle, right, first, rule(f, middle, right, middle)};
     }
 
     // Room for one more; false when a front's storage cannot be had.

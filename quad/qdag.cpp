@@ -35,7 +35,7 @@ Integral<T> q3ag(const UserFunction<T>& f, T a, T b, const Tolerance<T>& toleran
 {
     if (pieces.room() < 1) return {0, 0, no_room};
     const Rule<T> rule = rule_row<T>(irule).rule;
-    const Estimate<T> whole = rule(f, a, b);
+    const Estimate<T> whole = rule(f, a, b, a);
     pieces.start(a, b, whole);
     T total = whole.result, total_error = whole.error, bound = tolerance.bound(total);
     int32_t code = reached;

@@ -53,7 +53,7 @@ private:
 template <class T>
 Integral<T> Qags<T>::integrate(T a, T b)
 {
-    whole_ = gauss_kronrod<T, 10>(f_, a, b);
+    whole_ = gauss_kronrod<T, 10>(f_, a, b, a);
     pieces_.start(a, b, whole_);
     total_ = whole_.result;
     total_error_ = whole_.error;

@@ -33,12 +33,13 @@ inline constexpr Column<T, GaussPoints + 1> weights(KronrodTable<GaussPoints>::w
 template <class T, int GaussPoints>
 inline constexpr Column<T, (GaussPoints + 1) / 2> gauss_weights(KronrodTable<GaussPoints>::gauss_weights);
 
-// On a piece of a few numbers a node can round to an end of it. F may be singular there; its value at the
-// midpoint is as good.
+// On a piece of a few numbers the rounding of the midpoint and of a node can bring the node to an end or past
+// it. F may be singular there, or not exist; its value at the midpoint is as good. The outermost nodes come
+// first.
 template <class T>
-[[gnu::cold, gnu::noinline]] void keep_inside(T* x, int count, T end, T centre)
+[[gnu::cold, gnu::noinline]] void keep_inside(T* x, int count, T low, T high, T centre)
 {
-    for (int j = 0; j < count && x[j] == end; ++j) x[j] = centre;
+    for (int j = 0; j < count && (x[j] <= low || x[j] >= high); ++j) x[j] = centre;
 }
 
 // The published error estimate: pessimistic where the rules are far from each other, 3/2 powers where not,
@@ -59,23 +60,25 @@ T scaled_error(T difference, T absolute, T deviation)
 }  // namespace
 
 template <class T, int GaussPoints>
-Estimate<T> gauss_kronrod(const UserFunction<T>& function, T a, T b)
+Estimate<T> gauss_kronrod(const UserFunction<T>& function, T a, T b, T inner)
 {
     constexpr int pairs = GaussPoints;
     constexpr bool gauss_has_midpoint = pairs % 2 != 0;
     constexpr auto& w = weights<T, GaussPoints>;
     constexpr auto& gauss_w = gauss_weights<T, GaussPoints>;
-    const T centre = T(0.5) * (a + b), half = T(0.5) * (b - a), length = std::abs(half);
+    const T mean_of_ends = mean_of(a, b), half = mean_of(-a, b), length = std::abs(half);
+    const T centre = mean_of_ends == a || mean_of_ends == b ? inner : mean_of_ends;
     T left[pairs], right[pairs];  // nodes, then values there
     for (int j = 0; j < pairs; ++j) {
         const T away = half * nodes<T, GaussPoints>[j];
         left[j] = centre - away;
         right[j] = centre + away;
     }
-    if (left[0] == a) [[unlikely]]
-        keep_inside(left, pairs, a, centre);
-    if (right[0] == b) [[unlikely]]
-        keep_inside(right, pairs, b, centre);
+    const T low = std::min(a, b), high = std::max(a, b);
+    if (std::min(left[0], right[0]) <= low || std::max(left[0], right[0]) >= high) [[unlikely]] {
+        keep_inside(left, pairs, low, high, centre);
+        keep_inside(right, pairs, low, high, centre);
+    }
 
     const auto f = function.call();
     const T middle = f(centre);
@@ -110,7 +113,7 @@ template <class T, int GaussPoints, Name Single>
 void apply_rule(T (*f)(const T*), const T* a, const T* b, T* result, T* esterr, T* absint, T* devint)
 {
     Routine<T, Single> me;
-    const Estimate<T> e = gauss_kronrod<T, GaussPoints>({me.state(), f}, *a, *b);
+    const Estimate<T> e = gauss_kronrod<T, GaussPoints>({me.state(), f}, *a, *b, *a);
     *result = e.result;
     *esterr = e.error;
     *absint = e.absolute;
@@ -119,18 +122,18 @@ void apply_rule(T (*f)(const T*), const T* a, const T* b, T* result, T* esterr, 
 
 }  // namespace
 
-template Estimate<float> gauss_kronrod<float, 7>(const UserFunction<float>&, float, float);
-template Estimate<double> gauss_kronrod<double, 7>(const UserFunction<double>&, double, double);
-template Estimate<float> gauss_kronrod<float, 10>(const UserFunction<float>&, float, float);
-template Estimate<double> gauss_kronrod<double, 10>(const UserFunction<double>&, double, double);
-template Estimate<float> gauss_kronrod<float, 15>(const UserFunction<float>&, float, float);
-template Estimate<double> gauss_kronrod<double, 15>(const UserFunction<double>&, double, double);
-template Estimate<float> gauss_kronrod<float, 20>(const UserFunction<float>&, float, float);
-template Estimate<double> gauss_kronrod<double, 20>(const UserFunction<double>&, double, double);
-template Estimate<float> gauss_kronrod<float, 25>(const UserFunction<float>&, float, float);
-template Estimate<double> gauss_kronrod<double, 25>(const UserFunction<double>&, double, double);
-template Estimate<float> gauss_kronrod<float, 30>(const UserFunction<float>&, float, float);
-template Estimate<double> gauss_kronrod<double, 30>(const UserFunction<double>&, double, double);
+template Estimate<float> gauss_kronrod<float, 7>(const UserFunction<float>&, float, float, float);
+template Estimate<double> gauss_kronrod<double, 7>(const UserFunction<double>&, double, double, double);
+template Estimate<float> gauss_kronrod<float, 10>(const UserFunction<float>&, float, float, float);
+template Estimate<double> gauss_kronrod<double, 10>(const UserFunction<double>&, double, double, double);
+template Estimate<float> gauss_kronrod<float, 15>(const UserFunction<float>&, float, float, float);
+template Estimate<double> gauss_kronrod<double, 15>(const UserFunction<double>&, double, double, double);
+template Estimate<float> gauss_kronrod<float, 20>(const UserFunction<float>&, float, float, float);
+template Estimate<double> gauss_kronrod<double, 20>(const UserFunction<double>&, double, double, double);
+template Estimate<float> gauss_kronrod<float, 25>(const UserFunction<float>&, float, float, float);
+template Estimate<double> gauss_kronrod<double, 25>(const UserFunction<double>&, double, double, double);
+template Estimate<float> gauss_kronrod<float, 30>(const UserFunction<float>&, float, float, float);
+template Estimate<double> gauss_kronrod<double, 30>(const UserFunction<double>&, double, double, double);
 
 }  // namespace orvel::quad
 

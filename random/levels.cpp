@@ -12,7 +12,7 @@ ORVEL_FOR_EACH_LEVEL(ORVEL_RANDOM_LOOPS)
 const Loops& loops()
 {
     static constexpr const Loops* tables[] = {ORVEL_FOR_EACH_LEVEL(ORVEL_RANDOM_TABLE)};
-    return *tables[frame::level()];
+    return *frame::at_level(tables);
 }
 
 }  // namespace orvel::random

@@ -5,10 +5,11 @@
 // the recursion X(t) = X(t-3p) xor X(t-3q), Journal of Computational and Applied Mathematics 31, 1990.
 #include <algorithm>
 #include <array>
-#include <bitset>
+#include <bit>
 
 #include "frame/export.h"
 #include "frame/routine.h"
+#include "random/jump_polynomial.h"
 #include "random/random.h"
 
 namespace orvel::random {
@@ -18,70 +19,62 @@ namespace {
 constexpr int degree = 521, tap = 489;
 constexpr int near = register_length - 3 * (degree - tap) + 1;  // one-based start of the second index, 1468
 
-// 1042 bits of a sequence, the second half by the recurrence.
-using Bits = std::array<uint8_t, 2 * degree>;
+// 1042 bits of a sequence, from the last of a word, the second half by the recurrence; nothing behind them.
+using Bits = std::array<uint64_t, 18>;
+
+bool bit_of(const Bits& bits, int k) { return (bits[static_cast<std::size_t>(k / 64)] >> (k % 64) & 1) != 0; }
+
+void set_bit(Bits& bits, int k, bool value)
+{
+    bits[static_cast<std::size_t>(k / 64)] |= uint64_t{value} << (k % 64);
+}
 
 void extend(Bits& bits)
 {
-    for (std::size_t k = degree; k < bits.size(); ++k) bits[k] = bits[k - degree + tap] ^ bits[k - degree];
+    for (int k = degree; k < 2 * degree; ++k)
+        set_bit(bits, k, bit_of(bits, k - degree + tap) != bit_of(bits, k - degree));
 }
 
 Bits bits_of_seed(int32_t seed)
 {
     uint32_t x = static_cast<uint32_t>(seed);
-    if (x << 1 == 0) x = 1;  // 0 and -2^31 would leave a register of zeros
+    if (x << 2 == 0 && x != 0x40000000u) x = 1;  // 0, -2^31 and -2^30 would leave a register of zeros
     Bits bits{};
     for (int k = 0; k < degree; ++k) {
         x *= 69069u;
-        bits[static_cast<std::size_t>(k)] = static_cast<int32_t>(x) > 0;
+        set_bit(bits, k, static_cast<int32_t>(x) > 0);
     }
     extend(bits);
     return bits;
 }
 
-using Polynomial = std::bitset<2 * degree>;
-
-// x^E modulo x^521 + x^489 + 1, E = 2^520 + (4^260 - 1) / 3, by squarings, with a factor x at every other.
-Polynomial jump_polynomial()
-{
-    Polynomial p;
-    p[1] = true;
-    for (int step = 1; step <= 520; ++step) {
-        Polynomial square;
-        const std::size_t shift = step % 2 == 0;
-        for (std::size_t e = 0; e < degree; ++e)
-            if (p[e]) square[2 * e + shift] = true;
-        for (std::size_t e = degree; e-- > 0;) {
-            if (!square[degree + e]) continue;
-            square[degree + e] = false;
-            square.flip(e);
-            square.flip(e + tap);
-        }
-        p = square;
-    }
-    return p;
-}
-
-Bits jumped(const Bits& from, const Polynomial& p)
+// The sequence ahead by the exponent of the jump polynomial: sums modulo 2 of the bits at its powers.
+Bits jumped(const Bits& from)
 {
     Bits to{};
-    for (std::size_t i = 0; i < degree; ++i)
-        for (std::size_t j = 0; j < degree; ++j) to[i] ^= static_cast<uint8_t>(p[j] ? from[i + j] : 0);
+    for (int k = 0; k < degree; ++k) {
+        const auto word = static_cast<std::size_t>(k / 64);
+        const int shift = k % 64;
+        uint64_t sum = 0;
+        for (std::size_t j = 0; j < jump_polynomial.size(); ++j) {
+            const uint64_t above = shift == 0 ? 0 : from[word + j + 1] << (64 - shift);
+            sum ^= (from[word + j] >> shift | above) & jump_polynomial[j];
+        }
+        set_bit(to, k, std::popcount(sum) % 2 != 0);
+    }
     extend(to);
     return to;
 }
 
 [[gnu::noinline]] void fill_words(orvel_r2ncom& c)
 {
-    const Polynomial p = jump_polynomial();
-    const Bits a = bits_of_seed(c.seed);
-    const Bits once = jumped(a, p);
-    const Bits twice = jumped(once, p);
+    const Bits a = bits_of_seed(c.seed), once = jumped(a), twice = jumped(once);
     std::array<uint8_t, register_length> t;
-    for (std::size_t k = 0; k < degree; ++k) {
-        t[3 * k] = a[k];
-        t[3 * k + 1] = once[k];
-        t[3 * k + 2] = twice[k];
+    for (int k = 0; k < degree; ++k) {
+        uint8_t* const three = &t[static_cast<std::size_t>(3 * k)];
+        three[0] = bit_of(a, k);
+        three[1] = bit_of(once, k);
+        three[2] = bit_of(twice, k);
     }
     std::size_t at = 0, other = near - 1;
     for (int32_t& word : c.words) {
@@ -89,8 +82,8 @@ Bits jumped(const Bits& from, const Polynomial& p)
         for (int bit = 30; bit >= -1; --bit) {  // the last of the 32 bits carries no weight
             if (bit >= 0) word |= t[at] << bit;
             t[at] ^= t[other];
-            at = (at + 1) % register_length;
-            other = (other + 1) % register_length;
+            at = at + 1 == register_length ? 0 : at + 1;
+            other = other + 1 == register_length ? 0 : other + 1;
         }
     }
     c.first = 1;

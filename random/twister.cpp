@@ -162,18 +162,20 @@ void rnge(typename M::Signed* mtable)
 {
     M::Get::visit(frame::state());
     Stream& g = stream();
-    mtable[0] = M::place(g).position;
+    mtable[0] = M::place(g).ready == 1 ? M::place(g).position : M::length + 2;
     std::copy_n(M::words(g), M::length, mtable + 1);
 }
 
-// A position below 1 that does not fit the block is stored as one that does; both count as 1.
+// "Never filled" is restored as such: the next draw seeds the twister. A position below 1 that does not fit
+// the block is stored as one that does; both count as 1.
 template <class M>
 void rnse(const typename M::Signed* mtable)
 {
     M::Set::visit(frame::state());
     if (mtable[0] > M::length + 2) return;
     Stream& g = stream();
-    M::place(g) = {1, static_cast<int32_t>(std::max<typename M::Signed>(mtable[0], INT32_MIN))};
+    const auto position = static_cast<int32_t>(std::max<typename M::Signed>(mtable[0], INT32_MIN));
+    M::place(g) = {position == M::length + 2 ? 0 : 1, position};
     std::copy_n(mtable + 1, M::length, M::words(g));
 }
 

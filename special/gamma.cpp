@@ -45,7 +45,7 @@ template <class T>
                     {r(1, wide)});
             return missing;
         }
-        return gamma_of_negative<T>(wide);
+        return gamma_of_negative(wide);
     }
     if (x > Limits::xmax) {
         me.post(terminal, 4, "The function overflows because X = %(R1) is greater than %(R2).",

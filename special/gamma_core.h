@@ -100,14 +100,14 @@ inline double gamma_of_positive(double x)
     return gamma_of_one_plus<T>(unit_part(x)) * falling_product(x);
 }
 
-// Gamma(x), -10 <= x < 0 and not an integer.
-template <class T>
+// Gamma(x), -10 <= x < 0 and not an integer. Single members take the long series, too: beside the zeros of
+// the logarithm every digit of it counts.
 inline double gamma_of_negative(double x)
 {
     const int n = 1 - static_cast<int>(x);
     double product = x;
     for (int k = 1; k <= n; ++k) product *= x + k;
-    return gamma_of_one_plus<T>(x + n) / product;
+    return gamma_of_one_plus<double>(x + n) / product;
 }
 
 // ln Gamma(x), 0 < x <= 10.
@@ -131,17 +131,22 @@ inline double stirling_correction(double x)
     return power_sum(r * r, series) * r;
 }
 
-// Gamma(x), 10 < x <= xmax: sqrt(2 pi) x^(x - 1/2) e^(-x + correction). In double the power is formed in two
-// halves, which do not overflow and have exact exponents, and the exponential of the correction, at most
-// 1/120, is a short sum; the exponential of the whole exponent would lose two to three digits.
+// Gamma(x) beyond which no factor that an argument allows brings it back into the range of double.
+inline constexpr double largest_useful = 200.0;
+
+// factor Gamma(x), 10 < x <= largest_useful: sqrt(2 pi) x^(x - 1/2) e^(-x + correction). In double the power
+// is formed in two halves, which do not overflow and have exact exponents, and the exponential of the
+// correction, at most 1/120, is a short sum; the exponential of the whole exponent would lose two to three
+// digits. A small factor comes in first, so that only the result can overflow.
 template <class T>
-inline double gamma_of_large(double x)
+inline double gamma_of_large(double x, double factor = 1.0)
 {
     const double c = stirling_correction<T>(x);
-    if constexpr (!is_double<T>) return std::exp((x - 0.5) * std::log(x) - x + half_log_two_pi + c);
+    if constexpr (!is_double<T>) return factor * std::exp((x - 0.5) * std::log(x) - x + half_log_two_pi + c);
     const double half_power = std::pow(x, 0.5 * x - 0.25);
-    const double growth = c * (1.0 + c * (1.0 / 2 + c * (1.0 / 6 + c * (1.0 / 24 + c * (1.0 / 120)))));
-    const double g = half_power * (root_two_pi * std::exp(-x)) * half_power;
+    const double growth =
+        c * (1.0 + c * (1.0 / 2 + c * (1.0 / 6 + c * (1.0 / 24 + c * (1.0 / 120 + c * (1.0 / 720))))));
+    const double g = factor * half_power * (root_two_pi * std::exp(-x)) * half_power;
     return g + g * growth;
 }
 

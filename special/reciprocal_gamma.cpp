@@ -7,15 +7,16 @@ namespace orvel::special {
 
 namespace {
 
-// 1 / Gamma(x) for |x| > 10. The logarithm serves where Gamma(|x|) overflows; elsewhere it would cost digits.
+// 1 / Gamma(x) for |x| > 10. A power of two, or what makes the reciprocal small beside an integer, keeps
+// Gamma(|x|) in range; the logarithm, which would cost digits, serves where nothing does.
 template <class T>
 double reciprocal_of_large(T x, const LogGamma<T>& log_gamma)
 {
     const double y = std::abs(static_cast<double>(x));
-    if (y > static_cast<double>(GammaLimits<T>::xmax))
-        return static_cast<double>(log_gamma.sign) * std::exp(-log_gamma.value);
-    const double g = gamma_of_large<T>(y);
-    return x > T(0) ? 1.0 / g : -y * g * (sin_pi<T>(y) / pi);
+    if (y > largest_useful) return static_cast<double>(log_gamma.sign) * std::exp(-log_gamma.value);
+    if (x < T(0)) return -gamma_of_large<T>(y, y * (sin_pi<T>(y) / pi));
+    constexpr double small = 0x1p-300;
+    return small / gamma_of_large<T>(y, small);
 }
 
 template <class T>

@@ -9,6 +9,10 @@
 
 namespace orvel_test {
 
+// A stop that no test expects must not look like success.
+inline constexpr int stopped = 97;
+inline const bool stops_are_failures = (orvel_set_stop_status(stopped), true);
+
 // Collects what is written to a unit while it lives.
 class Capture {
 public:
@@ -39,6 +43,14 @@ private:
 };
 
 inline void set_switches(int32_t type, int32_t print, int32_t stop) { ERSET(&type, &print, &stop); }
+
+// Switches of types 1 to 7 in a row.
+inline std::string digits(const int32_t (&table)[7])
+{
+    std::string text;
+    for (int32_t x : table) text += std::to_string(x);
+    return text;
+}
 
 // Type and code of the routine that returned last.
 struct Outcome {

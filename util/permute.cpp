@@ -111,27 +111,46 @@ void permute_rows(const Matrices<T>& m, const int32_t* ipermu, T* work)
     }
 }
 
-// In place, a cycle is moved when its first column is met: a walk along the cycle, which comes back within
-// `columns` steps unless entries repeat, tells. No marks are needed, and IPERMU stays as it is.
 template <class T>
-void permute_columns(const Matrices<T>& m, const int32_t* ipermu, T* work)
+void copy_column(const Matrices<T>& m, const T* from, T* to)
 {
-    const auto copy = [&](const T* from, T* to) { kernels::copy<T>(m.rows, from, 1, to, 1); };
+    kernels::copy<T>(m.rows, from, 1, to, 1);
+}
+
+template <class T>
+void permute_columns(const Matrices<T>& m, const int32_t* ipermu)
+{
+    for (int64_t j = 0; j < m.columns; ++j)
+        copy_column(m, m.a + (ipermu[j] - 1) * m.lda, m.aper + j * m.ldaper);
+}
+
+// Moves each cycle of the columns once. `walk` has zeros; the walk from a column marks what it meets by its
+// number. Where entries repeat, it may meet a cycle behind its start, or one of an earlier walk, which has
+// been moved.
+template <class T>
+void permute_columns_in_place(const Matrices<T>& m, const int32_t* ipermu, T* work, int32_t* walk)
+{
     const auto next = [&](int64_t j) { return int64_t{ipermu[j]} - 1; };
-    if (!m.same()) {
-        for (int64_t j = 0; j < m.columns; ++j) copy(m.a + next(j) * m.lda, m.aper + j * m.ldaper);
-        return;
-    }
-    for (int64_t first = 0; first < m.columns; ++first) {
-        int64_t end = next(first), steps = 1;
-        for (; end > first && steps < m.columns; ++steps) end = next(end);
-        if (end != first || steps == 1) continue;
-        copy(m.a + first * m.lda, work);
+    for (int64_t start = 0; start < m.columns; ++start) {
+        const auto number = static_cast<int32_t>(start + 1);
+        int64_t first = start;
+        for (; walk[first] == 0; first = next(first)) walk[first] = number;
+        if (walk[first] != number || next(first) == first) continue;
+        copy_column(m, m.a + first * m.lda, work);
         int64_t to = first;
         for (int64_t from; (from = next(to)) != first; to = from)
-            copy(m.a + from * m.lda, m.aper + to * m.ldaper);
-        copy(work, m.aper + to * m.ldaper);
+            copy_column(m, m.a + from * m.lda, m.aper + to * m.ldaper);
+        copy_column(m, work, m.aper + to * m.ldaper);
     }
+}
+
+// In PERMA and P2RMA.
+template <class Frame>
+void no_storage(Frame& me, int32_t nca)
+{
+    me.no_storage(10,
+                  "The required storage cannot be allocated.  Workspace allocation was based on NCA = %(i1).",
+                  {i(1, nca)});
 }
 
 template <class T>
@@ -169,10 +188,12 @@ void p2rma(frame::State& s, const int32_t* nra, const int32_t* nca, const T* a, 
     if (me.failed()) return;
 
     const Matrices<T> m{*nra, *nca, a, *lda, aper, *ldaper};
-    if (*ipath == 1)
-        permute_rows(m, ipermu, work);
-    else
-        permute_columns(m, ipermu, work);
+    if (*ipath == 1) return permute_rows(m, ipermu, work);
+    if (!m.same()) return permute_columns(m, ipermu);
+    Scratch<int32_t> walk;
+    if (!walk.allocate(*nca)) return no_storage(me, *nca);
+    std::fill_n(static_cast<int32_t*>(walk), *nca, 0);
+    permute_columns_in_place<T>(m, ipermu, work, walk);
 }
 
 template <class T>
@@ -193,10 +214,7 @@ void perma(const int32_t* nra, const int32_t* nca, const T* a, const int32_t* ld
                        {i(1, *nca)});
     Scratch<T> work;
     // A count that is refused below needs no storage.
-    if (!work.allocate(*nra > *lda || *nra > *ldaper ? 0 : *nra))
-        return me.no_storage(
-            10, "The required storage cannot be allocated.  Workspace allocation was based on NCA = %(i1).",
-            {i(1, *nca)});
+    if (!work.allocate(*nra > *lda || *nra > *ldaper ? 0 : *nra)) return no_storage(me, *nca);
     p2rma<T>(me.state(), nra, nca, a, lda, ipermu, ipath, aper, ldaper, work);
 }
 

@@ -7,7 +7,6 @@
 #include "frame/levels.h"
 #include "frame/routine.h"
 #include "orvel/util.h"
-#include "util/isa/sorts.h"
 
 namespace orvel::util {
 
@@ -21,17 +20,21 @@ ORVEL_FOR_EACH_LEVEL(ORVEL_SORT_TABLE)
 
 namespace {
 
+const SortTable& table()
+{
+    static constexpr const SortTable* tables[] = {ORVEL_FOR_EACH_LEVEL(ORVEL_SORT_TABLE_ADDRESS)};
+    return *frame::at_level(tables);
+}
+
 template <class T>
 const Sorts<T>& sorts()
 {
-    static constexpr const SortTable* tables[] = {ORVEL_FOR_EACH_LEVEL(ORVEL_SORT_TABLE_ADDRESS)};
-    const SortTable& table = *tables[frame::level()];
     if constexpr (std::is_same_v<T, float>)
-        return table.s;
+        return table().s;
     else if constexpr (std::is_same_v<T, double>)
-        return table.d;
+        return table().d;
     else
-        return table.i;
+        return table().i;
 }
 
 template <class T>
@@ -148,14 +151,17 @@ void svibp(const int32_t* n, const int32_t* ia, int32_t* ib, int32_t* iperm)
 
 }  // namespace
 
+const char* sorts_level() { return table().level; }
+
 template <class T>
-void sort_labelled(int64_t n, T* x, int32_t* labels)
+Difficulties sort_labelled(int64_t n, T* x, int32_t* labels)
 {
-    sorts<T>().by_value(n, x, labels);
+    return sorts<T>().by_value(n, x, labels);
 }
 
-template void sort_labelled(int64_t, float*, int32_t*);
-template void sort_labelled(int64_t, double*, int32_t*);
+template Difficulties sort_labelled(int64_t, float*, int32_t*);
+template Difficulties sort_labelled(int64_t, double*, int32_t*);
+template Difficulties sort_labelled(int64_t, int32_t*, int32_t*);
 
 }  // namespace orvel::util
 

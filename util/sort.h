@@ -3,11 +3,16 @@
 
 #include <cstdint>
 
+#include "util/isa/sorts.h"
+
 namespace orvel::util {
 
-// Sorts n >= 0 elements in place by value, ascending, and moves the labels as the elements. What is not a
-// number comes last.
+// Sorts n >= 0 elements in place by value, ascending, and moves the labels, if there are any, as the
+// elements. What is not a number comes last.
 template <class T>
-void sort_labelled(int64_t n, T* x, int32_t* labels);
+Difficulties sort_labelled(int64_t n, T* x, int32_t* labels);
+
+// For tests: the level of the sorts that run.
+const char* sorts_level();
 
 }  // namespace orvel::util

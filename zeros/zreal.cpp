@@ -22,7 +22,7 @@ template <class T>
 class Search {
 public:
     Search(const UserFunction<T>& f, const Criteria<T>& want, const T* found, int32_t count)
-        : f_(f), want_(want), found_(found), count_(count)
+        : f_(f), want_(want), found_(found), count_(count), most_moves_(most_moves(want, count))
     {}
 
     // Replaces the guess by the zero and returns the iterations; 0 when it was not found, and x is the last
@@ -33,6 +33,7 @@ private:
     struct Value {
         T own, deflated;
     };
+    static int64_t most_moves(const Criteria<T>& want, int32_t count);
     Value evaluate(T& x) const;
     T step_ratio(T f3) const;
 
@@ -40,26 +41,36 @@ private:
     const Criteria<T>& want_;
     const T* const found_;
     const int32_t count_;
+    const int64_t most_moves_;
     T f1_ = 0, f2_ = 0, f3_ = 0;
     T step_ = 0, ratio_ = 0;
 };
 
-// Divides the zeros found before out of the value. A point close to one of them is moved and looked at again:
-// as many times as there are zeros, after which it is taken as it is.
+// The moves by ETA that lead past every neighbourhood of EPS, with two to spare for each; none where they
+// would be endless.
+template <class T>
+int64_t Search<T>::most_moves(const Criteria<T>& want, int32_t count)
+{
+    const double each = 2.0 * static_cast<double>(want.eps) / std::abs(static_cast<double>(want.eta)) + 2.0;
+    return each >= 0.0 && each <= 1e6 ? static_cast<int64_t>(static_cast<double>(count) * each) : 0;
+}
+
+// Divides the zeros found before out of the value. A point close to one of them is moved and looked at again
+// until it is close to none; where moves do not get it away, it is taken as it is.
 template <class T>
 typename Search<T>::Value Search<T>::evaluate(T& x) const
 {
-    for (int32_t moves = count_;; --moves) {
+    for (int64_t moves = most_moves_;; --moves) {
         T at = x;  // F may change its argument
         const T own = f_(at);
         T deflated = own;
-        bool moved = false;
-        for (int32_t j = 0; j < count_ && !moved; ++j) {
+        bool close = false;
+        for (int32_t j = 0; j < count_; ++j) {
             const T distance = x - found_[j];
-            moved = moves > 0 && std::abs(distance) < want_.eps;
+            close |= std::abs(distance) < want_.eps;
             deflated /= distance;
         }
-        if (!moved) return {own, deflated};
+        if (!close || moves <= 0 || x + want_.eta == x) return {own, deflated};
         x += want_.eta;
     }
 }

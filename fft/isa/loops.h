@@ -89,11 +89,32 @@ struct HalvesLoops {
     HalvesLoop<double> join_d, split_d;
 };
 
-// Transforms of the lengths 4, 8 ... 4096 as a whole. `to` may be `from`.
+// A real sequence of odd length r m as r parts of length m, see odd_real.cpp: the transforms of the parts,
+// two as one complex sequence behind that of the first one, and the real coefficients c(r m).
+inline constexpr int most_parts = 13;
+template <class R>
+struct OddReal {
+    int64_t m;
+    int r;
+    R* parts;           // (r + 1) / 2 sequences of m real and m imaginary parts
+    const R* twiddles;  // for i = 1..r - 2: cosines, then sines of 2 pi i k / (r m), k = 1..(m - 1) / 2
+    const R* circle;    // cosine and sine in turn of 2 pi j / r, j < r
+    R* c;
+};
+struct OddRealLoops {
+    void (*join_s)(const OddReal<float>& x);  // parts to c
+    void (*split_s)(const OddReal<float>& x);
+    void (*join_d)(const OddReal<double>& x);
+    void (*split_d)(const OddReal<double>& x);
+};
+
+// Transforms of the lengths 4, 8 ... 4096 as a whole. `to` may be `from`. What is between their steps is on
+// the stack up to so many bytes, else in rows(2n), which may be null for the others.
+inline constexpr int64_t most_on_stack = 32768;
 inline constexpr int short_lengths = 11;
 enum ShortKind { forward_complex, backward_complex, forward_real, backward_real, short_kinds };
 template <class R>
-using ShortLoop = void (*)(const R* from, R* to);
+using ShortLoop = void (*)(const R* from, R* to, R* rows);
 template <class R>
 struct ShortLoops {
     ShortLoop<R> loop[short_lengths];

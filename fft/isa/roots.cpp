@@ -2,9 +2,9 @@
 //
 // An angle is a multiple c of a 256th of the circle and a rest g of at most half of one, both from whole
 // numbers. The table has the root at c in two doubles; polynomials of sin(g) and 1 - cos(g) give a correction
-// of at most 0.0123, so that the result is within 0.54 ulp of a part that is not small. Where angles are
-// close, only one of each group is made so, and its neighbours from it by corrections of at most 0.05: 0.6
-// ulp. Single roots are rounded from double ones, so that theirs may be further apart.
+// of at most 0.0123, so that the result is within 0.27 eps, 0.25 of which are the rounding. Where angles are
+// close, only one of each group is made so, and its neighbours from it by corrections of at most 0.05: 0.31
+// eps. Single roots are rounded from double ones, so that theirs may be further apart.
 #include "fft/isa/loops.h"
 #include "fft/isa/root_table.h"
 #include "kernels/isa/tile.h"

@@ -9,10 +9,10 @@ namespace orvel::fft {
 namespace {
 
 template <class R, int n, bool forward>
-void complex_transform(const R* from, R* to)
+void complex_transform(const R* from, R* to, R* rows)
 {
     constexpr Form form = forward ? Form::pairs : Form::exchanged;
-    transform<R, n, form, form>(from, to);
+    transform<R, n, form, form>(from, to, rows);
 }
 
 // ---- real sequences -------------------------------------------------------------------------------------
@@ -153,11 +153,11 @@ ORVEL_INLINE void join_block(const R* z, R* c, int k, Complex<R, W>& next)
 // The transform of the halves may lie where the coefficients go: both ways every block is read before another
 // is written over it.
 template <class R, int m>
-void real_forward(const R* from, R* to)
+void real_forward(const R* from, R* to, R* rows)
 {
     constexpr int W = lanes_of_steps<R>(m);
     R* const z = to;
-    transform<R, m, Form::pairs, Form::rows>(from, z);
+    transform<R, m, Form::pairs, Form::rows>(from, z, rows);
     Complex<R, W> next = take<R, W, Form::rows>(z, 0);
     const R middle_re = z[m], middle_im = z[m + W];
     join_block<R, m, W>(z, to, 0, next);
@@ -185,7 +185,7 @@ ORVEL_INLINE void split_block(const R* c, R* z, int k, Complex<R, W>& next)
 }
 
 template <class R, int m>
-void real_backward(const R* from, R* to)
+void real_backward(const R* from, R* to, R* rows)
 {
     constexpr int W = lanes_of_steps<R>(m);
     R* const z = to;
@@ -204,7 +204,7 @@ void real_backward(const R* from, R* to)
         for (int k = m / 2 - W; k > 0; k -= W) split_block<R, m, W>(from, z, k, next);
     }
     split_block<R, m, W>(from, z, 0, next);
-    transform<R, m, Form::rows, Form::exchanged>(z, to);
+    transform<R, m, Form::rows, Form::exchanged>(z, to, rows);
 }
 
 template <class R, bool forward>

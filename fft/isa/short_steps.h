@@ -298,7 +298,7 @@ template <class R, int W, int A, int Q, Form to>
 
 // The transform of length n.
 template <class R, int n, Form from, Form to>
-ORVEL_INLINE void transform(const R* in, R* out)
+ORVEL_INLINE void transform(const R* in, R* out, R* rows_elsewhere)
 {
     constexpr Steps s = steps_of(n);
     if constexpr (s.p == 1) {
@@ -309,7 +309,9 @@ ORVEL_INLINE void transform(const R* in, R* out)
         for (int k = 0; k < n; ++k) put<R, 1, to>(out, k, z[k]);
     } else {
         constexpr int W = lanes_of_steps<R>(n), B = n / s.a;
-        alignas(64) R rows[2 * n];
+        constexpr bool on_stack = 2 * n * sizeof(R) <= most_on_stack;
+        alignas(64) R rows_here[on_stack ? 2 * n : 1];
+        R* const rows = on_stack ? rows_here : rows_elsewhere;
         if constexpr (n < shortest_sharing)
             first_step<R, W, s.a, from, true>(in, rows, B);
         else

@@ -20,7 +20,8 @@
  *     float x = -3.0f, g = GAMMA(&x);                 // prints a message, returns the quiet NaN
  *     if (N1RTY(&above) >= 3) handle(N1RCD(&above));  // type 5, code 6
  *
- * All state is private to the calling thread and is set up at the thread's first call.
+ * All state is private to the calling thread and is set up at the thread's first call. Posting and printing
+ * a message takes at most 4 KB of stack, beside what a writer of the host takes.
  * Misuse of the frame itself (stack overflow, a pop that does not match, a bad option of N1RTY, N1RCD or
  * N1RNOF) always stops the program. What "stop" does in a host that must live on: see orvel/host.h.
  */
@@ -232,9 +233,16 @@ int32_t IMACH(const int32_t* n);
 /* Unit numbers of this thread: 1 input (5), 2 output (6), 3 error messages (6). N > 0 returns unit N in
  * NUNIT, N < 0 sets unit -N to NUNIT; any other N prints a message on the error unit and stops the program.
  * Unit 5 is standard input, 6 standard output, 0 standard error; any other unit K is the file "fort.K" in
- * the working directory, created anew at its first use in the process and shared by all threads. A message
- * whose file cannot be opened goes to standard error. A unit that a Fortran program has opened itself is a
- * different thing from the library's unit of the same number. */
+ * the working directory, shared by all threads. At the first use what an earlier program has left in it is
+ * dropped; what was written since this program began stays, and text is always appended. A message whose
+ * file cannot be opened goes to standard error, and so does one for anything but a regular file, a terminal
+ * or the null device.
+ *
+ * Messages follow what the program itself has printed so far, in C on standard output or in Fortran on the
+ * unit of the same number. Still, a unit that a Fortran program has opened is a different thing from the
+ * library's unit of that number. When both write to one file, no line of the program is lost, but messages
+ * are: the program goes on where its own last line ended, over the message, and starts the file anew when it
+ * opens it after the library. So give the library a number of its own. */
 void UMACH(const int32_t* n, int32_t* nunit);
 
 /* Array-style form of the constants: a value that holds the index and becomes the constant in the precision

@@ -11,8 +11,11 @@
 ORVEL_BEGIN
 
 /* Receives the output for a unit: one call per message, whole lines with their ends. It runs on the thread
- * that prints, under the print lock, so that two messages never mix; it may call the library, and may throw
- * a C++ exception, which reaches the caller of the routine. It must not wait for another thread that prints.
+ * that prints, under the print lock, so that two messages never mix; the thread is not cancelled meanwhile.
+ * It may throw a C++ exception, which reaches the caller of the routine. It may call the library, also from
+ * the threads of an OpenMP region that it opens; what they print calls writers once more, one at a time,
+ * before the first call returns. Messages from within seven calls go to standard error instead. It must not
+ * wait for any other thread that prints.
  *
  *     static void to_log(void *log, int32_t unit, const char *text, size_t length)
  *     { log_write(log, text, length); }
@@ -21,13 +24,15 @@ ORVEL_BEGIN
 typedef void (*orvel_writer)(void* context, int32_t unit, const char* text, size_t length);
 
 /* Send UNIT to WRITER from now on; a null WRITER gives the unit back to its stream or file. Returns 1, or 0
- * when 64 other units are bound already. */
+ * when 64 other units are bound already. When it returns, no other thread is inside the writer that was bound
+ * before, nor will be: what that one uses may go. So hold nothing that it waits for. */
 int32_t orvel_bind_unit(int32_t unit, orvel_writer writer, void* context);
 
 /* Called in place of ending the process, on the thread that stops, with the type and code of the error. It
  * may be called on several threads at once. It may
  *   - throw a C++ exception: routines on the way are left properly and the exception reaches the caller;
  *   - leave by longjmp and then call orvel_reset;
+ *   - end its thread by pthread_exit: routines on the way are left properly, too;
  *   - return: the process ends.
  *
  *     static void to_exception(void *, int32_t type, int32_t code) { throw numeric_error(type, code); }

@@ -13,6 +13,9 @@
  *     DCSINT(&ndata, x, f, brkpt, spcoef);
  *     DCSVAL(&at, &nintv, brkpt, spcoef);   // 6.25
  *
+ * Data and results may lie anywhere in the range of their precision: data multiplied by powers of two give
+ * the same digits, as far as coefficients and their sums are normal numbers.
+ *
  * Data may be in any order, which costs a sort. What is not a number among them gives coefficients that are
  * none, and so do spacings and differences that overflow; a spacing so small that quotients by it overflow
  * gives infinities. Nothing of it is posted.
@@ -91,8 +94,8 @@ void DC1SOR(const int32_t* ndata, const double* xdata, const double* fdata, doub
  *
  * All in. The PP members take piecewise polynomials of any order: PCOEF(KORDER,NINTV), row j the derivative
  * of order j - 1 at the left ends; the CS members have order 4. The first piece serves every X below
- * BRKPT(2), the last one every X from BRKPT(NINTV) on; a break point between belongs to the piece on its
- * right. What is not a number gives such. Post from PPDER
+ * BRKPT(2), the last one every X from BRKPT(NINTV) on, which is the last element that is read; a break point
+ * between belongs to the piece on its right. What is not a number gives such. Post from PPDER
  *
  *     TERMINAL 1 (NINTV below 1), 2 (IDERIV below 0), 3 (KORDER below 1),
  *
@@ -118,7 +121,8 @@ float PPDER(const int32_t* ideriv, const float* x, const int32_t* korder, const 
 double DPPDER(const int32_t* ideriv, const double* x, const int32_t* korder, const int32_t* nintv,
               const double* brkpt, const double* pcoef);
 
-/* The integral from A to B, in either direction and beyond the break points. */
+/* The integral from A to B, in either direction and beyond the break points; the sum over the pieces loses no
+ * digits by their number. */
 float CSITG(const float* a, const float* b, const int32_t* nintv, const float* brkpt, const float* spcoef);
 double DCSITG(const double* a, const double* b, const int32_t* nintv, const double* brkpt,
               const double* spcoef);

@@ -65,8 +65,8 @@ void DL2LCG(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const
             const int32_t* ipath, orvel_dcomplex* x, orvel_dcomplex* fact, int32_t* ipvt, orvel_dcomplex* wk);
 
 /* Factors A(LDA,N) into FACT(LDFAC,N) and IPVT(N), as LFTRG, and estimates the reciprocal RCOND of its L1
- * condition number; RCOND = 1 where it is not estimated (option 17 is 1, or A is singular). FACT may
- * be A when LDFAC = LDA.
+ * condition number; RCOND = 1 where it is not estimated (option 17 is 1, or A is singular). The estimate is
+ * seldom below the true value, and may be above it by a factor of 10. FACT may be A when LDFAC = LDA.
  *
  * Posts TERMINAL 1 (N < 1), 2 (N > LDA, or no storage), 3 (N > LDFAC), 4 (option 17 is not 1 or 2); FATAL 2:
  * A is singular, FACT and IPVT hold what was reached; WARNING 1: RCOND is not above eps.
@@ -126,8 +126,9 @@ void DL2TCG(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, orvel
             const int32_t* ldfac, int32_t* ipvt, orvel_dcomplex* wk);
 
 /* Solves A*X = B (IPATH = 1) or A^H*X = B (IPATH = 2) from the factorization of LFTRG or LFCRG. FACT(LDFAC,N)
- * in, IPVT(N) in, not checked; B(N) in, X(N) out; X may be B. Posts TERMINAL 1 (N < 1), 2 (N > LDFAC), 3
- * (IPATH = 1: the diagonal of U has an element close to zero), 4 (the same, IPATH = 2), 5 (IPATH). */
+ * in, IPVT(N) in; B(N) in, X(N) out; X may be B. Posts TERMINAL 1 (N < 1), 2 (N > LDFAC), 3 (IPATH = 1: the
+ * diagonal of U has an element close to zero), 4 (the same, IPATH = 2), 5 (IPATH), 6 (an element of IPVT is
+ * not a row, 1 to N; X is untouched). */
 void LFSRG(const int32_t* n, const float* fact, const int32_t* ldfac, const int32_t* ipvt, const float* b,
            const int32_t* ipath, float* x);
 void DLFSRG(const int32_t* n, const double* fact, const int32_t* ldfac, const int32_t* ipvt, const double* b,
@@ -139,9 +140,11 @@ void DLFSCG(const int32_t* n, const orvel_dcomplex* fact, const int32_t* ldfac, 
 
 /* Solves as LFSRG and refines the solution with residuals of A(LDA,N) in twice the working precision, until a
  * correction is below eps or does not shrink. RES(N) out: the last correction. X may be B. Posts TERMINAL 1
- * (N < 1), 2 (N > LDA), 3 (N > LDFAC), 4 (IPATH), 5 (no storage for a copy of B where X is B); WARNING 2: no
- * convergence, X holds the last iterate; what LFSRG posts ends it. Source: R. Skeel, Iterative refinement
- * implies numerical stability for Gaussian elimination, 1980. */
+ * (N < 1), 2 (N > LDA), 3 (N > LDFAC), 4 (IPATH), 5 (no storage for a copy of B where X is B), 6 (an element
+ * of IPVT is not a row, 1 to N; X is untouched); WARNING 2: no convergence, or an element of the residual
+ * that is larger than 4(N+1) eps (|A| |X| + |B|) after it, as when growth in the elimination has spoiled
+ * FACT; X holds the last iterate. The second may take one more pass over A. What LFSRG posts ends it. Source:
+ * R. Skeel, Iterative refinement implies numerical stability for Gaussian elimination, 1980. */
 void LFIRG(const int32_t* n, const float* a, const int32_t* lda, const float* fact, const int32_t* ldfac,
            const int32_t* ipvt, const float* b, const int32_t* ipath, float* x, float* res);
 void DLFIRG(const int32_t* n, const double* a, const int32_t* lda, const double* fact, const int32_t* ldfac,
@@ -155,7 +158,8 @@ void DLFICG(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const
 
 /* Determinant DET1 * 10^DET2 from a factorization; 1 <= |DET1| < 10, complex magnitudes being |Re| + |Im|.
  * When a diagonal element of U is zero DET1 is 0, and DET2 the exponent reached before it. An infinite DET1
- * stays as it is. Posts TERMINAL 1 (N < 1), 2 (N > LDFAC), the first only. */
+ * stays as it is. Posts TERMINAL 1 (N < 1), 2 (N > LDFAC), 3 (an element of IPVT is not a row, 1 to N), the
+ * first only, and leaves DET1 and DET2 then. */
 void LFDRG(const int32_t* n, const float* fact, const int32_t* ldfac, const int32_t* ipvt, float* det1,
            float* det2);
 void DLFDRG(const int32_t* n, const double* fact, const int32_t* ldfac, const int32_t* ipvt, double* det1,

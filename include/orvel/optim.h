@@ -10,10 +10,10 @@
 ORVEL_BEGIN
 
 /* A local minimum of the smooth function F, from its values only. F a function, in; XGUESS the guess, in;
- * STEP the order of the first step, with its sign the first direction, in (0: a hundredth of BOUND); BOUND: F
- * is never called farther than this from XGUESS, in; XACC: X shall be this close to the minimum, in (negative
- * or NaN: 0); MAXFN the most calls of F, in (it is called once in any case); X the point of lowest value
- * found, out.
+ * STEP the order of the first step, with its sign the first direction, in (0: a hundredth of BOUND, or BOUND
+ * where that rounds to 0); BOUND: F is never called farther than this from XGUESS, in; XACC: X shall be this
+ * close to the minimum, in (negative or NaN: 0); MAXFN the most calls of F, in (it is called once in any
+ * case); X the point of lowest value found, out.
  *
  * Posts TERMINAL 1 (BOUND does not exceed XACC or the smallest step from XGUESS that the precision allows, or
  * XGUESS, STEP or BOUND is NaN, or XGUESS is infinite; X is XGUESS); WARNING 1 (X cannot be refined in this

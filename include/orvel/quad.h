@@ -1,8 +1,9 @@
 /* include/orvel/quad.h - integrals of a function of one variable over a finite interval
  *
  * The interval with the largest error estimate is bisected until the sum of the estimates is at most
- * max(ERRABS, ERRREL |I|). F is called at interior points of the pieces only, as long as numbers lie between
- * their ends. Each routine in single and in double precision.
+ * max(ERRABS, ERRREL |I|). F is called strictly between the ends of the pieces, or at the middle of the piece
+ * that was bisected where no number lies between them: never at A or B, unless these are equal or neighbours.
+ * Each routine in single and in double precision.
  *
  * Common arguments: F a function, in; A, B the limits, in, in any order; ERRABS, ERRREL the accuracy wanted,
  * in; RESULT the estimate of the integral, out; ESTERR the estimate of its error, out; MAXSUB the length of
@@ -11,9 +12,12 @@
  * estimate of each, out; SUBORD(MAXSUB), out: one-based indices of the pieces whose errors are largest, in
  * decreasing order, NSUB of them as long as NSUB <= MAXSUB/2 + 2, else MAXSUB + 3 - NSUB.
  *
- * A = B gives zeros and one piece. Infinite or NaN limits, tolerances and values of F lead to a NaN or
- * infinite RESULT, mostly after MAXSUB pieces and with the FATAL error 1, always after a bounded number of
- * calls of F.
+ * A = B gives zeros and one piece. The number of calls of F is bounded whatever F and the arguments are.
+ * Where F is infinite or NaN at a node, ESTERR is NaN: when no piece is free of such values with the FATAL
+ * error 1 after MAXSUB pieces, or the WARNING 3 if they have become too narrow before, else with the WARNING
+ * 2 after about ten; RESULT is infinite or NaN then, or a number if later pieces have no node there. A NaN
+ * limit, or both infinite, gives NaN and the errors of the first kind, one infinite limit NaN and WARNING 3.
+ * A NaN as ERRABS is never met, which ends with WARNING 2; as ERRREL it counts as 0.
  *
  * Source: R. Piessens, E. de Doncker-Kapenga, C. W. Ueberhuber, D. K. Kahaner, QUADPACK: A Subroutine Package
  * for Automatic Integration, Springer, 1983 (QAGS, QAG). The test of an interval that has become too small

@@ -50,6 +50,7 @@ ORVEL_BEGIN
  *   - an option outside 1..9 generates like 1;
  *   - an index of the shift register, or a twister position, below its range counts as 1, an index above
  *     1563 as 1563; negative words of the shift register count without their sign bit;
+ *   - a seed of 0, -2^31 or -2^30 counts as 1 for the shift register, which would be all zeros;
  *   - a twister position above 625 (32 bits) or 313 (64 bits) says "never filled", whatever the flag says:
  *     the next draw seeds the twister from 21641 or 19650218.
  * Where SEED and STATE differ, congruential options go on from STATE. MODULUS, RECIPROCAL and SCALE are
@@ -149,8 +150,8 @@ void RNGEF(int32_t* iarray);
 void RNSEF(const int32_t* iarray);
 
 /* State of a twister, MTABLE(625) or MTABLE(313): position and words. RNSE32 does nothing for a position
- * above 626, RNSE64 above 314, without a message. Other positions: see R2NCOM. A twister saved before its
- * first use says "never filled" and, restored, does not start from the seed any more. */
+ * above 626, RNSE64 above 314, without a message. A twister saved before its first use says "never filled",
+ * 626 or 314; restored, it starts from the current seed at its next draw. Other positions: see R2NCOM. */
 void RNGE32(int32_t* mtable);
 void RNSE32(const int32_t* mtable);
 void RNGE64(int64_t* mtable);

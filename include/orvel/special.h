@@ -17,15 +17,16 @@
 
 ORVEL_BEGIN
 
-/* Gamma(X). Posts ALERT 1 (X below the XMIN of R9GAML: underflow), WARNING 2 (X close to a negative integer),
- * TERMINAL 4 (overflow: X above XMAX, or 0 < |X| < 1.01 AMACH(1)), 5 (X = 0),
- * 6 (X a negative integer, |X| <= 10), 7 (X a negative integer, |X| > 10). */
+/* Gamma(X). Posts ALERT 1 (X below the XMIN of R9GAML: underflow, also where X is so close to an integer that
+ * Gamma would still be a normal number; DGAMR has its reciprocal there), WARNING 2 (X close to a negative
+ * integer), TERMINAL 4 (overflow: X above XMAX, or 0 < |X| < 1.01 AMACH(1)), 5 (X = 0), 6 (X a negative
+ * integer, |X| <= 10), 7 (X a negative integer, |X| > 10). */
 float GAMMA(const float* x);
 double DGAMMA(const double* x);
 
 /* ln |Gamma(X)|. Posts WARNING 2 (the result suffers from X close to a negative integer), TERMINAL 4
  * (overflow: |X| above AMACH(2) / ln AMACH(2)), 5 (X a negative integer below -10). For |X| <= 10 the errors
- * are those of GAMMA, posted by it and passed up. */
+ * are those of GAMMA, posted by it and passed up. The relative accuracy holds beside the zeros, too. */
 float ALNGAM(const float* x);
 double DLNGAM(const double* x);
 
@@ -35,8 +36,9 @@ void ALGAMS(const float* x, float* algm, float* s);
 void DLGAMS(const double* x, double* algm, double* s);
 
 /* 1 / Gamma(X); 0 without a message for X = 0 and negative integers. TERMINAL errors of GAMMA (|X| <= 10) and
- * of ALGAMS, passed up; a WARNING is cleared, because 1 / Gamma is accurate there. Beyond the range of Gamma
- * the result is 0 or infinite, without a message. */
+ * of ALGAMS, passed up; a WARNING is cleared, because 1 / Gamma is accurate there. The result is right
+ * wherever it is finite, which beside integers it is down to -37 (DGAMR: -176); beyond its range it is 0 or
+ * infinite, without a message. */
 float GAMR(const float* x);
 double DGAMR(const double* x);
 

@@ -3,6 +3,8 @@
  * Every argument goes by reference. INTEGER is int32_t, REAL float, DOUBLE PRECISION double, LOGICAL
  * int32_t (-1 true, 0 false; bit 0 is the truth value). A character argument is a pointer whose length
  * follows, by value, after all other arguments: one length per character argument, in order.
+ *
+ * A call needs at most 64 KB of stack, beside what the user's own functions take.
  */
 #ifndef ORVEL_TYPES_H
 #define ORVEL_TYPES_H

@@ -16,9 +16,10 @@ ORVEL_BEGIN
  *
  * A zero is accepted when |F(X)| and its quotient by the distances from the zeros found before are both below
  * ERRABS, or when a step is shorter than ERRREL |X|. A point closer than EPS to a zero found before is moved
- * by ETA and F is called again, which does not count as an iteration; this happens at most once for every
- * zero found before in each iteration, whatever ETA is. ITMAX: a zero gets at most ITMAX - 1 iterations;
- * below 1 counts as 1. All these in. NROOT < 1 finds nothing.
+ * by ETA and F is called again, which does not count as an iteration, until it is that close to none; where
+ * that cannot be (ETA is 0 or NaN, too small to move X, or would need more than a million moves for one zero)
+ * the point is taken as it is. ITMAX: a zero gets at most ITMAX - 1 iterations; below 1 counts as 1. All
+ * these in. NROOT < 1 finds nothing.
  *
  * Posts WARNING 1 when at least one zero was not found; its X is the last point of the search. Infinite or
  * NaN guesses, tolerances and values of F end as zeros that were not found, or as the nearest point accepted.

@@ -1,6 +1,8 @@
 // interp/isa/akima.cpp - the loops of Akima's spline, for the level ORVEL_ISA
 #include "interp/isa/akima.h"
 
+#include "interp/isa/scale.h"
+
 namespace orvel::interp {
 
 namespace {
@@ -12,12 +14,14 @@ inline T magnitude(T v)
 }
 
 template <class T>
-void differences(int64_t count, const T* x, const T* f, T* __restrict m, T* __restrict per_h)
+void differences(int64_t count, const T* x, const T* f, T* __restrict m, T* __restrict scale,
+                 T* __restrict per_h)
 {
     for (int64_t k = 0; k < count; ++k) {
         const T h = x[k + 1] - x[k];
-        m[k] = (f[k + 1] - f[k]) / h;
-        per_h[k] = 1 / h;
+        m[k] = (f[k + 1] - f[k]) / h * part<T>;
+        scale[k] = unit(h);
+        per_h[k] = 1 / (h * scale[k]);
     }
 }
 
@@ -27,21 +31,22 @@ void slopes(int64_t count, const T* m, T* __restrict t)
 {
     for (int64_t k = 0; k < count; ++k) {
         const T right = magnitude(m[k + 3] - m[k + 2]), left = magnitude(m[k + 1] - m[k]);
-        const T flat = right + left == 0 ? T(1) : T(0);
-        const T a = right + flat, b = left + flat;
+        const T flat = right + left == 0 ? T(1) : T(0), u = unit(right + left);
+        const T a = right * u + flat, b = left * u + flat;
         t[k] = (a * m[k + 1] + b * m[k + 2]) / (a + b);
     }
 }
 
 template <class T>
-void columns(int64_t count, const T* f, const T* m, const T* per_h, const T* t, T* __restrict spcoef)
+void columns(int64_t count, const T* f, const T* m, const T* scale, const T* per_h, const T* t,
+             T* __restrict spcoef)
 {
     for (int64_t k = 0; k < count; ++k) {
-        const T q = (t[k] + t[k + 1] - 2 * m[k]) * per_h[k];
+        const T q = (t[k] + t[k + 1] - 2 * m[k]) * per_h[k], whole = scale[k] / part<T>;
         spcoef[4 * k] = f[k];
-        spcoef[4 * k + 1] = t[k];
-        spcoef[4 * k + 2] = 2 * ((m[k] - t[k]) * per_h[k] - q);
-        spcoef[4 * k + 3] = 6 * q * per_h[k];
+        spcoef[4 * k + 1] = t[k] / part<T>;
+        spcoef[4 * k + 2] = 2 * ((m[k] - t[k]) * per_h[k] - q) * whole;
+        spcoef[4 * k + 3] = 6 * q * per_h[k] * scale[k] * whole;
     }
 }
 
@@ -50,10 +55,13 @@ constexpr AkimaLoops<T> loops = {differences<T>, slopes<T>, columns<T>};
 
 }  // namespace
 
+#define ORVEL_NAME_OF(isa) #isa
+#define ORVEL_LEVEL_NAME(isa) ORVEL_NAME_OF(isa)
+
 namespace ORVEL_ISA {
 
 extern const AkimaTable akima_table;
-const AkimaTable akima_table = {loops<float>, loops<double>};
+const AkimaTable akima_table = {ORVEL_LEVEL_NAME(ORVEL_ISA), loops<float>, loops<double>};
 
 }  // namespace ORVEL_ISA
 

@@ -9,15 +9,18 @@ namespace orvel::interp {
 
 template <class T>
 struct AkimaLoops {
-    // Divided differences and inverse spacings of `count` pieces between count + 1 points.
-    void (*differences)(int64_t count, const T* x, const T* f, T* m, T* per_h);
-    // Slopes at `count` points; m begins two pieces to the left of the first one.
+    // Divided differences of `count` pieces between count + 1 points, as a part of themselves; the scales of
+    // the spacings, and the inverse of each spacing by its scale.
+    void (*differences)(int64_t count, const T* x, const T* f, T* m, T* scale, T* per_h);
+    // Slopes at `count` points, as the same part; m begins two pieces to the left of the first one.
     void (*slopes)(int64_t count, const T* m, T* t);
-    // Columns of `count` pieces from ordinates, differences, inverse spacings and count + 1 slopes.
-    void (*columns)(int64_t count, const T* f, const T* m, const T* per_h, const T* t, T* spcoef);
+    // Columns of `count` pieces from ordinates, what `differences` gave, and count + 1 slopes.
+    void (*columns)(int64_t count, const T* f, const T* m, const T* scale, const T* per_h, const T* t,
+                    T* spcoef);
 };
 
 struct AkimaTable {
+    const char* level;
     AkimaLoops<float> s;
     AkimaLoops<double> d;
 };

@@ -91,11 +91,12 @@ void complex_tile(int64_t k, const R* a, const R* b, R* c, int64_t ldc, const Pl
 // Panels of most_rows rows, the last one narrower by whole vectors: real parts, then imaginary parts, of a
 // column.
 template <class R>
-void pack_rows(int64_t k, const R* a, Strides s, bool conjugate, int rows, int here, R* to)
+void pack_rows(int64_t k, const R* a, Strides s, bool conjugate, int rows, int here, R* __restrict to)
 {
     const R sign = conjugate ? R(-1) : R(1);
     for (int64_t l = 0; l < k; ++l, to += 2 * rows) {
         const R* column = a + 2 * l * s.columns;
+#pragma GCC ivdep
         for (int r = 0; r < here; ++r) {
             to[r] = column[2 * r * s.rows];
             to[rows + r] = sign * column[2 * r * s.rows + 1];
@@ -112,7 +113,7 @@ int panel_rows(int64_t left)
 }
 
 template <class R>
-void pack_a(int64_t m, int64_t k, const R* a, Strides s, bool conjugate, R* to)
+void pack_a(int64_t m, int64_t k, const R* a, Strides s, bool conjugate, R* __restrict to)
 {
     while (m > 0) {
         const int rows = panel_rows<R>(m);
@@ -131,13 +132,14 @@ constexpr int panel_columns(int64_t left)
 }
 
 template <class R>
-void pack_b(int64_t k, int64_t n, const R* b, Strides s, bool conjugate, const R* alpha, R* to)
+void pack_b(int64_t k, int64_t n, const R* b, Strides s, bool conjugate, const R* alpha, R* __restrict to)
 {
     const R sign = conjugate ? R(-1) : R(1);
     const bool one = alpha[0] == R(1) && alpha[1] == R(0);
     while (n > 0) {
         const int columns = panel_columns(n);
         for (int64_t l = 0; l < k; ++l, to += 2 * columns)
+#pragma GCC ivdep
             for (int c = 0; c < columns; ++c) {
                 const R* e = b + 2 * (l * s.rows + c * s.columns);
                 const R re = e[0], im = sign * e[1];

@@ -29,6 +29,6 @@ namespace {
 constexpr Loops tables[] = {ORVEL_FOR_EACH_LEVEL(ORVEL_KERNEL_TABLE)};
 }  // namespace
 
-const Loops& loops() { return tables[frame::level()]; }
+const Loops& loops() { return frame::at_level(tables); }
 
 }  // namespace orvel::kernels

@@ -54,16 +54,21 @@ constexpr int tile_rows = tile_vectors* lanes<R>;
 
 // Panels of tile_rows rows: element (i, l) of a panel is at [l * tile_rows + i]; missing rows are zero.
 template <class R>
-void pack_a(int64_t m, int64_t k, const R* a, Strides s, R* to)
+void pack_a(int64_t m, int64_t k, const R* a, Strides s, R* __restrict to)
 {
     constexpr int rows = tile_rows<R>;
     for (int64_t i = 0; i < m; i += rows, to += rows * k, a += rows * s.rows) {
         const int here = m - i < rows ? static_cast<int>(m - i) : rows;
         if (here == rows && s.rows == 1) {
+            typedef Vector<R, lanes<R>> Lane;
             for (int64_t l = 0; l < k; ++l)
-                for (int r = 0; r < rows; ++r) to[l * rows + r] = a[l * s.columns + r];
+#pragma GCC unroll 8
+                for (int r = 0; r < rows; r += lanes<R>)
+                    *reinterpret_cast<Lane*>(to + l * rows + r) =
+                        *reinterpret_cast<const Lane*>(a + l * s.columns + r);
         } else if (here == rows && s.rows == -1) {
             for (int64_t l = 0; l < k; ++l)
+#pragma GCC ivdep
                 for (int r = 0; r < rows; ++r) to[l * rows + r] = a[l * s.columns - r];
         } else if (s.columns == 1 || s.columns == -1) {
             const bool forward = s.columns == 1;
@@ -81,7 +86,7 @@ void pack_a(int64_t m, int64_t k, const R* a, Strides s, R* to)
 
 // Panels of tile_columns columns of alpha * B; missing columns are zero.
 template <class R>
-void pack_b(int64_t k, int64_t n, const R* b, Strides s, R alpha, R* to)
+void pack_b(int64_t k, int64_t n, const R* b, Strides s, R alpha, R* __restrict to)
 {
     constexpr int columns = tile_columns, L = lanes<R> < columns ? lanes<R> : columns;
     for (int64_t j = 0; j < n; j += columns, to += columns * k, b += columns * s.columns) {
@@ -115,11 +120,13 @@ void edge_tile(int64_t k, const R* a, const R* b, const Product<R>& p, int64_t i
     R buffer[rows * tile_columns];
     if (!from_zero)
         for (int j = 0; j < tile_columns; ++j)
+#pragma GCC ivdep
             for (int i = 0; i < rows; ++i)
                 buffer[j * rows + i] =
                     i < m && j < n && is_in(p.triangle, i0 + i, j0 + j) ? c[j * p.c_columns + i] : R(0);
     real_tile<true, R, lanes<R>, tile_vectors, tile_columns>(k, a, rows, b, {0, 0}, buffer, rows, from_zero);
     for (int64_t j = 0; j < n; ++j)
+#pragma GCC ivdep
         for (int64_t i = 0; i < m; ++i)
             if (is_in(p.triangle, i0 + i, j0 + j)) c[j * p.c_columns + i] = buffer[j * rows + i];
 }

@@ -40,7 +40,8 @@ struct Sums {
     R (*magnitudes)(int64_t n, const R* x);
     R (*products)(int64_t n, const R* x, const R* y);
     R (*triple_products)(int64_t n, const R* x, const R* y, const R* z);
-    void (*norms)(int64_t n, const R* x, R s[2]);  // sums of magnitudes and of squares
+    void (*norms)(int64_t n, const R* x, R most,
+                  R s[2]);  // sums of magnitudes, cut to `most`, and of their squares
     // Sums of re re, im im, re im and im re of the elements of x and y; n reals.
     void (*complex_products)(int64_t n, const R* x, const R* y, R s[4]);
 };

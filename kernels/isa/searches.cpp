@@ -57,13 +57,17 @@ inline int64_t search_plain(const R* x, int64_t first, int64_t last, int64_t at)
     return at;
 }
 
-// The best of the lanes by choose(a, b), which takes vectors and numbers.
+// The best of the lanes by choose(a, b), which takes vectors and numbers. Vectors of 8 bytes are not
+// compared: what the rest of their register holds might be no number and raise a trap.
 template <class V, int lanes, class F>
 inline __attribute__((always_inline)) auto fold_lanes(V v, F choose)
 {
     typedef __typeof__(v[0] + v[0]) Element;
     if constexpr (lanes == 2) {
         return choose(static_cast<Element>(v[0]), static_cast<Element>(v[1]));
+    } else if constexpr (sizeof(V) == 16) {
+        return choose(choose(static_cast<Element>(v[0]), static_cast<Element>(v[1])),
+                      choose(static_cast<Element>(v[2]), static_cast<Element>(v[3])));
     } else {
         typedef Element Half __attribute__((vector_size(lanes / 2 * sizeof(Element))));
         union {

@@ -1,4 +1,8 @@
 // kernels/isa/sums.cpp - sums over contiguous vectors
+#ifdef __AVX512F__
+#include <immintrin.h>
+#endif
+
 #include "kernels/isa/lanes.h"
 #include "kernels/isa/loops.h"
 
@@ -130,12 +134,27 @@ R triple_products(int64_t n, const R* x, const R* y, const R* z)
         .a;
 }
 
+// x, or the limit where that is less; what is no number stays. Compilers find the instruction for it by
+// themselves, but at the level that has masks.
+template <class V>
+inline __attribute__((always_inline)) V cut(V x, V limit)
+{
+#ifdef __AVX512F__
+    typedef __typeof__(x[0] + x[0]) R;
+    if constexpr (sizeof(V) == 64 && sizeof(R) == 4) return (V)_mm512_min_ps((__m512)limit, (__m512)x);
+    if constexpr (sizeof(V) == 64 && sizeof(R) == 8) return (V)_mm512_min_pd((__m512d)limit, (__m512d)x);
+#endif
+    return limit < x ? limit : x;
+}
+inline float cut(float x, float limit) { return limit < x ? limit : x; }
+inline double cut(double x, double limit) { return limit < x ? limit : x; }
+
 template <class R>
-void norms(int64_t n, const R* x, R result[2])
+void norms(int64_t n, const R* x, R most, R result[2])
 {
     const auto s = sum_lanes<R, Two, 4, 1>(n, [=](auto l, auto& sums, int64_t i) {
-        const auto v = held(l.load(x + i));
-        sums.a += l.magnitude(v);
+        const auto v = held(cut(l.magnitude(l.load(x + i)), l.all(most)));
+        sums.a += v;
         sums.b += v * v;
     });
     result[0] = s.a;

@@ -49,11 +49,37 @@ void multiply(int64_t n, const R* l, bool unit, R* x)
 
 constexpr int half = row_vectors / 2;
 
+template <class R>
+inline bool is_large(R x)
+{
+    constexpr R large = (sizeof(R) == 4 ? R(__FLT_MAX__) : R(__DBL_MAX__)) / 4;
+    return x > large || x < -large;
+}
+
 // Divides a row by the complex number (re, im), scaled by its larger part: R. L. Smith, Algorithm 116:
-// Complex division.
+// Complex division. Large numbers are divided by 4 first, so that no sum of two parts overflows.
 template <class R>
 void divide(R re, R im, Lane<R>* row)
 {
+    if (is_large(re) || is_large(im)) {
+        re *= R(0.25);
+        im *= R(0.25);
+        for (int v = 0; v < row_vectors; ++v) row[v] *= R(0.25);
+    } else {
+        Lane<R> most = row[0] < 0 ? -row[0] : row[0];
+        for (int v = 1; v < row_vectors; ++v) {
+            const Lane<R> size = row[v] < 0 ? -row[v] : row[v];
+            most = most < size ? size : most;
+        }
+        bool overflows = false;
+        for (int k = 0; k < lanes<R>; ++k) overflows |= is_large(most[k]);
+        if (overflows) {
+            for (int v = 0; v < row_vectors; ++v) row[v] *= R(0.25);
+            divide(re, im, row);
+            for (int v = 0; v < row_vectors; ++v) row[v] *= R(4);
+            return;
+        }
+    }
     const bool swapped = (re < 0 ? -re : re) < (im < 0 ? -im : im);
     const R ratio = swapped ? re / im : im / re;
     const R denominator = swapped ? im + re * ratio : re + im * ratio;

@@ -41,9 +41,10 @@ struct VectorLoops {
     void (*split)(int64_t m, const R* pairs, R* re, R* im);
     void (*join)(int64_t m, const R* re, const R* im, R* pairs);
 
-    // Adds to sums[0] the magnitudes of z + wm * u, to sums[1] those of the new z = z + wp * u. Complex
-    // vectors are interleaved; n counts their elements. Behind them are zeros for a whole vector.
-    void (*grow)(int64_t n, const R* u, const R* wm, const R* wp, R* z, R* sums);
+    // Adds to before[] the magnitudes of z + wm * u, to after[] those of the new z = z + wp * u, lane by
+    // lane; a long vector may come in pieces of whole vectors. Complex vectors are interleaved; n counts
+    // their elements. Behind them are zeros for a whole vector.
+    void (*grow)(int64_t n, const R* u, const R* wm, const R* wp, R* z, R* before, R* after);
 };
 
 // All of a small matrix, n <= small_order: copies A to FACT, forms the scale factors and factors. Returns
@@ -62,6 +63,14 @@ struct Residuals {
     void (*by_columns)(int64_t m, int64_t n, const R* a, int64_t lda, const R* x, const R* b, R* r);
     // r(n) = A(m, n)^T * x - b; the complex one with the conjugate transpose.
     void (*by_rows)(int64_t m, int64_t n, const R* a, int64_t lda, const R* x, const R* b, R* r);
+};
+
+// Whether an element of the residual is larger than `limit` times the sum of the magnitudes that it is made
+// of. Arguments as those of Residuals.
+template <class R>
+struct Excess {
+    bool (*by_columns)(int64_t m, int64_t n, const R* a, int64_t lda, const R* x, const R* b, double limit);
+    bool (*by_rows)(int64_t m, int64_t n, const R* a, int64_t lda, const R* x, const R* b, double limit);
 };
 
 struct Eliminations {
@@ -84,10 +93,16 @@ struct ResidualLoops {
     Residuals<double> d, z;
 };
 
+struct ExcessLoops {
+    Excess<float> s, c;
+    Excess<double> d, z;
+};
+
 // The loops of the level in use, see frame/levels.h.
 const Eliminations& eliminations();
 const AllVectorLoops& all_vector_loops();
 const SmallMatrices& small_matrices();
 const ResidualLoops& residual_loops();
+const ExcessLoops& excess_loops();
 
 }  // namespace orvel::linsys

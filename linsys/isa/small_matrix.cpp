@@ -42,7 +42,11 @@ inline void swap_numbers(R& a, R& b)
     b = c;
 }
 
-// Scale factors: 1 / the largest magnitude of a row, 1 where it is below `small`.
+template <class R>
+constexpr R largest_number = sizeof(R) == 4 ? R(__FLT_MAX__) : R(__DBL_MAX__);
+
+// Scale factors: 1 / the largest magnitude of a row, 1 where it is below `small`. The magnitude of a complex
+// number may be beyond the largest number. Rows behind the last have none: nothing is divided by it.
 template <class R, bool Complex>
 inline void scale_factors(int64_t n, const R* p, PanelShape shape, R small, R* s)
 {
@@ -55,8 +59,8 @@ inline void scale_factors(int64_t n, const R* p, PanelShape shape, R small, R* s
             if constexpr (Complex) size = held(size + magnitude<R>(x.im));
             largest = size > largest ? size : largest;
         }
-        const Lane<R> one = Lane<R>{} + R(1);
-        at(s + row) = largest >= small ? one / largest : one;
+        const Lane<R> one = Lane<R>{} + R(1), most = Lane<R>{} + largest_number<R>;
+        at(s + row) = one / (largest >= small ? (largest > most ? most : largest) : one);
     }
     for (int64_t row = n; row % L != 0; ++row) s[row] = 0;
 }

@@ -9,7 +9,7 @@ namespace {
 // ---- scale factors ----------------------------------------------------------------------------------------
 
 template <class R>
-void raise_maxima(int64_t m, const R* x, R* maxima)
+void raise_maxima(int64_t m, const R* x, R* __restrict maxima)
 {
     for (int64_t i = 0; i < m; ++i) {
         const R size = x[i] < 0 ? -x[i] : x[i];
@@ -18,7 +18,7 @@ void raise_maxima(int64_t m, const R* x, R* maxima)
 }
 
 template <class R>
-void raise_complex_maxima(int64_t m, const R* x, R* maxima)
+void raise_complex_maxima(int64_t m, const R* x, R* __restrict maxima)
 {
     for (int64_t i = 0; i < m; ++i) {
         const R re = x[2 * i] < 0 ? -x[2 * i] : x[2 * i],
@@ -70,22 +70,23 @@ inline Lane<R> product(Lane<R> same, Lane<R> cross, Lane<R> u)
 }
 
 template <class R, bool Complex>
-void grow(int64_t n, const R* u, const R* wm, const R* wp, R* z, R* sums)
+void grow(int64_t n, const R* u, const R* wm, const R* wp, R* z, R* before, R* after)
 {
     constexpr int L = lanes<R>;
     const int64_t count = Complex ? 2 * n : n;
     const Lane<R> sign = Complex ? ((lane_numbers<R>() & 1) == 0 ? Lane<R>{} - 1 : Lane<R>{} + 1) : Lane<R>{};
     const Lane<R> minus = Lane<R>{} + wm[0], plus = Lane<R>{} + wp[0];
     const Lane<R> minus_cross = Complex ? sign * wm[1] : sign, plus_cross = Complex ? sign * wp[1] : sign;
-    Lane<R> before = {}, after = {};
+    Lane<R> old_sums = at(before), new_sums = at(after);
     for (int64_t i = 0; i < count; i += L) {
         const Lane<R> e = at(u + i), old = at(z + i);
-        before += magnitude<R>(old + product<R, Complex>(minus, minus_cross, e));
+        old_sums += magnitude<R>(old + product<R, Complex>(minus, minus_cross, e));
         const Lane<R> now = old + product<R, Complex>(plus, plus_cross, e);
-        after += magnitude<R>(now);
+        new_sums += magnitude<R>(now);
         at(z + i) = now;
     }
-    for (int k = 0; k < L; ++k) sums[0] += before[k], sums[1] += after[k];
+    at(before) = old_sums;
+    at(after) = new_sums;
 }
 
 template <class R, bool Complex>

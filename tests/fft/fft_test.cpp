@@ -1,16 +1,9 @@
 // tests/fft/fft_test.cpp - transforms against sums from the definition, work vectors, errors
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <cmath>
-#include <complex>
-#include <limits>
-#include <random>
-#include <string>
-#include <vector>
-
 #include "fft/short.h"
 #include "fft/transform.h"
+#include "tests/fft/transforms.h"
 #include "tests/levels.h"
 #include "tests/refusing_memory.h"
 #include "tests/support.h"
@@ -18,66 +11,28 @@
 namespace {
 
 using orvel_test::Capture;
+using orvel_test::Documented;
+using orvel_test::Error;
+using orvel_test::error;
+using orvel_test::Errors;
 using orvel_test::every;
+using orvel_test::Exact;
+using orvel_test::Library;
 using orvel_test::on_every_level;
 using orvel_test::one_line;
 using orvel_test::Outcome;
 using orvel_test::outcome;
 using orvel_test::refuse;
+using orvel_test::root;
+using orvel_test::Sample;
 using orvel_test::set_switches;
-using Wide = std::complex<long double>;
+using orvel_test::unpacked;
+using orvel_test::Wide;
 
-template <class R>
-struct Library;
-template <>
-struct Library<float> {
-    static constexpr const char* prefix = "";
-    static constexpr auto FftRi = FFTRI, FftCi = FFTCI;
-    static constexpr auto FftRf = FFTRF, FftRb = FFTRB;
-    static constexpr auto FftCf = FFTCF, FftCb = FFTCB;
-    static constexpr auto F2tRf = F2TRF, F2tRb = F2TRB;
-    static constexpr auto F2tCf = F2TCF, F2tCb = F2TCB;
-    static constexpr auto F3tRf = F3TRF;
-};
-template <>
-struct Library<double> {
-    static constexpr const char* prefix = "D";
-    static constexpr auto FftRi = DFFTRI, FftCi = DFFTCI;
-    static constexpr auto FftRf = DFFTRF, FftRb = DFFTRB;
-    static constexpr auto FftCf = DFFTCF, FftCb = DFFTCB;
-    static constexpr auto F2tRf = DF2TRF, F2tRb = DF2TRB;
-    static constexpr auto F2tCf = DF2TCF, F2tCb = DF2TCB;
-    static constexpr auto F3tRf = DF3TRF;
-};
-
-constexpr long double two_pi = 6.283185307179586476925286766559L;
-
-Wide root(int64_t j, int64_t n)
+const Documented& documented()
 {
-    const long double angle = two_pi * static_cast<long double>(j % n) / static_cast<long double>(n);
-    return {std::cos(angle), -std::sin(angle)};
-}
-
-// Coefficients k of x from the definition.
-template <class C>
-std::vector<Wide> sums(const std::vector<C>& x, const std::vector<int64_t>& k)
-{
-    const int64_t n = static_cast<int64_t>(x.size());
-    std::vector<Wide> table(n), result;
-    for (int64_t j = 0; j < n; ++j) table[j] = root(j, n);
-    for (const int64_t which : k) {
-        Wide sum = 0;
-        for (int64_t j = 0; j < n; ++j) sum += Wide(std::real(x[j]), std::imag(x[j])) * table[j * which % n];
-        result.push_back(sum);
-    }
-    return result;
-}
-
-std::vector<int64_t> all_of(int64_t n)
-{
-    std::vector<int64_t> k(n);
-    for (int64_t j = 0; j < n; ++j) k[j] = j;
-    return k;
+    static const Documented figures(ORVEL_FFT_HEADER);
+    return figures;
 }
 
 template <class R>
@@ -90,46 +45,16 @@ protected:
 
     static std::vector<R> random(int64_t n, unsigned seed)
     {
-        std::mt19937_64 generator(seed);
-        std::uniform_real_distribution<R> uniform(-1, 1);
-        std::vector<R> x(n);
-        for (R& v : x) v = uniform(generator);
-        return x;
+        return orvel_test::real_parts(random_pairs(n, seed));
     }
     static std::vector<C> random_pairs(int64_t n, unsigned seed)
     {
-        const std::vector<R> parts = random(2 * n, seed);
-        std::vector<C> x(n);
-        for (int64_t j = 0; j < n; ++j) x[j] = {parts[2 * j], parts[2 * j + 1]};
-        return x;
+        return orvel_test::random_pairs<R>(n, seed);
     }
 
-    // The root mean square of the errors, in that of a random sequence's coefficients. Rounding errors of
-    // log N passes add up like a random walk; large primes go through three transforms.
-    static void expect_close(const std::vector<C>& y, const std::vector<int64_t>& k,
-                             const std::vector<Wide>& exact, int64_t n, const std::string& what)
+    static void expect_within(const Error& bound, const Error& e, int64_t n, const std::string& what)
     {
-        long double error = 0, scale = 0;
-        for (std::size_t j = 0; j < k.size(); ++j) {
-            error += std::norm(Wide(y[k[j]].real(), y[k[j]].imag()) - exact[j]);
-            scale += std::norm(exact[j]);
-        }
-        const auto eps = static_cast<long double>(std::numeric_limits<R>::epsilon());
-        const long double bound =
-            (k.size() < 20 ? 3 : 1) * eps * (1 + std::log2(static_cast<long double>(n)) / 3);
-        ASSERT_LE(std::sqrt(error / scale), bound) << what << ", N = " << n;
-    }
-
-    // The complex coefficients that a real transform stores.
-    static std::vector<C> unpacked(const std::vector<R>& c)
-    {
-        const std::size_t n = c.size();
-        std::vector<C> y(n, c[0]);
-        for (std::size_t k = 1; k <= n / 2; ++k) {
-            y[k] = 2 * k == n ? C(c[n - 1]) : C(c[2 * k - 1], c[2 * k]);
-            y[n - k] = std::conj(y[k]);
-        }
-        return y;
+        ASSERT_TRUE(e.is_within(bound)) << what << ", N = " << n << ": " << e << ", not " << bound;
     }
 
     static constexpr R guard = 7;
@@ -144,48 +69,53 @@ protected:
         for (std::size_t k = 1; k <= 8; ++k) ASSERT_EQ(w[w.size() - k], guard);
     }
 
-    // Both directions, in place and not, one work vector for all; `odd` shifts the arrays off alignment.
-    static void check(int32_t n, const std::vector<int64_t>& k)
+    // Both directions, in place and not, one work vector for all.
+    static void check(const Sample<R>& sample)
     {
+        const int32_t n = sample.n;
+        const Errors& bounds = documented().bounds[Documented::class_of(n)];
         std::vector<R> wfc = work_vector(4 * int64_t{n} + 15), cwork = work_vector(2 * int64_t{n});
         std::vector<R> wfr = work_vector(2 * int64_t{n} + 15);
-        const std::vector<C> x = random_pairs(n, n);
+        const std::vector<C>& x = sample.x;
         std::vector<C> y(n), z(x);
-        const std::vector<Wide> exact = sums(x, k);
         L::FftCi(&n, wfc.data());
         L::F2tCf(&n, x.data(), y.data(), wfc.data(), cwork.data());
-        expect_close(y, k, exact, n, "forward");
+        if (!sample.exact.empty()) expect_within(bounds.transform, error(y, sample.exact), n, "forward");
         L::F2tCf(&n, z.data(), z.data(), wfc.data(), cwork.data());
-        EXPECT_EQ(z, y) << "forward in place, N = " << n;
+        EXPECT_TRUE(z == y) << "forward in place, N = " << n;
 
-        // The backward transform of conj(x) is the conjugate of the forward one of x, bit by bit.
+        // The backward transform of conj(x) is the conjugate of the forward one of x.
         std::vector<C> mirrored(n), back(n);
         for (int32_t j = 0; j < n; ++j) mirrored[j] = std::conj(x[j]);
         L::F2tCb(&n, mirrored.data(), back.data(), wfc.data(), cwork.data());
         for (C& v : back) v = std::conj(v);
-        expect_close(back, k, exact, n, "backward");
+        if (!sample.exact.empty()) expect_within(bounds.transform, error(back, sample.exact), n, "backward");
         L::F2tCb(&n, mirrored.data(), mirrored.data(), wfc.data(), cwork.data());
         for (C& v : mirrored) v = std::conj(v);
-        EXPECT_EQ(mirrored, back) << "backward in place, N = " << n;
+        EXPECT_TRUE(mirrored == back) << "backward in place, N = " << n;
+        L::F2tCb(&n, y.data(), y.data(), wfc.data(), cwork.data());
+        expect_within(bounds.pair, error(y, x, n), n, "there and back");
 
-        const std::vector<R> real = random(n, n + 1);
-        std::vector<R> c(n), in_place(real), from(n);
+        std::vector<R> c(n), in_place(sample.real), from(n);
         L::FftRi(&n, wfr.data());
-        L::F2tRf(&n, real.data(), c.data(), wfr.data());
-        expect_close(unpacked(c), k, sums(real, k), n, "real");
+        L::F2tRf(&n, sample.real.data(), c.data(), wfr.data());
+        if (!sample.exact.empty())
+            expect_within(bounds.transform, error(unpacked(c), sample.exact_of_real), n, "real");
         L::F2tRf(&n, in_place.data(), in_place.data(), wfr.data());
-        EXPECT_EQ(in_place, c) << "real in place, N = " << n;
+        EXPECT_TRUE(in_place == c) << "real in place, N = " << n;
         L::F2tRb(&n, c.data(), from.data(), wfr.data());
+        expect_within(bounds.pair, error(from, sample.real, n), n, "real there and back");
         L::F2tRb(&n, c.data(), c.data(), wfr.data());
-        EXPECT_EQ(from, c) << "real backward in place, N = " << n;
-        std::vector<C> once(n);
-        std::vector<Wide> twice(n);
-        for (int32_t j = 0; j < n; ++j) {
-            once[j] = c[j];
-            twice[j] = static_cast<long double>(real[j]) * n;
-        }
-        expect_close(once, all_of(n), twice, int64_t{n} * n, "real there and back");
+        EXPECT_TRUE(from == c) << "real backward in place, N = " << n;
         for (const auto* w : {&wfc, &wfr, &cwork}) expect_guarded(*w);
+    }
+
+    // Every coefficient, on every level; the exact ones are made once.
+    static void check_on_every_level(int32_t n)
+    {
+        Exact exact(n);
+        const Sample<R> sample(n, static_cast<uint64_t>(n), exact);
+        on_every_level([&] { check(sample); });
     }
 
     Capture printed;
@@ -196,23 +126,22 @@ TYPED_TEST_SUITE(Fft, Precisions);
 
 TYPED_TEST(Fft, EveryLengthToThreeHundred)
 {
-    on_every_level([this] {
-        for (int32_t n = 1; n <= 300 && !this->HasFatalFailure(); ++n) this->check(n, all_of(n));
-    });
+    for (int32_t n = 1; n <= 300 && !this->HasFailure(); ++n) this->check_on_every_level(n);
     EXPECT_EQ(this->printed.take(), "");
 }
 
-// Powers, blocks of every kind, composites of large factors, convolutions inside composites.
+// Powers, blocks of every kind, composites of large factors, convolutions inside composites; odd lengths
+// whose parts have large factors, and such without parts. The longest only there and back.
 TYPED_TEST(Fft, LongLengths)
 {
-    for (const int32_t n : {512, 1000, 1024, 1200, 2048, 2401, 3375, 4096, 5040, 8192, 9973, 16384, 14641,
-                            2 * 8191, 131 * 137, 127 * 131 * 3, 1 << 17, 3 << 16, 5 << 15})
-        this->check(n, {0, 1, 2, 5, n / 3, n / 2, n - 1});
-    on_every_level([this] {
-        for (const int32_t n : {512, 1024, 2048, 4096, 8192}) this->check(n, all_of(n / 16));
-        for (const int32_t n : {1 << 14, 1 << 15, 3 << 12, 10007}) this->check(n, {1, n / 7, n / 2, n - 2});
-    });
-    for (const int32_t n : {1 << 20, 5 << 18, 2 * 1594323, 4782969, 1000003}) this->check(n, {1, n / 7});
+    for (const int32_t n :
+         {512,      1000,    1024,      1200,  2048,    2187,    2197,     2401,         3 * 773,
+          3375,     4096,    5040,      8192,  9973,    3 << 12, 13 * 997, 1 << 14,      14641,
+          2 * 8191, 1 << 15, 131 * 137, 59049, 5 << 13, 3 << 15, 1 << 17,  127 * 131 * 3})
+        this->check_on_every_level(n);
+    Exact exact(1 << 20);
+    this->check(Sample<TypeParam>(1 << 20, 1, exact));
+    for (const int32_t n : {5 << 18, 300007}) this->check(Sample<TypeParam>(n, 1));
 }
 
 TYPED_TEST(Fft, StoredFactors)
@@ -274,45 +203,56 @@ TYPED_TEST(Fft, StoredFactors)
 TYPED_TEST(Fft, Roots)
 {
     using R = TypeParam;
-    on_every_level([] {
-        long double worst = 0;
-        for (const int64_t n : {7, 360, 1024, 4099, 65536, 1000003})
+    for (const int64_t n : {7, 360, 1024, 4099, 65536, 200003}) {
+        std::vector<Wide> exact(n);
+        for (int64_t j = 0; j < n; ++j) exact[j] = root(j, n);
+        on_every_level([&] {
+            long double worst = 0;
             for (const int64_t step : {1, 3}) {
                 std::vector<R> c(n + 1, 7), s(n + 1, 7);
                 orvel::fft::roots<R>(n, step - 1, step, n, 1, c.data(), s.data());
                 for (int64_t j = 0; j < n; ++j) {
-                    const Wide exact = root(step - 1 + step * j, n);
-                    worst = std::max(worst, std::abs(c[j] - exact.real()));
-                    worst = std::max(worst, std::abs(s[j] + exact.imag()));
+                    const Wide& right = exact[(step - 1 + step * j) % n];
+                    worst = std::max(worst, std::abs(c[j] - right.real()));
+                    worst = std::max(worst, std::abs(s[j] + right.imag()));
                 }
                 EXPECT_EQ(c[n] + s[n], 14);
             }
-        EXPECT_LE(worst, 0.31L * std::numeric_limits<R>::epsilon());
-    });
+            EXPECT_LE(worst, documented().root * std::numeric_limits<R>::epsilon()) << n;
+        });
+    }
 }
 
-// Without heap, workers sum directly where they wanted scratch, and the fronts say so.
+// Without heap, workers sum directly where they wanted scratch, long ones give the same bits, and the fronts
+// say so.
 TYPED_TEST(Fft, WithoutStorage)
 {
     using R = TypeParam;
-    using C = std::complex<R>;
-    for (const int32_t n : {131 * 4, 3 * 131, 135, 149}) {
+    using L = Library<R>;
+    for (const int32_t n : {131 * 4, 3 * 131, 9 * 131, 135, 149, 13 * 13 * 13, 1 << 14, 5 << 14}) {
+        Exact exact(n);
+        const Sample<R> sample(n, 1, exact);
         std::vector<R> wfc = this->work_vector(4 * n + 15), wfr = this->work_vector(2 * n + 15), cwork(2 * n);
-        const std::vector<C> x = this->random_pairs(n, n);
-        const std::vector<R> real = this->random(n, n);
-        std::vector<C> y(n);
-        std::vector<R> c(n), back(n);
-        Library<R>::FftCi(&n, wfc.data());
-        Library<R>::FftRi(&n, wfr.data());
+        std::vector<std::complex<R>> y(n);
+        std::vector<R> c(n), back(n), usual(n), in_place(sample.real);
+        L::FftCi(&n, wfc.data());
+        L::FftRi(&n, wfr.data());
+        L::F2tRf(&n, sample.real.data(), usual.data(), wfr.data());
         refuse(every);
-        Library<R>::F2tCf(&n, x.data(), y.data(), wfc.data(), cwork.data());
-        Library<R>::F2tRf(&n, real.data(), c.data(), wfr.data());
-        Library<R>::F2tRb(&n, c.data(), back.data(), wfr.data());
+        L::F2tCf(&n, sample.x.data(), y.data(), wfc.data(), cwork.data());
+        L::F2tRf(&n, sample.real.data(), c.data(), wfr.data());
+        L::F2tRf(&n, in_place.data(), in_place.data(), wfr.data());
+        L::F2tRb(&n, c.data(), back.data(), wfr.data());
         refuse(0);
-        this->expect_close(y, all_of(n), sums(x, all_of(n)), n, "complex");
-        this->expect_close(this->unpacked(c), all_of(n), sums(real, all_of(n)), n, "real");
-        for (int32_t j = 0; j < n; ++j)
-            EXPECT_NEAR(back[j], real[j] * n, 20 * n * std::numeric_limits<R>::epsilon());
+        // Rounding errors of sums of N terms, each relative to the sum so far, add up like a random walk.
+        const double mean = 1 + 0.2 * std::sqrt(n / std::log2(n));
+        const Error bound = {mean, 5 * mean};
+        this->expect_within(bound, error(y, sample.exact), n, "complex");
+        this->expect_within(bound, error(unpacked(c), sample.exact_of_real), n, "real");
+        this->expect_within(bound, error(back, sample.real, n), n, "real there and back");
+        EXPECT_TRUE(in_place == c) << n;
+        EXPECT_TRUE(usual == c || n % 2 != 0 || n % 131 == 0) << n;
+        for (const auto* w : {&wfc, &wfr}) this->expect_guarded(*w);
     }
 }
 
@@ -338,23 +278,48 @@ TYPED_TEST(Fft, LongResultsOnWholeLines)
     using R = TypeParam;
     using C = std::complex<R>;
     using L = Library<R>;
-    on_every_level([this] {
-        for (const int32_t n : {1 << 20, 5 << 18}) {
-            std::vector<R> wfc = this->work_vector(4 * int64_t{n} + 15), cwork(2 * int64_t{n});
-            const std::vector<C> x = this->random_pairs(n, 3);
-            std::vector<C> forward(n + 8), backward(n + 8), other(n + 8);
-            const auto line = [](std::vector<C>& y) {
-                return reinterpret_cast<C*>((reinterpret_cast<uintptr_t>(y.data()) + 63) / 64 * 64);
-            };
-            L::FftCi(&n, wfc.data());
-            L::F2tCf(&n, x.data(), line(forward), wfc.data(), cwork.data());
-            L::F2tCf(&n, x.data(), line(other) + 1, wfc.data(), cwork.data());
-            EXPECT_TRUE(std::equal(line(forward), line(forward) + n, line(other) + 1)) << n;
-            L::F2tCb(&n, x.data(), line(backward), wfc.data(), cwork.data());
-            L::F2tCb(&n, x.data(), line(other) + 1, wfc.data(), cwork.data());
-            EXPECT_TRUE(std::equal(line(backward), line(backward) + n, line(other) + 1)) << n;
-        }
-    });
+    for (const int32_t n : {(8 << 20) / int32_t{sizeof(C)}, (10 << 20) / int32_t{sizeof(C)}}) {
+        const std::vector<C> x = this->random_pairs(n, 3);
+        std::vector<R> wfc = this->work_vector(4 * int64_t{n} + 15), cwork(2 * int64_t{n});
+        std::vector<C> result(n + 8), other(n + 8);
+        const auto line = [](std::vector<C>& y) {
+            return reinterpret_cast<C*>((reinterpret_cast<uintptr_t>(y.data()) + 63) / 64 * 64);
+        };
+        L::FftCi(&n, wfc.data());
+        on_every_level([&] {
+            for (const auto transform : {L::F2tCf, L::F2tCb}) {
+                transform(&n, x.data(), line(result), wfc.data(), cwork.data());
+                transform(&n, x.data(), line(other) + 1, wfc.data(), cwork.data());
+                EXPECT_TRUE(std::equal(line(result), line(result) + n, line(other) + 1)) << n;
+            }
+        });
+    }
+}
+
+// Pairs of factors that a long list stores as one are those two.
+TYPED_TEST(Fft, PairsOfFactors)
+{
+    using R = TypeParam;
+    using L = Library<R>;
+    for (const std::vector<R>& stored : {std::vector<R>{729, 4, 9, 9, 3, 3},
+                                         {15625, 4, 25, 5, 25, 5},
+                                         {8192, 6, 8, 4, 4, 4, 4, 4},
+                                         {49152, 6, 16, 16, 4, 4, 4, 3}}) {
+        const int32_t n = static_cast<int32_t>(stored[0]);
+        const Sample<R> sample(n, 1);
+        std::vector<R> wfc = this->work_vector(4 * n + 15), wfr = this->work_vector(2 * n + 15), cwork(2 * n);
+        std::vector<std::complex<R>> y(n), again(n);
+        std::vector<R> c(n), c_again(n);
+        L::FftCi(&n, wfc.data());
+        L::FftRi(&n, wfr.data());
+        L::F2tCf(&n, sample.x.data(), y.data(), wfc.data(), cwork.data());
+        L::F2tRf(&n, sample.real.data(), c.data(), wfr.data());
+        std::copy(stored.begin(), stored.end(), wfc.begin() + 4 * n);
+        std::copy(stored.begin(), stored.end(), wfr.begin() + 2 * n);
+        L::F2tCf(&n, sample.x.data(), again.data(), wfc.data(), cwork.data());
+        L::F2tRf(&n, sample.real.data(), c_again.data(), wfr.data());
+        EXPECT_TRUE(again == y && c_again == c) << n;
+    }
 }
 
 // Factors in an order that no initialisation makes belong to no table, but lead nowhere outside the arrays.
@@ -370,7 +335,14 @@ TYPED_TEST(Fft, FactorsInAnotherOrder)
                                          {20480, 7, 5, 4, 4, 4, 4, 4, 4},
                                          {64, 3, 16, 2, 2},
                                          {4096, 3, 16, 16, 16},
-                                         {1000, 5, 5, 5, 5, 4, 2}}) {
+                                         {1000, 5, 5, 5, 5, 4, 2},
+                                         {2145, 4, 13, 11, 5, 3},
+                                         {2145, 3, 15, 11, 13},
+                                         {2145, 2, 3, 715},
+                                         {393, 2, 131, 3},
+                                         {393, 1, 393},
+                                         {225, 2, 9, 25},
+                                         {45, 2, 3, 15}}) {
         const int32_t n = static_cast<int32_t>(stored[0]);
         std::vector<R> wfc = this->work_vector(4 * int64_t{n} + 15),
                        wfr = this->work_vector(2 * int64_t{n} + 15);
@@ -477,7 +449,7 @@ TYPED_TEST(Fft, Fronts)
     using R = TypeParam;
     using C = std::complex<R>;
     using L = Library<R>;
-    for (const int32_t n : {64, 1680, 4096}) {
+    for (const int32_t n : {64, 135, 149, 393, 1680, 4096}) {
         std::vector<R> wfc(4 * n + 15), cwork(2 * n), wfr(2 * n + 15), c(n), by_front(n);
         const std::vector<C> x = this->random_pairs(n, 5);
         const std::vector<R> real = this->random(n, 6);

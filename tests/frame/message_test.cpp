@@ -92,7 +92,7 @@ TEST_F(Message, PlaceholdersAreReplacedByTheirParameters)
         set_i(9, 7);
         set_l(2, "%(I1)");
         set_l(3, "*I5*1%9");
-        fill_store("*k1*3%key*S2*1%%");
+        fill_store("*k1*3%key*S2*1%%*I0*1%5");
         EXPECT_EQ(made(row[0]), row[1]);
         EXPECT_EQ(ERCOM1.parlen, 1);
     }
@@ -174,6 +174,25 @@ TEST_F(Message, StoreAndBufferHaveTheirRoom)
     set_i(2, 123);
     EXPECT_EQ(made("%(I1)%(I2)"), "%(I1)123");
 
+    // What the program has stored there by hand leads nowhere else.
+    std::fill_n(ERCOM2.parameters, 300, ' ');
+    for (int32_t used : {INT32_MIN, -1, 0, 1, 301, INT32_MAX}) {
+        ERCOM1.parlen = used;
+        set_i(1, 5);
+        EXPECT_EQ(made("%(I1)"), used <= 1 ? "5" : "%(I1)");
+        std::fill_n(ERCOM2.parameters, 300, ' ');
+    }
+    fill_store("*I1*12");  // cut short
+    ERCOM2.parameters[ERCOM1.parlen] = '%';
+    EXPECT_EQ(made("%(I1)"), "%(I1)");
+    for (int32_t length : {INT32_MIN, -1, 1025, INT32_MAX}) {
+        made(string(1021, 'x'));
+        ERCOM1.msglen = length;
+        E1UCS();
+        E1PRT();
+        EXPECT_EQ(page.take().size() > 1024, length > 0);
+    }
+
     EXPECT_EQ(made(string(1021, 'x')), string(1021, 'x'));
     EXPECT_EQ(made(string(1022, 'x')), string(1021, 'x'));
     set_l(1, "abcdef");
@@ -206,6 +225,10 @@ TEST_F(Message, PostingKeepsWhatItIsToldToKeep)
                 {8, 6, "Eighth", 8, 6, ".  Eighth"},
                 {0, 0, "", 0, 0, ""}};
     push("R ");
+    post(3, 1, "Text");
+    set_i(1, 5);
+    E1PRT();
+    EXPECT_EQ((Outcome{ERCOM1.msglen, ERCOM1.parlen}), (Outcome{0, 1}));
     for (const auto& row : rows) {
         post(row.type, row.code, row.text);
         EXPECT_EQ((Outcome{ERCOM1.ertype[1], ERCOM1.ercode[1]}), (Outcome{row.kept_type, row.kept_code}));
@@ -222,6 +245,13 @@ TEST_F(Message, HeaderHasAWordAndAForm)
         EXPECT_EQ(printed(type, 40 + type, "Text"), string("\n *** ") + words[type - 1] + " ERROR " +
                                                         std::to_string(40 + type) + " from R.  Text\n");
     EXPECT_EQ(printed(-7, 1, "Text"), "\n *** UNKNOWN  ERROR 1 from R.  Text\n");
+
+    push("ab ");
+    post(6, 1, "Text");
+    E1PRT();
+    EXPECT_EQ(page.take(), "\n *** WARNING  ERROR 1 from ab.  Text\n");
+    post(0, 0, "");
+    pop("ab ");
 
     const string trace = trace_head +
                          "     R                                    4           2\n"
@@ -249,7 +279,29 @@ TEST_F(Message, HeaderHasAWordAndAForm)
                       "\n *** FATAL    ERROR" + row.head + ".  Text\n" + (row.traced && traced ? trace : ""));
         }
     }
-    ERCOM8.current = ERCOM1.atttab[3] = 3;
+    // The longest source leaves no room for the message on its line.
+    string(31, 's').copy(ERCOM9.name[2], 31);
+    ERCOM8.line[2] = INT32_MAX, ERCOM8.name_length[2] = 31, ERCOM8.current = ERCOM1.atttab[3] = 3;
+    ERCOM1.trctab[3] = 0;
+    const string longest = "\n *** FATAL    ERROR from " + string(31, 's') + " at line 2147483647.  ";
+    fill_store("*N1*1%K");
+    EXPECT_EQ(printed(4, 2, "Text"), longest + next + " in reference to keyword K.  Text\n");
+    EXPECT_EQ(printed(4, 2, "Text"), longest.substr(0, longest.size() - 1) + next + "Text\n");
+    // What the program has stored there by hand leads nowhere else.
+    ERCOM8.line[2] = 1;
+    for (const auto& [length, shown] : {std::pair{1000, 31}, {INT32_MIN, 0}}) {
+        ERCOM8.name_length[2] = length;
+        EXPECT_EQ(printed(4, 2, "Text"), "\n *** FATAL    ERROR from " +
+                                             string(static_cast<std::size_t>(shown), 's') +
+                                             " at line 1.  Text\n");
+    }
+    ERCOM8.line[0] = 4, ERCOM8.line[9] = 5, ERCOM8.name_length[9] = 0;
+    for (int32_t current : {INT32_MIN, 0, 11, INT32_MAX}) {
+        ERCOM8.current = current;
+        EXPECT_EQ(printed(4, 2, "Text"), current < 1 ? "\n *** FATAL    ERROR from ? at line 4.  Text\n"
+                                                     : "\n *** FATAL    ERROR from  at line 5.  Text\n");
+    }
+    ERCOM8.line[0] = 0, ERCOM8.current = 3;
     ERCOM8.line[2] = 0, ERCOM8.name_length[2] = 1, ERCOM9.name[2][0] = '?';
     ERCOM1.trctab[3] = 0;
     EXPECT_EQ(printed(4, 2, "Text"), "\n *** FATAL    ERROR 2 from R.  Text\n");
@@ -271,6 +323,7 @@ TEST_F(Message, LinesBreakAtBlanksPairsAndEnds)
         {"a%/b " + x(63) + " c", ".  a" + next + "b" + next + x(63) + next + "c"},
         {"a%/b " + x(61) + " c", ".  a" + next + "b " + x(61) + next + "c"},
         {"a%/%/b c%/d%/", ".  a" + next + next + "b c" + next + "d"},
+        {"a%/ " + x(70), ".  a" + next + " " + x(63) + next + x(7)},
         {x(30) + " " + x(20) + "%/b", ".  " + x(30) + next + x(20) + next + "b"},
         {x(20) + "%/" + x(30) + " b", ".  " + x(20) + next + x(30) + " b"},
         {x(47) + "%/yy", ". " + next + x(47) + next + "yy"},  // the pair is not in the room
@@ -297,6 +350,11 @@ TEST_F(Message, TracebackTellsWhoCalledWhom)
                   "     MIDDLE                               0           0\n"
                   "     DOUTER                               3         -14\n"
                   "     USER                                 0      999999\n");
+    post(8, 1, "Odd.");
+    E1PRT();
+    EXPECT_EQ(page.take().find("\n *** UNKNOWN  ERROR 1 from INNER_ROUTINE_WITH_A_LONG_NAME_C.  Odd.\n" +
+                               trace_head),
+              0u);
     E1USR("OFF", 3);
 }
 
@@ -379,7 +437,58 @@ TEST_F(Message, FileGivesTheTexts)
     EXPECT_EQ(report(directory, 2, 9), twice("TERMINAL ERROR 1", small + "10.", small + "10."));
     EXPECT_EQ(report(directory, 2, 6), twice("TERMINAL ERROR 1", small + "9.", small + "9."));
     EXPECT_EQ(report(directory, 2, -1), twice("TERMINAL ERROR 1", small + "7.", small + "7."));
+
     fs::remove_all(directory);
+}
+
+TEST_F(Message, PacketSetsSwitchesThatStay)
+{
+    char directory[] = "/tmp/orvel_messages_XXXXXX";
+    std::ofstream(string(mkdtemp(directory)) + "/messages.daf") << "%(I1)" + string(1019, ' ');
+    setenv("TAL_F90_MSG", directory, 1);
+    orvel_set_stop_handler([](void*, int32_t type, int32_t code) { throw Outcome{type, code}; }, nullptr);
+    const string none = "0000000";
+    const struct {
+        int32_t type, print, stop;
+        const char* word;      // of the message, if one is printed
+        int32_t stopped;       // type that stops
+        string prints, stops;  // switches afterwards
+        Outcome outcome;
+    } rows[] = {
+        {1, 1, -1, "NOTE    ", 0, "1000000", none, {1, 17}},
+        {2, -1, -1, "", 0, none, none, {2, 17}},
+        {2, 1, 0, "ALERT   ", 0, "0100000", none, {2, 17}},
+        {3, 1, 1, "WARNING ", 3, "0010010", "0010010", {3, 17}},
+        {6, 1, 1, "WARNING ", 6, "0010010", "0010010", {6, 17}},
+        {4, -1, 1, "", 4, none, "0001001", {4, 17}},
+        {7, 2, -1, "FATAL   ", 0, "0001001", none, {7, 17}},
+        {5, 1, 1, "TERMINAL", 5, "0000100", "0000100", {5, 17}},
+        {3, 3, 0, "", 0, none, none, {5, 2}},
+        {3, 0, -2, "", 0, none, none, {5, 3}},
+        {8, 0, -1, "", 0, none, none, {5, 1}},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.type);
+        set_switches(0, 0, 0);
+        const orvel_d_epack packet[] = {{1, 0},        {row.type, 0}, {17, 0}, {row.print, 0},
+                                        {row.stop, 0}, {0, 0},        {0, 0}};
+        const int32_t n = 7;
+        int32_t stopped = 0;
+        set_i(1, 5);  // of nobody's message
+        try {
+            D_ERROR_POST(packet, &n);
+        } catch (const Outcome& o) {
+            stopped = o.type;
+        }
+        EXPECT_EQ(stopped, row.stopped);
+        const string head = string("\n *** ") + row.word + " ERROR 17 from D_ERROR_POST.  %(I1)\n";
+        EXPECT_EQ(page.take(), *row.word != '\0' ? head : "");
+        EXPECT_EQ(digits(ERCOM1.prttab), row.prints);
+        EXPECT_EQ(digits(ERCOM1.stptab), row.stops);
+        EXPECT_EQ(outcome(), row.outcome);
+    }
+    orvel_set_stop_handler(nullptr, nullptr);
+    std::filesystem::remove_all(directory);
 }
 
 }  // namespace

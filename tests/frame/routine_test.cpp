@@ -4,6 +4,7 @@
 #include <malloc.h>
 
 #include <cstring>
+#include <utility>
 
 #include "frame/scratch.h"
 #include "tests/refusing_memory.h"
@@ -71,6 +72,20 @@ TEST_F(Frame, EveryFailedRequestIsReportedAndNothingIsKept)
         EXPECT_EQ(page.take(), k <= 3 ? text : "");
         EXPECT_EQ(ERCOM1.level, 1);
     }
+    // The level is marked first, which the checksum shows.
+    const int32_t terminal = 5, one = 1, two = 2, minus = -1;
+    refuse(1);
+    ERCOM3.checksum = 0.0;
+    front(n, plus_one, -7.0f);
+    const double sum = std::exchange(ERCOM3.checksum, 0.0);
+    E1PSH("FRONT ", 6);
+    E1MES(&terminal, &minus, " ", 1);
+    E1STI(&one, &n);
+    const std::string storage =
+        "The required storage cannot be allocated.  The workspace is based on N, where N = %(i1).";
+    E1MES(&terminal, &two, storage.data(), storage.size());
+    E1POP("FRONT ", 6);
+    EXPECT_EQ(ERCOM3.checksum, sum);
     // The arrays are free before the pop speaks.
     set_switches(0, 1, 0);
     failing = 0;
@@ -147,7 +162,9 @@ TEST_F(Frame, NamesAndNumbersFollowThePrecision)
         check(me, "D9NAME  ", "1.000000000000000E-01");
     }
     inner<float>(alert, 4);
+    ERCOM1.ertype[2] = ERCOM1.ercode[2] = 9;
     Routine<double, "INNER">::visit(frame::state());
+    EXPECT_EQ((Outcome{ERCOM1.ertype[2], ERCOM1.ercode[2]}), (Outcome{-1, -1}));
     EXPECT_EQ(outcome(), (Outcome{0, 0}));
     EXPECT_EQ(name(), "DINNER  ");
 }
@@ -214,9 +231,78 @@ TEST_F(Frame, ExceptionLeavesTheLevelSilently)
                     }}) {
         EXPECT_EQ(thrown(f), 8);
         EXPECT_EQ(page.take(), "");
+        EXPECT_EQ(ERCOM1.ertype[2], -1);
         EXPECT_EQ(ERCOM1.level, 1);
         EXPECT_EQ(ERCOM1.ertype[0], 0);
     }
+    orvel_set_stop_handler(nullptr, nullptr);
+}
+
+// Calls a routine that posts while an exception passes that goes no further.
+void catch_and_post()
+{
+    try {
+        const PostsOnTheWay local{note};
+        throw 1;
+    } catch (int) {
+    }
+}
+
+// What was recorded while one exception passed does not hide another one that comes later: the routine is
+// left silently, although it has posted.
+TEST_F(Frame, ExceptionsAreCountedFromTheRoutinesOwnError)
+{
+    orvel_set_stop_handler([](void*, int32_t type, int32_t code) { throw Outcome{type, code}; }, nullptr);
+    const auto user_code = [] {
+        Routine<float, "OUTER"> me;
+        me.post(fatal, 3, "Text.");
+        const UserCode user(me.state());
+        {
+            const UserCode inside(me.state());
+            catch_and_post();
+        }
+        throw 7;
+    };
+    const auto user_function = [] {
+        Routine<float, "OUTER"> me;
+        me.post(fatal, 3, "Text.");
+        {
+            const UserFunction<float> f(me.state(), [](const float* x) { return catch_and_post(), *x; });
+            f(1.0f);
+        }
+        throw 7;
+    };
+    const auto writer = [] {
+        orvel_bind_unit(
+            6, [](void*, int32_t, const char*, size_t) { catch_and_post(); }, nullptr);
+        Routine<float, "OUTER"> me;
+        me.post(terminal, 3, "Text.");  // prints
+        throw 7;
+    };
+    // The name on top is not the routine's own, and nothing was posted by it.
+    const auto unbalanced = [] {
+        catch_and_post();
+        Routine<float, "OUTER"> me;
+        E1PSH("LEFT ", 5);
+        throw 7;
+    };
+    const auto check = [](auto body) {
+        EXPECT_THROW(body(), int);
+        EXPECT_EQ(ERCOM1.level, 1);
+        orvel_reset();
+    };
+    // An error of a routine that is called on an exception's way is its own, and is judged when it returns.
+    try {
+        const PostsOnTheWay local{warning};
+        throw 1;
+    } catch (int) {
+    }
+    EXPECT_EQ(page.take(), "\n *** WARNING  ERROR 9 from INNER.  Text.\n");
+    check(user_code);
+    check(user_function);
+    check(writer);
+    check(unbalanced);
+    orvel_bind_unit(6, nullptr, nullptr);
     orvel_set_stop_handler(nullptr, nullptr);
 }
 

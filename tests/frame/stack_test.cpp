@@ -1,11 +1,13 @@
 // tests/frame/stack_test.cpp - routine stack, records of outcome, switches, layout of the blocks
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdio>
 #include <cstring>
 #include <string_view>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "tests/support.h"
@@ -23,13 +25,6 @@ void post(int32_t type, int32_t code) { E1MES(&type, &code, "Text.", 5); }
 void position(int32_t type, int32_t print, int32_t stop) { E1POS(&type, &print, &stop); }
 int32_t type_of(int32_t option) { return N1RTY(&option); }
 int32_t code_of(int32_t option) { return N1RCD(&option); }
-
-std::string digits(const int32_t (&table)[7])
-{
-    std::string text;
-    for (int32_t x : table) text += std::to_string(x);
-    return text;
-}
 
 // Stops arrive as exceptions, output in `page`.
 class Stack : public Quiet {
@@ -147,7 +142,21 @@ TEST_F(Stack, LevelsCountAsUserAsTheySay)
     user("OFF");
     EXPECT_EQ(life(3, false), "3");
     user("ON");
+    // A writer may change what the caller is, before the stop is judged.
+    orvel_bind_unit(
+        9, [](void*, int32_t, const char*, size_t) { ERCOM4.user[0] = 0; }, nullptr);
+    int32_t third = -3, unit = 9;
+    UMACH(&third, &unit);
+    EXPECT_EQ(life(4, false), "4");
+    orvel_bind_unit(9, nullptr, nullptr);
+    UMACH(&third, &(unit = 6));
+    user("ON");
     EXPECT_EQ(life(3, false), "i3");
+    EXPECT_EQ(stop_of([] { user("On"); }), (Outcome{5, 1}));  // no pop would follow
+    set_switches(5, -1, 0);
+    EXPECT_EQ(stop_of([] { user("On"); }), (Outcome{0, 0}));
+    set_switches(5, -1, 1);
+    page.take();
     push("ASKS ");
     EXPECT_EQ(stop_of([] { user("On"); }), (Outcome{0, 0}));
     EXPECT_EQ(stop_of([] { pop("ASKS "); }), (Outcome{5, 1}));
@@ -308,7 +317,9 @@ TEST_F(Stack, MisuseStopsWhateverTheTableSays)
                                 0),
               0u);
     post(0, 0);
+    ERCOM1.ertype[50] = 9;  // above the deepest level, where nothing is discarded
     for (int k = 50; k >= 2; --k) pop("R" + std::to_string(k));
+    EXPECT_EQ(std::exchange(ERCOM1.ertype[50], -1), 9);
     EXPECT_EQ(ERCOM1.level, 1);
 }
 
@@ -339,6 +350,12 @@ TEST_F(Stack, CounterAndMemory)
             }
         }
     EXPECT_EQ(ERCOM1.memslt[1], 0);
+    EXPECT_EQ(ERCOM1.trctab[6], 1);  // stands before the slots
+    char given[] = "ABC", got[] = "??????";
+    const int32_t slot = 1;
+    E1MEM("SET", &slot, &value, given, 3, 3);
+    E1MEM("GET", &slot, &value, got, 3, 6);
+    EXPECT_STREQ(got, "ABC   ");
 }
 
 TEST_F(Stack, BlocksHaveTheirOrderAndInitialValues)
@@ -359,6 +376,9 @@ TEST_F(Stack, BlocksHaveTheirOrderAndInitialValues)
     ASSERT_EQ(sizeof(orvel_ercom2), 1024u + 300 + 50 * 32);
     ASSERT_EQ(sizeof(orvel_ercom8) + sizeof(orvel_ercom9), 31u * 4 + 10 * 31);
     std::thread([&] {
+        // Whatever was stored there before the first call.
+        ERCOM1.level = 7, ERCOM2.rname[0][0] = 'x', ERCOM3.checksum = 8.0;
+        ERCOM4.user[1] = ERCOM8.current = -1, ERCOM9.name[0][0] = 'x';
         E1INIT();
         EXPECT_EQ(std::vector<int32_t>(&ERCOM1.level, &ERCOM1.level + expected.size()), expected);
         EXPECT_EQ(std::string(ERCOM1.linalg, 6), "LINPAK");
@@ -377,6 +397,39 @@ TEST_F(Stack, BlocksHaveTheirOrderAndInitialValues)
     }).join();
 }
 
+// What a jump may leave behind is cleared, what the program has set is kept.
+TEST_F(Stack, ResetClearsErrorsAndKeepsSwitches)
+{
+    push("LEFT ");
+    post(6, 3);
+    post(7, 4);
+    user("ON");
+    int32_t third = -3, unit = 77, up = 1;
+    UMACH(&third, &unit);
+    N1RNOF(&up);
+    std::fill_n(ERCOM1.ertype, 51, 3);
+    std::fill_n(ERCOM1.ercode, 51, 4);
+    std::fill_n(ERCOM4.user, 51, -1);
+    ERCOM4.user[0] = 0;
+    ERCOM1.msglen = 5, ERCOM1.parlen = 30;
+    set_switches(3, 0, 1);
+    const double sum = ERCOM3.checksum;
+    orvel_reset();
+    EXPECT_EQ((std::vector{ERCOM1.level, ERCOM1.msglen, ERCOM1.parlen, ERCOM1.post6, ERCOM1.post7}),
+              (std::vector{1, 0, 1, 0, 0}));
+    for (int k = 0; k < 51; ++k) {
+        EXPECT_EQ(ERCOM1.ertype[k], k == 0 ? 0 : -1);
+        EXPECT_EQ(ERCOM1.ercode[k], k == 0 ? 0 : -1);
+        EXPECT_EQ(ERCOM4.user[k], k == 0 ? -1 : 0);
+    }
+    EXPECT_EQ(digits(ERCOM1.prttab) + digits(ERCOM1.stptab), "00011010011111");
+    EXPECT_EQ(ERCOM3.checksum, sum);
+    UMACH(&(third = 3), &(unit = 0));
+    EXPECT_EQ(unit, 77);
+    UMACH(&(third = -3), &(unit = 6));
+    N1RNOF(&(up = 2));
+}
+
 using StackDeathTest = Quiet;
 
 TEST_F(StackDeathTest, StopEndsTheProcessAfterTheCallersOutput)
@@ -387,7 +440,7 @@ TEST_F(StackDeathTest, StopEndsTheProcessAfterTheCallersOutput)
         std::setvbuf(stdout, nullptr, _IOFBF, 4096);
         std::fputs(text, stdout);
     };
-    EXPECT_EXIT((hold("before"), set_switches(6, 1, 1)), ::testing::ExitedWithCode(0),
+    EXPECT_EXIT((hold("before"), set_switches(6, 1, 1)), ::testing::ExitedWithCode(stopped),
                 "\nbefore\n \\*\\*\\* TERMINAL ERROR 1 from ERSET");
     EXPECT_EXIT((orvel_set_stop_status(3), set_switches(0, 0, -1), hold("alone"), set_switches(6, 1, 1)),
                 ::testing::ExitedWithCode(3), "\nalone$");

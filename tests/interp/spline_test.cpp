@@ -6,7 +6,8 @@
 #include <thread>
 #include <vector>
 
-#include "frame/levels.h"
+#include "interp/interp.h"
+#include "tests/levels.h"
 #include "tests/refusing_memory.h"
 #include "tests/support.h"
 
@@ -156,31 +157,34 @@ TYPED_TEST(Spline, Periodic)
 TYPED_TEST(Spline, Akima)
 {
     using Real = typename TypeParam::Real;
-    for (const int32_t n : {4, 5, 129, 130, 131, 132, 400}) {
-        const int level = n % orvel::frame::level_count();
-        orvel::frame::force_level(n == 400 ? nullptr : orvel::frame::level_name(level));
-        this->make_data(n, n == 130);
-        // Flat stretches, on both sides of which weights vanish.
-        const auto flatten = [](const auto& at, auto& f) {
-            for (std::size_t k = 0; k < f.size(); ++k)
-                if (at[k] > 2 && at[k] < 7) f[k] = at[k] < Real(4.5) ? Real(1) : Real(2);
-        };
-        flatten(this->x, this->f), flatten(this->sorted_x, this->sorted_f);
-        TypeParam::csakm(&n, this->x.data(), this->f.data(), this->brkpt.data(), this->c.data());
-        this->expect_smooth(1);
-        std::vector<Real> m(static_cast<std::size_t>(n + 3));  // m[k + 2] belongs to piece k
-        for (std::size_t k = 0; k + 1 < this->brkpt.size(); ++k)
-            m[k + 2] = (this->sorted_f[k + 1] - this->sorted_f[k]) / (this->brkpt[k + 1] - this->brkpt[k]);
-        m[1] = 2 * m[2] - m[3], m[0] = 2 * m[1] - m[2];
-        const auto end = static_cast<std::size_t>(n + 1);
-        m[end] = 2 * m[end - 1] - m[end - 2], m[end + 1] = 2 * m[end] - m[end - 1];
-        for (std::size_t k = 0; k < this->brkpt.size(); ++k) {
-            const Real a = std::abs(m[k + 3] - m[k + 2]), b = std::abs(m[k + 1] - m[k]);
-            const Real slope =
-                a + b == 0 ? (m[k + 1] + m[k + 2]) / 2 : (a * m[k + 1] + b * m[k + 2]) / (a + b);
-            EXPECT_EQ(this->row(1, static_cast<int64_t>(k)), static_cast<double>(slope)) << k << " of " << n;
+    on_every_level([&](const std::string& level) {
+        EXPECT_EQ(orvel::interp::akima_level(), level);
+        for (const int32_t n : {4, 5, 129, 130, 131, 132, 400}) {
+            this->make_data(n, n == 130);
+            // Flat stretches, on both sides of which weights vanish.
+            const auto flatten = [](const auto& at, auto& f) {
+                for (std::size_t k = 0; k < f.size(); ++k)
+                    if (at[k] > 2 && at[k] < 7) f[k] = at[k] < Real(4.5) ? Real(1) : Real(2);
+            };
+            flatten(this->x, this->f), flatten(this->sorted_x, this->sorted_f);
+            TypeParam::csakm(&n, this->x.data(), this->f.data(), this->brkpt.data(), this->c.data());
+            this->expect_smooth(1);
+            std::vector<Real> m(static_cast<std::size_t>(n + 3));  // m[k + 2] belongs to piece k
+            for (std::size_t k = 0; k + 1 < this->brkpt.size(); ++k)
+                m[k + 2] =
+                    (this->sorted_f[k + 1] - this->sorted_f[k]) / (this->brkpt[k + 1] - this->brkpt[k]);
+            m[1] = 2 * m[2] - m[3], m[0] = 2 * m[1] - m[2];
+            const auto end = static_cast<std::size_t>(n + 1);
+            m[end] = 2 * m[end - 1] - m[end - 2], m[end + 1] = 2 * m[end] - m[end - 1];
+            for (std::size_t k = 0; k < this->brkpt.size(); ++k) {
+                const Real a = std::abs(m[k + 3] - m[k + 2]), b = std::abs(m[k + 1] - m[k]);
+                const Real slope =
+                    a + b == 0 ? (m[k + 1] + m[k + 2]) / 2 : (a * m[k + 1] + b * m[k + 2]) / (a + b);
+                EXPECT_EQ(this->row(1, static_cast<int64_t>(k)), static_cast<double>(slope))
+                    << k << " of " << n;
+            }
         }
-    }
+    });
     const int32_t n = 4;
     const Real x[] = {0, 1, 2, 4}, f[] = {1, 4, 7, 13};  // a line
     Real brkpt[4], c[16];
@@ -196,7 +200,8 @@ TYPED_TEST(Spline, ValuesAndIntegralsWithTheHintAnywhere)
         this->make_data(n, false);
         TypeParam::csint(&n, this->x.data(), this->f.data(), this->brkpt.data(), this->c.data());
         const int32_t nintv = n - 1, order = 4;
-        const Real* const b = this->brkpt.data();
+        const std::vector<Real> left_ends(this->brkpt.begin(), this->brkpt.end() - 1);  // all that is read
+        const Real *const b = left_ends.data(), end = this->brkpt.back();
         const auto piece = [&](Real at) { return std::upper_bound(b + 1, b + nintv, at) - b - 1; };
         const auto naive_integral = [&](Real to) {  // from the first break point
             double sum = 0;
@@ -209,9 +214,9 @@ TYPED_TEST(Spline, ValuesAndIntegralsWithTheHintAnywhere)
             return sum;
         };
         for (int trial = 0; trial < 2000; ++trial) {
-            const std::size_t any = this->random() % static_cast<unsigned>(n);
-            const Real outside[] = {b[0] - 1, b[n - 1] + 1, b[any], std::nextafter(b[any], Real(-9))};
-            const Real at = trial % 2 ? outside[trial / 2 % 4] : b[0] + (b[n - 1] - b[0]) * this->uniform();
+            const std::size_t any = this->random() % static_cast<unsigned>(nintv);
+            const Real outside[] = {b[0] - 1, end + 1, b[any], std::nextafter(b[any], Real(-9))};
+            const Real at = trial % 2 ? outside[trial / 2 % 4] : b[0] + (end - b[0]) * this->uniform();
             const int64_t k = piece(at);
             int32_t left;
             TypeParam::p3der(&order, &nintv, b, &at, &left);
@@ -241,6 +246,90 @@ TYPED_TEST(Spline, ValuesAndIntegralsWithTheHintAnywhere)
     EXPECT_EQ(TypeParam::ppder(&two, &x, &five, &two, brkpt, quartic), Real(75));
     EXPECT_NEAR(TypeParam::ppitg(&low, &high, &five, &two, brkpt, quartic), 48.4, 1e-5);
     EXPECT_EQ(TypeParam::ppitg(&low, &x, &one, &two, brkpt, step), Real(4.5));
+}
+
+// A million pieces of order 1 lose no more than a few.
+TYPED_TEST(Spline, IntegralOfManyPieces)
+{
+    using Real = typename TypeParam::Real;
+    const int32_t pieces = 1000000, one = 1;
+    std::vector<Real> at(pieces + 1), step(pieces);
+    long double exact = 0;
+    for (std::size_t k = 0; k < at.size(); ++k) at[k] = static_cast<Real>(k);
+    for (Real& value : step) exact += static_cast<long double>(value = 1 + this->uniform() / 3);
+    const Real integral = TypeParam::ppitg(&at.front(), &at.back(), &one, &pieces, at.data(), step.data());
+    EXPECT_NEAR(static_cast<double>(integral / static_cast<Real>(exact)), 1,
+                2 * static_cast<double>(std::numeric_limits<Real>::epsilon()));
+    const Real large[] = {std::numeric_limits<Real>::max(), std::numeric_limits<Real>::max()};
+    const int32_t two = 2;
+    EXPECT_TRUE(std::isinf(TypeParam::ppitg(&at[0], &at[2], &one, &two, at.data(), large)));
+}
+
+// Multiplied by powers of two, data give the same bits with other exponents as far as these are normal.
+TYPED_TEST(Spline, FollowsTheScaleOfTheDataOnEveryLevel)
+{
+    using Real = typename TypeParam::Real;
+    using Limits = std::numeric_limits<Real>;
+    this->make_data(24, false);
+    this->f.back() = this->f.front();
+    const int32_t n = this->n, pieces = n - 1;
+    const auto multiply = [](Real& v, int exponent) {  // whether the product is normal, with room
+        const bool is_zero = v == 0;
+        v = std::ldexp(v, exponent);
+        return is_zero || (std::abs(v) >= 64 * Limits::min() && std::isfinite(v));
+    };
+    const auto construct = [&](int kind, const auto& x, const auto& f, Real first, Real second, auto& b,
+                               auto& c) {
+        const int32_t left = kind == 3 ? 1 : 2, right = 3 - left;
+        if (kind == 0) TypeParam::csint(&n, x.data(), f.data(), b.data(), c.data());
+        if (kind == 1) TypeParam::csakm(&n, x.data(), f.data(), b.data(), c.data());
+        if (kind == 2) TypeParam::csper(&n, x.data(), f.data(), b.data(), c.data());
+        if (kind > 2)
+            TypeParam::csdec(&n, x.data(), f.data(), &left, left == 1 ? &first : &second, &right,
+                             right == 1 ? &first : &second, b.data(), c.data());
+    };
+    const int range = Limits::max_exponent;
+    for (int kind = 0; kind < 5; ++kind) {
+        construct(kind, this->x, this->f, Real(0.75), Real(-1.5), this->brkpt, this->c);
+        int scales = 0;
+        const auto on_all_scales = [&] {
+            for (int a = -range; a <= range; a += range / 32)
+                for (int e = -range; e <= range; e += range / 32) {
+                    auto x = this->x, f = this->f, expected = this->c, b = x, c = expected;
+                    bool possible = true;
+                    for (Real& v : x) possible &= multiply(v, a);
+                    for (Real& v : f) possible &= multiply(v, e);
+                    for (std::size_t k = 0; k + 2 < expected.size(); ++k)
+                        possible &= multiply(expected[k], e - static_cast<int>(k % 4) * a);
+                    if (!possible) continue;
+                    ++scales;
+                    construct(kind, x, f, std::ldexp(Real(0.75), e - a), std::ldexp(Real(-1.5), e - 2 * a), b,
+                              c);
+                    ASSERT_EQ(c, expected) << kind << " x by 2^" << a << ", f by 2^" << e;
+                    const Real at = (this->x[5] + this->x[6]) / 2, wide = std::ldexp(at, a);
+                    for (int32_t j = 0; j < 4; ++j)
+                        ASSERT_EQ(
+                            TypeParam::csder(&j, &wide, &pieces, b.data(), c.data()),
+                            std::ldexp(TypeParam::csder(&j, &at, &pieces, this->brkpt.data(), this->c.data()),
+                                       e - j * a))
+                            << kind << " " << a << " " << e << " " << j << " at " << at << " " << wide;
+                    Real integral =
+                        TypeParam::csitg(&at, &this->x[20], &pieces, this->brkpt.data(), this->c.data());
+                    if (multiply(integral, a + e)) {
+                        ASSERT_EQ(TypeParam::csitg(&wide, &x[20], &pieces, b.data(), c.data()), integral);
+                    }
+                }
+        };
+        on_every_level(on_all_scales);
+        EXPECT_GT(scales, 100) << kind;
+    }
+    // Akima's slopes are local: what is small beside large neighbours is as good as alone.
+    auto f = this->f, alone = this->c;
+    for (std::size_t k = 10; k < f.size(); ++k) f[k] = std::ldexp(f[k], -range / 2 - 8);
+    construct(1, this->x, this->f, 0, 0, this->brkpt, alone);
+    construct(1, this->x, f, 0, 0, this->brkpt, this->c);
+    for (std::size_t k = 4 * 13; k + 2 < alone.size(); ++k)
+        ASSERT_EQ(this->c[k], std::ldexp(alone[k], -range / 2 - 8)) << k;
 }
 
 TYPED_TEST(Spline, Errors)

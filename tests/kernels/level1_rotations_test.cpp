@@ -53,9 +53,11 @@ TYPED_TEST(Rotations, OfZeros)
         EXPECT_TRUE(a == row[2] && b == row[3] && c == row[4] && s == row[5]) << row[0] << " " << row[1];
     }
     const T nan = std::numeric_limits<T>::quiet_NaN();
-    T a = nan, b = 1, c = 9, s = 9;
-    RealKernels<T>::rotg(&a, &b, &c, &s);
-    EXPECT_TRUE(a != a && c != c && s != s);
+    for (const auto& pair : {std::pair<T, T>(nan, 1), {1, nan}, {nan, 0}, {0, nan}}) {
+        T a = pair.first, b = pair.second, c = 9, s = 9;
+        RealKernels<T>::rotg(&a, &b, &c, &s);
+        EXPECT_TRUE(a != a && c != c && s != s) << pair.first << " " << pair.second;
+    }
 }
 
 // H takes (x1, y1) to (x1', 0), and H' D' H = D: what a modified rotation is, whatever was rescaled. D1 and

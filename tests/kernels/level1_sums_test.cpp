@@ -1,4 +1,5 @@
 // tests/kernels/level1_sums_test.cpp - sums, dot products, norms
+#include <cfenv>
 #include <cmath>
 
 #include "tests/kernels/level1_support.h"
@@ -184,10 +185,12 @@ TYPED_TEST(Norms, NeitherOverflowNorUnderflow)
                 // Each way rounds each square and sum of its chain and the root; numbers without full length
                 // have one unit more.
                 const R allowed = expected * eps * static_cast<R>(n / 4 + 4) + Limits::denorm_min();
+                std::feclearexcept(FE_ALL_EXCEPT);
                 EXPECT_NEAR(Kernels<T>::nrm2(&n, x.data(), &one), expected, allowed) << size << " " << n;
                 EXPECT_NEAR(Kernels<T>::nrm2(&n, x.data(), &two), expected, allowed) << size << " " << n;
                 EXPECT_EQ(Kernels<T>::nrm2(&n, x.data(), &zero), expected);
                 EXPECT_EQ(Kernels<T>::nrm2(&n, x.data() + n, &back), 0);
+                EXPECT_EQ(std::fetestexcept(FE_INVALID | FE_DIVBYZERO | FE_OVERFLOW), 0) << size << " " << n;
             }
         const int32_t n = 3, one = 1;
         const R inf = Limits::infinity(), nan = Limits::quiet_NaN();

@@ -1,5 +1,6 @@
 // tests/kernels/level1_updates_test.cpp - kernels that write vectors, against plain loops
 #include <cmath>
+#include <functional>
 
 #include "tests/kernels/level1_support.h"
 
@@ -153,6 +154,51 @@ TYPED_TEST(Updates, ByZeroReadNothingInAxpyAndKeepNaNInScal)
     EXPECT_EQ(x[1], zero);
 }
 
+// Vectors that stand beside each other, in both orders and at every distance, give the bits that they give
+// far apart.
+TYPED_TEST(Updates, BesideEachOtherGiveTheSameBits)
+{
+    using T = TypeParam;
+    using K = Kernels<T>;
+    const int32_t one = 1;
+    const T a = T(static_cast<Real<T>>(1.1));
+    const Real<T> c = static_cast<Real<T>>(0.6), s = static_cast<Real<T>>(0.8);
+    const Real<T> rotation[] = {-1, c, -s, s, c};
+    std::uniform_real_distribution<Real<T>> uniform(-1, 1);
+    using Call = std::function<void(const int32_t*, T*, T*)>;
+    std::vector<Call> calls = {[&](I n, T* x, T* y) { K::axpy(n, &a, x, &one, y, &one); },
+                               [&](I n, T* x, T* y) { K::vcal(n, &a, x, &one, y, &one); },
+                               [&](I n, T* x, T* y) { K::rot(n, x, &one, y, &one, &c, &s); },
+                               [&](I n, T* x, T* y) { K::rotm(n, x, &one, y, &one, rotation); }};
+    if constexpr (!complex_type<T>) {
+        calls.push_back([&](I n, T* x, T* y) { RealKernels<T>::hprod(n, x, &one, y, &one, y, &one); });
+    }
+    on_every_level([&] {
+        for (int32_t n = 1; n <= 20; ++n)
+            for (std::size_t k = 0; k < calls.size(); ++k) {
+                std::vector<T> room(200), apart;
+                for (T& e : room) {
+                    if constexpr (complex_type<T>)
+                        e = {uniform(generator()), uniform(generator())};
+                    else
+                        e = uniform(generator());
+                }
+                for (int32_t d = -20; d <= 20; ++d) {
+                    if (std::abs(d) < n) continue;
+                    const std::vector<T> x(room.begin() + 50, room.begin() + 50 + n);
+                    const std::vector<T> y(room.begin() + 100, room.begin() + 100 + n);
+                    std::vector<T> near = room, far_x = x, far_y = y;
+                    std::copy(y.begin(), y.end(), near.begin() + 50 + d);
+                    calls[k](&n, near.data() + 50, near.data() + 50 + d);
+                    calls[k](&n, far_x.data(), far_y.data());
+                    EXPECT_TRUE(std::equal(far_x.begin(), far_x.end(), near.begin() + 50) &&
+                                std::equal(far_y.begin(), far_y.end(), near.begin() + 50 + d))
+                        << "kernel " << k << " n " << n << " distance " << d;
+                }
+            }
+    });
+}
+
 // Vectors that no cache holds take other loops.
 TEST(LongVectors, GiveWhatShortOnesGive)
 {
@@ -186,6 +232,8 @@ TEST(LongVectors, GiveWhatShortOnesGive)
     });
 }
 
+#define ORVEL_NAME_OF(isa) #isa,
+
 // One rounding for a product and a sum where the level has the instruction, two where it has not.
 TEST(Levels, TheForcedOneRuns)
 {
@@ -198,6 +246,9 @@ TEST(Levels, TheForcedOneRuns)
         const double expected = level == "x86_64" ? 0x1p-29 : 0x1p-29 + 0x1p-60;
         for (const double value : y) EXPECT_EQ(value, expected) << level;
     });
+    // All families take their tables at the level, in one place.
+    static const char* const names[] = {ORVEL_FOR_EACH_LEVEL(ORVEL_NAME_OF)};
+    on_every_level([](const std::string& level) { EXPECT_EQ(level, orvel::frame::at_level(names)); });
     EXPECT_FALSE(orvel::frame::force_level("none"));
     EXPECT_STREQ(orvel::kernels::loops().level, orvel::frame::level_name(orvel::frame::level_count() - 1));
 }

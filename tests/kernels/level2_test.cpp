@@ -13,6 +13,7 @@ ORVEL_TEST_KERNEL(trmv, STRMV, DTRMV, CTRMV, ZTRMV);
 ORVEL_TEST_KERNEL(trsv, STRSV, DTRSV, CTRSV, ZTRSV);
 ORVEL_TEST_KERNEL(tbmv, STBMV, DTBMV, CTBMV, ZTBMV);
 ORVEL_TEST_KERNEL(tbsv, STBSV, DTBSV, CTBSV, ZTBSV);
+ORVEL_TEST_KERNEL(trsm_of, STRSM, DTRSM, CTRSM, ZTRSM);
 ORVEL_TEST_KERNEL(geru, SGER, DGER, CGERU, ZGERU);
 ORVEL_TEST_KERNEL(gerc, SGER, DGER, CGERC, ZGERC);
 ORVEL_TEST_KERNEL(syr, SSYR, DSYR, CHER, ZHER);
@@ -246,6 +247,71 @@ TYPED_TEST(Level2, RankOneAndTwo)
                             ASSERT_NO_FATAL_FAILURE(expect_close(value, exact, 6, 4, level + kind));
                         }
                 }
+    });
+}
+
+// What is solved or multiplied may stand beside the matrix or the other vector: the same bits as far apart.
+TYPED_TEST(Level2, BesideEachOtherVectorsGetTheSameBits)
+{
+    using T = TypeParam;
+    const T beta(Real<T>(0.3));
+    const int32_t one = 1;
+    on_every_level([&] {
+        for (int32_t n = 1; n <= 20; ++n)
+            for (int32_t gap = 0; gap <= 16; ++gap) {
+                const auto count = static_cast<std::size_t>(n), square = count * count;
+                std::vector<T> room(2 * square + 100);
+                for (T& e : room) e = random_value<T>(this->random);
+                for (std::size_t k = 0; k < count; ++k) room[k * (count + 1)] += T(Real<T>(n));
+                const auto beside = square + static_cast<std::size_t>(gap);
+                // A, x behind it and y behind x; then each alone.
+                std::vector<T> near = room,
+                               a(room.begin(), room.begin() + static_cast<std::ptrdiff_t>(square));
+                const auto x_at = room.begin() + static_cast<std::ptrdiff_t>(beside);
+                std::vector<T> x(x_at, x_at + n), y(x_at + n, x_at + 2 * n);
+                T* const near_x = near.data() + beside;
+                for (const char letter : {'U', 'L'}) {
+                    const char trans = letter == 'U' ? 'N' : 'C';
+                    symv<T>(&letter, &n, &this->alpha, near.data(), &n, near_x, &one, &beta, near_x + n,
+                            &one);
+                    symv<T>(&letter, &n, &this->alpha, a.data(), &n, x.data(), &one, &beta, y.data(), &one);
+                    gemv<T>(&trans, &n, &n, &this->alpha, near.data(), &n, near_x, &one, &beta, near_x + n,
+                            &one);
+                    gemv<T>(&trans, &n, &n, &this->alpha, a.data(), &n, x.data(), &one, &beta, y.data(),
+                            &one);
+                    trsv<T>(&letter, &trans, "N", &n, near.data(), &n, near_x, &one);
+                    trsv<T>(&letter, &trans, "N", &n, a.data(), &n, x.data(), &one);
+                }
+                ASSERT_TRUE(std::equal(x.begin(), x.end(), near_x)) << n << " gap " << gap;
+                ASSERT_TRUE(std::equal(y.begin(), y.end(), near_x + n)) << n << " gap " << gap;
+            }
+    });
+}
+
+// Quotients whose denominator, or whose numerator, is beyond the largest number on the way.
+TYPED_TEST(Level2, DivisionsNearTheLargestNumberAreRight)
+{
+    using T = TypeParam;
+    using R = Real<T>;
+    const R big = std::numeric_limits<R>::max() * R(0.7);
+    T large = T(big), four = T(4);
+    if constexpr (is_complex<T>) large = {big, big}, four = {4, 4};
+    const int32_t n = 2, one = 1;
+    const T rows[][3] = {{large, large, T(1)},
+                         {large, four, T(big / 4)}};  // numerator, denominator, quotient
+    on_every_level([&] {
+        for (const auto& row : rows) {
+            const T diagonal[] = {row[1], T(0), T(0), row[1]}, unit(1);
+            T by_vector[] = {row[0], row[0]}, by_band[] = {row[0], row[0]}, by_matrix[] = {row[0], row[0]};
+            const T band[] = {row[1], row[1]};
+            const int32_t none = 0;
+            trsv<T>("U", "N", "N", &n, diagonal, &n, by_vector, &one);
+            tbsv<T>("U", "N", "N", &n, &none, band, &one, by_band, &one);
+            trsm_of<T>("L", "U", "N", "N", &n, &one, &unit, diagonal, &n, by_matrix, &n);
+            for (const T* x : {by_vector, by_band, by_matrix})
+                for (int k = 0; k < 2; ++k)
+                    EXPECT_LE(std::abs(x[k] / row[2] - T(1)), 4 * std::numeric_limits<R>::epsilon());
+        }
     });
 }
 

@@ -243,6 +243,30 @@ TYPED_TEST(Level3, RankK)
     });
 }
 
+// The imaginary parts of the diagonal do not count, even where they are no numbers, and a real beta does not
+// turn an infinite part into one.
+TEST(Level3Hermitian, DiagonalsAreRealWhateverStandsBesideThem)
+{
+    const float nan = std::nanf(""), inf = HUGE_VALF, beta = 2;
+    const int32_t n = 2, k = 1;
+    const float alpha = 1;
+    const std::complex<float> a[] = {1, {0, 1}}, one(1);
+    for (const bool second : {false, true})
+        for (const char uplo : {'U', 'L'}) {
+            std::complex<float> c[] = {{1, nan}, {inf, 0}, {inf, 0}, {3, nan}};
+            if (second)
+                CHER2K(&uplo, "N", &n, &k, &one, a, &n, a, &n, &beta, c, &n);
+            else
+                CHERK(&uplo, "N", &n, &k, &alpha, a, &n, &beta, c, &n);
+            const float added = second ? 2 : 1;
+            EXPECT_EQ(c[0], std::complex<float>(2 + added)) << uplo;
+            EXPECT_EQ(c[3], std::complex<float>(6 + added)) << uplo;
+            const std::complex<float> beside = c[uplo == 'U' ? 2 : 1];
+            EXPECT_EQ(beside.real(), inf) << uplo;
+            EXPECT_FALSE(std::isnan(beside.imag())) << uplo;
+        }
+}
+
 // The product with a triangle against the reference; the solution by putting it back into the product.
 TYPED_TEST(Level3, Triangles)
 {

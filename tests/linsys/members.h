@@ -48,6 +48,7 @@ struct Member;
         static constexpr auto l4trg = p##L4T##G;                    \
         static constexpr auto lfsrg = p##LFS##G;                    \
         static constexpr auto lfdrg = p##LFD##G;                    \
+        static constexpr auto lfirg = p##LFI##G;                    \
         static constexpr auto linrg = p##LIN##G;                    \
         static constexpr auto linrt = p##RT;                        \
         static constexpr auto nr1rr = p##NR;                        \

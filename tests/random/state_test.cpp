@@ -142,6 +142,19 @@ TEST_F(States, TablesStayUntilTheyAreSetBack)
         restores(7, RNGEF, RNSEF, words.data());
         restores(8, RNGE32, RNSE32, state32.data());
         restores(9, RNGE64, RNSE64, state64.data());
+        on_new_thread(
+            [&] {  // a twister that has not been used starts from the seed, then and after it was restored
+                const auto starts = [](int32_t o, const auto& save, const auto& restore, auto* state) {
+                    set_option(o);
+                    set_seed(5);
+                    save(state);
+                    const std::vector<double> once = draw<double>(700);
+                    restore(state);
+                    EXPECT_EQ(draw<double>(700), once) << o;
+                };
+                starts(8, RNGE32, RNSE32, state32.data());
+                starts(9, RNGE64, RNSE64, state64.data());
+            });
         words[0] = words[1563] = 0;  // asks for a new register, and nothing else
         set_option(7);
         std::vector<double> fresh[2];
@@ -280,9 +293,11 @@ TEST_F(States, NonsenseStaysInBounds)
         EXPECT_EQ(DRNUNF(), first);
         // A register of zeros never comes from a seed.
         set_option(7);
-        R2NCOM.seed = INT32_MIN;
-        R2NCOM.words_ready = 0;
-        EXPECT_GT(std::ranges::max(draw<double>(100)), 0.5);
+        for (const int32_t empty : {0, INT32_MIN, INT32_MIN / 2}) {
+            R2NCOM.seed = empty;
+            R2NCOM.words_ready = 0;
+            EXPECT_GT(std::ranges::max(draw<double>(100)), 0.5) << empty;
+        }
         R2NCOM.first = 1564;
         R2NCOM.second = 3;
         draw<double>(1);

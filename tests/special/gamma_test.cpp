@@ -125,6 +125,51 @@ TYPED_TEST(Gamma, RecurrenceAndReflection)
     EXPECT_EQ(this->printed.take(), "");
 }
 
+// Where |Gamma| is 1 its logarithm keeps its relative accuracy, and 1 / Gamma is right as far as it is
+// finite. Values as above, for arguments that are rounded to the precision first.
+TYPED_TEST(Gamma, BesideZerosAndAtTheEnds)
+{
+    using Real = typename TypeParam::Real;
+    constexpr bool single = sizeof(Real) == 4;
+    struct Near {
+        double x, in_double, in_single;  // an integer has no value
+    };
+    const Near zeros[] = {
+        {-0x1.3a7fc9600f86cp+1, 5.6191923589500964509e-17, -1.1287842529645815756e-7},
+        {-0x1.5fb410a1bd901p+1, 1.7335092440245008611e-16, -1.4418167987778364406e-7},
+        {-2.625, -0.11751110030890485999, -0.11751110030890485999},
+        {-0x1.9260dbc9e59afp+1, 1.6978655906121084302e-15, -1.9605461541614246695e-7},
+        {-0x1.fa471547c2fe5p+1, -4.1438275075770499507e-16, 1.778059685825085133e-6},
+        {-0x1.7fe93e93c3112p+2, 0.0026040146092145421809, 0.0025051957196351825911},
+        {-0x1.1ffffa38870d0p+3, 6.1055549496817222955e-6, -0.037489715221805719321},
+        {-0x1.2000000000001p+3, 21.16238436735584655, 0},
+        {-0x1.3fffff6c0d815p+3, 5.4968510968654937528e-7, 0},
+        {-0x1.7ffffffee1127p+3, -4.7999282550186212126e-8, 0},
+        {-0x1.e000000000001p+3, 6.0649404635964237263, 0},
+        {-0x1.fffffffffffe5p+3, -0.0034851246475472554177, 0},
+        {-0x1.1000000000001p+4, -0.23400878325952420104, 0},
+    };
+    for (const Near& row : zeros) {
+        const auto x = static_cast<Real>(row.x);
+        if (x == std::trunc(x)) continue;
+        this->expect_close(TypeParam::log_gamma(x), single ? row.in_single : row.in_double, single ? 1 : 8,
+                           "ln Gamma at " + std::to_string(row.x));
+    }
+    struct End {
+        double x, exact, smallest;  // what a subnormal result may be off
+    };
+    const End ends[] = {
+        {-170.96875, -3.2969375713375677083e+307, 0},    {-171 - 0x1p-40, 1.1286993596727138655e+297, 0},
+        {-175 - 0x1p-45, 3.1958776704809152982e+304, 0}, {171.625, 5.544890680704912928e-309, 0x1p-1074},
+        {177, 5.0529776809556651441e-321, 0x1p-1074},
+    };
+    for (const End& row : ends) {
+        if (single) break;  // its arithmetic does not come to an end
+        const auto value = static_cast<double>(TypeParam::reciprocal(static_cast<Real>(row.x)));
+        EXPECT_NEAR(value, row.exact, 6 * 0x1p-52 * std::abs(row.exact) + row.smallest) << row.x;
+    }
+}
+
 struct Row {
     double x;
     Outcome outcome;

@@ -1,5 +1,6 @@
 // tests/util/permute_test.cpp - permutations of vectors, rows and columns, and their errors
 #include <algorithm>
+#include <chrono>
 #include <numeric>
 #include <random>
 #include <vector>
@@ -85,12 +86,36 @@ TYPED_TEST(Permutation, RowsAndColumnsOfMatrices)
                             ASSERT_EQ(b[static_cast<std::size_t>(i + j * ldaper)],
                                       a[static_cast<std::size_t>(p + q * lda)]);
                         }
-                    if (in_place && path == 2) {  // entries that repeat end too
+                    if (in_place && path == 2) {  // entries that repeat end too, and columns stay whole
                         index.back() = 1;
+                        const std::vector<Real> before = b;
                         TypeParam::perma(&rows, &columns, b.data(), &lda, index.data(), &path, b.data(),
                                          &lda);
+                        for (int32_t j = 0; j < columns; ++j) {
+                            const auto at = [&](int32_t k) { return before.begin() + k * lda; };
+                            int32_t found = 0;
+                            for (int32_t k = 0; k < columns; ++k)
+                                found += std::equal(at(k), at(k) + rows, b.begin() + j * lda);
+                            ASSERT_EQ(found, 1);
+                        }
                     }
                 }
+}
+
+// Half a million columns in one cycle: steps by the square of their number would take minutes.
+TYPED_TEST(Permutation, ColumnsInPlaceCostTheirNumber)
+{
+    using Real = typename TypeParam::Real;
+    const int32_t one = 1, columns = 1 << 19, path = 2;
+    std::vector<int32_t> index(columns);
+    std::vector<Real> a(columns);
+    std::iota(index.begin(), index.end(), 2);
+    index.back() = 1;
+    std::iota(a.begin(), a.end(), Real(1));
+    const auto start = std::chrono::steady_clock::now();
+    TypeParam::perma(&one, &columns, a.data(), &one, index.data(), &path, a.data(), &one);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
+    for (std::size_t k = 0; k < a.size(); ++k) ASSERT_EQ(a[k], static_cast<Real>(index[k]));
 }
 
 TYPED_TEST(Permutation, ErrorsOfVectors)
@@ -153,6 +178,9 @@ TYPED_TEST(Permutation, ErrorsOfMatrices)
     EXPECT_EQ(outcome(), (Outcome{5, 10}));
     EXPECT_NE(one_line(this->taken()).find("Workspace allocation was based on NCA = 2."), std::string::npos);
     EXPECT_EQ(std::count(b, b + 4, Real(0)), 4);
+    refuse(2);  // the marks of columns in place
+    TypeParam::perma(&two, &two, b, &two, exchanged, &path, b, &two);
+    EXPECT_EQ(outcome(), (Outcome{5, 10}));
     refuse(1);
     TypeParam::permu(&two, a, exchanged, &path, b);
     EXPECT_EQ(outcome(), (Outcome{5, 10}));

@@ -6,9 +6,10 @@
 #include <random>
 #include <vector>
 
-#include "frame/levels.h"
+#include "tests/levels.h"
 #include "tests/support.h"
 #include "util/isa/quicksort.h"
+#include "util/sort.h"
 
 namespace {
 
@@ -47,8 +48,6 @@ template <class T>
 class Sort : public Quiet {
 protected:
     using Limits = std::numeric_limits<T>;
-
-    ~Sort() override { orvel::frame::force_level(nullptr); }
 
     // Patterns: random, few values, extreme values, two runs, pipe of organs, sawtooth.
     std::vector<T> input(int n, int pattern)
@@ -120,12 +119,11 @@ TYPED_TEST_SUITE(Sort, Types);
 
 TYPED_TEST(Sort, OrdersAndKeepsEveryElement)
 {
-    for (int level = 0; level < orvel::frame::level_count(); ++level) {
-        orvel::frame::force_level(orvel::frame::level_name(level));
+    on_every_level([&](const std::string& level) {
+        EXPECT_EQ(orvel::util::sorts_level(), level);
         for (int n = 1; n < 5000; n += n < 140 ? 1 : n / 3)
             for (int pattern = 0; pattern < 6; ++pattern) {
-                SCOPED_TRACE(::testing::Message()
-                             << "level " << level << " n " << n << " pattern " << pattern);
+                SCOPED_TRACE(::testing::Message() << "n " << n << " pattern " << pattern);
                 std::vector<TypeParam> x = this->input(n, pattern);
                 ASSERT_NO_FATAL_FAILURE(this->check_all(x));
                 if (n % 3 == 0) {  // already sorted, and reversed
@@ -140,7 +138,7 @@ TYPED_TEST(Sort, OrdersAndKeepsEveryElement)
                     ASSERT_NO_FATAL_FAILURE(this->check_all(x));
                 }
             }
-    }
+    });
 }
 
 using Known = Quiet;
@@ -191,6 +189,55 @@ TEST_F(Known, ErrorsOfEveryMember)
     expect("SVIBN", of(" IA"), [&] { SVIBN(&n, &k, &k); });
     expect("SVIGP", of("s IA, IB, and IPERM"), [&] { SVIGP(&n, &k, &k, &k); });
     expect("SVIBP", of("s IA, IB, and IPERM"), [&] { SVIBP(&n, &k, &k, &k); });
+}
+
+// Natural patterns are divided as well as a vector in random order, on every level, and are not left to
+// heapsort.
+TYPED_TEST(Sort, PatternsAreDividedWell)
+{
+    constexpr int n = 200000;
+    const auto place = [](int pattern, int k) -> double {
+        switch (pattern) {
+            case 0:
+                return std::abs(n / 2 - k);  // V
+            case 1:
+                return std::min(k, n - k);  // pipe of organs
+            case 2:
+                return 1e9 * std::sin(6.2831853 * k / n);  // a wave, and ten
+            case 3:
+                return 1e9 * std::sin(62.831853 * k / n);
+            case 4:
+                return (k + n / 3) % n;  // rotated by a third, and by one
+            case 5:
+                return (k + 1) % n;
+            case 6:
+                return k < n / 2 ? 2 * k : 2 * (k - n / 2) + 1;  // two sorted halves
+            case 7:
+                return k == n / 3 ? 0 : n - k;  // reversed, one out of place
+            case 8:
+                return k % 2 == 0 ? k : n - k;  // two runs, interleaved
+            default:
+                return k % (n / 100);  // saw teeth
+        }
+    };
+    const auto sorted = [](std::vector<TypeParam> x) {
+        const orvel::util::Difficulties met = orvel::util::sort_labelled(n, x.data(), nullptr);
+        EXPECT_TRUE(std::is_sorted(x.begin(), x.end()));
+        return met;
+    };
+    const std::vector<TypeParam> any = this->input(n, 0);
+    on_every_level([&] {
+        const orvel::util::Difficulties random = sorted(any);
+        EXPECT_EQ(random.heapsorted, 0);
+        for (int pattern = 0; pattern < 10; ++pattern) {
+            std::vector<TypeParam> x(n);
+            for (int k = 0; k < n; ++k)
+                x[static_cast<std::size_t>(k)] = static_cast<TypeParam>(place(pattern, k));
+            const orvel::util::Difficulties met = sorted(x);
+            EXPECT_LE(met.heapsorted, n / 1000) << pattern;
+            EXPECT_LE(met.bad_divisions, 2 * random.bad_divisions) << pattern;
+        }
+    });
 }
 
 // Answers comparisons so that pivots turn out to be small: M. D. McIlroy, A killer adversary for quicksort,

@@ -1,5 +1,5 @@
-// tests/zeros/zreal_test.cpp - points of ZREAL against a model written from its description; limits and bad
-// input
+// tests/zeros/zreal_test.cpp - points of ZREAL in cases worked out by hand, what holds for all zeros, limits
+// and bad input
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -25,68 +25,6 @@ struct Trace {
     std::vector<int32_t> info;
 };
 
-// Muller's method as a sequence of whole histories: no state but the list of accepted values.
-template <class T>
-Trace<T> model(const Case<T>& c)
-{
-    Trace<T> t;
-    for (const T g : c.guesses) {
-        const T start[] = {g == 0 ? T(-1) : T(0.9) * g, g == 0 ? T(1) : T(1.1) * g, g};
-        std::vector<T> kept;
-        T x = start[0], h = 0, ratio = 0;
-        int32_t info = c.itmax + 1;
-        for (int32_t k = 1; k < c.itmax; ++k) {
-            T f, deflated;
-            for (std::size_t moves = 0;; ++moves) {
-                t.points.push_back(x);
-                deflated = f = c.f(x);
-                bool close = false;
-                for (const T z : t.zeros) {
-                    close = close || std::abs(x - z) < c.eps;
-                    deflated /= x - z;
-                }
-                if (!close || moves == t.zeros.size()) break;
-                x += c.eta;
-            }
-            if (std::abs(f) < c.errabs && std::abs(deflated) < c.errabs) {
-                info = k;
-                break;
-            }
-            if (k > 3 && !(std::abs(deflated) < 10 * std::abs(kept.back()))) {
-                h /= 2;
-                ratio /= 2;
-                x -= h;
-                continue;
-            }
-            kept.push_back(deflated);
-            if (k < 3) {
-                x = start[k];
-                continue;
-            }
-            if (k == 3) {
-                h = g == 0 ? T(-1) : T(-0.1) * g;
-                ratio = T(-0.5);
-            }
-            const T *last = &kept.back(), f1 = last[-2], f2 = last[-1], f3 = last[0], delta = 1 + ratio;
-            const T q = ratio * ratio * f1 - delta * delta * f2 + (ratio + delta) * f3;
-            const T d = q * q - 4 * f3 * ratio * delta * (ratio * f1 - delta * f2 + f3);
-            const T root = d > 0 ? std::sqrt(d) : 0;
-            T divisor = std::abs(q + root) > std::abs(q - root) ? q + root : q - root;
-            if (divisor == 0) divisor = 1;
-            ratio = -2 * f3 * delta / divisor;
-            h *= ratio;
-            x += h;
-            if (std::abs(h) < c.errrel * std::abs(x)) {
-                info = k;
-                break;
-            }
-        }
-        t.zeros.push_back(x);
-        t.info.push_back(info);
-    }
-    return t;
-}
-
 template <class T>
 Trace<T> zreal(const Case<T>& c, bool in_place = false)
 {
@@ -110,46 +48,103 @@ template <class T>
 class Zreal : public Searching<T> {};
 TYPED_TEST_SUITE(Zreal, Precisions);
 
-TYPED_TEST(Zreal, PointsAreThoseOfTheModel)
+// A parabola is its own interpolant, and so is the line that deflation leaves of it; where values are given
+// in advance the steps follow from the three formulas of a step with small whole numbers.
+TYPED_TEST(Zreal, PointsByHand)
 {
     using T = TypeParam;
-    const T acc = 8 * std::numeric_limits<T>::epsilon();
-    const Case<T> cases[] = {
-        {[](T x) { return x * x - 2; }, {0, -1}, acc, acc, T(1e-3), T(1e-2), 50},
-        {[](T x) { return std::cos(x); }, {1, 5, 8, -1}, acc, 0, T(1e-3), T(1e-2), 50},
-        {[](T x) { return (x - 1) * (x - 1) * (x + 3); },
-         {T(1.3), T(1.3), 0},
-         T(1e-5),
-         T(1e-5),
-         T(1e-2),
-         T(1e-1),
-         90},
-        {[](T x) { return (x - 1) * (x - 1); }, {2, 2}, 0, T(1e-3), T(1e-2), T(1e-1), 60},
-        {[](T x) { return std::exp(x) - 1000; }, {T(0.5), 0}, T(1e-3), acc, T(1e-3), T(1e-2), 90},  // halves
-        {[](T x) { return std::pow(x, T(9)) - T(1e-3); }, {3, 3, 3}, T(1e-5), 0, T(1e-1), T(1e-1), 30},
-        {[](T x) { return x * x + 1; }, {T(0.5), 0}, acc, acc, T(1e-3), T(1e-2), 40},  // none
-        {[](T x) { return x * x * x - x; }, {0, 0, 0}, acc, acc, T(0.6), 0, 50},       // ETA = 0
-        {[](T x) { return x * x * x - x; }, {0, 0, 0}, acc, acc, T(0.6), std::nanf(""), 50},
-        {[](T x) { return x * x * x - x; }, {0, 0, 0}, acc, acc, T(0.6), T(1e-30), 50},
-        {[](T x) { return x * (x - 1); }, {0, 0}, acc, acc, 0, T(1e-2), 50},  // EPS = 0
-        {[](T x) { return x - 5; }, {4}, 0, 0, T(1e-3), T(1e-2), 12},
-        {[](T x) { return x - 5; }, {4, 3}, 1, 0, T(1e-3), T(1e-2), 1}};
-    for (const Case<T>& c : cases) {
-        SCOPED_TRACE(&c - cases);
-        const Trace<T> expected = model(c);
+    const T ninth = T(10) / 9, inf = std::numeric_limits<T>::infinity(),
+            largest = std::numeric_limits<T>::max();
+    const Function<T> parabola = [](T x) { return x * x - 4; }, line = [](T x) { return x - 5; },
+                      twice = [](T x) { return (x - 2) * (x - 2); }, pair = [](T x) { return x * (x + 1); },
+                      cubic = [](T x) { return (x - 1) * (x - T(1.5)) * (x - 4); },
+                      apart = [](T x) { return (x + 1) * (x - 9); };
+    const T acc = T(1e-3), none = 0;
+    // `values` of F in place of those of the function.
+    const auto check = [](Case<T> c, const std::vector<double>& at, const std::vector<double>& zeros,
+                          const std::vector<int32_t>& info, const std::vector<double>& values = {}) {
+        SCOPED_TRACE(::testing::Message() << zeros[0] << " in " << at.size() << " points");
+        script<T>.assign(values.begin(), values.end());
+        if (!values.empty()) c.f = scripted<T>;
         for (const bool in_place : {false, true}) {
             const Trace<T> t = zreal(c, in_place);
-            const bool failed = *std::max_element(t.info.begin(), t.info.end()) == c.itmax + 1;
+            EXPECT_EQ(t.points.size(), at.size());
+            expect_points(t.points, at);
+            expect_points(t.zeros, zeros);
+            EXPECT_EQ(t.info, info);
+            const bool failed = *std::max_element(info.begin(), info.end()) > c.itmax;
             EXPECT_EQ(outcome(), failed ? (Outcome{3, 1}) : (Outcome{0, 0}));
-            EXPECT_TRUE(same(t.points, expected.points));
-            EXPECT_TRUE(same(t.zeros, expected.zeros));
-            EXPECT_EQ(t.info, expected.info);
         }
+    };
+    const std::vector<double> as_they_are = {-1, -.99, -1.21, -1.1, 0};
+    // From three points around the guess straight to the zero; the other one of the line that is left.
+    check({parabola, {1, 1}, acc, none, T(1e-3), T(1e-2), 50}, {.9, 1.1, 1, 2, .9, 1.1, 1, -2}, {2, -2},
+          {4, 4});
+    // From -1, 1, 0; ITMAX counts one evaluation less; a step is compared with ERRREL before the
+    // evaluation.
+    check({line, {0}, acc, none, none, none, 5}, {-1, 1, 0, 5}, {5}, {4});
+    check({line, {0}, acc, none, none, none, 4}, {-1, 1, 0}, {5}, {5});
+    check({line, {0}, none, T(1.001), none, none, 50}, {-1, 1, 0}, {5}, {3});
+    check({line, {0}, none, T(.999), none, none, 5}, {-1, 1, 0, 5}, {5}, {4});
+    // The zero that was found is moved by ETA, and accepted if both values are small,
+    check({twice, {0, 0}, T(.2), none, T(.01), T(.125), 50}, {-1, 1, 0, 2, -1, 1, 0, 2, 2.125}, {2, 2.125},
+          {4, 4});
+    // not if the deflated one is not.
+    check({twice, {0, 0}, T(.05), none, T(.01), T(.125), 50},
+          {-1, 1, 0, 2, -1, 1, 0, 2, 2.125, 2.0191471140279678}, {2, 2.0191471140279678}, {4, 5});
+    // A point is moved until it is away from all zeros: past two of them,
+    check({cubic, {ninth, ninth * T(1.5), 1}, T(1e-2), none, T(.25), T(.3), 50},
+          {1, 1.5, .9, 1.2, 1.5, 1.8, 1.1, 1.4, 1.7, 2, 1, 1.3, 1.6, 1.9, 4}, {1, 1.5, 4}, {1, 1, 4});
+    check({cubic, {ninth, ninth * T(1.5), ninth * T(.8)}, acc, none, T(.25), T(.1), 2},
+          {1, 1.5, .8, .9, 1, 1.1, 1.2, 1.3, 1.4, 1.5, 1.6, 1.7, 1.8}, {1, 1.5, 8.8 / 9}, {1, 1, 3});
+    // and in small steps past one.
+    check({cubic, {ninth, 1}, acc, none, T(.25), T(.1), 3}, {1, .9, 1, 1.1, 1.2, 1.3, 1.1, 1.2, 1.3}, {1, 1},
+          {1, 4});
+    // What is as far as EPS stays; nothing is moved that could not get away.
+    check({apart, {0, 0}, acc, none, T(.5), T(.5), 4}, {-1, -1, -.5, 1, 0}, {-1, 4.684658438426491}, {1, 5});
+    check({pair, {0, T(-1.1)}, acc, none, T(.25), 0, 50}, as_they_are, {-1, 0}, {1, 4});
+    check({pair, {0, T(-1.1)}, acc, none, T(.25), std::nanf(""), 50}, as_they_are, {-1, 0}, {1, 4});
+    check({pair, {0, T(-1.1)}, acc, none, T(.25), T(1e-30), 50}, as_they_are, {-1, 0}, {1, 4});
+    check({pair, {0, T(-1.1)}, acc, none, largest, T(1e-2), 50}, as_they_are, {-1, 0}, {1, 4});
+    check({pair, {0, T(-1.1)}, acc, none, inf, T(1e-2), 50}, as_they_are, {-1, 0}, {1, 4});
+    check({pair, {0, T(-1.1)}, acc, none, -inf, T(1e-2), 50}, as_they_are, {-1, 0}, {1, 4});
+    check({pair, {0, 0}, acc, none, T(1e-30), T(1e-31), 2}, {-1, -1}, {-1, 1}, {1, 3});
+    // A tenfold value halves the step, a little less does not.
+    check({line, {0}, none, none, none, none, 7}, {-1, 1, 0, 2, 1, .5}, {2}, {8},
+          {-3, -1, -2, 20, -25, -1.5});
+    check({line, {0}, none, none, none, none, 5}, {-1, 1, 0, 2}, {0.8655807864649041}, {6},
+          {-3, -1, -2, -19.5});
+    // A parabola without zeros, 0 for the root; level values, 1 for the divisor.
+    check({line, {0}, none, none, none, none, 4}, {-1, 1, 0}, {1}, {5}, {9, 5, 1});
+    check({line, {0}, none, none, none, none, 4}, {-1, 1, 0}, {3}, {5}, {3, 3, 3});
+}
+
+// Different zeros, small values, no more calls than iterations and moves.
+TYPED_TEST(Zreal, ZerosOfSmoothFunctions)
+{
+    using T = TypeParam;
+    const T acc = 64 * std::numeric_limits<T>::epsilon();
+    const Case<T> cases[] = {
+        {[](T x) { return std::cos(x); }, {1, 5, 8, -1}, acc, 0, T(1e-3), T(1e-2), 60},
+        {[](T x) { return std::exp(x) - 10 * x * x; }, {1, 0, 3}, 16 * acc, 0, T(1e-3), T(1e-2), 60},
+        {[](T x) { return x * x * x * x - 10 * x * x + 9; }, {0, 0, 0, 0}, 16 * acc, 0, T(1e-3), T(1e-2), 60},
+        {[](T x) { return std::exp(x) - 1000; }, {T(0.5)}, 4096 * acc, 0, T(1e-3), T(1e-2), 90}};
+    for (const Case<T>& c : cases) {
+        SCOPED_TRACE(&c - cases);
+        const Trace<T> t = zreal(c);
+        EXPECT_EQ(outcome(), (Outcome{0, 0}));
+        int32_t iterations = 0;
+        for (std::size_t k = 0; k < t.zeros.size(); ++k) {
+            EXPECT_LT(std::abs(c.f(t.zeros[k])), c.errabs);
+            EXPECT_LE(t.info[k], 40);
+            iterations += t.info[k];
+            for (std::size_t j = 0; j < k; ++j) EXPECT_GT(std::abs(t.zeros[k] - t.zeros[j]), T(0.1));
+        }
+        EXPECT_GE(t.points.size(), static_cast<std::size_t>(iterations));
+        EXPECT_LE(t.points.size(), static_cast<std::size_t>(iterations) + 12);
     }
-    EXPECT_NEAR(zreal(cases[0]).zeros[0] * zreal(cases[0]).zeros[1], -2, 8 * acc);  // not the same one twice
-    const Trace<T> twice = zreal(cases[2]);  // the double zero, pushed off, and the simple one
-    EXPECT_NEAR(twice.zeros[1], twice.zeros[0], 0.2);
-    EXPECT_NEAR(twice.zeros[2], -3, 1e-4);
+    const Trace<T> t = zreal<T>({[](T x) { return x * x + 1; }, {T(0.5), 0}, acc, 0, T(1e-3), T(1e-2), 40});
+    EXPECT_EQ(t.info, (std::vector{41, 41}));
 }
 
 TYPED_TEST(Zreal, LimitsAndMessage)
@@ -188,7 +183,7 @@ TYPED_TEST(Zreal, LimitsAndMessage)
              : where == 3 ? w.eta
                           : w.guesses[1]) = wild;
             if (where == 5) w.f = [](T x) { return x > 3 ? x : std::numeric_limits<T>::quiet_NaN(); };
-            EXPECT_LE(zreal(w).points.size(), 29u * 6u);
+            EXPECT_LE(zreal(w).points.size(), 29u * 9u);
         }
 }
 

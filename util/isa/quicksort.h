@@ -7,12 +7,15 @@
 // is sorted; short segments are left to insertion. Long segments are divided by Partition of the level,
 // around the same pivot.
 //
-// A part that is much smaller than the other costs the segment one of log2 N chances. After the last one the
+// A part of more than seven eighths costs the segment one of log2 N chances, and from then on the
+// pivots of its parts are chosen among elements from anywhere in them: what natural patterns (two runs, a
+// pipe of organs, a wave) leave at the usual places divides badly again and again. After the last chance a
 // segment is sorted by heapsort, so that no input takes more than O(N log N) steps. What is not a number is
 // moved behind the others first; all other keys are ordered, which the unguarded scans rely on.
 #pragma once
 
 #include "util/isa/partition.h"
+#include "util/isa/sorts.h"
 
 namespace orvel::util {
 
@@ -25,12 +28,13 @@ class Quicksort {
 public:
     Quicksort(int64_t n, T* x, int32_t* labels) : n_(n), items_{x, labels} {}
 
-    void sort()
+    Difficulties sort()
     {
-        if (is_run()) return;
+        if (is_run()) return {};
         n_ = numbers_first();
         for (int64_t size = n_; size > 1; size /= 2) ++chances_;
         segments();
+        return met_;
     }
 
 private:
@@ -104,12 +108,14 @@ private:
     {
         const Segment whole = now;
         if (whole.chances == 0) {
+            met_.heapsorted += whole.size();
             heapsort(whole.first, whole.size());
             now.last = now.first - 1;
             return now;
         }
         const int64_t middle =
             whole.first + static_cast<int64_t>(static_cast<double>(whole.last - whole.first) * fraction_);
+        if (whole.chances < chances_ && whole.size() >= shortest_divided) break_pattern(whole, middle);
         order_three(whole.first, middle, whole.last);
         Segment low = whole, high = whole;
         if (whole.size() < shortest_divided)
@@ -119,8 +125,31 @@ private:
         const bool low_is_larger = low.size() > high.size();
         now = low_is_larger ? high : low;
         Segment larger = low_is_larger ? low : high;
-        if (now.size() < whole.size() / 8) larger.chances = now.chances = whole.chances - 1;
+        if (larger.size() > whole.size() - whole.size() / 8) {
+            larger.chances = now.chances = whole.chances - 1;
+            ++met_.bad_divisions;
+        }
         return larger;
+    }
+
+    // After a bad division what stands at the ends of a part and between them is what a pattern of the vector
+    // has left there, and would divide badly again. Elements from anywhere take their places, or medians of
+    // them.
+    void break_pattern(Segment s, int64_t middle)
+    {
+        const auto any = [&] {
+            anywhere_ = anywhere_ * 1664525u + 1013904223u;
+            return s.first + static_cast<int64_t>(
+                                 static_cast<uint64_t>(anywhere_) * static_cast<uint64_t>(s.size()) >> 32);
+        };
+        if (s.size() < 64) {
+            items_.exchange(s.first, any());
+            items_.exchange(s.last, any());
+            return;
+        }
+        order_three(any(), s.first, any());
+        order_three(any(), middle, any());
+        order_three(any(), s.last, any());
     }
 
     void order_three(int64_t i, int64_t m, int64_t j)
@@ -199,6 +228,8 @@ private:
     const Items<T, labelled> items_;
     double fraction_ = 0.375;
     int chances_ = 0;
+    Difficulties met_{};
+    uint32_t anywhere_ = 0;
 };
 
 }  // namespace

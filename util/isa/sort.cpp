@@ -7,12 +7,10 @@ namespace orvel::util {
 namespace {
 
 template <class Key, class T>
-void sort(int64_t n, T* x, int32_t* labels)
+Difficulties sort(int64_t n, T* x, int32_t* labels)
 {
-    if (labels == nullptr)
-        Quicksort<Key, T, false>(n, x, nullptr).sort();
-    else
-        Quicksort<Key, T, true>(n, x, labels).sort();
+    if (labels == nullptr) return Quicksort<Key, T, false>(n, x, nullptr).sort();
+    return Quicksort<Key, T, true>(n, x, labels).sort();
 }
 
 template <class T>
@@ -20,10 +18,13 @@ constexpr Sorts<T> sorts = {sort<ByValue, T>, sort<ByMagnitude, T>};
 
 }  // namespace
 
+#define ORVEL_NAME_OF(isa) #isa
+#define ORVEL_LEVEL_NAME(isa) ORVEL_NAME_OF(isa)
+
 namespace ORVEL_ISA {
 
 extern const SortTable sort_table;
-const SortTable sort_table = {sorts<float>, sorts<double>, sorts<int32_t>};
+const SortTable sort_table = {ORVEL_LEVEL_NAME(ORVEL_ISA), sorts<float>, sorts<double>, sorts<int32_t>};
 
 }  // namespace ORVEL_ISA
 

@@ -9,15 +9,22 @@
 
 namespace orvel::util {
 
+// What a sort met: divisions that left a part nearly as large as the whole, and elements of segments that
+// were left to heapsort.
+struct Difficulties {
+    int64_t bad_divisions, heapsorted;
+};
+
 // Sorts of n >= 0 elements in place, into ascending order of values or of magnitudes. Labels are moved with
 // their elements; null where there are none.
 template <class T>
 struct Sorts {
-    void (*by_value)(int64_t n, T* x, int32_t* labels);
-    void (*by_magnitude)(int64_t n, T* x, int32_t* labels);
+    Difficulties (*by_value)(int64_t n, T* x, int32_t* labels);
+    Difficulties (*by_magnitude)(int64_t n, T* x, int32_t* labels);
 };
 
 struct SortTable {
+    const char* level;
     Sorts<float> s;
     Sorts<double> d;
     Sorts<int32_t> i;

@@ -1,0 +1,272 @@
+// tests/frame/fortran_test.cpp - messages among the lines of a Fortran program, in the order in which both
+// were printed
+#include <fcntl.h>
+#include <signal.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <cstdlib>
+#include <ctime>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <thread>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "orvel/orvel.h"
+
+extern "C" {
+void print_lines(int count);
+void print_within_statements();
+void write_file(int unit, int close_it);
+void complain(int k);
+int complaint(int k);
+}
+
+void complain(int k)
+{
+    const int32_t one = 1, warning = 3;
+    E1PSH("HOST ", 5);
+    E1STI(&one, &k);
+    E1MES(&warning, &k, "Text %(I1).", 11);
+    E1POP("HOST ", 5);
+}
+
+bool by_threads = false;
+int fork_at = 0;
+
+// The child of a thread that is in no statement, while this one is: the lock of its unit is lost there.
+void fork_within_statement()
+{
+    std::thread([] {
+        const pid_t child = fork();
+        if (child == 0) {
+            alarm(10);
+            complain(1);
+            _exit(0);
+        }
+        int status = -1;
+        waitpid(child, &status, 0);
+        if (status != 0) _exit(98);
+    }).join();
+}
+
+// In a statement that holds the lock of its unit, perhaps from another thread.
+int complaint(int k)
+{
+    if (fork_at == k)
+        fork_within_statement();
+    else if (by_threads)
+        std::thread(complain, k).join();
+    else
+        complain(k);
+    return k;
+}
+
+namespace {
+
+using std::string;
+
+string message(int k)
+{
+    return "\n *** WARNING  ERROR " + std::to_string(k) + " from HOST.  Text " + std::to_string(k) + ".\n";
+}
+
+string lines(int count)
+{
+    string text;
+    for (int k = 1; k <= count; ++k) text += "line " + std::to_string(k) + "\n" + message(k);
+    return text;
+}
+
+// ---- programs: started anew, so that the run-time finds its output where it is
+// -----------------------------
+
+int tasks()
+{
+    using std::filesystem::directory_iterator;
+    return static_cast<int>(std::distance(directory_iterator("/proc/self/task"), directory_iterator()));
+}
+
+int alone()
+{
+    print_lines(300);
+    return tasks() - 1;
+}
+
+void start_a_thread()
+{
+    std::thread([] {}).join();
+}  // from now on the program is one of several threads
+
+std::atomic<int> alarms, elsewhere;
+void count_alarm(int) { ++(syscall(SYS_gettid) == getpid() ? alarms : elsewhere); }
+
+// With a timer whose alarms go to whichever thread is running.
+int with_threads()
+{
+    start_a_thread();
+    signal(SIGUSR1, count_alarm);
+    sigevent event{};
+    event.sigev_notify = SIGEV_SIGNAL;
+    event.sigev_signo = SIGUSR1;
+    timer_t timer{};
+    timer_create(CLOCK_MONOTONIC, &event, &timer);
+    const itimerspec often{{0, 100'000}, {0, 100'000}};
+    timer_settime(timer, 0, &often, nullptr);
+    print_lines(400);
+    timer_delete(timer);
+    sigset_t blocked;
+    pthread_sigmask(SIG_SETMASK, nullptr, &blocked);
+    return alarms > 0 && elsewhere == 0 && !sigismember(&blocked, SIGUSR1) ? 0 : 1;
+}
+
+int in_statements()
+{
+    complain(5);
+    print_within_statements();
+    print_lines(3);
+    return 0;
+}
+
+int in_statements_with_threads()
+{
+    by_threads = true;
+    return in_statements();
+}
+
+int to_file(bool closed)
+{
+    int32_t third = -3, unit = 9;
+    UMACH(&third, &unit);
+    write_file(unit, closed);
+    complain(1);
+    complain(2);
+    return 0;
+}
+
+int fork_in_statement()
+{
+    fork_at = 3;
+    print_within_statements();
+    return 0;
+}
+
+// Without a status of its own, a stop is a normal end.
+int stops()
+{
+    const int32_t bad = 13;
+    print_lines(2);
+    IMACH(&bad);
+    return 99;
+}
+
+const std::map<string, int (*)()> programs = {{"alone", alone},
+                                              {"with_threads", with_threads},
+                                              {"in_statements", in_statements},
+                                              {"in_statements_with_threads", in_statements_with_threads},
+                                              {"to_open_file", [] { return to_file(false); }},
+                                              {"to_closed_file", [] { return to_file(true); }},
+                                              {"fork_in_statement", fork_in_statement},
+                                              {"stops", stops}};
+
+// ---- what they print -------------------------------------------------------------------------------------
+
+class Fortran : public ::testing::Test {
+protected:
+    Fortran() { std::filesystem::current_path(mkdtemp(folder_)); }
+    ~Fortran() override
+    {
+        std::filesystem::current_path(home_);
+        std::filesystem::remove_all(folder_);
+    }
+
+    static string content(const char* name)
+    {
+        std::ifstream file(name);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+
+    // The output of the program and its status. One that hangs is ended.
+    static string printed(const char* program)
+    {
+        const pid_t child = fork();
+        if (child == 0) {
+            alarm(60);
+            dup2(open("output", O_WRONLY | O_CREAT | O_TRUNC, 0600), 1);
+            execl("/proc/self/exe", "program", program, nullptr);
+            _exit(99);
+        }
+        int status = -1;
+        waitpid(child, &status, 0);
+        return content("output") + std::to_string(status);
+    }
+
+private:
+    const std::filesystem::path home_ = std::filesystem::current_path();
+    char folder_[32] = "/tmp/orvel_fortran_XXXXXX";
+};
+
+TEST_F(Fortran, LinesAndMessagesOfOneThreadNeedNoOther) { EXPECT_EQ(printed("alone"), lines(300) + "0"); }
+
+TEST_F(Fortran, LinesAndMessagesKeepTheirOrderOnABusyMachine)
+{
+    std::vector<pid_t> busy(4 * std::thread::hardware_concurrency());
+    for (pid_t& id : busy)
+        if ((id = fork()) == 0)
+            for (alarm(100);;) {
+            }
+    EXPECT_EQ(printed("with_threads"), lines(400) + "0");
+    for (const pid_t id : busy) {
+        kill(id, SIGKILL);
+        waitpid(id, nullptr, 0);
+    }
+}
+
+// The line of a statement is printed when it ends; the message inside is not held up by it, nor are later
+// ones.
+TEST_F(Fortran, StatementsMayCallWhatPrints)
+{
+    const string text = message(5) + "first\n" + message(1) + "second\n" + message(2) + message(3) +
+                        "third 3\n" + message(4) + "last\n" + lines(3) + "0";
+    EXPECT_EQ(printed("in_statements"), text);
+    EXPECT_EQ(printed("in_statements_with_threads"), text);
+}
+
+TEST_F(Fortran, ChildPrintsWhereALockIsLost)
+{
+    EXPECT_EQ(printed("fork_in_statement"), "first\n" + message(1) + "second\n" + message(2) + message(1) +
+                                                "third 3\n" + message(4) + "last\n0");
+}
+
+TEST_F(Fortran, StopIsANormalEnd)
+{
+    EXPECT_EQ(printed("stops"), lines(2) +
+                                    "\n *** TERMINAL ERROR 5 from IMACH.  The argument\n"
+                                    " ***          must be between 1 and 12 inclusive.\n"
+                                    " ***          N =     13.\n\n0");
+}
+
+// Lines of the program stay, wherever they are when the message comes.
+TEST_F(Fortran, FileIsSharedWithTheProgram)
+{
+    for (const char* program : {"to_open_file", "to_closed_file"}) {
+        EXPECT_EQ(printed(program), "0");
+        EXPECT_EQ(content("fort.9"), "of the program\n" + message(1) + message(2)) << program;
+        std::filesystem::remove("fort.9");
+    }
+}
+
+}  // namespace
+
+int main(int argc, char** argv)
+{
+    if (argc == 2 && programs.contains(argv[1])) return programs.at(argv[1])();
+    testing::InitGoogleTest(&argc, argv);
+    return RUN_ALL_TESTS();
+}
