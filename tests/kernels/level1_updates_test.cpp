@@ -43,7 +43,6 @@ protected:
     }
 };
 
-using All = ::testing::Types<float, double, orvel_complex, orvel_dcomplex>;
 TYPED_TEST_SUITE(Updates, All);
 
 using I = const int32_t*;
@@ -85,7 +84,7 @@ TYPED_TEST(Updates, OfTwoVectorsAreThoseOfThePlainLoop)
                 y = row[6] * x + row[8] * y;
                 x = kept;
             });
-    if constexpr (!complex_type<T>) {
+    if constexpr (!is_complex<T>) {
         // The third vector has the increment of the second.
         this->two(
             "hprod", [](I n, T* x, I ix, T* y, I iy) { RealKernels<T>::hprod(n, x, ix, y, iy, y, iy); },
@@ -164,25 +163,19 @@ TYPED_TEST(Updates, BesideEachOtherGiveTheSameBits)
     const T a = T(static_cast<Real<T>>(1.1));
     const Real<T> c = static_cast<Real<T>>(0.6), s = static_cast<Real<T>>(0.8);
     const Real<T> rotation[] = {-1, c, -s, s, c};
-    std::uniform_real_distribution<Real<T>> uniform(-1, 1);
     using Call = std::function<void(const int32_t*, T*, T*)>;
     std::vector<Call> calls = {[&](I n, T* x, T* y) { K::axpy(n, &a, x, &one, y, &one); },
                                [&](I n, T* x, T* y) { K::vcal(n, &a, x, &one, y, &one); },
                                [&](I n, T* x, T* y) { K::rot(n, x, &one, y, &one, &c, &s); },
                                [&](I n, T* x, T* y) { K::rotm(n, x, &one, y, &one, rotation); }};
-    if constexpr (!complex_type<T>) {
+    if constexpr (!is_complex<T>) {
         calls.push_back([&](I n, T* x, T* y) { RealKernels<T>::hprod(n, x, &one, y, &one, y, &one); });
     }
     on_every_level([&] {
         for (int32_t n = 1; n <= 20; ++n)
             for (std::size_t k = 0; k < calls.size(); ++k) {
                 std::vector<T> room(200), apart;
-                for (T& e : room) {
-                    if constexpr (complex_type<T>)
-                        e = {uniform(generator()), uniform(generator())};
-                    else
-                        e = uniform(generator());
-                }
+                for (T& e : room) e = random_value<T>(generator());
                 for (int32_t d = -20; d <= 20; ++d) {
                     if (std::abs(d) < n) continue;
                     const std::vector<T> x(room.begin() + 50, room.begin() + 50 + n);

@@ -1,8 +1,8 @@
 // tests/random/stream_test.cpp - every stream bit by bit, at every level, in any cut, precision and thread
 #include <sstream>
 
-#include "frame/levels.h"
 #include "random/isa/loops.h"
+#include "tests/levels.h"
 #include "tests/random/model.h"
 
 using namespace orvel_test;
@@ -67,8 +67,10 @@ void expect_cut(Model& model, std::mt19937& random)
 
 TEST(Streams, EqualTheirDefinitionAtEveryLevelInEveryCut)
 {
-    for (int level = 0; level < orvel::frame::level_count(); ++level) {
-        ASSERT_TRUE(orvel::frame::force_level(orvel::frame::level_name(level)));
+    const orvel::random::Loops* last = nullptr;
+    on_every_level([&](const std::string& level) {
+        EXPECT_NE(&orvel::random::loops(), last);
+        last = &orvel::random::loops();
         for (int32_t option = 1; option <= 10; ++option)  // 10 stands for all of them in turns
             for (const int32_t seed : {1, 2147483646, 123457}) {
                 SCOPED_TRACE(testing::Message()
@@ -89,18 +91,7 @@ TEST(Streams, EqualTheirDefinitionAtEveryLevelInEveryCut)
                     expect_state(model);
                 });
             }
-    }
-}
-
-TEST(Streams, LevelThatIsForcedIsTheOneThatRuns)
-{
-    EXPECT_FALSE(orvel::frame::force_level("x86_64_v2"));
-    const orvel::random::Loops* last = nullptr;
-    for (int level = 0; level < orvel::frame::level_count(); ++level) {
-        ASSERT_TRUE(orvel::frame::force_level(orvel::frame::level_name(level)));
-        EXPECT_NE(&orvel::random::loops(), last);
-        last = &orvel::random::loops();
-    }
+    });
 }
 
 // The published first outputs for the seed 5489 and for keys, and the ten thousandth ones.
@@ -178,21 +169,15 @@ TEST(Streams, SeedsOfDistantStreams)
 
 TEST(Streams, ThreadsShareNothing)
 {
-    std::vector<std::vector<double>> drawn(8);
-    const auto body = [&](int k) {
-        set_option(k + 1);
-        set_seed(100 + k);
-        for (int n = 0; n < 50; ++n)
-            for (const double r : draw<double>(20)) drawn[static_cast<std::size_t>(k)].push_back(r);
-    };
     std::vector<std::thread> team;
-    for (int k = 0; k < 8; ++k) team.emplace_back(body, k);
+    for (int32_t k = 1; k <= 8; ++k)
+        team.emplace_back([k] {
+            Model model(100 + k);
+            set_option(model.option = k);
+            set_seed(100 + k);
+            for (int n = 0; n < 50; ++n) expect_draws<double>(model, 20);
+        });
     for (std::thread& t : team) t.join();
-    for (int k = 0; k < 8; ++k) {
-        Model model(100 + k);
-        model.option = k + 1;
-        for (const double r : drawn[static_cast<std::size_t>(k)]) ASSERT_EQ(r, model.next<double>()) << k;
-    }
 }
 
 }  // namespace
