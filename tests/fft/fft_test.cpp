@@ -244,22 +244,6 @@ TYPED_TEST(Fft, WithoutStorage)
     }
 }
 
-TYPED_TEST(Fft, LengthOneCopies)
-{
-    using R = TypeParam;
-    const int32_t n = 1;
-    const std::complex<R> z = {3, -4};
-    std::complex<R> w = 0;
-    R nothing = 5, x = 2, y = 0;
-    Library<R>::FftCi(&n, &nothing);
-    Library<R>::FftRi(&n, &nothing);
-    EXPECT_EQ(nothing, 5);
-    Library<R>::FftCf(&n, &z, &w);
-    EXPECT_EQ(w, z);
-    Library<R>::FftRb(&n, &x, &y);
-    EXPECT_EQ(y, x);
-}
-
 // Long results on whole lines are written another way, with the same bits.
 TYPED_TEST(Fft, LongResultsOnWholeLines)
 {
@@ -282,16 +266,37 @@ TYPED_TEST(Fft, LongResultsOnWholeLines)
     }
 }
 
-// Pairs of factors that a long list stores as one are those two.
-TYPED_TEST(Fft, PairsOfFactors)
+// Factors in an order that no initialisation makes: pairs that a long list stores as one are those two;
+// others belong to no table, but lead nowhere outside the arrays.
+TYPED_TEST(Fft, FactorsInAnotherOrder)
 {
     using R = TypeParam;
-    for (const std::vector<R>& stored : {std::vector<R>{729, 4, 9, 9, 3, 3},
-                                         {15625, 4, 25, 5, 25, 5},
-                                         {8192, 6, 8, 4, 4, 4, 4, 4},
-                                         {49152, 6, 16, 16, 4, 4, 4, 3}}) {
+    const struct {
+        bool same;
+        std::vector<R> stored;
+    } rows[] = {{true, {729, 4, 9, 9, 3, 3}},
+                {true, {15625, 4, 25, 5, 25, 5}},
+                {true, {8192, 6, 8, 4, 4, 4, 4, 4}},
+                {true, {49152, 6, 16, 16, 4, 4, 4, 3}},
+                {false, {8192, 7, 4, 2, 4, 4, 4, 4, 4}},
+                {false, {8192, 7, 4, 4, 4, 4, 4, 4, 2}},
+                {false, {8192, 13, 2, 2, 2, 2, 2, 2, 2, 2, 2, 2, 2, 2, 2}},
+                {false, {8192, 4, 16, 16, 8, 4}},
+                {false, {12288, 7, 3, 4, 4, 4, 4, 4, 4}},
+                {false, {20480, 7, 5, 4, 4, 4, 4, 4, 4}},
+                {false, {64, 3, 16, 2, 2}},
+                {false, {4096, 3, 16, 16, 16}},
+                {false, {1000, 5, 5, 5, 5, 4, 2}},
+                {false, {2145, 4, 13, 11, 5, 3}},
+                {false, {2145, 3, 15, 11, 13}},
+                {false, {2145, 2, 3, 715}},
+                {false, {393, 2, 131, 3}},
+                {false, {393, 1, 393}},
+                {false, {225, 2, 9, 25}},
+                {false, {45, 2, 3, 15}}};
+    for (const auto& [same, stored] : rows) {
         const int32_t n = static_cast<int32_t>(stored[0]);
-        const Sample<R> sample(n, 1);
+        Sample<R> sample(n, 1);
         typename TestFixture::Work work(n);
         std::vector<std::complex<R>> y(n), again(n);
         std::vector<R> c(n), c_again(n);
@@ -300,39 +305,8 @@ TYPED_TEST(Fft, PairsOfFactors)
         work.store_factors(stored);
         work.cf(sample.x.data(), again.data());
         work.rf(sample.real.data(), c_again.data());
-        EXPECT_TRUE(again == y && c_again == c) << n;
-    }
-}
-
-// Factors in an order that no initialisation makes belong to no table, but lead nowhere outside the arrays.
-TYPED_TEST(Fft, FactorsInAnotherOrder)
-{
-    using R = TypeParam;
-    for (const std::vector<R>& stored : {std::vector<R>{8192, 7, 4, 2, 4, 4, 4, 4, 4},
-                                         {8192, 7, 4, 4, 4, 4, 4, 4, 2},
-                                         {8192, 13, 2, 2, 2, 2, 2, 2, 2, 2, 2, 2, 2, 2, 2},
-                                         {8192, 4, 16, 16, 8, 4},
-                                         {12288, 7, 3, 4, 4, 4, 4, 4, 4},
-                                         {20480, 7, 5, 4, 4, 4, 4, 4, 4},
-                                         {64, 3, 16, 2, 2},
-                                         {4096, 3, 16, 16, 16},
-                                         {1000, 5, 5, 5, 5, 4, 2},
-                                         {2145, 4, 13, 11, 5, 3},
-                                         {2145, 3, 15, 11, 13},
-                                         {2145, 2, 3, 715},
-                                         {393, 2, 131, 3},
-                                         {393, 1, 393},
-                                         {225, 2, 9, 25},
-                                         {45, 2, 3, 15}}) {
-        const int32_t n = static_cast<int32_t>(stored[0]);
-        Sample<R> sample(n, 1);
-        typename TestFixture::Work work(n);
-        work.store_factors(stored);
-        std::vector<std::complex<R>> y(n);
-        std::vector<R> c(n);
-        work.cf(sample.x.data(), y.data());
+        EXPECT_TRUE(!same || (again == y && c_again == c)) << n;
         work.cb(sample.x.data(), sample.x.data());
-        work.rf(sample.real.data(), c.data());
         work.rb(sample.real.data(), sample.real.data());
         EXPECT_EQ(outcome(), (Outcome{0, 0}));
     }
@@ -423,7 +397,12 @@ TYPED_TEST(Fft, Fronts)
     using R = TypeParam;
     using C = std::complex<R>;
     using L = Library<R>;
-    for (const int32_t n : {64, 135, 149, 393, 1680, 4096}) {
+    const int32_t one = 1;
+    R nothing = 5;  // is all that a work vector of this length needs
+    L::FftCi(&one, &nothing);
+    L::FftRi(&one, &nothing);
+    EXPECT_EQ(nothing, 5);
+    for (const int32_t n : {1, 64, 135, 149, 393, 1680, 4096}) {
         typename TestFixture::Work work(n);
         const Sample<R> sample(n, 5);
         std::vector<R> c(n), by_front(n);

@@ -174,18 +174,16 @@ TYPED_TEST(Updates, BesideEachOtherGiveTheSameBits)
     on_every_level([&] {
         for (int32_t n = 1; n <= 20; ++n)
             for (std::size_t k = 0; k < calls.size(); ++k) {
-                std::vector<T> room(200), apart;
+                std::vector<T> room(200);
                 for (T& e : room) e = random_value<T>(generator());
                 for (int32_t d = -20; d <= 20; ++d) {
                     if (std::abs(d) < n) continue;
-                    const std::vector<T> x(room.begin() + 50, room.begin() + 50 + n);
-                    const std::vector<T> y(room.begin() + 100, room.begin() + 100 + n);
-                    std::vector<T> near = room, far_x = x, far_y = y;
-                    std::copy(y.begin(), y.end(), near.begin() + 50 + d);
-                    calls[k](&n, near.data() + 50, near.data() + 50 + d);
-                    calls[k](&n, far_x.data(), far_y.data());
-                    EXPECT_TRUE(std::equal(far_x.begin(), far_x.end(), near.begin() + 50) &&
-                                std::equal(far_y.begin(), far_y.end(), near.begin() + 50 + d))
+                    std::vector<T> near = room, x(&room[50], &room[50 + n]),
+                                   y(&room[50 + d], &room[50 + d + n]);
+                    calls[k](&n, &near[50], &near[50 + d]);
+                    calls[k](&n, x.data(), y.data());
+                    EXPECT_TRUE(std::equal(x.begin(), x.end(), &near[50]) &&
+                                std::equal(y.begin(), y.end(), &near[50 + d]))
                         << "kernel " << k << " n " << n << " distance " << d;
                 }
             }
@@ -213,12 +211,10 @@ TEST(LongVectors, GiveWhatShortOnesGive)
         DAXPY(&n, &a, x.data(), &one, z.data(), &one);
         auto* const u = reinterpret_cast<orvel_dcomplex*>(x.data());
         ZAXPY(&half, &turn, u, &one, reinterpret_cast<orvel_dcomplex*>(z.data()), &one);
-        for (int32_t k = 0; k < n; ++k)
-            ASSERT_EQ(z[k], y[k] + 3 * x[k] +
-                                (k >= 2 * half ? 0
-                                 : k % 2 == 0  ? -2 * x[k + 1]
-                                               : 2 * x[k - 1]))
-                << k;
+        for (int32_t k = 0; k < n; ++k) {
+            const double turned = k >= 2 * half ? 0 : k % 2 == 0 ? -2 * x[k + 1] : 2 * x[k - 1];
+            ASSERT_EQ(z[k], y[k] + 3 * x[k] + turned) << k;
+        }
         x[at] = -9;
         x[at + 2] = 9;
         EXPECT_EQ(IDAMAX(&n, x.data(), &one), at + 1);

@@ -68,7 +68,8 @@ struct Steps {
     int32_t x, y;
 };
 const Steps steps[] = {{1, 1}, {2, -1}, {-3, 2}, {1, -2}};
-const int32_t orders[] = {0, 1, 2, 7, 33, 65, 130, 300};
+const int32_t orders[] = {0, 1, 2, 7, 33, 65, 130, 300}, columns[] = {0, 1, 9, 66, 290};
+const bool both[] = {false, true};
 
 // Keeps the elements of a band and poisons the rest of the full matrix; the band goes to its own storage.
 template <class T>
@@ -85,40 +86,34 @@ TYPED_TEST(Level2, GeneralAndBand)
 {
     using T = TypeParam;
     on_every_level([&](const std::string& level) {
-        for (const int32_t m : orders)
-            for (const int32_t n : {0, 1, 9, 66, 290})
-                for (const char trans : {'N', 't', 'C'})
-                    for (const bool banded : {false, true})
-                        for (const T beta : {T(0), T(1), T(Real<T>(0.3))}) {
-                            if (m * n > 9000 && beta != T(1)) continue;
-                            const Steps s = steps[(m + n + (trans == 'N')) % 4];
-                            const char up = static_cast<char>(std::toupper(trans));
-                            Matrix<T> a(m, n, this->random);
-                            const int32_t kl = 2, ku = 5;
-                            Matrix<T> band = band_of(a, kl, ku);
-                            const int32_t length_x = up == 'N' ? n : m, length_y = up == 'N' ? m : n;
-                            Strided<T> x(length_x, s.x, this->random),
-                                y(length_y, s.y, this->random, beta == T(0));
-                            const Strided<T> before = y;
-                            if (banded)
-                                gbmv<T>(&trans, &m, &n, &kl, &ku, &this->alpha, band.data(), &band.ld,
-                                        x.data(), &s.x, &beta, y.data(), &s.y);
-                            else
-                                gemv<T>(&trans, &m, &n, &this->alpha, a.data(), &a.ld, x.data(), &s.x, &beta,
-                                        y.data(), &s.y);
-                            if (m == 0 || n == 0) continue;
-                            const auto element = [&](int32_t k, int32_t l) {
-                                const int32_t below = up == 'N' ? k - l : l - k;
-                                return !banded || (below <= kl && -below <= ku) ? op(a, up, k, l)
-                                                                                : Wide<T>(0);
-                            };
-                            const auto exact = [&](int32_t k) {
-                                const Wide<T> sum = wide(this->alpha) * times(element, x, k);
-                                return beta == T(0) ? sum : sum + wide(beta) * wide(before[k]);
-                            };
-                            ASSERT_NO_FATAL_FAILURE(
-                                compare(y, length_x, exact, level + trans + std::to_string(m)));
-                        }
+        every_one_of(orders, columns, std::string("NtC"), both, std::array{T(0), T(1), T(Real<T>(0.3))})(
+            [&](int32_t m, int32_t n, char trans, bool banded, T beta) {
+                if (m * n > 9000 && beta != T(1)) return;
+                const Steps s = steps[(m + n + (trans == 'N')) % 4];
+                const char up = static_cast<char>(std::toupper(trans));
+                Matrix<T> a(m, n, this->random);
+                const int32_t kl = 2, ku = 5;
+                Matrix<T> band = band_of(a, kl, ku);
+                const int32_t length_x = up == 'N' ? n : m, length_y = up == 'N' ? m : n;
+                Strided<T> x(length_x, s.x, this->random), y(length_y, s.y, this->random, beta == T(0));
+                const Strided<T> before = y;
+                if (banded)
+                    gbmv<T>(&trans, &m, &n, &kl, &ku, &this->alpha, band.data(), &band.ld, x.data(), &s.x,
+                            &beta, y.data(), &s.y);
+                else
+                    gemv<T>(&trans, &m, &n, &this->alpha, a.data(), &a.ld, x.data(), &s.x, &beta, y.data(),
+                            &s.y);
+                if (m == 0 || n == 0) return;
+                const auto element = [&](int32_t k, int32_t l) {
+                    const int32_t below = up == 'N' ? k - l : l - k;
+                    return !banded || (below <= kl && -below <= ku) ? op(a, up, k, l) : Wide<T>(0);
+                };
+                const auto exact = [&](int32_t k) {
+                    const Wide<T> sum = wide(this->alpha) * times(element, x, k);
+                    return beta == T(0) ? sum : sum + wide(beta) * wide(before[k]);
+                };
+                ASSERT_NO_FATAL_FAILURE(compare(y, length_x, exact, level + trans + std::to_string(m)));
+            });
     });
 }
 
@@ -126,32 +121,28 @@ TYPED_TEST(Level2, SymmetricAndItsBand)
 {
     using T = TypeParam;
     on_every_level([&](const std::string& level) {
-        for (const int32_t n : orders)
-            for (const char uplo : {'U', 'L'})
-                for (const bool banded : {false, true})
-                    for (const Steps& s : steps) {
-                        Matrix<T> a(n, n, this->random);
-                        const int32_t k = 3;
-                        Matrix<T> band = band_of(a, uplo == 'L' ? k : 0, uplo == 'U' ? k : 0);
-                        a.poison_outside(uplo);
-                        Strided<T> x(n, s.x, this->random), y(n, s.y, this->random);
-                        const Strided<T> before = y;
-                        const T beta(Real<T>(0.3));
-                        if (banded)
-                            sbmv<T>(&uplo, &n, &k, &this->alpha, band.data(), &band.ld, x.data(), &s.x, &beta,
-                                    y.data(), &s.y);
-                        else
-                            symv<T>(&uplo, &n, &this->alpha, a.data(), &a.ld, x.data(), &s.x, &beta, y.data(),
-                                    &s.y);
-                        const auto element = [&](int32_t i, int32_t j) {
-                            return banded && std::abs(i - j) > k ? Wide<T>(0)
-                                                                 : symmetric(a, uplo, true, i, j);
-                        };
-                        const auto exact = [&](int32_t i) {
-                            return wide(beta) * wide(before[i]) + wide(this->alpha) * times(element, x, i);
-                        };
-                        ASSERT_NO_FATAL_FAILURE(compare(y, n, exact, level + uplo + std::to_string(n)));
-                    }
+        every_one_of(orders, std::string("UL"), both,
+                     steps)([&](int32_t n, char uplo, bool banded, const Steps& s) {
+            Matrix<T> a(n, n, this->random);
+            const int32_t k = 3;
+            Matrix<T> band = band_of(a, uplo == 'L' ? k : 0, uplo == 'U' ? k : 0);
+            a.poison_outside(uplo);
+            Strided<T> x(n, s.x, this->random), y(n, s.y, this->random);
+            const Strided<T> before = y;
+            const T beta(Real<T>(0.3));
+            if (banded)
+                sbmv<T>(&uplo, &n, &k, &this->alpha, band.data(), &band.ld, x.data(), &s.x, &beta, y.data(),
+                        &s.y);
+            else
+                symv<T>(&uplo, &n, &this->alpha, a.data(), &a.ld, x.data(), &s.x, &beta, y.data(), &s.y);
+            const auto element = [&](int32_t i, int32_t j) {
+                return banded && std::abs(i - j) > k ? Wide<T>(0) : symmetric(a, uplo, true, i, j);
+            };
+            const auto exact = [&](int32_t i) {
+                return wide(beta) * wide(before[i]) + wide(this->alpha) * times(element, x, i);
+            };
+            ASSERT_NO_FATAL_FAILURE(compare(y, n, exact, level + uplo + std::to_string(n)));
+        });
     });
 }
 
@@ -160,37 +151,29 @@ TYPED_TEST(Level2, TrianglesAndTheirBands)
 {
     using T = TypeParam;
     on_every_level([&](const std::string& level) {
-        for (const int32_t n : orders)
-            for (const char uplo : {'U', 'L'})
-                for (const char trans : {'N', 'T', 'C'})
-                    for (const char diag : {'U', 'N'})
-                        for (const bool banded : {false, true}) {
-                            const int32_t inc = steps[(n + (uplo == 'U')) % 4].x;
-                            const int32_t k = 4;
-                            Matrix<T> a = triangle<T>(n, uplo, diag, this->random);
-                            Matrix<T> band = band_of(a, uplo == 'L' ? k : 0, uplo == 'U' ? k : 0);
-                            const auto element = [&](int32_t i, int32_t j) {
-                                return banded && std::abs(i - j) > k ? Wide<T>(0)
-                                                                     : triangular(a, uplo, trans, diag, i, j);
-                            };
-                            Strided<T> x(n, inc, this->random), product = x, solution = x;
-                            if (banded) {
-                                tbmv<T>(&uplo, &trans, &diag, &n, &k, band.data(), &band.ld, product.data(),
-                                        &inc);
-                                tbsv<T>(&uplo, &trans, &diag, &n, &k, band.data(), &band.ld, solution.data(),
-                                        &inc);
-                            } else {
-                                trmv<T>(&uplo, &trans, &diag, &n, a.data(), &a.ld, product.data(), &inc);
-                                trsv<T>(&uplo, &trans, &diag, &n, a.data(), &a.ld, solution.data(), &inc);
-                            }
-                            const std::string what = level + uplo + trans + diag + std::to_string(n);
-                            ASSERT_NO_FATAL_FAILURE(compare(
-                                product, 8, [&](int32_t i) { return times(element, x, i); },
-                                "product " + what));
-                            ASSERT_NO_FATAL_FAILURE(compare(
-                                x, 16, [&](int32_t i) { return times(element, solution, i); },
-                                "solution " + what));
-                        }
+        every_one_of(orders, std::string("UL"), std::string("NTC"), std::string("UN"),
+                     both)([&](int32_t n, char uplo, char trans, char diag, bool banded) {
+            const int32_t inc = steps[(n + (uplo == 'U')) % 4].x;
+            const int32_t k = 4;
+            Matrix<T> a = triangle<T>(n, uplo, diag, this->random);
+            Matrix<T> band = band_of(a, uplo == 'L' ? k : 0, uplo == 'U' ? k : 0);
+            const auto element = [&](int32_t i, int32_t j) {
+                return banded && std::abs(i - j) > k ? Wide<T>(0) : triangular(a, uplo, trans, diag, i, j);
+            };
+            Strided<T> x(n, inc, this->random), product = x, solution = x;
+            if (banded) {
+                tbmv<T>(&uplo, &trans, &diag, &n, &k, band.data(), &band.ld, product.data(), &inc);
+                tbsv<T>(&uplo, &trans, &diag, &n, &k, band.data(), &band.ld, solution.data(), &inc);
+            } else {
+                trmv<T>(&uplo, &trans, &diag, &n, a.data(), &a.ld, product.data(), &inc);
+                trsv<T>(&uplo, &trans, &diag, &n, a.data(), &a.ld, solution.data(), &inc);
+            }
+            const std::string what = level + uplo + trans + diag + std::to_string(n);
+            ASSERT_NO_FATAL_FAILURE(compare(
+                product, 8, [&](int32_t i) { return times(element, x, i); }, "product " + what));
+            ASSERT_NO_FATAL_FAILURE(compare(
+                x, 16, [&](int32_t i) { return times(element, solution, i); }, "solution " + what));
+        });
     });
 }
 
@@ -198,42 +181,38 @@ TYPED_TEST(Level2, RankOneAndTwo)
 {
     using T = TypeParam;
     on_every_level([&](const std::string& level) {
-        for (const int32_t n : orders)
-            for (const Steps& s : steps)
-                for (const char kind : {'u', 'c', 'U', 'L', '2'}) {
-                    const int32_t m = kind == 'u' || kind == 'c' ? n / 2 + 1 : n;
-                    const char uplo = kind == '2' ? 'L' : kind;
-                    Matrix<T> a(m, n, this->random);
-                    const bool triangle = kind == 'U' || kind == 'L';
-                    if (triangle || kind == '2') a.poison_outside(uplo);
-                    const Matrix<T> before = a;
-                    Strided<T> x(m, s.x, this->random), y(n, s.y, this->random);
-                    const Real<T> real_alpha = std::real(this->alpha);
-                    if (kind == 'u')
-                        geru<T>(&m, &n, &this->alpha, x.data(), &s.x, y.data(), &s.y, a.data(), &a.ld);
-                    else if (kind == 'c')
-                        gerc<T>(&m, &n, &this->alpha, x.data(), &s.x, y.data(), &s.y, a.data(), &a.ld);
-                    else if (kind == '2')
-                        syr2<T>(&uplo, &n, &this->alpha, x.data(), &s.x, y.data(), &s.y, a.data(), &a.ld);
-                    else
-                        syr<T>(&uplo, &n, &real_alpha, x.data(), &s.x, a.data(), &a.ld);
-                    for (int32_t j = 0; j < n; ++j)
-                        for (int32_t i = 0; i < a.ld; ++i) {
-                            const T& value = a.elements[static_cast<size_t>(j) * a.ld + i];
-                            if (i >= m || (kind == 'U' && i > j) || ((kind == 'L' || kind == '2') && i < j)) {
-                                ASSERT_TRUE(is_poison(value)) << level << kind;
-                                continue;
-                            }
-                            const Wide<T> al = wide(this->alpha);
-                            const Wide<T> right =
-                                kind == 'u' ? wide(y[j]) : conjugated(wide(triangle ? x[j] : y[j]));
-                            Wide<T> exact =
-                                wide(before(i, j)) + (triangle ? std::real(al) : al) * wide(x[i]) * right;
-                            if (kind == '2') exact += conjugated(al) * wide(y[i]) * conjugated(wide(x[j]));
-                            if (i == j && (triangle || kind == '2')) exact = std::real(exact);
-                            ASSERT_NO_FATAL_FAILURE(expect_close(value, exact, 6, 4, level + kind));
-                        }
+        every_one_of(orders, steps, std::string("ucUL2"))([&](int32_t n, const Steps& s, char kind) {
+            const int32_t m = kind == 'u' || kind == 'c' ? n / 2 + 1 : n;
+            const char uplo = kind == '2' ? 'L' : kind;
+            Matrix<T> a(m, n, this->random);
+            const bool triangle = kind == 'U' || kind == 'L';
+            if (triangle || kind == '2') a.poison_outside(uplo);
+            const Matrix<T> before = a;
+            Strided<T> x(m, s.x, this->random), y(n, s.y, this->random);
+            const Real<T> real_alpha = std::real(this->alpha);
+            if (kind == 'u')
+                geru<T>(&m, &n, &this->alpha, x.data(), &s.x, y.data(), &s.y, a.data(), &a.ld);
+            else if (kind == 'c')
+                gerc<T>(&m, &n, &this->alpha, x.data(), &s.x, y.data(), &s.y, a.data(), &a.ld);
+            else if (kind == '2')
+                syr2<T>(&uplo, &n, &this->alpha, x.data(), &s.x, y.data(), &s.y, a.data(), &a.ld);
+            else
+                syr<T>(&uplo, &n, &real_alpha, x.data(), &s.x, a.data(), &a.ld);
+            for (int32_t j = 0; j < n; ++j)
+                for (int32_t i = 0; i < a.ld; ++i) {
+                    const T& value = a.elements[static_cast<size_t>(j) * a.ld + i];
+                    if (i >= m || (kind == 'U' && i > j) || ((kind == 'L' || kind == '2') && i < j)) {
+                        ASSERT_TRUE(is_poison(value)) << level << kind;
+                        return;
+                    }
+                    const Wide<T> al = wide(this->alpha);
+                    const Wide<T> right = kind == 'u' ? wide(y[j]) : conjugated(wide(triangle ? x[j] : y[j]));
+                    Wide<T> exact = wide(before(i, j)) + (triangle ? std::real(al) : al) * wide(x[i]) * right;
+                    if (kind == '2') exact += conjugated(al) * wide(y[i]) * conjugated(wide(x[j]));
+                    if (i == j && (triangle || kind == '2')) exact = std::real(exact);
+                    ASSERT_NO_FATAL_FAILURE(expect_close(value, exact, 6, 4, level + kind));
                 }
+        });
     });
 }
 

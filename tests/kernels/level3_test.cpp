@@ -23,7 +23,7 @@ protected:
 TYPED_TEST_SUITE(Level3, Precisions);
 
 struct Size {
-    int32_t m, n, k;
+    int32_t m, n, k = 0;
 };
 // Odd ones, those on both sides of the stack, direct and packed paths, and several blocks of the inner index.
 const Size sizes[] = {{0, 3, 2},   {3, 0, 2},    {4, 3, 0},    {1, 1, 1},     {2, 3, 5},     {8, 8, 8},
@@ -34,6 +34,8 @@ T scalar(double re, double im = 0)
 {
     return make<T>(static_cast<Real<T>>(re), static_cast<Real<T>>(im));
 }
+
+const bool both[] = {false, true};
 
 template <class T>  // alpha, beta
 const std::pair<T, T> scalars[] = {
@@ -69,29 +71,26 @@ TYPED_TEST(Level3, GeneralProduct)
 {
     using T = TypeParam;
     on_every_level([&](const std::string& level) {
-        for (const Size& s : sizes)
-            for (const char ta : {'N', 't', 'C'})
-                for (const char tb : {'n', 'T', 'C'})
-                    for (const auto& [alpha, beta] : scalars<T>) {
-                        const char ua = static_cast<char>(std::toupper(ta)),
-                                   ub = static_cast<char>(std::toupper(tb));
-                        Matrix<T> a(ua == 'N' ? s.m : s.k, ua == 'N' ? s.k : s.m, this->random);
-                        Matrix<T> b(ub == 'N' ? s.k : s.n, ub == 'N' ? s.n : s.k, this->random);
-                        Matrix<T> c = target(s.m, s.n, beta, this->random);
-                        const Matrix<T> before = c;
-                        if (alpha == T(0) && s.m * s.n * s.k > 0) a(0, 0) = b(0, 0) = poison<T>();
-                        gemm<T>(&ta, &tb, &s.m, &s.n, &s.k, &alpha, a.data(), &a.ld, b.data(), &b.ld, &beta,
-                                c.data(), &c.ld);
-                        if (s.m * s.n > 5000 && (ta != 't' || tb != 'n' || beta == T(0)))
-                            continue;  // slow reference
-                        const auto element = [&, al = alpha](int32_t i, int32_t j) {
-                            Wide<T> sum{};
-                            if (al == T(0)) return sum;
-                            for (int32_t l = 0; l < s.k; ++l) sum += op(a, ua, i, l) * op(b, ub, l, j);
-                            return wide(al) * sum;
-                        };
-                        ASSERT_NO_FATAL_FAILURE(compare(c, before, beta, s.k, 'A', element, level + ta + tb));
-                    }
+        every_one_of(sizes, std::string("NtC"), std::string("nTC"),
+                     scalars<T>)([&](const Size& s, char ta, char tb, const auto& factors) {
+            const auto& [alpha, beta] = factors;
+            const char ua = static_cast<char>(std::toupper(ta)), ub = static_cast<char>(std::toupper(tb));
+            Matrix<T> a(ua == 'N' ? s.m : s.k, ua == 'N' ? s.k : s.m, this->random);
+            Matrix<T> b(ub == 'N' ? s.k : s.n, ub == 'N' ? s.n : s.k, this->random);
+            Matrix<T> c = target(s.m, s.n, beta, this->random);
+            const Matrix<T> before = c;
+            if (alpha == T(0) && s.m * s.n * s.k > 0) a(0, 0) = b(0, 0) = poison<T>();
+            gemm<T>(&ta, &tb, &s.m, &s.n, &s.k, &alpha, a.data(), &a.ld, b.data(), &b.ld, &beta, c.data(),
+                    &c.ld);
+            if (s.m * s.n > 5000 && (ta != 't' || tb != 'n' || beta == T(0))) return;  // slow reference
+            const auto element = [&, al = alpha](int32_t i, int32_t j) {
+                Wide<T> sum{};
+                if (al == T(0)) return sum;
+                for (int32_t l = 0; l < s.k; ++l) sum += op(a, ua, i, l) * op(b, ub, l, j);
+                return wide(al) * sum;
+            };
+            ASSERT_NO_FATAL_FAILURE(compare(c, before, beta, s.k, 'A', element, level + ta + tb));
+        });
     });
 }
 
@@ -136,29 +135,26 @@ TYPED_TEST(Level3, SymmetricProduct)
 {
     using T = TypeParam;
     on_every_level([&](const std::string& level) {
-        for (const Size& s :
-             {Size{1, 1, 0}, Size{7, 5, 0}, Size{33, 50, 0}, Size{70, 41, 0}, Size{41, 270, 0}})
-            for (const char side : {'L', 'R'})
-                for (const char uplo : {'U', 'L'})
-                    for (const bool hermitian : {false, true}) {
-                        const auto& [alpha, beta] = scalars<T>[s.m % 2];
-                        const int32_t order = side == 'L' ? s.m : s.n;
-                        Matrix<T> a(order, order, this->random), b(s.m, s.n, this->random);
-                        a.poison_outside(uplo);
-                        Matrix<T> c = target(s.m, s.n, beta, this->random);
-                        const Matrix<T> before = c;
-                        (hermitian ? hemm<T> : symm<T>)(&side, &uplo, &s.m, &s.n, &alpha, a.data(), &a.ld,
-                                                        b.data(), &b.ld, &beta, c.data(), &c.ld);
-                        const auto element = [&, al = alpha](int32_t i, int32_t j) {
-                            Wide<T> sum{};
-                            for (int32_t l = 0; l < order; ++l)
-                                sum += side == 'L' ? symmetric(a, uplo, hermitian, i, l) * wide(b(l, j))
-                                                   : wide(b(i, l)) * symmetric(a, uplo, hermitian, l, j);
-                            return wide(al) * sum;
-                        };
-                        ASSERT_NO_FATAL_FAILURE(
-                            compare(c, before, beta, order, 'A', element, level + side + uplo));
-                    }
+        const Size sizes_of_two[] = {{1, 1}, {7, 5}, {33, 50}, {70, 41}, {41, 270}};
+        every_one_of(sizes_of_two, std::string("LR"), std::string("UL"),
+                     both)([&](const Size& s, char side, char uplo, bool hermitian) {
+            const auto& [alpha, beta] = scalars<T>[s.m % 2];
+            const int32_t order = side == 'L' ? s.m : s.n;
+            Matrix<T> a(order, order, this->random), b(s.m, s.n, this->random);
+            a.poison_outside(uplo);
+            Matrix<T> c = target(s.m, s.n, beta, this->random);
+            const Matrix<T> before = c;
+            (hermitian ? hemm<T> : symm<T>)(&side, &uplo, &s.m, &s.n, &alpha, a.data(), &a.ld, b.data(),
+                                            &b.ld, &beta, c.data(), &c.ld);
+            const auto element = [&, al = alpha](int32_t i, int32_t j) {
+                Wide<T> sum{};
+                for (int32_t l = 0; l < order; ++l)
+                    sum += side == 'L' ? symmetric(a, uplo, hermitian, i, l) * wide(b(l, j))
+                                       : wide(b(i, l)) * symmetric(a, uplo, hermitian, l, j);
+                return wide(al) * sum;
+            };
+            ASSERT_NO_FATAL_FAILURE(compare(c, before, beta, order, 'A', element, level + side + uplo));
+        });
     });
 }
 
@@ -254,42 +250,35 @@ TYPED_TEST(Level3, Triangles)
 {
     using T = TypeParam;
     on_every_level([&](const std::string& level) {
-        for (const Size& s :
-             {Size{1, 1, 0}, Size{6, 9, 0}, Size{33, 20, 0}, Size{30, 75, 0}, Size{101, 70, 0}})
-            for (const char side : {'L', 'R'})
-                for (const char uplo : {'U', 'L'})
-                    for (const char trans : {'N', 'T', 'C'})
-                        for (const char diag : {'U', 'N'}) {
-                            const int32_t order = side == 'L' ? s.m : s.n;
-                            Matrix<T> a = triangle<T>(order, uplo, diag, this->random),
-                                      b(s.m, s.n, this->random);
-                            const T alpha = scalar<T>(-0.7, 0.4);
-                            const auto times = [&](const Matrix<T>& x, int32_t i, int32_t j) {
-                                Wide<T> sum{};
-                                for (int32_t l = 0; l < order; ++l)
-                                    sum += side == 'L'
-                                               ? triangular(a, uplo, trans, diag, i, l) * wide(x(l, j))
-                                               : wide(x(i, l)) * triangular(a, uplo, trans, diag, l, j);
-                                return sum;
-                            };
-                            const std::string what = level + side + uplo + trans + diag + std::to_string(s.m);
-                            Matrix<T> product = b, solution = b;
-                            trmm<T>(&side, &uplo, &trans, &diag, &s.m, &s.n, &alpha, a.data(), &a.ld,
-                                    product.data(), &product.ld);
-                            trsm<T>(&side, &uplo, &trans, &diag, &s.m, &s.n, &alpha, a.data(), &a.ld,
-                                    solution.data(), &solution.ld);
-                            ASSERT_NO_FATAL_FAILURE(compare(
-                                product, b, T(0), 8, 'A',
-                                [&](int32_t i, int32_t j) { return wide(alpha) * times(b, i, j); },
-                                "trmm " + what));
-                            Matrix<T> back = b;
-                            for (int32_t j = 0; j < s.n; ++j)
-                                for (int32_t i = 0; i < s.m; ++i) back(i, j) = T(times(solution, i, j));
-                            ASSERT_NO_FATAL_FAILURE(compare(
-                                back, b, T(0), 16, 'A',
-                                [&](int32_t i, int32_t j) { return wide(alpha) * wide(b(i, j)); },
-                                "trsm " + what));
-                        }
+        const Size sizes_of_two[] = {{1, 1}, {6, 9}, {33, 20}, {30, 75}, {101, 70}};
+        every_one_of(sizes_of_two, std::string("LR"), std::string("UL"), std::string("NTC"),
+                     std::string("UN"))([&](const Size& s, char side, char uplo, char trans, char diag) {
+            const int32_t order = side == 'L' ? s.m : s.n;
+            Matrix<T> a = triangle<T>(order, uplo, diag, this->random), b(s.m, s.n, this->random);
+            const T alpha = scalar<T>(-0.7, 0.4);
+            const auto times = [&](const Matrix<T>& x, int32_t i, int32_t j) {
+                Wide<T> sum{};
+                for (int32_t l = 0; l < order; ++l)
+                    sum += side == 'L' ? triangular(a, uplo, trans, diag, i, l) * wide(x(l, j))
+                                       : wide(x(i, l)) * triangular(a, uplo, trans, diag, l, j);
+                return sum;
+            };
+            const std::string what = level + side + uplo + trans + diag + std::to_string(s.m);
+            Matrix<T> product = b, solution = b;
+            trmm<T>(&side, &uplo, &trans, &diag, &s.m, &s.n, &alpha, a.data(), &a.ld, product.data(),
+                    &product.ld);
+            trsm<T>(&side, &uplo, &trans, &diag, &s.m, &s.n, &alpha, a.data(), &a.ld, solution.data(),
+                    &solution.ld);
+            ASSERT_NO_FATAL_FAILURE(compare(
+                product, b, T(0), 8, 'A', [&](int32_t i, int32_t j) { return wide(alpha) * times(b, i, j); },
+                "trmm " + what));
+            Matrix<T> back = b;
+            for (int32_t j = 0; j < s.n; ++j)
+                for (int32_t i = 0; i < s.m; ++i) back(i, j) = T(times(solution, i, j));
+            ASSERT_NO_FATAL_FAILURE(compare(
+                back, b, T(0), 16, 'A', [&](int32_t i, int32_t j) { return wide(alpha) * wide(b(i, j)); },
+                "trsm " + what));
+        });
     });
 }
 
