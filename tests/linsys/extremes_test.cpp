@@ -146,10 +146,11 @@ TYPED_TEST(Extremes, InversesOfTrianglesHaveSmallResiduals)
     using T = TypeParam;
     for (const int32_t n : {1, 20, 40, 100})
         for (const int32_t ipath : {1, 2}) {
-            std::vector<T> a = this->matrix(n, n, 11), inverse(a.size());
+            std::vector<T> a = this->matrix(n, n, 11);
             for (int32_t j = 0; j < n; ++j)  // the other triangle
                 for (int32_t i = 0; i < n; ++i)
                     if (ipath == 1 ? i < j : i > j) a[this->at(i, j, n)] = T(std::nanf(""));
+            std::vector<T> inverse = a;
             Member<T>::linrt(&n, a.data(), &n, &ipath, inverse.data(), &n);
             for (int32_t j = 0; j < n; ++j)
                 for (int32_t i = ipath == 1 ? j : 0; i < (ipath == 1 ? n : j + 1); ++i) {
