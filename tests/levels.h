@@ -28,4 +28,22 @@ void on_every_level(Body body)
     force_level(nullptr);
 }
 
+template <class Body>
+void combine(Body body)
+{
+    if (!::testing::Test::HasFatalFailure()) body();
+}
+template <class Body, class List, class... Lists>
+void combine(Body body, const List& list, const Lists&... lists)
+{
+    for (const auto& x : list) combine([&](const auto&... others) { body(x, others...); }, lists...);
+}
+
+// every_one_of(lists...)(body) calls body with each combination of their elements, until a check is fatal.
+template <class... Lists>
+auto every_one_of(const Lists&... lists)
+{
+    return [&](auto body) { combine(body, lists...); };
+}
+
 }  // namespace orvel_test

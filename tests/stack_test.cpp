@@ -121,38 +121,31 @@ std::vector<Row> matrices(int32_t n)
         matrix<Z>("ZTRSV", n, [=](C a, C, C x) { ZTRSV("U", "N", "U", &n, a, &n, x, &back); })};
 }
 
-void integral()
+std::vector<Row> others()
 {
-    const double a = -1, b = 1, tolerance = 1e-10, zero = 0;
-    double result, error;
-    DQDAGS(f, &a, &b, &zero, &tolerance, &result, &error);
-}
-void spline()
-{
-    const int32_t n = 10000;
-    auto y = numbers<double>(n), x = y, breaks = y;
-    std::iota(x.begin(), x.end(), 0.0);
-    std::vector<double> c(4 * n);
-    DCSINT(&n, x.data(), y.data(), breaks.data(), c.data());
-}
-void sort()
-{
-    const int32_t n = 10000;
-    auto x = numbers<double>(n);
-    DSVRGN(&n, x.data(), x.data());
-}
-void draw()
-{
-    const int32_t n = 10000, option = 9;
-    RNOPT(&option);
-    auto x = numbers<double>(n);
-    DRNUN(&n, x.data());
-}
-void message()
-{
-    const int32_t off = 0, bad = 0;
-    ERSET(&off, &one, &off);
-    NDAYS(&bad, &bad, &one);
+    static const int32_t n = 10000, off = 0, twister = 9;
+    return {{"DQDAGS",
+             [] {
+                 const double a = -1, b = 1, tolerance = 1e-10, zero = 0;
+                 double result, error;
+                 DQDAGS(f, &a, &b, &zero, &tolerance, &result, &error);
+             }},
+            {"DCSINT",
+             [] {
+                 auto y = numbers<double>(n), x = y, breaks = y, c = numbers<double>(4 * n);
+                 std::iota(x.begin(), x.end(), 0.0);
+                 DCSINT(&n, x.data(), y.data(), breaks.data(), c.data());
+             }},
+            transform<double>("DSVRGN", DSVRGN, n),
+            {"DRNUN",
+             [] {
+                 RNOPT(&twister);
+                 DRNUN(&n, numbers<double>(n).data());
+             }},
+            {"message", [] {
+                 ERSET(&off, &one, &off);
+                 NDAYS(&off, &off, &one);
+             }}};
 }
 
 }  // namespace
@@ -176,12 +169,7 @@ TEST(Stack, OfACallIsAtMost64KB)
         for (const int32_t n : {255, 2048, 4096, 6561, 8192, 10007, 16384, 131072, 1 << 21})
             measure(transforms(n), n);
         for (const int32_t n : {3, 8, 32, 33, 100, 161, 300}) measure(matrices(n), n);
-        measure({{"DQDAGS", integral},
-                 {"DCSINT", spline},
-                 {"DSVRGN", sort},
-                 {"DRNUN", draw},
-                 {"message", message}},
-                0);
+        measure(others(), 0);
         std::printf("%s: at most %zu bytes, by %s\n", level.c_str(), most, deepest.c_str());
     });
     orvel_bind_unit(6, nullptr, nullptr);

@@ -76,6 +76,14 @@ inline std::string one_line(std::string text)
     return text;
 }
 
+// The last call ended in one terminal message.
+inline void expect_terminal(Capture& printed, const std::string& name, int32_t code, const std::string& text)
+{
+    EXPECT_EQ(outcome(), (Outcome{5, code})) << text;
+    EXPECT_EQ(one_line(printed.take()),
+              "\n *** TERMINAL ERROR " + std::to_string(code) + " from " + name + ".  " + text + "\n");
+}
+
 // The member of a routine for the precision of a typed test.
 template <class Real, class S, class D>
 constexpr auto member(S single, D in_double)

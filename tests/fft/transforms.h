@@ -18,26 +18,19 @@ namespace orvel_test {
 
 template <class R>
 struct Library;
-template <>
-struct Library<float> {
-    static constexpr const char* prefix = "";
-    static constexpr auto FftRi = FFTRI, FftCi = FFTCI;
-    static constexpr auto FftRf = FFTRF, FftRb = FFTRB;
-    static constexpr auto FftCf = FFTCF, FftCb = FFTCB;
-    static constexpr auto F2tRf = F2TRF, F2tRb = F2TRB;
-    static constexpr auto F2tCf = F2TCF, F2tCb = F2TCB;
-    static constexpr auto F3tRf = F3TRF;
-};
-template <>
-struct Library<double> {
-    static constexpr const char* prefix = "D";
-    static constexpr auto FftRi = DFFTRI, FftCi = DFFTCI;
-    static constexpr auto FftRf = DFFTRF, FftRb = DFFTRB;
-    static constexpr auto FftCf = DFFTCF, FftCb = DFFTCB;
-    static constexpr auto F2tRf = DF2TRF, F2tRb = DF2TRB;
-    static constexpr auto F2tCf = DF2TCF, F2tCb = DF2TCB;
-    static constexpr auto F3tRf = DF3TRF;
-};
+#define ORVEL_TEST_LIBRARY(R, p)                                  \
+    template <>                                                   \
+    struct Library<R> {                                           \
+        static constexpr const char* prefix = #p;                 \
+        static constexpr auto FftRi = p##FFTRI, FftCi = p##FFTCI; \
+        static constexpr auto FftRf = p##FFTRF, FftRb = p##FFTRB; \
+        static constexpr auto FftCf = p##FFTCF, FftCb = p##FFTCB; \
+        static constexpr auto F2tRf = p##F2TRF, F2tRb = p##F2TRB; \
+        static constexpr auto F2tCf = p##F2TCF, F2tCb = p##F2TCB; \
+        static constexpr auto F3tRf = p##F3TRF;                   \
+    }
+ORVEL_TEST_LIBRARY(float, );
+ORVEL_TEST_LIBRARY(double, D);
 
 template <class R>
 std::vector<std::complex<R>> random_pairs(int64_t n, uint64_t seed)
@@ -90,85 +83,64 @@ inline Wide root(int64_t j, int64_t n)
     return {std::cos(angle), -std::sin(angle)};
 }
 
-// Forward transforms of one length in more precision, decimated by the smallest prime factor in turn; a large
-// prime is left to a convolution.
+// Forward transforms of one length in more precision: powers of two by halves, the others by a convolution.
 class Exact {
 public:
-    explicit Exact(int64_t n) : n_(n), roots_(n), part_(longest_sum)
+    explicit Exact(int64_t n) : n_(n), roots_(n)
     {
-        for (int64_t j = 0; j <= n / 2; ++j) {
-            roots_[j] = root(j, n);
-            if (j > 0) roots_[n - j] = std::conj(roots_[j]);
-        }
+        for (int64_t j = 0; j < n; ++j) roots_[j] = root(j, n);
     }
 
     template <class C>
-    std::vector<Wide> operator()(const std::vector<C>& x)
+    std::vector<Wide> operator()(const std::vector<C>& x) const
     {
         std::vector<Wide> in(x.size()), out(x.size());
         std::transform(x.begin(), x.end(), in.begin(),
                        [](const C& v) { return Wide(std::real(v), std::imag(v)); });
+        if ((n_ & (n_ - 1)) != 0) return convolve(in);
         run(in.data(), 1, out.data(), n_);
         return out;
     }
 
 private:
-    static constexpr int64_t longest_sum = 300;
-
-    static int64_t smallest_factor(int64_t n)
-    {
-        for (int64_t p = 2; p * p <= n; ++p)
-            if (n % p == 0) return p;
-        return n;
-    }
-
-    void run(const Wide* in, int64_t stride, Wide* out, int64_t n)
+    void run(const Wide* in, int64_t stride, Wide* out, int64_t n) const
     {
         if (n == 1) {
             *out = *in;
             return;
         }
-        const int64_t p = smallest_factor(n), m = n / p, step = n_ / n;
-        if (p > longest_sum) return convolve(in, stride, out, n);
-        for (int64_t i = 0; i < p; ++i) run(in + i * stride, stride * p, out + i * m, m);
+        const int64_t m = n / 2;
+        for (int64_t i = 0; i < 2; ++i) run(in + i * stride, stride * 2, out + i * m, m);
         for (int64_t k = 0; k < m; ++k) {
-            if (p == 2) {
-                const Wide a = out[k], b = product(out[m + k], roots_[k * step]);
-                out[k] = a + b;
-                out[m + k] = a - b;
-                continue;
-            }
-            for (int64_t i = 0; i < p; ++i) part_[i] = product(out[i * m + k], roots_[i * k * step]);
-            for (int64_t q = 0; q < p; ++q) {
-                Wide sum = part_[0];
-                for (int64_t i = 1; i < p; ++i) sum += product(part_[i], roots_[i * q % p * m * step]);
-                out[k + q * m] = sum;
-            }
+            const Wide a = out[k], b = product(out[m + k], roots_[k * stride]);
+            out[k] = a + b;
+            out[m + k] = a - b;
         }
     }
 
     // 2 j k = j^2 + k^2 - (j - k)^2, with angles of pi / n.
-    static void convolve(const Wide* in, int64_t stride, Wide* out, int64_t n)
+    std::vector<Wide> convolve(const std::vector<Wide>& in) const
     {
         int64_t length = 1;
-        while (length < 2 * n) length *= 2;
-        Exact transform(length);
-        std::vector<Wide> chirp(n), a(length), b(length);
-        for (int64_t j = 0; j < n; ++j) {
-            chirp[j] = root(j * j % (2 * n), 2 * n);
-            a[j] = product(in[j * stride], chirp[j]);
+        while (length < 2 * n_) length *= 2;
+        const Exact transform(length);
+        std::vector<Wide> chirp(n_), a(length), b(length);
+        for (int64_t j = 0; j < n_; ++j) {
+            chirp[j] = root(j * j % (2 * n_), 2 * n_);
+            a[j] = product(in[j], chirp[j]);
             b[j] = b[(length - j) % length] = std::conj(chirp[j]);
         }
         a = transform(a);
         b = transform(b);
         for (int64_t j = 0; j < length; ++j) a[j] = std::conj(product(a[j], b[j]));
         a = transform(a);
-        for (int64_t k = 0; k < n; ++k)
-            out[k] = product(chirp[k], std::conj(a[k])) / static_cast<long double>(length);
+        for (int64_t k = 0; k < n_; ++k)
+            chirp[k] = product(chirp[k], std::conj(a[k])) / static_cast<long double>(length);
+        return chirp;
     }
 
     int64_t n_;
-    std::vector<Wide> roots_, part_;
+    std::vector<Wide> roots_;
 };
 
 // ---- errors ---------------------------------------------------------------------------------------------

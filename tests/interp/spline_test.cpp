@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <numeric>
 #include <random>
 #include <thread>
 #include <vector>
@@ -51,13 +52,19 @@ protected:
             value[k] = uniform();
         }
         std::vector<std::size_t> order(size);
-        for (std::size_t k = 0; k < size; ++k) order[k] = k;
+        std::iota(order.begin(), order.end(), 0);
         if (shuffled) std::shuffle(order.begin(), order.end(), random);
         x.resize(size), f.resize(size), brkpt.assign(size, 0), c.assign(4 * size, 0);
         for (std::size_t k = 0; k < size; ++k) x[k] = at[order[k]], f[k] = value[order[k]];
         sorted_x = at, sorted_f = value;
     }
     Real uniform() { return static_cast<Real>(static_cast<double>(random()) * 0x1p-32); }
+
+    template <class Constructor>
+    void make(Constructor constructor)
+    {
+        constructor(&n, x.data(), f.data(), brkpt.data(), c.data());
+    }
 
     double row(int j, int64_t piece) const
     {
@@ -120,7 +127,7 @@ TYPED_TEST(Spline, EndConditions)
                     EXPECT_EQ(n == 2 ? this->row(2, 0) : 0, 0);
                     if (n == 3) this->near(third, 0, "parabola", 2e4);
                     const auto kept = this->c;
-                    TypeParam::csint(&n, this->x.data(), this->f.data(), this->brkpt.data(), this->c.data());
+                    this->make(TypeParam::csint);
                     EXPECT_EQ(this->c, kept);
                 }
             }
@@ -134,7 +141,7 @@ TYPED_TEST(Spline, Periodic)
             this->make_data(n, shuffled);
             *std::find(this->f.begin(), this->f.end(), this->sorted_f.back()) = this->sorted_f.front();
             this->sorted_f.back() = this->sorted_f.front();
-            TypeParam::csper(&n, this->x.data(), this->f.data(), this->brkpt.data(), this->c.data());
+            this->make(TypeParam::csper);
             this->expect_smooth(2);
             for (int j = 0; j < 3; ++j) this->near(this->right(j, n - 2), this->row(j, 0), "period");
         }
@@ -162,25 +169,23 @@ TYPED_TEST(Spline, Akima)
         for (const int32_t n : {4, 5, 129, 130, 131, 132, 400}) {
             this->make_data(n, n == 130);
             // Flat stretches, on both sides of which weights vanish.
-            const auto flatten = [](const auto& at, auto& f) {
-                for (std::size_t k = 0; k < f.size(); ++k)
-                    if (at[k] > 2 && at[k] < 7) f[k] = at[k] < Real(4.5) ? Real(1) : Real(2);
-            };
-            flatten(this->x, this->f), flatten(this->sorted_x, this->sorted_f);
-            TypeParam::csakm(&n, this->x.data(), this->f.data(), this->brkpt.data(), this->c.data());
+            for (auto [at, f] : {std::pair{&this->x, &this->f}, {&this->sorted_x, &this->sorted_f}})
+                for (std::size_t k = 0; k < f->size(); ++k)
+                    if ((*at)[k] > 2 && (*at)[k] < 7) (*f)[k] = (*at)[k] < Real(4.5) ? Real(1) : Real(2);
+            this->make(TypeParam::csakm);
             this->expect_smooth(1);
-            std::vector<Real> m(static_cast<std::size_t>(n + 3));  // m[k + 2] belongs to piece k
-            for (std::size_t k = 0; k + 1 < this->brkpt.size(); ++k)
+            const auto size = static_cast<std::size_t>(n);
+            std::vector<Real> m(size + 3);  // m[k + 2] belongs to piece k
+            for (std::size_t k = 0; k + 1 < size; ++k)
                 m[k + 2] =
                     (this->sorted_f[k + 1] - this->sorted_f[k]) / (this->brkpt[k + 1] - this->brkpt[k]);
-            m[1] = 2 * m[2] - m[3], m[0] = 2 * m[1] - m[2];
-            const auto end = static_cast<std::size_t>(n + 1);
-            m[end] = 2 * m[end - 1] - m[end - 2], m[end + 1] = 2 * m[end] - m[end - 1];
-            for (std::size_t k = 0; k < this->brkpt.size(); ++k) {
+            for (const std::size_t k : {1, 0}) m[k] = 2 * m[k + 1] - m[k + 2];
+            for (const std::size_t k : {size + 1, size + 2}) m[k] = 2 * m[k - 1] - m[k - 2];
+            for (std::size_t k = 0; k < size; ++k) {
                 const Real a = std::abs(m[k + 3] - m[k + 2]), b = std::abs(m[k + 1] - m[k]);
                 const Real slope =
                     a + b == 0 ? (m[k + 1] + m[k + 2]) / 2 : (a * m[k + 1] + b * m[k + 2]) / (a + b);
-                EXPECT_EQ(this->row(1, static_cast<int64_t>(k)), static_cast<double>(slope))
+                EXPECT_EQ(static_cast<Real>(this->row(1, static_cast<int64_t>(k))), slope)
                     << k << " of " << n;
             }
         }
@@ -198,18 +203,18 @@ TYPED_TEST(Spline, ValuesAndIntegralsWithTheHintAnywhere)
     using Real = typename TypeParam::Real;
     for (const int32_t n : {2, 300, 3, 6000, 40}) {
         this->make_data(n, false);
-        TypeParam::csint(&n, this->x.data(), this->f.data(), this->brkpt.data(), this->c.data());
+        this->make(TypeParam::csint);
         const int32_t nintv = n - 1, order = 4;
         const std::vector<Real> left_ends(this->brkpt.begin(), this->brkpt.end() - 1);  // all that is read
         const Real *const b = left_ends.data(), end = this->brkpt.back();
         const auto piece = [&](Real at) { return std::upper_bound(b + 1, b + nintv, at) - b - 1; };
+        double area[5] = {};
         const auto naive_integral = [&](Real to) {  // from the first break point
             double sum = 0;
             for (int64_t k = 0; k <= piece(to); ++k) {
-                const double h =
-                    k == piece(to) ? static_cast<double>(to) - static_cast<double>(b[k]) : this->width(k);
-                sum += h * (this->row(0, k) +
-                            h / 2 * (this->row(1, k) + h / 3 * (this->row(2, k) + h / 4 * this->row(3, k))));
+                const double h = k == piece(to) ? static_cast<double>(to - b[k]) : this->width(k);
+                for (int j = 3; j >= 0; --j) area[j] = h / (j + 1) * (this->row(j, k) + area[j + 1]);
+                sum += area[0];
             }
             return sum;
         };
@@ -280,13 +285,11 @@ TYPED_TEST(Spline, FollowsTheScaleOfTheDataOnEveryLevel)
     };
     const auto construct = [&](int kind, const auto& x, const auto& f, Real first, Real second, auto& b,
                                auto& c) {
+        const auto plain = kind == 0 ? TypeParam::csint : kind == 1 ? TypeParam::csakm : TypeParam::csper;
         const int32_t left = kind == 3 ? 1 : 2, right = 3 - left;
-        if (kind == 0) TypeParam::csint(&n, x.data(), f.data(), b.data(), c.data());
-        if (kind == 1) TypeParam::csakm(&n, x.data(), f.data(), b.data(), c.data());
-        if (kind == 2) TypeParam::csper(&n, x.data(), f.data(), b.data(), c.data());
-        if (kind > 2)
-            TypeParam::csdec(&n, x.data(), f.data(), &left, left == 1 ? &first : &second, &right,
-                             right == 1 ? &first : &second, b.data(), c.data());
+        if (kind < 3) return plain(&n, x.data(), f.data(), b.data(), c.data());
+        if (left == 2) std::swap(first, second);
+        TypeParam::csdec(&n, x.data(), f.data(), &left, &first, &right, &second, b.data(), c.data());
     };
     const int range = Limits::max_exponent;
     for (int kind = 0; kind < 5; ++kind) {
@@ -383,21 +386,16 @@ TYPED_TEST(Spline, Errors)
         constructor(&four, missing, f, b, c);
     EXPECT_EQ(b[2], 2);
     EXPECT_TRUE(std::isnan(b[3]));
-}
-
-TYPED_TEST(Spline, WithoutStorageNothingIsMade)
-{
+    this->printed.take();
     this->make_data(6, false);
-    for (const auto constructor : {TypeParam::csint, TypeParam::csakm, TypeParam::csper}) {
+    for (const auto& [constructor, name] :
+         {std::pair{TypeParam::csint, "CSINT"}, {TypeParam::csakm, "CSAKM"}, {TypeParam::csper, "CSPER"}}) {
         refuse(1);
-        constructor(&this->n, this->x.data(), this->f.data(), this->brkpt.data(), this->c.data());
+        this->make(constructor);
         refuse(0);
-        EXPECT_EQ(outcome(), (Outcome{5, 5}));
-        EXPECT_NE(
-            one_line(this->printed.take())
-                .find(
-                    "The required storage cannot be allocated.  The specified NDATA may be too large, where NDATA = 6."),
-            std::string::npos);
+        expect_terminal(
+            this->printed, std::string(TypeParam::prefix) + name, 5,
+            "The required storage cannot be allocated.  The specified NDATA may be too large, where NDATA = 6.");
         EXPECT_EQ(std::count(this->brkpt.begin(), this->brkpt.end(), 0), 6);
     }
 }
@@ -405,24 +403,20 @@ TYPED_TEST(Spline, WithoutStorageNothingIsMade)
 // Each thread has a hint of its own, which the others' searches do not move.
 TYPED_TEST(Spline, IsEvaluatedByManyThreads)
 {
-    using Real = typename TypeParam::Real;
     this->make_data(200, false);
-    TypeParam::csint(&this->n, this->x.data(), this->f.data(), this->brkpt.data(), this->c.data());
+    this->make(TypeParam::csint);
     const int32_t pieces = this->n - 1;
-    const auto values = [&](unsigned seed) {
+    const auto evaluate = [&](unsigned seed) {
         std::mt19937 random(seed);
-        std::vector<Real> found;
         for (int k = 0; k < 5000; ++k) {
-            const Real at = this->brkpt[random() % 200];
-            found.push_back(TypeParam::csval(&at, &pieces, this->brkpt.data(), this->c.data()));
+            const auto at = random() % 199;
+            ASSERT_EQ(TypeParam::csval(&this->sorted_x[at], &pieces, this->brkpt.data(), this->c.data()),
+                      this->sorted_f[at]);
         }
-        return found;
     };
-    std::vector<std::vector<Real>> found(4);
     std::vector<std::thread> threads;
-    for (unsigned k = 0; k < 4; ++k) threads.emplace_back([&, k] { found[k] = values(k); });
+    for (unsigned k = 0; k < 4; ++k) threads.emplace_back(evaluate, k);
     for (std::thread& thread : threads) thread.join();
-    for (unsigned k = 0; k < 4; ++k) EXPECT_EQ(found[k], values(k));
 }
 
 }  // namespace

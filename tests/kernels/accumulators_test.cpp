@@ -36,17 +36,15 @@ double random_number(int range, int bits)
 
 TEST(Accumulators, AreQuadruplePrecisionSplit)
 {
-    struct Row {
-        int range, bits;
-    };
-    for (const Row row :
-         {Row{1, 53}, Row{20, 53}, Row{60, 53}, Row{120, 53}, Row{110, 6}, Row{60, 1}, Row{500, 53}})
+    using Row = std::pair<int, int>;
+    for (const auto& [range, bits] :
+         {Row{1, 53}, {20, 53}, {60, 53}, {120, 53}, {110, 6}, {60, 1}, {500, 53}})
         for (int run = 0; run < 2000; ++run) {
-            double acc[2], model[2] = {random_number(row.range, row.bits), 0};
+            double acc[2], model[2] = {random_number(range, bits), 0};
             DQINI(model, acc);
             ASSERT_TRUE(same(acc, model));
             for (int k = 0; k < 30; ++k) {
-                double a = random_number(row.range, row.bits), b = random_number(row.range, row.bits);
+                double a = random_number(range, bits), b = random_number(range, bits);
                 if (k % 7 == 6) a = -acc[k % 2];
                 if (k % 3 == 0) {
                     b = 1;
@@ -55,7 +53,7 @@ TEST(Accumulators, AreQuadruplePrecisionSplit)
                     DQMUL(&a, &b, acc);
                 }
                 add_product(a, b, model);
-                ASSERT_TRUE(same(acc, model)) << row.range << " " << row.bits << ": " << a << " " << b;
+                ASSERT_TRUE(same(acc, model)) << range << " " << bits << ": " << a << " " << b;
             }
             double value;
             DQSTO(acc, &value);
@@ -87,24 +85,21 @@ TEST(Accumulators, FollowTheDefinitionWhereDoubleEnds)
 
 TEST(Accumulators, OfComplexNumbersAreThoseOfTheirParts)
 {
-    const orvel_dcomplex first(random_number(9, 53), random_number(9, 53));
+    const auto number = [] { return orvel_dcomplex(random_number(9, 53), random_number(9, 53)); };
+    const orvel_dcomplex first = number();
     orvel_dcomplex acc[2];
     ZQINI(&first, acc);
     double re[2] = {first.real(), 0}, im[2] = {first.imag(), 0};
     for (int k = 0; k < 1000; ++k) {
-        const orvel_dcomplex a(random_number(9, 53), random_number(9, 53)),
-            b(random_number(9, 53), random_number(9, 53));
-        if (k % 3 == 0) {
+        const orvel_dcomplex a = number(), b = k % 3 == 0 ? 1 : number();
+        if (k % 3 == 0)
             ZQADD(&a, acc);
-            add_product(a.real(), 1, re);
-            add_product(a.imag(), 1, im);
-        } else {
+        else
             ZQMUL(&a, &b, acc);
-            add_product(a.real(), b.real(), re);
-            add_product(-a.imag(), b.imag(), re);
-            add_product(a.real(), b.imag(), im);
-            add_product(a.imag(), b.real(), im);
-        }
+        add_product(a.real(), b.real(), re);
+        add_product(-a.imag(), b.imag(), re);
+        add_product(a.real(), b.imag(), im);
+        add_product(a.imag(), b.real(), im);
         ASSERT_EQ(acc[0], orvel_dcomplex(re[0], im[0]));
         ASSERT_EQ(acc[1], orvel_dcomplex(re[1], im[1]));
     }

@@ -1,6 +1,4 @@
 // tests/kernels/level1_index_test.cpp - index of largest and smallest elements
-#include <cmath>
-
 #include "tests/kernels/level1_support.h"
 
 namespace {
@@ -21,7 +19,7 @@ protected:
     {
         body(Kernels<T>::amax, [](T x) { return magnitude(x); });
         body(Kernels<T>::amin, [](T x) { return -magnitude(x); });
-        if constexpr (!complex_type<T>) {
+        if constexpr (!is_complex<T>) {
             body(RealKernels<T>::max, [](T x) { return x; });
             body(RealKernels<T>::min, [](T x) { return -x; });
         }
@@ -37,7 +35,6 @@ protected:
     }
 };
 
-using All = ::testing::Types<float, double, orvel_complex, orvel_dcomplex>;
 TYPED_TEST_SUITE(Index, All);
 
 // Few different values, so that nearly every vector has ties; some elements are no numbers, at times the
@@ -49,36 +46,19 @@ TYPED_TEST(Index, IsThatOfTheFirstBest)
     on_every_level([&] {
         for (const int32_t n : {2, 3, 7, 8, 9, 15, 16, 31, 64, 65, 127, 128, 129, 257, 1000})
             for (const int32_t inc : {1, 2, 3})
-                for (int trial = 0; trial < 40; ++trial) {
+                for (int trial = 0; trial < std::max(40, std::min(8 * n, 2056)); ++trial) {
                     Strided<T> x(n, inc, trial % 5);
                     if (trial % 4 == 1)
                         for (int k = 0; k < n / 3 + 1; ++k) x[generator()() % n] = nan;
                     if (trial % 8 == 2) x[0] = nan;
                     // One best element, at every place in turn.
-                    if (trial % 4 == 3) x[generator()() % n] = T(trial % 8 == 3 ? 99 : -99);
-                    if (trial % 4 == 0) x[generator()() % n] = 0;
+                    if (trial % 4 == 3) x[trial / 8 % n] = T(trial % 8 == 3 ? 99 : -99);
+                    if (trial % 4 == 0) x[trial / 4 % n] = 0;
                     this->each([&](auto kernel, auto key) {
                         EXPECT_EQ(kernel(&n, x.first(), &inc), this->model(n, x.first(), inc, key))
                             << "n " << n << " inc " << inc << " trial " << trial;
                     });
                 }
-    });
-}
-
-TYPED_TEST(Index, IsFoundAtEveryPlace)
-{
-    using T = TypeParam;
-    const int32_t one = 1;
-    on_every_level([&] {
-        for (const int32_t n : {40, 300})
-            for (int32_t k = 0; k < n; ++k) {
-                std::vector<T> x(n, T(2));
-                x[k] = T(3);
-                if (k + 1 < n) x[n - 1] = T(3);
-                EXPECT_EQ(Kernels<T>::amax(&n, x.data(), &one), k + 1);
-                x[n - 1] = x[k] = T(1);
-                EXPECT_EQ(Kernels<T>::amin(&n, x.data(), &one), k + 1);
-            }
     });
 }
 

@@ -33,12 +33,13 @@ TYPED_TEST(Rotations, TakeTheSecondComponentToZero)
         RealKernels<T>::rotg(&a, &b, &c, &s);
         const long double r = std::copysign(std::hypot(static_cast<long double>(row[0]), row[1]),
                                             std::abs(row[0]) > std::abs(row[1]) ? row[0] : row[1]);
+        SCOPED_TRACE(::testing::Message() << row[0] << " " << row[1]);
         // Each of c and s is rounded, and so are the root and its argument; a tiny r has one unit more.
         const long double unit = Limits::denorm_min();
-        EXPECT_LE(std::abs(a - r), 2 * this->eps * std::abs(r) + unit) << row[0] << " " << row[1];
-        EXPECT_LE(std::abs(c - row[0] / r), 3 * this->eps * std::abs(c) + unit) << row[0] << " " << row[1];
-        EXPECT_LE(std::abs(s - row[1] / r), 3 * this->eps * std::abs(s) + unit) << row[0] << " " << row[1];
-        EXPECT_EQ(b, std::abs(row[0]) > std::abs(row[1]) ? s : c != 0 ? 1 / c : 1) << row[0] << " " << row[1];
+        EXPECT_LE(std::abs(a - r), 2 * this->eps * std::abs(r) + unit);
+        EXPECT_LE(std::abs(c - row[0] / r), 3 * this->eps * std::abs(c) + unit);
+        EXPECT_LE(std::abs(s - row[1] / r), 3 * this->eps * std::abs(s) + unit);
+        EXPECT_EQ(b, std::abs(row[0]) > std::abs(row[1]) ? s : c != 0 ? 1 / c : 1);
     }
 }
 

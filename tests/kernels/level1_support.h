@@ -1,19 +1,17 @@
-// tests/kernels/level1_support.h - kernels by precision, vectors with poison between their elements, all
-// levels
+// tests/kernels/level1_support.h - kernels by precision, vectors with poison between their elements
 #pragma once
 
 #include <gtest/gtest.h>
 
-#include <complex>
 #include <cstdint>
 #include <cstring>
 #include <limits>
-#include <random>
 #include <string>
 #include <vector>
 
 #include "orvel/orvel.h"
 #include "tests/levels.h"
+#include "tests/numbers.h"
 
 namespace orvel_test {
 
@@ -65,18 +63,7 @@ struct RealKernels;
 ORVEL_TEST_REAL_KERNELS(float, S);
 ORVEL_TEST_REAL_KERNELS(double, D);
 
-template <class T>
-struct RealType {
-    using type = T;
-};
-template <class R>
-struct RealType<std::complex<R>> {
-    using type = R;
-};
-template <class T>
-using Real = typename RealType<T>::type;
-template <class T>
-constexpr bool complex_type = !std::is_same_v<T, Real<T>>;
+using All = ::testing::Types<float, double, orvel_complex, orvel_dcomplex>;
 
 inline std::mt19937_64& generator()
 {
@@ -89,10 +76,7 @@ template <class T>
 T whole()
 {
     const auto one = [] { return static_cast<Real<T>>(static_cast<int>(generator()() % 17) - 8); };
-    if constexpr (complex_type<T>)
-        return {one(), one()};
-    else
-        return one();
+    return make<T>(one(), is_complex<T> ? one() : 0);
 }
 
 // n elements inc apart, `shift` elements behind an aligned address, with poison around and between them.

@@ -1,6 +1,7 @@
 // tests/kernels/level1_updates_test.cpp - kernels that write vectors, against plain loops
 #include <cmath>
 #include <functional>
+#include <tuple>
 
 #include "tests/kernels/level1_support.h"
 
@@ -43,10 +44,21 @@ protected:
     }
 };
 
-using All = ::testing::Types<float, double, orvel_complex, orvel_dcomplex>;
 TYPED_TEST_SUITE(Updates, All);
 
 using I = const int32_t*;
+
+// A kernel with its scalars, which stand behind the count or at the end.
+template <class Kernel, class Scalar>
+auto with(Kernel kernel, const Scalar& a)
+{
+    return [kernel, &a](auto n, auto... vectors) { kernel(n, &a, vectors...); };
+}
+template <class Kernel, class... Scalars>
+auto followed(Kernel kernel, const Scalars*... scalars)
+{
+    return [=](auto... vectors) { kernel(vectors..., scalars...); };
+}
 
 TYPED_TEST(Updates, OfTwoVectorsAreThoseOfThePlainLoop)
 {
@@ -56,36 +68,23 @@ TYPED_TEST(Updates, OfTwoVectorsAreThoseOfThePlainLoop)
     const Real<T> b = -3, c = 3, s = -2;
     this->two("copy", K::copy, [](T& x, T& y) { y = x; });
     this->two("swap", K::swap, [](T& x, T& y) { std::swap(x, y); });
-    this->two(
-        "axpy", [&](I n, T* x, I ix, T* y, I iy) { K::axpy(n, &a, x, ix, y, iy); },
-        [&](T& x, T& y) { y += a * x; });
-    this->two(
-        "vcal", [&](I n, T* x, I ix, T* y, I iy) { K::vcal(n, &a, x, ix, y, iy); },
-        [&](T& x, T& y) { y = a * x; });
-    this->two(
-        "real vcal", [&](I n, T* x, I ix, T* y, I iy) { K::real_vcal(n, &b, x, ix, y, iy); },
-        [&](T& x, T& y) { y = b * x; });
-    this->two(
-        "rot", [&](I n, T* x, I ix, T* y, I iy) { K::rot(n, x, ix, y, iy, &c, &s); },
-        [&](T& x, T& y) {
-            const T kept = c * x + s * y;
-            y = c * y - s * x;
-            x = kept;
-        });
+    this->two("axpy", with(K::axpy, a), [&](T& x, T& y) { y += a * x; });
+    this->two("vcal", with(K::vcal, a), [&](T& x, T& y) { y = a * x; });
+    this->two("real vcal", with(K::real_vcal, b), [&](T& x, T& y) { y = b * x; });
+    const auto rotated = [&](T& x, T& y) { std::tie(x, y) = std::pair<T, T>(c * x + s * y, c * y - s * x); };
+    this->two("rot", followed(K::rot, &c, &s), rotated);
     // The rows: flag, the matrix by columns as it is given, and as it counts.
     const Real<T> rows[][9] = {{-1, 2, -3, 5, 7, 2, -3, 5, 7},
                                {0, 2, -3, 5, 7, 1, -3, 5, 1},
                                {1, 2, -3, 5, 7, 2, -1, 1, 7},
                                {-2, 2, -3, 5, 7, 1, 0, 0, 1}};
-    for (const auto& row : rows)
-        this->two(
-            "rotm", [&](I n, T* x, I ix, T* y, I iy) { K::rotm(n, x, ix, y, iy, row); },
-            [&](T& x, T& y) {
-                const T kept = row[5] * x + row[7] * y;
-                y = row[6] * x + row[8] * y;
-                x = kept;
-            });
-    if constexpr (!complex_type<T>) {
+    for (const auto& row : rows) {
+        const auto mixed = [&](T& x, T& y) {
+            std::tie(x, y) = std::pair<T, T>(row[5] * x + row[7] * y, row[6] * x + row[8] * y);
+        };
+        this->two("rotm", followed(K::rotm, &row[0]), mixed);
+    }
+    if constexpr (!is_complex<T>) {
         // The third vector has the increment of the second.
         this->two(
             "hprod", [](I n, T* x, I ix, T* y, I iy) { RealKernels<T>::hprod(n, x, ix, y, iy, y, iy); },
@@ -99,16 +98,11 @@ TYPED_TEST(Updates, OfOneVectorAreThoseOfThePlainLoop)
     using K = Kernels<T>;
     const T a = whole<T>() + T(9);
     const Real<T> b = -3;
-    this->one(
-        "set", [&](I n, T* x, I ix) { K::set(n, &a, x, ix); }, [&](T& x) { x = a; });
-    this->one(
-        "scal", [&](I n, T* x, I ix) { K::scal(n, &a, x, ix); }, [&](T& x) { x *= a; });
-    this->one(
-        "real scal", [&](I n, T* x, I ix) { K::real_scal(n, &b, x, ix); }, [&](T& x) { x *= b; });
-    this->one(
-        "add", [&](I n, T* x, I ix) { K::add(n, &a, x, ix); }, [&](T& x) { x += a; });
-    this->one(
-        "sub", [&](I n, T* x, I ix) { K::sub(n, &a, x, ix); }, [&](T& x) { x = a - x; });
+    this->one("set", with(K::set, a), [&](T& x) { x = a; });
+    this->one("scal", with(K::scal, a), [&](T& x) { x *= a; });
+    this->one("real scal", with(K::real_scal, b), [&](T& x) { x *= b; });
+    this->one("add", with(K::add, a), [&](T& x) { x += a; });
+    this->one("sub", with(K::sub, a), [&](T& x) { x = a - x; });
 }
 
 // The written vector begins d elements behind the read one, or before it.
@@ -123,22 +117,18 @@ TYPED_TEST(Updates, OfOverlappingVectorsGoElementByElement)
         on_every_level([&] {
             for (const int d : {-17, -3, -1, 0, 1, 2, 3, 5, 7, 8, 15, 16, 17, 40}) {
                 Strided<T> x(200, 1), model = x;
-                call(x.first() + 50, x.first() + 50 + d);
+                call(&n, x.first() + 50, &one, x.first() + 50 + d, &one);
                 for (int k = 50; k < 50 + n; ++k) plain(model[k], model[k + d]);
                 EXPECT_TRUE(x == model) << d;
             }
         });
     };
-    step([&](T* x, T* y) { K::copy(&n, x, &one, y, &one); }, [](T& x, T& y) { y = x; });
-    step([&](T* x, T* y) { K::swap(&n, x, &one, y, &one); }, [](T& x, T& y) { std::swap(x, y); });
-    step([&](T* x, T* y) { K::axpy(&n, &minus, x, &one, y, &one); }, [](T& x, T& y) { y -= x; });
-    step([&](T* x, T* y) { K::vcal(&n, &minus, x, &one, y, &one); }, [](T& x, T& y) { y = -x; });
-    step([&](T* x, T* y) { K::rot(&n, x, &one, y, &one, &c, &s); },
-         [](T& x, T& y) {
-             const T kept = y;
-             y = T() * y - x;
-             x = T() * x + kept;
-         });
+    step(K::copy, [](T& x, T& y) { y = x; });
+    step(K::swap, [](T& x, T& y) { std::swap(x, y); });
+    step(with(K::axpy, minus), [](T& x, T& y) { y -= x; });
+    step(with(K::vcal, minus), [](T& x, T& y) { y = -x; });
+    const auto turned = [](T& x, T& y) { std::tie(y, x) = std::pair<T, T>(T() * y - x, T() * x + y); };
+    step(followed(K::rot, &c, &s), turned);
 }
 
 TYPED_TEST(Updates, ByZeroReadNothingInAxpyAndKeepNaNInScal)
@@ -164,35 +154,25 @@ TYPED_TEST(Updates, BesideEachOtherGiveTheSameBits)
     const T a = T(static_cast<Real<T>>(1.1));
     const Real<T> c = static_cast<Real<T>>(0.6), s = static_cast<Real<T>>(0.8);
     const Real<T> rotation[] = {-1, c, -s, s, c};
-    std::uniform_real_distribution<Real<T>> uniform(-1, 1);
-    using Call = std::function<void(const int32_t*, T*, T*)>;
-    std::vector<Call> calls = {[&](I n, T* x, T* y) { K::axpy(n, &a, x, &one, y, &one); },
-                               [&](I n, T* x, T* y) { K::vcal(n, &a, x, &one, y, &one); },
-                               [&](I n, T* x, T* y) { K::rot(n, x, &one, y, &one, &c, &s); },
-                               [&](I n, T* x, T* y) { K::rotm(n, x, &one, y, &one, rotation); }};
-    if constexpr (!complex_type<T>) {
-        calls.push_back([&](I n, T* x, T* y) { RealKernels<T>::hprod(n, x, &one, y, &one, y, &one); });
+    using Call = std::function<void(I, T*, I, T*, I)>;
+    std::vector<Call> calls = {with(K::axpy, a), with(K::vcal, a), followed(K::rot, &c, &s),
+                               followed(K::rotm, &rotation[0])};
+    if constexpr (!is_complex<T>) {
+        calls.push_back([](I n, T* x, I ix, T* y, I iy) { RealKernels<T>::hprod(n, x, ix, y, iy, y, iy); });
     }
     on_every_level([&] {
         for (int32_t n = 1; n <= 20; ++n)
             for (std::size_t k = 0; k < calls.size(); ++k) {
-                std::vector<T> room(200), apart;
-                for (T& e : room) {
-                    if constexpr (complex_type<T>)
-                        e = {uniform(generator()), uniform(generator())};
-                    else
-                        e = uniform(generator());
-                }
+                std::vector<T> room(200);
+                for (T& e : room) e = random_value<T>(generator());
                 for (int32_t d = -20; d <= 20; ++d) {
                     if (std::abs(d) < n) continue;
-                    const std::vector<T> x(room.begin() + 50, room.begin() + 50 + n);
-                    const std::vector<T> y(room.begin() + 100, room.begin() + 100 + n);
-                    std::vector<T> near = room, far_x = x, far_y = y;
-                    std::copy(y.begin(), y.end(), near.begin() + 50 + d);
-                    calls[k](&n, near.data() + 50, near.data() + 50 + d);
-                    calls[k](&n, far_x.data(), far_y.data());
-                    EXPECT_TRUE(std::equal(far_x.begin(), far_x.end(), near.begin() + 50) &&
-                                std::equal(far_y.begin(), far_y.end(), near.begin() + 50 + d))
+                    std::vector<T> near = room, x(&room[50], &room[50 + n]),
+                                   y(&room[50 + d], &room[50 + d + n]);
+                    calls[k](&n, &near[50], &one, &near[50 + d], &one);
+                    calls[k](&n, x.data(), &one, y.data(), &one);
+                    EXPECT_TRUE(std::equal(x.begin(), x.end(), &near[50]) &&
+                                std::equal(y.begin(), y.end(), &near[50 + d]))
                         << "kernel " << k << " n " << n << " distance " << d;
                 }
             }
@@ -220,12 +200,10 @@ TEST(LongVectors, GiveWhatShortOnesGive)
         DAXPY(&n, &a, x.data(), &one, z.data(), &one);
         auto* const u = reinterpret_cast<orvel_dcomplex*>(x.data());
         ZAXPY(&half, &turn, u, &one, reinterpret_cast<orvel_dcomplex*>(z.data()), &one);
-        for (int32_t k = 0; k < n; ++k)
-            ASSERT_EQ(z[k], y[k] + 3 * x[k] +
-                                (k >= 2 * half ? 0
-                                 : k % 2 == 0  ? -2 * x[k + 1]
-                                               : 2 * x[k - 1]))
-                << k;
+        for (int32_t k = 0; k < n; ++k) {
+            const double turned = k >= 2 * half ? 0 : k % 2 == 0 ? -2 * x[k + 1] : 2 * x[k - 1];
+            ASSERT_EQ(z[k], y[k] + 3 * x[k] + turned) << k;
+        }
         x[at] = -9;
         x[at + 2] = 9;
         EXPECT_EQ(IDAMAX(&n, x.data(), &one), at + 1);

@@ -5,37 +5,17 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cmath>
-#include <complex>
+#include <array>
 #include <cstring>
 #include <limits>
-#include <random>
 #include <string>
 #include <vector>
 
 #include "tests/levels.h"
+#include "tests/numbers.h"
 #include "tests/support.h"
 
 namespace orvel_test {
-
-template <class T>
-struct Precision {
-    using Real = T;
-    using Wide = long double;
-    static constexpr bool is_complex = false;
-};
-template <class R>
-struct Precision<std::complex<R>> {
-    using Real = R;
-    using Wide = std::complex<long double>;
-    static constexpr bool is_complex = true;
-};
-template <class T>
-using Real = typename Precision<T>::Real;
-template <class T>
-using Wide = typename Precision<T>::Wide;
-template <class T>
-inline constexpr bool is_complex = Precision<T>::is_complex;
 
 template <class T>
 T poison()
@@ -53,29 +33,6 @@ template <class T>
 Wide<T> wide(T x)
 {
     return Wide<T>(x);
-}
-
-template <class T>
-T conjugated(T x)
-{
-    if constexpr (is_complex<T>)
-        return std::conj(x);
-    else
-        return x;
-}
-inline long double conjugated(long double x) { return x; }
-inline std::complex<long double> conjugated(std::complex<long double> x) { return std::conj(x); }
-
-template <class T>
-T random_value(std::mt19937& random)
-{
-    std::uniform_real_distribution<Real<T>> uniform(Real<T>(-1), Real<T>(1));
-    if constexpr (is_complex<T>) {
-        const Real<T> re = uniform(random);
-        return {re, uniform(random)};
-    } else {
-        return uniform(random);
-    }
 }
 
 // By columns, with three more rows than the leading dimension needs, all poison where nothing is stored.
@@ -108,6 +65,34 @@ template <class T>
 Wide<T> op(const Matrix<T>& a, char trans, int32_t i, int32_t j)
 {
     return trans == 'N' ? wide(a(i, j)) : trans == 'T' ? wide(a(j, i)) : conjugated(wide(a(j, i)));
+}
+
+// The elements of a whole matrix of which one triangle is stored.
+template <class T>
+Wide<T> symmetric(const Matrix<T>& a, char uplo, bool hermitian, int32_t i, int32_t j)
+{
+    const bool here = uplo == 'U' ? i <= j : i >= j;
+    const Wide<T> x = here ? wide(a(i, j)) : wide(a(j, i));
+    return !hermitian ? x : i == j ? Wide<T>(std::real(x)) : here ? x : conjugated(x);
+}
+template <class T>
+Wide<T> triangular(const Matrix<T>& a, char uplo, char trans, char diag, int32_t i, int32_t j)
+{
+    if (i == j) return diag == 'U' ? Wide<T>(1) : op(a, trans, i, i);
+    return ((uplo == 'U') == (trans == 'N') ? i < j : i > j) ? op(a, trans, i, j) : Wide<T>(0);
+}
+
+// A triangle far from singular.
+template <class T>
+Matrix<T> triangle(int32_t n, char uplo, char diag, std::mt19937& random)
+{
+    Matrix<T> a(n, n, random);
+    for (int32_t j = 0; j < n; ++j) {
+        for (int32_t i = 0; i < n; ++i) a(i, j) *= i == j ? Real<T>(1) : Real<T>(1) / n;
+        a(j, j) += T(std::real(a(j, j)) < 0 ? -1 : 1);
+    }
+    a.poison_outside(uplo, diag == 'U');
+    return a;
 }
 
 // A result against its reference: within `terms` roundings of sums whose magnitudes add up to `size`.

@@ -3,11 +3,11 @@
 
 #include <algorithm>
 #include <cstring>
-#include <random>
 #include <vector>
 
 #include "linsys/linsys.h"
 #include "tests/levels.h"
+#include "tests/numbers.h"
 #include "tests/support.h"
 
 using namespace orvel::linsys;
@@ -28,16 +28,10 @@ template <class T>
 std::vector<T> matrix(Kind kind, int64_t n, int64_t ld)
 {
     std::mt19937 random(static_cast<unsigned>(n + kind));
-    std::uniform_real_distribution<float> uniform(-1, 1);
     std::vector<T> a(static_cast<std::size_t>(n * ld), T(77));
     const auto number = [&]() -> T {
-        if (kind == ties || kind == low_rank)
-            return T(static_cast<float>(static_cast<int>(random() % 3) - 1));
-        const float re = uniform(random), im = uniform(random);
-        if constexpr (is_complex<T>)
-            return {static_cast<Part<T>>(re), static_cast<Part<T>>(im)};
-        else
-            return static_cast<T>(re) + static_cast<T>(im) / 1000;
+        if (kind == ties || kind == low_rank) return T(static_cast<float>(random() % 3) - 1);
+        return orvel_test::random_value<T>(random);
     };
     for (int64_t j = 0; j < n; ++j)
         for (int64_t i = 0; i < n; ++i) {
@@ -105,7 +99,7 @@ TYPED_TEST(Factor, PanelsGiveTheBitsOfColumns)
 {
     using T = TypeParam;
     orvel_test::on_every_level([](const std::string& level) {
-        for (const Kind kind : {dense, badly_scaled, ties, zero_columns, low_rank})
+        for (const Kind kind : {dense, badly_scaled, ties, zero_columns, low_rank}) {
             for (const int64_t n :
                  {1, 2, 3, 7, 8, 9, 16, 17, 31, 32, 33, 63, 64, 65, 100, 131, 257, 300, 421}) {
                 if (n > 131 && kind != dense && kind != zero_columns) continue;
@@ -124,20 +118,11 @@ TYPED_TEST(Factor, PanelsGiveTheBitsOfColumns)
                 expect_same(whole, columns.fact, "element of the whole");
                 ASSERT_EQ(std::memcmp(wk.data(), columns.s.data(), wk.size() * sizeof columns.s[0]), 0);
             }
-    });
-}
-
-// Those of large matrices, with ties and steps that are skipped.
-TYPED_TEST(Factor, WidePanelsGiveTheBitsOfColumns)
-{
-    using T = TypeParam;
-    orvel_test::on_every_level([](const std::string& level) {
-        for (const Kind kind : {dense, ties, zero_columns, low_rank})
-            for (const int64_t width : {128, 256}) {
-                const int64_t n = width + 45;
+            for (const int64_t width : {128, 256}) {  // those of large matrices
                 SCOPED_TRACE(level + " kind " + std::to_string(kind) + " width " + std::to_string(width));
-                const Factored<T> columns = expect_bits_of_columns(matrix<T>(kind, n, n), n, n, width);
-                ASSERT_TRUE(columns.singular || kind == dense || kind == ties);
+                const int64_t n = width + 45;
+                expect_bits_of_columns(matrix<T>(kind, n, n), n, n, width);
             }
+        }
     });
 }

@@ -1,22 +1,18 @@
-// tests/linsys/solve_test.cpp - the dense solvers: errors, accuracy, refinement, condition, determinant,
-// inverse
+// tests/linsys/solve_test.cpp - the dense solvers: errors, accuracy, condition, determinant, inverse
 
 #include <algorithm>
 #include <cmath>
-#include <complex>
-#include <random>
 #include <vector>
 
 #include "tests/linsys/members.h"
 #include "tests/refusing_memory.h"
-#include "tests/support.h"
 
 namespace {
 
 using namespace orvel_test;
 
 template <class T>
-class Solvers : public Quiet {
+class Solvers : public Solving<T> {
 protected:
     Solvers()
     {
@@ -25,46 +21,18 @@ protected:
     }
 
     Capture printed;
-    using R = Real<T>;
-    static constexpr R eps = std::numeric_limits<R>::epsilon();
 
-    static T number(std::mt19937& random)
-    {
-        std::uniform_real_distribution<float> uniform(-1, 1);
-        const float re = uniform(random), im = uniform(random);
-        return make<T>(re, im);
-    }
-    // Random entries, in an array with a padded leading dimension that holds poison.
-    static std::vector<T> matrix(int32_t n, int32_t lda, unsigned seed)
-    {
-        std::mt19937 random(seed);
-        std::vector<T> a(static_cast<std::size_t>(n) * static_cast<std::size_t>(lda), T(std::nanf("")));
-        for (int32_t j = 0; j < n; ++j)
-            for (int32_t i = 0; i < n; ++i) a[at(i, j, lda)] = number(random);
-        return a;
-    }
-    static std::vector<T> vector(int32_t n, unsigned seed)
-    {
-        std::mt19937 random(seed);
-        std::vector<T> b(static_cast<std::size_t>(n));
-        for (T& e : b) e = number(random);
-        return b;
-    }
-    static std::size_t at(int32_t i, int32_t j, int32_t lda)
-    {
-        return static_cast<std::size_t>(i) + static_cast<std::size_t>(j) * static_cast<std::size_t>(lda);
-    }
     // Largest |b - A x| / (|A| |x| + |b|) of a row, formed in twice the precision of doubles where needed.
     static double backward_error(const std::vector<T>& a, int32_t lda, int32_t n, const std::vector<T>& x,
                                  const std::vector<T>& b, int32_t ipath)
     {
-        using Wide = std::complex<long double>;
         double worst = 0;
         for (int32_t i = 0; i < n; ++i) {
-            Wide residual = wide(b[static_cast<std::size_t>(i)]);
+            auto residual = wide(b[static_cast<std::size_t>(i)]);
             long double size = std::abs(residual);
             for (int32_t j = 0; j < n; ++j) {
-                const Wide e = ipath == 1 ? wide(a[at(i, j, lda)]) : std::conj(wide(a[at(j, i, lda)]));
+                const auto e =
+                    ipath == 1 ? wide(a[Solvers::at(i, j, lda)]) : std::conj(wide(a[Solvers::at(j, i, lda)]));
                 residual -= e * wide(x[static_cast<std::size_t>(j)]);
                 size += std::abs(e) * std::abs(wide(x[static_cast<std::size_t>(j)]));
             }
@@ -73,12 +41,9 @@ protected:
         return worst;
     }
 };
-using Types = testing::Types<float, double, std::complex<float>, std::complex<double>>;
 TYPED_TEST_SUITE(Solvers, Types);
 
 }  // namespace
-
-// ---- accuracy ---------------------------------------------------------------------------------------------
 
 TYPED_TEST(Solvers, RefinedSolutionsHaveNoBackwardErrorToSpeakOf)
 {
@@ -150,8 +115,6 @@ TYPED_TEST(Solvers, NotNumbersEndWithoutAnAnswer)
                 if (in_matrix) Member<T>::linrg(&n, a.data(), &n, ainv.data(), &n);
             }
 }
-
-// ---- condition, determinant, inverse ----------------------------------------------------------------------
 
 TYPED_TEST(Solvers, ConditionIsEstimatedWithinAFactor)
 {
@@ -247,29 +210,7 @@ TYPED_TEST(Solvers, InverseTimesMatrixIsOne)
             for (int32_t i = 0; i < n; ++i)
                 ASSERT_EQ(in_place[this->at(i, j, lda)], inverse[this->at(i, j, lda)]);
     }
-    // Triangles, the other one poisoned.
-    for (const int32_t n : {1, 16, 50})
-        for (const int32_t ipath : {1, 2}) {
-            auto a = this->matrix(n, n, 6);
-            for (int32_t j = 0; j < n; ++j)
-                for (int32_t i = 0; i < n; ++i) {
-                    if (i == j) a[this->at(i, j, n)] += T(3);
-                    if (ipath == 1 ? i < j : i > j) a[this->at(i, j, n)] = T(std::nanf(""));
-                }
-            auto inverse = a;
-            Member<T>::linrt(&n, a.data(), &n, &ipath, inverse.data(), &n);
-            const int32_t first = ipath == 1 ? 1 : 0;
-            for (int32_t j = 0; j < n; ++j)
-                for (int32_t i = first ? j : 0; i < (first ? n : j + 1); ++i) {
-                    T sum = i == j ? T(-1) : T(0);
-                    for (int32_t k = std::min(i, j); k <= std::max(i, j); ++k)
-                        sum += inverse[this->at(i, k, n)] * a[this->at(k, j, n)];
-                    ASSERT_LE(std::abs(sum), 100 * this->eps) << i << " " << j;
-                }
-        }
 }
-
-// ---- errors -----------------------------------------------------------------------------------------------
 
 TYPED_TEST(Solvers, SingularMatricesStopTheirCallers)
 {
@@ -309,15 +250,12 @@ TYPED_TEST(Solvers, WithoutScratchTheyEndInTheStorageMessage)
     const int needed[] = {3, 3, 2};  // LSARG, LSLRG, LINRG; those of the factorization come later
     // X is B: the copy of B is the last request.
     int without_copy = 0;
-    for (int k = 4; k < 20; ++k) {
+    for (int k = 4; k == 4 || requests >= k - 1; ++k) {
         std::vector<T> x = b;
         refuse(k);
         Member<T>::lsarg(&n, a.data(), &n, x.data(), &ipath, x.data());
-        const bool refused = requests >= k;
-        refuse(0);
         EXPECT_EQ(outcome(), x == b ? (Outcome{5, 5}) : (Outcome{0, 0})) << k;
         without_copy += x == b;
-        if (!refused) break;
     }
     EXPECT_EQ(without_copy, 1);
     // The estimate of the condition, too.
@@ -327,7 +265,6 @@ TYPED_TEST(Solvers, WithoutScratchTheyEndInTheStorageMessage)
     for (const int k : {0, 5, 6, 7}) {
         refuse(k);
         Member<T>::lfcrg(&n, a.data(), &n, fact.data(), &n, ipvt.data(), &rcond[k > 0]);
-        refuse(0);
         EXPECT_EQ(rcond[k > 0], rcond[0]) << k;
     }
     for (int routine = 0; routine < 3; ++routine) {
@@ -336,22 +273,18 @@ TYPED_TEST(Solvers, WithoutScratchTheyEndInTheStorageMessage)
             (routine == 0 ? Member<T>::lsarg : Member<T>::lslrg)(&n, a.data(), &n, b.data(), &ipath,
                                                                  result.data());
         };
-        std::vector<T> expected(routine == 2 ? a.size() : b.size(), T(7)), result = expected;
-        const std::vector<T> untouched = expected;
-        failing = 0;
+        const std::vector<T> untouched(routine == 2 ? a.size() : b.size(), T(7));
+        std::vector<T> expected = untouched;
+        refuse(0);
         call(expected);
-        for (int k = 1; k < 12; ++k) {
-            requests = 0, failing = k;
-            result = untouched;
+        for (int k = 1; k < 12; ++k) {  // what is inside goes on without its memory, with the same bits
+            const bool stops = k <= needed[routine];
+            std::vector<T> result = untouched;
+            refuse(k);
             call(result);
-            failing = 0;
-            if (k <= needed[routine]) {
-                EXPECT_EQ(outcome(), (Outcome{5, 2})) << routine << " " << k;
-                EXPECT_EQ(result, untouched);
-            } else {  // what is inside goes on without its memory, with the same bits
-                EXPECT_EQ(outcome(), (Outcome{0, 0})) << routine << " " << k;
-                EXPECT_EQ(result, expected) << routine << " " << k;
-            }
+            EXPECT_EQ(outcome(), stops ? (Outcome{5, 2}) : (Outcome{0, 0})) << routine << " " << k;
+            EXPECT_EQ(result, stops ? untouched : expected) << routine << " " << k;
         }
+        refuse(0);
     }
 }

@@ -1,5 +1,4 @@
-// tests/optim/uvmif_test.cpp - points of UVMIF in cases worked out by hand, outcomes, what holds for every
-// search
+// tests/optim/uvmif_test.cpp - points of UVMIF worked out by hand, outcomes, what holds for every search
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -24,10 +23,7 @@ T uvmif(const Case<T>& c)
     points<T>.clear();
     function<T> = c.f;
     T x = 77;
-    if constexpr (sizeof(T) == 4)
-        UVMIF(recorded<T>, &c.guess, &c.step, &c.bound, &c.acc, &c.maxfn, &x);
-    else
-        DUVMIF(recorded<T>, &c.guess, &c.step, &c.bound, &c.acc, &c.maxfn, &x);
+    member<T>(UVMIF, DUVMIF)(recorded<T>, &c.guess, &c.step, &c.bound, &c.acc, &c.maxfn, &x);
     return x;
 }
 
@@ -161,15 +157,12 @@ TYPED_TEST(Uvmif, ManyStarts)
                             ASSERT_LE(std::abs(p - guess), bound * T(1.000001));
                         }
                         ASSERT_TRUE(outcome() == (Outcome{0, 0}) || outcome().type == 3);
-                        const double away = std::abs(problem.minimum - static_cast<double>(guess));
-                        if (problem.minimum < 99 && outcome().type == 0) {
-                            ASSERT_NEAR(static_cast<double>(x), problem.minimum,
-                                        static_cast<double>(acc) * 1.001)
-                                << guess << " " << step << " " << bound;
-                        }
-                        if (problem.minimum < 99 && away < 0.99 * static_cast<double>(bound - acc)) {
-                            ASSERT_EQ(outcome(), (Outcome{0, 0})) << guess << " " << step << " " << bound;
-                        }
+                        if (problem.minimum == 99) continue;
+                        SCOPED_TRACE(testing::Message() << guess << " " << step << " " << bound);
+                        const double away = std::abs(problem.minimum - static_cast<double>(guess)),
+                                     off = std::abs(problem.minimum - static_cast<double>(x));
+                        ASSERT_TRUE(outcome().type != 0 || off <= static_cast<double>(acc) * 1.001);
+                        ASSERT_TRUE(outcome().type == 0 || away >= 0.99 * static_cast<double>(bound - acc));
                     }
     EXPECT_LE(static_cast<double>(calls), 8.3 * static_cast<double>(searches));
 }
@@ -190,13 +183,8 @@ TYPED_TEST(Uvmif, AlwaysEnds)
             if (where == 6) c.f = [](T x) { return x > 1 ? -std::numeric_limits<T>::infinity() : x; };
             const T x = uvmif(c);
             EXPECT_LE(points<T>.size(), 3000u) << where << " " << wild;
-            const bool bad = where < 3 && std::isnan(wild);
-            if (bad) {
-                EXPECT_EQ(outcome(), (Outcome{5, 1})) << where;
-            }
-            if (where == 5) {
-                EXPECT_FALSE(std::isnan(c.f(x)));
-            }
+            EXPECT_TRUE(where >= 3 || !std::isnan(wild) || outcome() == (Outcome{5, 1})) << where;
+            EXPECT_TRUE(where != 5 || !std::isnan(c.f(x)));
         }
 }
 

@@ -43,11 +43,6 @@ const Problem problems[] = {
     {[](double x) { return x * std::sin(30 * x) / std::sqrt(1 - x * x / (4 * pi * pi)); }, 0, 2 * pi, 0,
      1e-10},
     {[](double x) { return 1 / (std::sqrt(x) * (1 + x)); }, 0, 1, 0, 1e-12},
-    {[](double x) {
-         return std::pow(std::cosh(10 * x - 2), -2) + std::pow(std::cosh(100 * x - 40), -4) +
-                std::pow(std::cosh(1000 * x - 600), -6);
-     },
-     0, 1, 0, 1e-12},
     {[](double x) { return std::exp(x) + 1e-7 * std::fmod(x * 1e7, 1.0); }, 0, 1, 0, 1e-11},  // roundoff
     {[](double x) { return std::sin(x); }, -1, 1, 0, 1e-10},                                  // roundoff
     {[](double x) { return 1 / (x * x); }, 0, 1, 0, 1e-6},                                    // divergent
@@ -55,8 +50,8 @@ const Problem problems[] = {
     {[](double x) { return std::sin(1 / x) / x; }, 0, 1, 0, 1e-4},
     {[](double x) { return 1 / (x - 0.34); }, 0, 1, 0, 1e-6},         // divergent, or bad
     {[](double x) { return 1 / std::abs(x - 0.3); }, 0, 1, 0, 1e-6},  // bad behaviour
-    {[](double x) { return std::pow(x, -0.75) + 3e-7 * std::cos(1e5 * x); }, 0, 1, 0,
-     1e-8},                                                                        // roundoff in the table
+    // roundoff in the table
+    {[](double x) { return std::pow(x, -0.75) + 3e-7 * std::cos(1e5 * x); }, 0, 1, 0, 1e-8},
     {[](double x) { return 1 / std::sqrt(std::abs(x - pi / 4)); }, 0, 1, 0, 1e-8}  // bad behaviour
 };
 
@@ -74,16 +69,14 @@ struct Peer {
     Peer(int32_t irule, const Problem& p, std::size_t maxsub, std::size_t ordered)
         : w(gsl_integration_workspace_alloc(1001)), limit(ordered)
     {
-        gsl_function f{[](double x, void* self) {
-                           auto* const me = static_cast<Peer*>(self);
-                           me->w->limit = me->limit;
-                           return current->f(x);
-                       },
-                       this};
-        status =
-            irule == 0
-                ? gsl_integration_qags(&f, p.a, p.b, p.errabs, p.errrel, maxsub + 1, w, &result, &error)
-                : gsl_integration_qag(&f, p.a, p.b, p.errabs, p.errrel, maxsub, irule, w, &result, &error);
+        const auto call = [](double x, void* self) {
+            static_cast<Peer*>(self)->w->limit = static_cast<Peer*>(self)->limit;
+            return current->f(x);
+        };
+        gsl_function f{call, this};
+        const auto& [g, a, b, abs, rel] = p;
+        status = irule == 0 ? gsl_integration_qags(&f, a, b, abs, rel, maxsub + 1, w, &result, &error)
+                            : gsl_integration_qag(&f, a, b, abs, rel, maxsub, irule, w, &result, &error);
     }
     ~Peer() { gsl_integration_workspace_free(w); }
     int32_t code(int32_t ours) const

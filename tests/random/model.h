@@ -7,6 +7,8 @@
 #include <cstdint>
 #include <random>
 #include <thread>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 #include "tests/support.h"
@@ -32,10 +34,7 @@ template <class T>
 std::vector<T> draw(int32_t n)
 {
     std::vector<T> r(static_cast<std::size_t>(n) + 1, T(-7));
-    if constexpr (sizeof(T) == 4)
-        RNUN(&n, r.data());
-    else
-        DRNUN(&n, r.data());
+    member<T>(RNUN, DRNUN)(&n, r.data());
     EXPECT_EQ(r.back(), T(-7)) << "written behind the end";
     r.pop_back();
     return r;
@@ -47,8 +46,7 @@ struct Model {
     int32_t option = 1;
     double state;
     int32_t seed;
-    std::vector<float> single_table;
-    std::vector<double> double_table;
+    std::tuple<std::vector<float>, std::vector<double>> tables;
     std::vector<int32_t> words;
     int32_t p = 1, q = 1468;
     std::mt19937 twister32;
@@ -74,22 +72,17 @@ struct Model {
         return r;
     }
 
-    static constexpr double single_scale = 0x1p-31 * (1 - 0x1p-24);
-
     template <class T>
     T next()
     {
-        constexpr bool single = sizeof(T) == 4;
-        const double scale = single ? single_scale : 1 / 2147483647.0;
+        const double scale = sizeof(T) == 4 ? 0x1p-31 * (1 - 0x1p-24) : 1 / 2147483647.0;
         double r;
         if (option == 8) {
-            if (!ready32) twister32.seed(static_cast<uint32_t>(seed));
-            ready32 = true;
+            if (!std::exchange(ready32, true)) twister32.seed(static_cast<uint32_t>(seed));
             return static_cast<T>((twister32() + 0.5) / 4294967295.0);
         }
         if (option == 9) {
-            if (!ready64) twister64.seed(static_cast<uint64_t>(seed));
-            ready64 = true;
+            if (!std::exchange(ready64, true)) twister64.seed(static_cast<uint64_t>(seed));
             return static_cast<T>(std::ldexp(static_cast<double>(twister64() >> 11), -53));
         }
         if (option == 7) {
@@ -99,13 +92,9 @@ struct Model {
             p = p % 1563 + 1;
             q = q % 1563 + 1;
             r = state * scale;
-        } else if (option % 2 == 0) {
-            if constexpr (single)
-                r = static_cast<double>(shuffled(single_table, scale));
-            else
-                r = shuffled(double_table, scale);
         } else {
-            r = step() * scale;
+            r = option % 2 == 1 ? step() * scale
+                                : static_cast<double>(shuffled(std::get<std::vector<T>>(tables), scale));
         }
         seed = static_cast<int32_t>(std::lround(state));
         return static_cast<T>(r);
@@ -127,11 +116,8 @@ struct Model {
             Bits square{};
             for (int e = 0; e <= 520; ++e) square[2 * e + (i % 2 == 0) + 1] = power[e + 1];
             for (int e = 520; e >= 0; --e)
-                if (square[521 + e + 1]) {
-                    square[521 + e + 1] = false;
-                    square[e + 1] = !square[e + 1];
-                    square[e + 490] = !square[e + 490];
-                }
+                if (std::exchange(square[521 + e + 1], false))
+                    for (const int at : {e + 1, e + 490}) square[at] = !square[at];
             power = square;
         }
         const auto jump = [&](const Bits& from, Bits& to) {

@@ -10,44 +10,29 @@
 
 namespace {
 
-using orvel_test::Capture;
-using orvel_test::one_line;
-using orvel_test::Outcome;
-using orvel_test::outcome;
-using orvel_test::set_switches;
+using namespace orvel_test;
 
-struct Single {
-    using Real = float;
-    static constexpr const char* prefix = "";
-    static float gamma(float x) { return GAMMA(&x); }
-    static float log_gamma(float x) { return ALNGAM(&x); }
-    static float reciprocal(float x) { return GAMR(&x); }
-    static float correction(float x) { return R9LGMC(&x); }
-    static void with_sign(float x, float* value, float* sign) { ALGAMS(&x, value, sign); }
-    static void range(float* low, float* high) { R9GAML(low, high); }
-    static const char* log_name() { return "ALNGAM"; }
-    static const char* correction_name() { return "R9LGMC"; }
-};
-
-struct Double {
-    using Real = double;
-    static constexpr const char* prefix = "D";
-    static double gamma(double x) { return DGAMMA(&x); }
-    static double log_gamma(double x) { return DLNGAM(&x); }
-    static double reciprocal(double x) { return DGAMR(&x); }
-    static double correction(double x) { return D9LGMC(&x); }
-    static void with_sign(double x, double* value, double* sign) { DLGAMS(&x, value, sign); }
-    static void range(double* low, double* high) { D9GAML(low, high); }
-    static const char* log_name() { return "DLNGAM"; }
-    static const char* correction_name() { return "D9LGMC"; }
+template <class T>
+struct Members {
+    using Real = T;
+    static constexpr bool single = sizeof(T) == 4;
+    static constexpr const char *prefix = single ? "" : "D", *log_name = single ? "ALNGAM" : "DLNGAM";
+    static T gamma(T x) { return member<T>(GAMMA, DGAMMA)(&x); }
+    static T log_gamma(T x) { return member<T>(ALNGAM, DLNGAM)(&x); }
+    static T reciprocal(T x) { return member<T>(GAMR, DGAMR)(&x); }
+    static T correction(T x) { return member<T>(R9LGMC, D9LGMC)(&x); }
+    static void with_sign(T x, T* value, T* sign) { member<T>(ALGAMS, DLGAMS)(&x, value, sign); }
+    static constexpr auto range = member<T>(R9GAML, D9GAML);
 };
 
 template <class P>
-class Gamma : public orvel_test::Quiet {
+class Gamma : public Quiet {
 protected:
     using Real = typename P::Real;
     static constexpr Real eps = std::numeric_limits<Real>::epsilon();
-    static constexpr Real infinity = std::numeric_limits<Real>::infinity();
+    static constexpr Real infinity = std::numeric_limits<Real>::infinity(),
+                          tiny = std::numeric_limits<Real>::min(),
+                          nan = std::numeric_limits<Real>::quiet_NaN();
 
     Gamma() { set_switches(0, 1, 0); }
 
@@ -58,10 +43,29 @@ protected:
             << what;
     }
 
+    struct Row {
+        double x;
+        Outcome outcome;
+        const char* text;  // of the message, without line breaks
+    };
+    // Calls `function` for a row; its message, if any, is from `name`.
+    template <class Function>
+    Real expect(const Row& row, Function function, const std::string& name)
+    {
+        const Real value = function(static_cast<Real>(row.x));
+        EXPECT_EQ(outcome(), row.outcome) << row.x;
+        const std::string text = one_line(printed.take());
+        EXPECT_NE(text.find(row.text), std::string::npos) << row.x << text;
+        EXPECT_NE(text.find(" from " + name + ".  "), std::string::npos) << text;
+        EXPECT_EQ(text.find("traceback"), std::string::npos) << text;
+        EXPECT_EQ(std::isnan(value), row.outcome.type == 5) << row.x;
+        return value;
+    }
+
     Capture printed;
 };
 
-using Precisions = ::testing::Types<Single, Double>;
+using Precisions = ::testing::Types<Members<float>, Members<double>>;
 TYPED_TEST_SUITE(Gamma, Precisions);
 
 // Values of all branches: reference digits computed with mpmath at 30 digits for the arguments as they stand.
@@ -137,17 +141,11 @@ TYPED_TEST(Gamma, BesideZerosAndAtTheEnds)
     const Near zeros[] = {
         {-0x1.3a7fc9600f86cp+1, 5.6191923589500964509e-17, -1.1287842529645815756e-7},
         {-0x1.5fb410a1bd901p+1, 1.7335092440245008611e-16, -1.4418167987778364406e-7},
-        {-2.625, -0.11751110030890485999, -0.11751110030890485999},
         {-0x1.9260dbc9e59afp+1, 1.6978655906121084302e-15, -1.9605461541614246695e-7},
-        {-0x1.fa471547c2fe5p+1, -4.1438275075770499507e-16, 1.778059685825085133e-6},
         {-0x1.7fe93e93c3112p+2, 0.0026040146092145421809, 0.0025051957196351825911},
-        {-0x1.1ffffa38870d0p+3, 6.1055549496817222955e-6, -0.037489715221805719321},
         {-0x1.2000000000001p+3, 21.16238436735584655, 0},
-        {-0x1.3fffff6c0d815p+3, 5.4968510968654937528e-7, 0},
         {-0x1.7ffffffee1127p+3, -4.7999282550186212126e-8, 0},
-        {-0x1.e000000000001p+3, 6.0649404635964237263, 0},
         {-0x1.fffffffffffe5p+3, -0.0034851246475472554177, 0},
-        {-0x1.1000000000001p+4, -0.23400878325952420104, 0},
     };
     for (const Near& row : zeros) {
         const auto x = static_cast<Real>(row.x);
@@ -170,34 +168,27 @@ TYPED_TEST(Gamma, BesideZerosAndAtTheEnds)
     }
 }
 
-struct Row {
-    double x;
-    Outcome outcome;
-    const char* text;  // of the message, without line breaks; "" when nothing is printed
-};
-
 TYPED_TEST(Gamma, ErrorsOfTheFunction)
 {
     using Real = typename TypeParam::Real;
     Real low, high;
     TypeParam::range(&low, &high);
-    const double tiny = static_cast<double>(std::numeric_limits<Real>::min());
-    const double near = -2.0 - (sizeof(Real) == 4 ? 5e-4 : 1e-8);
-    const Row rows[] = {
-        {static_cast<double>(std::nextafter(low, Real(-1000))),
-         {2, 1},
-         "The function underflows because X = "},
-        {-static_cast<double>(this->infinity), {2, 1}, "X = -Infinity is less than "},
-        {near, {3, 2}, "The result is accurate to less than one half precision because X = -2.00"},
-        {-30.0 - (sizeof(Real) == 4 ? 1e-3 : 1e-8), {3, 2}, "too close to a negative integer."},
-        {static_cast<double>(std::nextafter(high, Real(1000))),
-         {5, 4},
-         "The function overflows because X = "},
-        {static_cast<double>(this->infinity), {5, 4}, "X = Infinity is greater than "},
+    const double inf = HUGE_VAL, tiny = static_cast<double>(this->tiny),
+                 off = sizeof(Real) == 4 ? 5e-4 : 1e-8;
+    const double below = static_cast<double>(std::nextafter(low, Real(-1000))),
+                 above = static_cast<double>(std::nextafter(high, Real(1000)));
+    const char* const zero = "The argument for the function can not be zero.";
+    const typename TestFixture::Row rows[] = {
+        {below, {2, 1}, "The function underflows because X = "},
+        {-inf, {2, 1}, "X = -Infinity is less than "},
+        {-2.0 - off, {3, 2}, "The result is accurate to less than one half precision because X = -2.00"},
+        {-30.0 - 2 * off, {3, 2}, "too close to a negative integer."},
+        {above, {5, 4}, "The function overflows because X = "},
+        {inf, {5, 4}, "X = Infinity is greater than "},
         {tiny, {5, 4}, "The function overflows because X = "},
         {-tiny, {5, 4}, " is too close to zero."},
-        {0.0, {5, 5}, "The argument for the function can not be zero."},
-        {-0.0, {5, 5}, "The argument for the function can not be zero."},
+        {0.0, {5, 5}, zero},
+        {-0.0, {5, 5}, zero},
         {-3.0, {5, 6}, "The argument for the function can not be a negative integer. Argument X = -3.000000"},
         {-10.0, {5, 6}, "Argument X = -1.000000"},
         {-11.0,
@@ -205,64 +196,47 @@ TYPED_TEST(Gamma, ErrorsOfTheFunction)
          "The argument for the function can not be a negative integer. Argument X = -1.100000"},
     };
     set_switches(2, 1, 0);  // let underflows print
-    for (const Row& row : rows) {
-        const Real value = TypeParam::gamma(static_cast<Real>(row.x));
-        EXPECT_EQ(outcome(), row.outcome) << row.x;
-        const std::string text = one_line(this->printed.take());
-        EXPECT_NE(text.find(row.text), std::string::npos) << row.x << text;
-        EXPECT_NE(text.find(std::string(" from ") + TypeParam::prefix + "GAMMA.  "), std::string::npos)
-            << text;
-        EXPECT_EQ(std::isnan(value), row.outcome.type == 5) << row.x;
-        if (row.outcome.type == 2) {
-            EXPECT_EQ(value, 0) << row.x;
-        }
+    for (const auto& row : rows) {
+        const Real value = this->expect(row, TypeParam::gamma, std::string(TypeParam::prefix) + "GAMMA");
+        EXPECT_TRUE(row.outcome.type != 2 || value == 0) << row.x;
     }
     EXPECT_NEAR(
         static_cast<double>(TypeParam::gamma(high)) / static_cast<double>(std::numeric_limits<Real>::max()),
         0.955, 0.02);  // ln Gamma grows by 0.01 * ln(xmax) to the end of the range
     EXPECT_NE(TypeParam::gamma(low + Real(0.5)), 0);
     EXPECT_EQ(outcome(), (Outcome{0, 0}));
-    EXPECT_TRUE(std::isnan(TypeParam::gamma(std::numeric_limits<Real>::quiet_NaN())));
+    EXPECT_TRUE(std::isnan(TypeParam::gamma(this->nan)));
     EXPECT_EQ(outcome(), (Outcome{0, 0}));
 }
 
 TYPED_TEST(Gamma, ErrorsOfTheLogarithm)
 {
     using Real = typename TypeParam::Real;
-    const Real largest = std::numeric_limits<Real>::max();
-    const Row own[] = {
-        {static_cast<double>(largest), {5, 4}, "The function overflows because ABS("},
-        {-static_cast<double>(largest), {5, 4}, "The function overflows because ABS(-"},
-        {static_cast<double>(this->infinity), {5, 4}, "ABS(Infinity) is greater than "},
+    const double largest = static_cast<double>(std::numeric_limits<Real>::max());
+    const typename TestFixture::Row own[] = {
+        {largest, {5, 4}, "The function overflows because ABS("},
+        {-largest, {5, 4}, "The function overflows because ABS(-"},
+        {HUGE_VAL, {5, 4}, "ABS(Infinity) is greater than "},
         {-12.0, {5, 5}, "can not be a negative integer. Argument X = -1.200000"},
         {-1e15, {5, 5}, "can not be a negative integer. Argument X = -1."},
         {-30.0 - (sizeof(Real) == 4 ? 1e-4 : 1e-10), {3, 2}, "less than one half precision because X = -3.0"},
     };
-    for (const Row& row : own) {
-        const Real value = TypeParam::log_gamma(static_cast<Real>(row.x));
-        EXPECT_EQ(outcome(), row.outcome) << row.x;
-        const std::string text = one_line(this->printed.take());
-        EXPECT_NE(text.find(row.text), std::string::npos) << row.x << text;
-        EXPECT_NE(text.find(std::string(" from ") + TypeParam::log_name() + ".  "), std::string::npos)
-            << text;
-        EXPECT_EQ(text.find("traceback"), std::string::npos) << text;
-        EXPECT_EQ(std::isnan(value), row.outcome.type == 5) << row.x;
-    }
+    for (const auto& row : own) this->expect(row, TypeParam::log_gamma, TypeParam::log_name);
     // For |x| <= 10 the gamma function posts, inside the logarithm, and the traceback shows both.
-    for (const Row& row : {Row{0.0, {5, 5}, ""}, Row{-4.0, {5, 6}, ""}, Row{1e-310, {5, 4}, ""}}) {
-        EXPECT_TRUE(std::isnan(TypeParam::log_gamma(static_cast<Real>(row.x))));
-        EXPECT_EQ(outcome().type, row.outcome.type) << row.x;
+    for (const double x : {0.0, -4.0, 1e-310}) {
+        EXPECT_TRUE(std::isnan(TypeParam::log_gamma(static_cast<Real>(x))));
+        EXPECT_EQ(outcome().type, 5) << x;
         const std::string text = this->printed.take();
         EXPECT_NE(text.find(std::string(" from ") + TypeParam::prefix + "GAMMA.  "), std::string::npos)
             << text;
         const auto gamma_line = text.find(std::string("\n     ") + TypeParam::prefix + "GAMMA ");
-        const auto log_line = text.find(std::string("\n     ") + TypeParam::log_name() + " ");
+        const auto log_line = text.find(std::string("\n     ") + TypeParam::log_name + " ");
         EXPECT_LT(gamma_line, log_line) << text;
         EXPECT_LT(log_line, text.find("\n     USER ")) << text;
     }
     EXPECT_EQ(TypeParam::log_gamma(static_cast<Real>(-2.0005)) > 6, true);
     EXPECT_EQ(outcome(), sizeof(Real) == 4 ? (Outcome{3, 2}) : (Outcome{0, 0}));
-    EXPECT_TRUE(std::isnan(TypeParam::log_gamma(std::numeric_limits<Real>::quiet_NaN())));
+    EXPECT_TRUE(std::isnan(TypeParam::log_gamma(this->nan)));
     EXPECT_EQ(outcome(), (Outcome{0, 0}));
 }
 
@@ -312,7 +286,7 @@ TYPED_TEST(Gamma, Reciprocal)
     EXPECT_EQ(TypeParam::reciprocal(Real(500)), 0);
     EXPECT_TRUE(std::isinf(TypeParam::reciprocal(Real(-500.5))));
     EXPECT_EQ(outcome(), (Outcome{0, 0}));
-    for (const Real x : {std::numeric_limits<Real>::min(), this->infinity, -this->infinity}) {
+    for (const Real x : {this->tiny, this->infinity, -this->infinity}) {
         EXPECT_TRUE(std::isnan(TypeParam::reciprocal(x))) << x;
         EXPECT_EQ(outcome(), (Outcome{5, 4})) << x;
     }
@@ -336,7 +310,7 @@ TYPED_TEST(Gamma, Correction)
     EXPECT_EQ(TypeParam::correction(this->infinity), 0);
     EXPECT_EQ(outcome(), (Outcome{2, 1}));
     const std::string text = one_line(this->printed.take());
-    EXPECT_NE(text.find(std::string("ALERT    ERROR 1 from ") + TypeParam::correction_name()),
+    EXPECT_NE(text.find(std::string("ALERT    ERROR 1 from ") + (sizeof(Real) == 4 ? "R9LGMC" : "D9LGMC")),
               std::string::npos)
         << text;
     EXPECT_NE(text.find("The result is set to zero."), std::string::npos) << text;

@@ -60,24 +60,6 @@ TEST(SeriesLengths, AreThoseOfTheRoutine)
     EXPECT_GE(gamma_deviation_single.size() + 2, 12u);
 }
 
-// The rearranged series against the Chebyshev series of their definition.
-TEST(Rearrangement, AgreesWithTheChebyshevSeries)
-{
-    using namespace orvel::special;
-    for (int k = 0; k <= 64; ++k) {
-        const double t = k / 64.0;
-        const double u = 2 * t - 1;
-        const double gamma = 0.9375 + chebyshev_sum(u, gamma_series.data(), 23);
-        EXPECT_NEAR(gamma_of_one_plus<double>(t), gamma, 4.5e-16) << t;
-        EXPECT_NEAR(gamma_of_one_plus<float>(t), gamma, 3e-9) << t;
-        EXPECT_NEAR(log_gamma_of_one_plus<double>(t), std::log(gamma), 5e-16) << t;
-        const double x = k == 0 ? 1e7 : 10 / std::sqrt(t);
-        const double w = 2 * (10 / x) * (10 / x) - 1;
-        EXPECT_NEAR(stirling_correction<double>(x) * x, chebyshev_sum(w, stirling_series.data(), 6), 1e-16)
-            << x;
-    }
-}
-
 // With the constants of the machine the iteration always converges; with fewer steps allowed it cannot.
 TYPED_TEST(Limits, IterationThatDoesNotConvergeIsReported)
 {
@@ -87,11 +69,10 @@ TYPED_TEST(Limits, IterationThatDoesNotConvergeIsReported)
     for (const int end : {5, 6}) {
         TypeParam xmin = 0, xmax = 0;
         orvel::special::gamma_range(&xmin, &xmax, end == 5 ? 3 : 10, end == 6 ? 3 : 10);
-        EXPECT_EQ(orvel_test::outcome(), (orvel_test::Outcome{5, end}));
         EXPECT_TRUE(std::isnan(xmin) && std::isnan(xmax));
-        EXPECT_EQ(printed.take(), "\n *** TERMINAL ERROR " + std::to_string(end) + " from " + name +
-                                      ".  Unable to determine the value of " + (end == 5 ? "XMIN" : "XMAX") +
-                                      ".\n");
+        orvel_test::expect_terminal(
+            printed, name, end,
+            std::string("Unable to determine the value of ") + (end == 5 ? "XMIN." : "XMAX."));
     }
 }
 

@@ -10,13 +10,9 @@
 
 namespace {
 
-using orvel_test::Capture;
-using orvel_test::one_line;
-using orvel_test::Outcome;
-using orvel_test::outcome;
-using orvel_test::set_switches;
+using namespace orvel_test;
 
-class Series : public orvel_test::Quiet {
+class Series : public Quiet {
 protected:
     Series() { set_switches(0, 1, 0); }
     Capture printed;

@@ -66,10 +66,7 @@ TEST_F(Clock, ProcessorTimeIsThatOfTheThread)
         EXPECT_LT(CPSEC() - mine, 0.04f);
     }).join();
     EXPECT_EQ(orvel::util::processor_seconds(-0.5), 0.0f);
-    EXPECT_EQ(outcome(), (Outcome{5, 1}));
-    EXPECT_EQ(
-        one_line(printed.take()),
-        "\n *** TERMINAL ERROR 1 from CPSEC.  An error occurred in obtaining the runtime statistics.\n");
+    expect_terminal(printed, "CPSEC", 1, "An error occurred in obtaining the runtime statistics.");
     std::thread([] {
         EXPECT_EQ(orvel::util::processor_seconds(2.5), 0.0f);
         EXPECT_EQ(orvel::util::processor_seconds(4.0), 1.5f);
