@@ -55,14 +55,20 @@ TEST_F(Constants, AreExactAndReportABadIndex)
     EXPECT_EQ(ERCOM1.level, 1);
 }
 
-TEST_F(Constants, IndexOfIntegersAndUnitsStopsAlways)
+TEST_F(Constants, UnitsAreKeptAndBadIndexStopsAlways)
 {
     set_switches(0, 0, 0);
     on_stop(throwing);
     Capture output(1002), error(1003);
-    int32_t second = 1002, third = 1003, standard = 6;
-    unit(-2, second);
-    unit(-3, third);
+    int32_t first[] = {5, 6};
+    for (int32_t n : {1, 2, 3}) {
+        int32_t number = -1, changed = 1000 + n;
+        unit(n, number);
+        EXPECT_EQ(number, n == 1 ? 5 : 6);
+        unit(-n, changed);
+        unit(n, number);
+        EXPECT_EQ(number, 1000 + n);
+    }
     for (const auto& [n, cell, of_unit] : {std::tuple{13, "    13", "    13"},
                                            {0, "     0", "     0"},
                                            {-99999, "-99999", " 99999"},
@@ -85,20 +91,7 @@ TEST_F(Constants, IndexOfIntegersAndUnitsStopsAlways)
                                             " ***          1, 2, or 3.  IABS(N) = ") +
                                     of_unit + ".\n\n");
     }
-    unit(-2, standard);
-}
-
-TEST_F(Constants, UnitsAreKept)
-{
-    for (int32_t n : {1, 2, 3}) {
-        int32_t number = -1, changed = 70 + n, first = n == 1 ? 5 : 6;
-        unit(n, number);
-        EXPECT_EQ(number, first);
-        unit(-n, changed);
-        unit(n, number);
-        EXPECT_EQ(number, 70 + n);
-        unit(-n, first);
-    }
+    for (int32_t n : {1, 2}) unit(-n, first[n - 1]);
 }
 
 }  // namespace

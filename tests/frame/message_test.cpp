@@ -32,12 +32,14 @@ string made(std::string_view text)
     return message().substr(0, 3) == ".  " ? message().substr(3) : "?" + message();
 }
 
+// Each of the values and a blank.
 template <class T>
-string shown(void (*set)(const int32_t*, const T*), char kind, T value)
+string shown(void (*set)(const int32_t*, const T*), char kind, std::initializer_list<T> values)
 {
+    string all;
     const int32_t id = 1;
-    set(&id, &value);
-    return made(string("%(") + kind + "1)");
+    for (const T& value : values) set(&id, &value), all += made(string("%(") + kind + "1) ");
+    return all;
 }
 
 // Adds entries to the store as a routine outside of the library does.
@@ -73,26 +75,15 @@ protected:
 
 TEST_F(Message, PlaceholdersAreReplacedByTheirParameters)
 {
-    const char* rows[][2] = {
-        {"N = %(I1).", "N = -3."},
-        {"%(i1)%(I1)", "-3-3"},
-        {"%(I2) %(R1)", "%(I2) %(R1)"},
-        {"%(I0)%(B1)%(I:)", "%(I0)%(B1)%(I:)"},
-        {"%(I1", "%(I1"},
-        {"%(I1]%(I11)", "%(I1]%(I11)"},
-        {"%%(%(I9)%", "%%(7%"},
-        {"%(l2)|%(K1)|%(s2)", "%(I1)|key|%"},
-        {"%(L3)%(I5)", "*I5*1%9%(I5)"},
-    };
-    for (const auto& row : rows) {
-        for (int32_t value : {-3, 4}) set_i(1, value);  // the first one holds
-        set_i(9, 7);
-        set_l(2, "%(I1)");
-        set_l(3, "*I5*1%9");
-        fill_store("*k1*3%key*S2*1%%*I0*1%5");
-        EXPECT_EQ(made(row[0]), row[1]);
-        EXPECT_EQ(ERCOM1.parlen, 1);
-    }
+    for (int32_t value : {-3, 4}) set_i(1, value);  // the first one holds
+    set_i(9, 7);
+    set_l(2, "%(I1)");
+    set_l(3, "*I5*1%9");
+    fill_store("*k1*3%key*S2*1%%*I0*1%5");
+    EXPECT_EQ(made("N = %(I1).%(i1)%(I1) %(I2) %(R1)%(I0)%(B1)%(I:) %(I1]%(I11) %%(%(I9)%"
+                   "%(l2)|%(K1)|%(s2) %(L3)%(I5) %(I1"),
+              "N = -3.-3-3 %(I2) %(R1)%(I0)%(B1)%(I:) %(I1]%(I11) %%(7%%(I1)|key|% *I5*1%9%(I5) %(I1");
+    EXPECT_EQ(ERCOM1.parlen, 1);
     set_i(1, 1);
     post(0, 0, "%(I1)");
     EXPECT_EQ(made("%(I1)"), "%(I1)");
@@ -115,36 +106,21 @@ TEST_F(Message, SettersWriteTheirText)
 {
     using F = std::numeric_limits<float>;
     using D = std::numeric_limits<double>;
-    for (int32_t i : {0, -3, INT32_MAX, INT32_MIN}) EXPECT_EQ(shown(E1STI, 'I', i), std::to_string(i));
-    for (const auto& [x, text] : {std::pair{12.3456f, "1.234560E+01"},
-                                  {-F::max(), "-3.402823E+38"},
-                                  {F::denorm_min(), "1.401298E-45"},
-                                  {0.0f, "0.000000E+00"},
-                                  {-0.0f, "-0.000000E+00"},
-                                  {F::infinity(), "Infinity"},
-                                  {-F::infinity(), "-Infinity"},
-                                  {std::copysign(F::quiet_NaN(), -1.0f), "NaN"}})
-        EXPECT_EQ(shown(E1STR, 'R', x), text);
-    for (const auto& [x, text] : {std::pair{2.0 / 3, "6.666666666666666E-01"},
-                                  {-D::max(), "-1.797693134862316E+308"},
-                                  {D::min(), "2.225073858507201E-308"},
-                                  {0.0, "0.000000000000000E+00"}})
-        EXPECT_EQ(shown(E1STD, 'D', x), text);
-    EXPECT_EQ(shown(E1STC, 'C', orvel_complex(-1.5f, 0.0f)), "(-1.500000E+00,0.000000E+00)");
-    EXPECT_EQ(shown(E1STZ, 'Z', orvel_dcomplex(D::quiet_NaN(), -1e100)), "(NaN,-1.000000000000000E+100)");
+    EXPECT_EQ(shown(E1STI, 'I', {0, -3, INT32_MAX, INT32_MIN}), "0 -3 2147483647 -2147483648 ");
+    EXPECT_EQ(shown(E1STR, 'R',
+                    {12.3456f, -F::max(), F::denorm_min(), 0.0f, -0.0f, F::infinity(), -F::infinity(),
+                     std::copysign(F::quiet_NaN(), -1.0f)}),
+              "1.234560E+01 -3.402823E+38 1.401298E-45 0.000000E+00 -0.000000E+00 Infinity -Infinity NaN ");
+    EXPECT_EQ(shown(E1STD, 'D', {2.0 / 3, -D::max(), D::min(), 0.0}),
+              "6.666666666666666E-01 -1.797693134862316E+308 2.225073858507201E-308 0.000000000000000E+00 ");
+    EXPECT_EQ(shown(E1STC, 'C', {orvel_complex(-1.5f, 0.0f)}), "(-1.500000E+00,0.000000E+00) ");
+    EXPECT_EQ(shown(E1STZ, 'Z', {orvel_dcomplex(D::quiet_NaN(), -1e100)}), "(NaN,-1.000000000000000E+100) ");
 
-    const std::tuple<int32_t, string, string> texts[] = {{1, "ab  ", "ab"},
-                                                         {-1, "ab  ", "ab  "},
-                                                         {1, "   ", " "},
-                                                         {-1, "   ", "   "},
-                                                         {1, "", " "},
-                                                         {-1, "", ""},
-                                                         {1, string(256, 'q'), string(255, 'q')},
-                                                         {-1, string(256, ' '), string(255, ' ')}};
-    for (const auto& [id, text, expected] : texts) {
-        set_l(id, text);
-        EXPECT_EQ(made("%(L1)"), expected);
-    }
+    const auto text = [](int32_t id, const string& given) { return set_l(id, given), made("<%(L1)>"); };
+    EXPECT_EQ(text(1, "ab  ") + text(1, "   ") + text(1, ""), "<ab>< >< >");
+    EXPECT_EQ(text(-1, "ab  ") + text(-1, "   ") + text(-1, ""), "<ab  ><   ><>");
+    EXPECT_EQ(text(1, string(256, 'q')), "<" + string(255, 'q') + ">");
+    EXPECT_EQ(text(-1, string(256, ' ')), "<" + string(255, ' ') + ">");
     for (const auto& [length, text] :
          {std::pair{2, "ab"}, {4, "ab c"}, {99, "ab c"}, {0, ""}, {-1, ""}, {INT32_MIN, ""}}) {
         set_a(1, length, "ab c");
@@ -313,8 +289,7 @@ TEST_F(Message, LinesBreakAtBlanksPairsAndEnds)
         {x(30) + " " + x(20) + "%/b", ".  " + x(30) + next + x(20) + next + "b"},
         {x(20) + "%/" + x(30) + " b", ".  " + x(20) + next + x(30) + " b"},
         {x(47) + "%/yy", ". " + next + x(47) + next + "yy"},  // the pair is not in the room
-        {x(10) + "%" + x(30) + "/", ".  " + x(10) + "%" + x(30) + "/"},
-    };
+        {x(10) + "%" + x(30) + "/", ".  " + x(10) + "%" + x(30) + "/"}};
     for (const auto& row : rows) EXPECT_EQ(fatal(row[0]), " 2 from R" + row[1] + "\n");
 }
 
@@ -394,9 +369,10 @@ TEST_F(Message, FileGivesTheTexts)
         D_ERROR_POST(d, &n);
         return single + page.take();
     };
-    const auto twice = [](const string& head, const string& s, const string& d) {
-        return "\n *** " + head + " from S_ERROR_POST.  " + s + "\n\n *** " + head + " from D_ERROR_POST.  " +
-               d + "\n";
+    const auto twice = [](const string& head, const string& text, const string& in_double = "") {
+        const string line = "\n *** " + head + " from ";
+        return line + "S_ERROR_POST.  " + text + "\n" + line + "D_ERROR_POST.  " +
+               (in_double.empty() ? text : in_double) + "\n";
     };
     const string unopened = "Unable to open the Orvel MP Library" + next + "Error message file!";
     const string unread = "Unable to read a record from the" + next + "Orvel MP Library Error message file!";
@@ -408,11 +384,11 @@ TEST_F(Message, FileGivesTheTexts)
               twice("WARNING  ERROR 17", "I 5 -6, R 2.500000E+00 %(D1).",
                     "I 5 -6, R 2.500000000000000E+00" + next + "2.500000000000000E+00."));
     for (int32_t record : {0, 1, 3, 4, -1, INT32_MIN, INT32_MAX})
-        EXPECT_EQ(report(folder.name, record, 10), twice("TERMINAL ERROR 3", unread, unread)) << record;
+        EXPECT_EQ(report(folder.name, record, 10), twice("TERMINAL ERROR 3", unread)) << record;
     for (const char* where : {absent.c_str(), longer.c_str(), static_cast<const char*>(nullptr)})
-        EXPECT_EQ(report(where, 2, 10), twice("TERMINAL ERROR 2", unopened, unopened));
+        EXPECT_EQ(report(where, 2, 10), twice("TERMINAL ERROR 2", unopened));
     for (const auto& [n, least] : {std::pair{9, "10."}, {6, "9."}, {-1, "7."}})
-        EXPECT_EQ(report(folder.name, 2, n), twice("TERMINAL ERROR 1", small + least, small + least));
+        EXPECT_EQ(report(folder.name, 2, n), twice("TERMINAL ERROR 1", small + least));
 }
 
 TEST_F(Message, PacketSetsSwitchesThatStay)
@@ -421,14 +397,9 @@ TEST_F(Message, PacketSetsSwitchesThatStay)
     std::ofstream("messages.daf") << "%(I1)" + string(1019, ' ');
     setenv("TAL_F90_MSG", folder.name, 1);
     on_stop(throwing);
-    const string none = "0000000";
-    const struct {
-        int32_t type, print, stop;
-        const char* word;      // of the message, if one is printed
-        int32_t stopped;       // type that stops
-        string prints, stops;  // switches afterwards
-        Outcome outcome;
-    } rows[] = {
+    const char* const none = "0000000";
+    // Type, print and stop; word of the message, if one is printed; type that stops; switches afterwards.
+    const std::tuple<int32_t, int32_t, int32_t, string, int32_t, string, string, Outcome> rows[] = {
         {1, 1, -1, "NOTE    ", 0, "1000000", none, {1, 17}},
         {2, -1, -1, "", 0, none, none, {2, 17}},
         {2, 1, 0, "ALERT   ", 0, "0100000", none, {2, 17}},
@@ -439,21 +410,18 @@ TEST_F(Message, PacketSetsSwitchesThatStay)
         {5, 1, 1, "TERMINAL", 5, "0000100", "0000100", {5, 17}},
         {3, 3, 0, "", 0, none, none, {5, 2}},
         {3, 0, -2, "", 0, none, none, {5, 3}},
-        {8, 0, -1, "", 0, none, none, {5, 1}},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.type);
+        {8, 0, -1, "", 0, none, none, {5, 1}}};
+    for (const auto& [type, print, stop, word, stopped, prints, stops, left] : rows) {
+        SCOPED_TRACE(type);
         set_switches(0, 0, 0);
-        const orvel_d_epack packet[] = {{1, 0},        {row.type, 0}, {17, 0}, {row.print, 0},
-                                        {row.stop, 0}, {0, 0},        {0, 0}};
+        const orvel_d_epack packet[] = {{1, 0}, {type, 0}, {17, 0}, {print, 0}, {stop, 0}, {0, 0}, {0, 0}};
         const int32_t n = 7;
         set_i(1, 5);  // of nobody's message
-        EXPECT_EQ(stop_of([&] { D_ERROR_POST(packet, &n); }).type, row.stopped);
-        const string head = string("\n *** ") + row.word + " ERROR 17 from D_ERROR_POST.  %(I1)\n";
-        EXPECT_EQ(page.take(), *row.word != '\0' ? head : "");
-        EXPECT_EQ(digits(ERCOM1.prttab), row.prints);
-        EXPECT_EQ(digits(ERCOM1.stptab), row.stops);
-        EXPECT_EQ(outcome(), row.outcome);
+        EXPECT_EQ(stop_of([&packet, &n] { D_ERROR_POST(packet, &n); }).type, stopped);
+        EXPECT_EQ(page.take(),
+                  word.empty() ? "" : "\n *** " + word + " ERROR 17 from D_ERROR_POST.  %(I1)\n");
+        EXPECT_EQ(digits(ERCOM1.prttab) + digits(ERCOM1.stptab), prints + stops);
+        EXPECT_EQ(outcome(), left);
     }
 }
 
