@@ -76,20 +76,6 @@ TEST_F(Stack, TypeDecidesWhoPrintsWhoStopsAndWhatIsPassedUp)
     }
 }
 
-TEST_F(Stack, WarningComesUpOnce)
-{
-    const int32_t here = 0;
-    for (const char* name : {"TOP ", "MIDDLE ", "BOTTOM "}) push(name);
-    post(3, 12);
-    pop("BOTTOM ");
-    EXPECT_EQ((Outcome{N1RTY(&here), N1RCD(&here)}), (Outcome{3, 12}));
-    pop("MIDDLE ");
-    EXPECT_EQ(page.take(), "");
-    pop("TOP ");
-    EXPECT_EQ(page.take(), "\n *** WARNING  ERROR 12 from TOP.  Text.\n");
-    EXPECT_EQ(ERCOM1.ertype[2], -1);  // the record of MIDDLE went with TOP's pop
-}
-
 TEST_F(Stack, LevelsCountAsUserAsTheySay)
 {
     for (const auto& [word, who] :
@@ -163,35 +149,29 @@ TEST_F(Stack, PromptFatalDecidesOverPromptWarning)
 TEST_F(Stack, SwitchesChangeForTheTypesNamed)
 {
     constexpr int32_t leave = -2;
-    const struct {
-        int32_t all, type, print, stop;
-        const char *erset[2], *e1pos[2];  // print and stop switches of types 1..7 afterwards
-    } rows[] = {{leave, 0, 1, 0, {"1111111", "0000000"}, {"1111111", "0000000"}},
-                {leave, 1, 1, -1, {"1011111", "0001101"}, {"1011111", "0001101"}},
-                {leave, 2, -1, 1, {"0011111", "0101101"}, {"0011111", "0101101"}},
-                {leave, 3, 0, 1, {"0001101", "0011111"}, {"0001111", "0011101"}},
-                {leave, 4, 0, 0, {"0010110", "0000100"}, {"0010111", "0000101"}},
-                {leave, 5, -1, 0, {"0011111", "0001001"}, {"0011111", "0001001"}},
-                {1, 1, 2, 2, {"0111111", "0111111"}, {"0111111", "0111111"}},
-                {1, 3, 2, 2, {"1111111", "1101101"}, {"1111111", "1101111"}},
-                {0, 3, 2, 2, {"0010010", "0000000"}, {"0010000", "0000000"}},
-                {0, 4, 2, 2, {"0001001", "0001001"}, {"0001000", "0001000"}},
-                {0, 0, 2, 2, {"0011111", "0001101"}, {"0011111", "0001101"}},
-                {0, 6, 2, 1, {}, {"0000010", "0000010"}},
-                {1, 7, 0, 2, {}, {"1111110", "1111111"}},
-                {1, 8, 0, 0, {}, {"1111111", "1111111"}}};
-    const auto start = [](int32_t all) { set_switches(0, all == leave ? 2 : all, all == leave ? 2 : all); };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(std::to_string(row.all) + " " + std::to_string(row.type));
-        if (row.erset[0] != nullptr) {
-            start(row.all);
-            set_switches(row.type, row.print, row.stop);
-            EXPECT_EQ(switches(), std::string(row.erset[0]) + row.erset[1]);
+    // Print and stop switches of types 1 to 7 after E1POS, and after ERSET where it takes the type.
+    const std::tuple<int32_t, int32_t, int32_t, int32_t, std::string, std::string> rows[] = {
+        {leave, 0, 1, 0, "11111110000000", "11111110000000"},
+        {leave, 1, 1, -1, "10111110001101", "10111110001101"},
+        {leave, 2, -1, 1, "00111110101101", "00111110101101"},
+        {leave, 3, 0, 1, "00011110011101", "00011010011111"},
+        {leave, 4, 0, 0, "00101110000101", "00101100000100"},
+        {leave, 5, -1, 0, "00111110001001", "00111110001001"},
+        {1, 1, 2, 2, "01111110111111", "01111110111111"},
+        {1, 3, 2, 2, "11111111101111", "11111111101101"},
+        {0, 3, 2, 2, "00100000000000", "00100100000000"},
+        {0, 4, 2, 2, "00010000001000", "00010010001001"},
+        {0, 0, 2, 2, "00111110001101", "00111110001101"},
+        {0, 6, 2, 1, "00000100000010", ""},
+        {1, 7, 0, 2, "11111101111111", ""},
+        {1, 8, 0, 0, "11111111111111", ""}};
+    for (const auto& [all, type, print, stop, by_e1pos, by_erset] : rows)
+        for (const auto& [call, expected] : {std::pair{&position, by_e1pos}, {&set_switches, by_erset}}) {
+            if (expected.empty()) continue;
+            set_switches(0, all == leave ? 2 : all, all == leave ? 2 : all);
+            call(type, print, stop);
+            EXPECT_EQ(switches(), expected) << all << " " << type;
         }
-        start(row.all);
-        position(row.type, row.print, row.stop);
-        EXPECT_EQ(switches(), std::string(row.e1pos[0]) + row.e1pos[1]);
-    }
     set_switches(0, 2, 2);
     for (int32_t type = -8; type <= -1; ++type) {
         int32_t print = 77, stop = 78;
@@ -249,13 +229,15 @@ TEST_F(Stack, MisuseStopsWhateverTheTableSays)
     const int32_t here = 0;
     set_switches(0, 2, 0);
     EXPECT_EQ(stop_of([] { pop("NOBODY "); }), (Outcome{5, 1}));
-    EXPECT_EQ(page.take(), head + "1 from E1POP.  Error condition in E1POP.  Cannot pop from" + next +
-                               "NOBODY because stack is empty.\n");
+    EXPECT_EQ(one_line(page.take()), head +
+                                         "1 from E1POP.  Error condition in E1POP.  Cannot pop from NOBODY "
+                                         "because stack is empty.\n");
     orvel_reset();
     push("FIRST ");
     EXPECT_EQ(stop_of([] { pop("SECOND "); }), (Outcome{5, 2}));
-    EXPECT_EQ(page.take(), head + "2 from FIRST.  Error condition in E1POP.  SECOND does not" + next +
-                               "match the name FIRST in the stack.\n");
+    EXPECT_EQ(one_line(page.take()), head +
+                                         "2 from FIRST.  Error condition in E1POP.  SECOND does not match "
+                                         "the name FIRST in the stack.\n");
     orvel_reset();
     const std::tuple<int32_t (*)(const int32_t*), std::array<int32_t, 2>, std::string> rows[] = {
         {N1RTY, {2, -1}, "N1RTY must be 0 or 1.\n"},
@@ -319,15 +301,10 @@ TEST_F(Stack, CounterAndMemory)
 TEST_F(Stack, BlocksHaveTheirOrderAndInitialValues)
 {
     std::vector<int32_t> expected = {1, 50, 0};
-    const auto put = [&](std::size_t n, int32_t first, int32_t rest) {
-        expected.push_back(first);
-        expected.insert(expected.end(), n - 1, rest);
-    };
-    for (int k = 0; k < 2; ++k) put(51, 0, -1);
-    for (int32_t x : {0, 0, 1, 1, 1, 1, 1, /* stop */ 0, 0, 0, 1, 1, 0, 1}) put(1, x, x);
-    for (const auto& [n, first] : {std::pair{4, 1}, {50, 0}}) put(n, first, 0);
-    put(14, 1, 1);
-    put(10, 0, 0);
+    const auto put = [&](std::size_t n, int32_t x) { expected.insert(expected.end(), n, x); };
+    for (int k = 0; k < 2; ++k) put(1, 0), put(50, -1);
+    for (int32_t x : {0, 0, 1, 1, 1, 1, 1, /* stop */ 0, 0, 0, 1, 1, 0, 1}) put(1, x);
+    put(1, 1), put(53, 0), put(14, 1), put(10, 0);
     ASSERT_EQ(offsetof(orvel_ercom1, linalg), 4 * expected.size());
     ASSERT_EQ(sizeof(orvel_ercom2), 1024u + 300 + 50 * 32);
     ASSERT_EQ(sizeof(orvel_ercom8) + sizeof(orvel_ercom9), 31u * 4 + 10 * 31);
@@ -340,10 +317,9 @@ TEST_F(Stack, BlocksHaveTheirOrderAndInitialValues)
         EXPECT_EQ(std::string(ERCOM1.linalg, 6), "LINPAK");
         EXPECT_EQ(std::string(ERCOM2.rname[0], 32), "USER" + std::string(28, ' '));
         EXPECT_EQ(ERCOM3.checksum, 0.0);
-        for (int32_t k = 0; k < 51; ++k) EXPECT_EQ(ERCOM4.user[k], k == 0 ? -1 : 0);
         EXPECT_EQ(ERCOM8.current, 1);
-        for (int32_t k = 0; k < 10; ++k)
-            EXPECT_EQ(ERCOM8.line[k] * 2 + ERCOM8.name_length[k], k == 0 ? 1 : 0);
+        for (int32_t k = 0; k < 51; ++k) EXPECT_EQ(ERCOM4.user[k], k == 0 ? -1 : 0);
+        for (int32_t k = 0; k < 10; ++k) EXPECT_EQ(2 * ERCOM8.line[k] + ERCOM8.name_length[k], k == 0);
         EXPECT_EQ(std::string(ERCOM9.name[0], 31), "?" + std::string(30, ' '));
         // The members are where the list has them, and a second E1INIT leaves them alone.
         ERCOM1.parlen = 2, ERCOM1.post6 = 3, ERCOM1.post7 = 4, ERCOM1.trctab[0] = 5, ERCOM1.ercode[0] = 6;
