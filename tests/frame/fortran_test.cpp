@@ -157,7 +157,23 @@ private:
     const Folder folder_;
 };
 
-TEST_F(Fortran, LinesAndMessagesOfOneThreadNeedNoOther) { EXPECT_EQ(printed("alone"), lines(300)); }
+// The line of a statement is printed when it ends; no message is held up by it, nor in a child where the lock
+// of its unit is lost.
+TEST_F(Fortran, MessagesStandWhereTheProgramMadeThem)
+{
+    const string first = "first\n" + message(1) + "second\n" + message(2),
+                 last = "third 3\n" + message(4) + "last\n",
+                 within = message(5) + first + message(3) + last + lines(3);
+    for (const auto& [program, text] :
+         {std::pair{"alone", lines(300)},  // needs no thread
+          {"in_statements", within},
+          {"in_statements_with_threads", within},
+          {"fork_in_statement", first + message(1) + last},
+          {"stops", lines(2) + "\n *** TERMINAL ERROR 5 from IMACH.  The argument\n"
+                               " ***          must be between 1 and 12 inclusive.\n"
+                               " ***          N =     13.\n\n"}})
+        EXPECT_EQ(printed(program), text) << program;
+}
 
 TEST_F(Fortran, LinesAndMessagesKeepTheirOrderOnABusyMachine)
 {
@@ -171,29 +187,6 @@ TEST_F(Fortran, LinesAndMessagesKeepTheirOrderOnABusyMachine)
         kill(id, SIGKILL);
         waitpid(id, nullptr, 0);
     }
-}
-
-// The line of a statement is printed when it ends; no message is held up by it.
-TEST_F(Fortran, StatementsMayCallWhatPrints)
-{
-    const string text = message(5) + "first\n" + message(1) + "second\n" + message(2) + message(3) +
-                        "third 3\n" + message(4) + "last\n" + lines(3);
-    EXPECT_EQ(printed("in_statements"), text);
-    EXPECT_EQ(printed("in_statements_with_threads"), text);
-}
-
-TEST_F(Fortran, ChildPrintsWhereALockIsLost)
-{
-    EXPECT_EQ(printed("fork_in_statement"), "first\n" + message(1) + "second\n" + message(2) + message(1) +
-                                                "third 3\n" + message(4) + "last\n");
-}
-
-TEST_F(Fortran, StopIsANormalEnd)
-{
-    EXPECT_EQ(printed("stops"), lines(2) +
-                                    "\n *** TERMINAL ERROR 5 from IMACH.  The argument\n"
-                                    " ***          must be between 1 and 12 inclusive.\n"
-                                    " ***          N =     13.\n\n");
 }
 
 // Lines of the program stay, wherever they are when the message comes.

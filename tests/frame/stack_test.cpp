@@ -52,27 +52,22 @@ protected:
 
 TEST_F(Stack, TypeDecidesWhoPrintsWhoStopsAndWhatIsPassedUp)
 {
-    const struct {
-        int32_t type;
-        const char *direct, *nested, *direct_on, *nested_on;
-    } rows[] = {{-2, "0", "0", "0", "0"},        {1, "0", "0", "iI0", "0"},
-                {2, "2", "2", "iI2", "oO2"},     {3, "i3", "o3", "iI3", "oO3"},
-                {4, "iI4", "oO4", "iI4", "oO4"}, {5, "mI5", "mIO5", "mI5", "mIO5"},
-                {6, "m6", "m6", "mI6", "mO6"},   {7, "mI7", "mO7", "mI7", "mO7"},
-                {8, "0", "0", "0", "0"},         {INT32_MAX, "0", "0", "0", "0"}};
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.type);
+    // Types and events: directly and nested with the initial switches, the same with all switches on.
+    const std::tuple<int32_t, std::string, std::string, std::string, std::string> rows[] = {
+        {-2, "0", "0", "0", "0"},       {1, "0", "0", "iI0", "0"},       {2, "2", "2", "iI2", "oO2"},
+        {3, "i3", "o3", "iI3", "oO3"},  {4, "iI4", "oO4", "iI4", "oO4"}, {5, "mI5", "mIO5", "mI5", "mIO5"},
+        {6, "m6", "m6", "mI6", "mO6"},  {7, "mI7", "mO7", "mI7", "mO7"}, {8, "0", "0", "0", "0"},
+        {INT32_MAX, "0", "0", "0", "0"}};
+    for (const auto& [type, direct, nested, direct_on, nested_on] : rows) {
+        SCOPED_TRACE(type);
         set_switches(0, 2, 2);
-        EXPECT_EQ(life(row.type, false), row.direct);
-        EXPECT_EQ(life(row.type, true), row.nested);
+        EXPECT_EQ(life(type, false) + " " + life(type, true), direct + " " + nested);
         set_switches(0, 1, 1);
-        EXPECT_EQ(life(row.type, false), row.direct_on);
-        EXPECT_EQ(life(row.type, true), row.nested_on);
+        EXPECT_EQ(life(type, false) + " " + life(type, true), direct_on + " " + nested_on);
         set_switches(0, 0, 0);
-        EXPECT_EQ(life(row.type, true), std::string(1, row.nested[std::strlen(row.nested) - 1]));
+        EXPECT_EQ(life(type, true), nested.substr(nested.size() - 1));
         set_switches(0, 0, 1);  // stops without a word
-        const std::string on = row.direct_on;
-        EXPECT_EQ(life(row.type, false), on.find('I') == on.npos ? on : on.substr(1));
+        EXPECT_EQ(life(type, false), direct_on.substr(direct_on.find('I') != direct_on.npos));
     }
 }
 
@@ -118,19 +113,17 @@ TEST_F(Stack, LevelsCountAsUserAsTheySay)
 
 TEST_F(Stack, PromptFatalDecidesOverPromptWarning)
 {
-    const struct {
-        bool six, seven;
-        int32_t stop6, stop7, result;
-    } rows[] = {{true, false, 1, 0, 1}, {true, false, 0, 1, 0}, {false, true, 0, 1, 1},
-                {false, true, 1, 0, 0}, {true, true, 1, 0, 0},  {true, true, 0, 1, 1},
-                {false, false, 1, 1, 0}};
+    // Which were posted, what their switches say, what comes of it.
+    const std::tuple<bool, bool, int32_t, int32_t, int32_t> rows[] = {
+        {true, false, 1, 0, 1}, {true, false, 0, 1, 0}, {false, true, 0, 1, 1}, {false, true, 1, 0, 0},
+        {true, true, 1, 0, 0},  {true, true, 0, 1, 1},  {false, false, 1, 1, 0}};
     push("POSTS ");
-    for (const auto& row : rows) {
-        position(6, -1, row.stop6);
-        position(7, -1, row.stop7);
-        if (row.seven) post(7, 1);  // in this order, so that the last one posted does not decide
-        if (row.six) post(6, 1);
-        EXPECT_EQ(N1RGB(), row.result);
+    for (const auto& [six, seven, stop6, stop7, result] : rows) {
+        position(6, -1, stop6);
+        position(7, -1, stop7);
+        if (seven) post(7, 1);  // in this order, so that the last one posted does not decide
+        if (six) post(6, 1);
+        EXPECT_EQ(N1RGB(), result);
         EXPECT_EQ(ERCOM1.post6 + ERCOM1.post7, 0);
         EXPECT_EQ(N1RGB(), 0);
     }
