@@ -410,7 +410,8 @@ TEST_F(Message, PacketSetsSwitchesThatStay)
         {5, 1, 1, "TERMINAL", 5, "0000100", "0000100", {5, 17}},
         {3, 3, 0, "", 0, none, none, {5, 2}},
         {3, 0, -2, "", 0, none, none, {5, 3}},
-        {8, 0, -1, "", 0, none, none, {5, 1}}};
+        {8, 0, -1, "", 0, none, none, {5, 1}},
+        {8, -1, -1, "", 0, none, none, {8, 17}}};
     for (const auto& [type, print, stop, word, stopped, prints, stops, left] : rows) {
         SCOPED_TRACE(type);
         set_switches(0, 0, 0);

@@ -40,6 +40,7 @@ protected:
         step('i', 'I', [] { pop("INNER "); });
         if (nested) step('o', 'O', [] { pop("OUTER "); });
         EXPECT_EQ(ERCOM1.level, 1);
+        EXPECT_TRUE(!nested || ERCOM1.ertype[2] == -1);  // the record went with OUTER's pop
         EXPECT_EQ(ERCOM1.ercode[0], ERCOM1.ertype[0] != 0 ? 9 : 0);
         const Outcome left = nested && ERCOM1.ertype[0] == 0 ? Outcome{0, 0} : Outcome{type, 9};
         EXPECT_EQ(outcome(), left);
