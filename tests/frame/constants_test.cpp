@@ -1,8 +1,7 @@
 // tests/frame/constants_test.cpp - machine constants bit for bit, unit numbers
 #include <bit>
-#include <cmath>
 
-#include "tests/support.h"
+#include "tests/frame/calls.h"
 
 using namespace orvel_test;
 
@@ -16,23 +15,16 @@ constexpr uint64_t double_bits[] = {0x0010000000000000, 0x7FEFFFFFFFFFFFFF, 0x3C
 
 void unit(int32_t n, int32_t& number) { UMACH(&n, &number); }
 
-float assigned_single(const int32_t* n)
+template <class T>
+T assigned(const int32_t* n)
 {
-    float x = 0.0f;
+    T x{};
     const orvel_floating_point value = AMACH_INT_mp_AMACH(n);
-    AMACH_INT_mp_REAL_EQ_FLOATING_POINT(&x, &value);
+    member<T>(AMACH_INT_mp_REAL_EQ_FLOATING_POINT, AMACH_INT_mp_DOUBLE_EQ_FLOATING_POINT)(&x, &value);
     return x;
 }
 
-double assigned_double(const int32_t* n)
-{
-    double x = 0.0;
-    const orvel_floating_point value = AMACH_INT_mp_AMACH(n);
-    AMACH_INT_mp_DOUBLE_EQ_FLOATING_POINT(&x, &value);
-    return x;
-}
-
-using Constants = Quiet;
+using Constants = Hosted;
 
 TEST_F(Constants, AreExactAndReportABadIndex)
 {
@@ -51,9 +43,9 @@ TEST_F(Constants, AreExactAndReportABadIndex)
             EXPECT_TRUE(good || outcome() == (Outcome{5, 5}));
         };
         const int32_t k = good ? n - 1 : 5;
-        for (auto* call : {AMACH, SRMACH, AMACH_INT_mp_S_AMACH, assigned_single})
+        for (auto* call : {AMACH, SRMACH, AMACH_INT_mp_S_AMACH, assigned<float>})
             check(call, single_bits[k], "AMACH");
-        for (auto* call : {DMACH, DRMACH, AMACH_INT_mp_D_AMACH, assigned_double})
+        for (auto* call : {DMACH, DRMACH, AMACH_INT_mp_D_AMACH, assigned<double>})
             check(call, double_bits[k], "DMACH");
     }
     constexpr int32_t integers[] = {32, 4, 2, 31, 2147483647, 2, 24, -125, 128, 53, -1021, 1024};
@@ -63,50 +55,43 @@ TEST_F(Constants, AreExactAndReportABadIndex)
     EXPECT_EQ(ERCOM1.level, 1);
 }
 
-TEST_F(Constants, IndexOfIntegersAndUnitsStopsAlways)
+TEST_F(Constants, UnitsAreKeptAndBadIndexStopsAlways)
 {
     set_switches(0, 0, 0);
-    orvel_set_stop_handler([](void*, int32_t type, int32_t code) { throw Outcome{type, code}; }, nullptr);
+    on_stop(throwing);
     Capture output(1002), error(1003);
-    int32_t second = 1002, third = 1003, standard = 6;
-    unit(-2, second);
-    unit(-3, third);
-    const auto integer = [](int32_t n) { IMACH(&n); };
-    const auto number = [](int32_t n) { UMACH(&n, &n); };
-    for (const auto& [n, cell] :
-         {std::pair{13, "    13"}, {0, "     0"}, {-99999, "-99999"}, {INT32_MIN, "******"}}) {
-        EXPECT_THROW(integer(n), Outcome);
-        EXPECT_EQ(error.take(), "");
-        EXPECT_EQ(output.take(),
-                  std::string("\n *** TERMINAL ERROR 5 from IMACH.  The argument\n"
-                              " ***          must be between 1 and 12 inclusive.\n ***          N = ") +
-                      cell + ".\n\n");
-    }
-    for (const auto& [n, cell] :
-         {std::pair{4, "     4"}, {0, "     0"}, {-4, "     4"}, {INT32_MIN, "******"}}) {
-        EXPECT_THROW(number(n), Outcome);
-        EXPECT_EQ(output.take(), "");
-        EXPECT_EQ(error.take(), std::string("\n *** TERMINAL ERROR 5 from UMACH.  The absolute\n"
-                                            " ***          value of the index variable must be\n"
-                                            " ***          1, 2, or 3.  IABS(N) = ") +
-                                    cell + ".\n\n");
-    }
-    unit(-2, standard);
-    unit(-3, standard);
-    orvel_set_stop_handler(nullptr, nullptr);
-}
-
-TEST_F(Constants, UnitsAreKept)
-{
+    int32_t first[] = {5, 6};
     for (int32_t n : {1, 2, 3}) {
-        int32_t number = -1, changed = 70 + n;
+        int32_t number = -1, changed = 1000 + n;
         unit(n, number);
         EXPECT_EQ(number, n == 1 ? 5 : 6);
         unit(-n, changed);
         unit(n, number);
-        EXPECT_EQ(number, 70 + n);
-        unit(-n, changed = n == 1 ? 5 : 6);
+        EXPECT_EQ(number, 1000 + n);
     }
+    for (const auto& [n, cell, of_unit] : {std::tuple{13, "    13", "    13"},
+                                           {0, "     0", "     0"},
+                                           {-99999, "-99999", " 99999"},
+                                           {4, "", "     4"},
+                                           {-4, "", "     4"},
+                                           {INT32_MIN, "******", "******"}}) {
+        int32_t given = n;
+        if (*cell != '\0') {
+            EXPECT_THROW(IMACH(&given), Outcome);
+            EXPECT_EQ(error.take(), "");
+            EXPECT_EQ(output.take(),
+                      std::string("\n *** TERMINAL ERROR 5 from IMACH.  The argument\n"
+                                  " ***          must be between 1 and 12 inclusive.\n ***          N = ") +
+                          cell + ".\n\n");
+        }
+        EXPECT_THROW(UMACH(&given, &given), Outcome);
+        EXPECT_EQ(output.take(), "");
+        EXPECT_EQ(error.take(), std::string("\n *** TERMINAL ERROR 5 from UMACH.  The absolute\n"
+                                            " ***          value of the index variable must be\n"
+                                            " ***          1, 2, or 3.  IABS(N) = ") +
+                                    of_unit + ".\n\n");
+    }
+    for (int32_t n : {1, 2}) unit(-n, first[n - 1]);
 }
 
 }  // namespace

@@ -2,22 +2,14 @@
 #include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
-#include <chrono>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <thread>
 
-#include "tests/support.h"
+#include "tests/frame/calls.h"
 
 namespace {
 
 using namespace orvel_test;
-namespace fs = std::filesystem;
 using std::string;
 
 const string text =
@@ -25,27 +17,6 @@ const string text =
     " ***          IERSVR must be 0 to 5.  IERSVR = 6\n";
 
 string name_of(int32_t unit) { return "fort." + std::to_string(unit); }
-
-string content(const string& name)
-{
-    std::ifstream file(name);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
-void write(const string& name, const string& what) { std::ofstream(name) << what; }
-
-// As an earlier program has left it.
-void leave(const string& name)
-{
-    write(name, "left over");
-    fs::last_write_time(name, fs::file_time_type::clock::now() - std::chrono::hours(1));
-}
-
-void use_unit(int32_t unit)
-{
-    int32_t third = -3;
-    UMACH(&third, &unit);
-}
 
 void complain(int32_t unit)
 {
@@ -62,56 +33,23 @@ string complaint(int32_t unit)
 }
 
 // In a folder of its own, with messages and without stops.
-class Files : public Quiet {
+class Files : public Hosted {
 protected:
-    Files()
-    {
-        fs::current_path(mkdtemp(folder_));
-        set_switches(5, -1, 0);
-    }
-    ~Files() override
-    {
-        use_unit(6);
-        fs::current_path(home_);
-        fs::remove_all(folder_);
-    }
-
-    // Whether the body is true in a child, where it may spoil what it likes.
-    template <class F>
-    static bool in_child(F body)
-    {
-        const pid_t child = fork();
-        if (child == 0) {
-            alarm(60);
-            _exit(body() ? 0 : 1);
-        }
-        int status = -1;
-        waitpid(child, &status, 0);
-        return status == 0;
-    }
-
-    const fs::path home_ = fs::current_path();
-
-private:
-    char folder_[32] = "/tmp/orvel_files_XXXXXX";
+    Files() { set_switches(5, -1, 0); }
+    const Folder folder_;
 };
 
 TEST_F(Files, WhatWasWrittenBeforeTheProgramIsDropped)
 {
     constexpr int32_t first = 1000, count = 40;  // more than are kept open
     for (int32_t unit = first; unit < first + count; ++unit) {
-        if (unit % 2 == 0)
-            leave(name_of(unit));
-        else
-            write(name_of(unit), "of the program");
+        leave(name_of(unit));
+        if (unit % 2 != 0) std::ofstream(name_of(unit)) << "of the program";
     }
-    const auto descriptors = [] {
-        return std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator());
-    };
-    const auto before = descriptors();
+    const auto before = entries("/proc/self/fd");
     for (int round = 0; round < 2; ++round)
         for (int32_t unit = first; unit < first + count; ++unit) EXPECT_EQ(complaint(unit), "");
-    EXPECT_LT(descriptors(), before + count);
+    EXPECT_LT(entries("/proc/self/fd"), before + count);
     for (int32_t unit = first; unit < first + count; ++unit)
         EXPECT_EQ(content(name_of(unit)), (unit % 2 == 0 ? "" : "of the program") + text + text) << unit;
 
@@ -123,16 +61,16 @@ TEST_F(Files, WhatWasWrittenBeforeTheProgramIsDropped)
 
 TEST_F(Files, OnlyFilesAndTerminalsAreWrittenTo)
 {
-    fs::create_directory("fort.11");
+    std::filesystem::create_directory("fort.11");
     ASSERT_EQ(mkfifo("fort.12", 0600), 0);  // without a reader, an open would wait for one
     ASSERT_EQ(mkfifo("fort.13", 0600), 0);
     const int reader = open("fort.13", O_RDONLY | O_NONBLOCK);
-    fs::create_symlink("/dev/full", "fort.14");
-    fs::create_symlink("/dev/null", "fort.15");
+    std::filesystem::create_symlink("/dev/full", "fort.14");
+    std::filesystem::create_symlink("/dev/null", "fort.15");
     alarm(60);
     for (int32_t unit : {0, 5, 11, 12, 13, 14}) EXPECT_EQ(complaint(unit), text) << unit;
     EXPECT_EQ(complaint(15), "");
-    setenv("TAL_F90_MSG", fs::current_path().c_str(), 1);
+    setenv("TAL_F90_MSG", folder_.name, 1);
     ASSERT_EQ(mkfifo("messages.daf", 0600), 0);
     Capture page;
     use_unit(6);
@@ -182,21 +120,16 @@ TEST_F(Files, ProgramsThatFollowEachOtherStartAnew)
 {
     constexpr const char* second = "ORVEL_SECOND_PROGRAM";
     if (getenv(second) != nullptr) {
-        fs::current_path(home_);
+        std::filesystem::current_path(folder_.home);
         return complain(9);
     }
-    const pid_t child = fork();
-    if (child == 0) {
-        write("fort.9", "of the program before");
+    EXPECT_TRUE(in_child([] {
+        std::ofstream("fort.9") << "of the program before";
         std::this_thread::sleep_for(std::chrono::milliseconds(12));  // a tick of the coarsest clocks
         setenv(second, "", 1);
         dup2(open("output", O_WRONLY | O_CREAT, 0600), 1);
-        execl("/proc/self/exe", "program", "--gtest_filter=Files.Programs*", nullptr);
-        _exit(99);
-    }
-    int status = -1;
-    waitpid(child, &status, 0);
-    EXPECT_EQ(status, 0);
+        return execl("/proc/self/exe", "program", "--gtest_filter=Files.Programs*", nullptr) == 0;
+    }));
     EXPECT_EQ(content("fort.9"), text);
 }
 

@@ -3,22 +3,17 @@
 #include <fcntl.h>
 #include <signal.h>
 #include <sys/syscall.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <atomic>
-#include <cstdlib>
 #include <ctime>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <map>
 #include <thread>
 #include <vector>
 
-#include <gtest/gtest.h>
-
 #include "orvel/orvel.h"
+#include "tests/frame/process.h"
+
+using namespace orvel_test;
 
 extern "C" {
 void print_lines(int count);
@@ -44,15 +39,7 @@ int fork_at = 0;
 void fork_within_statement()
 {
     std::thread([] {
-        const pid_t child = fork();
-        if (child == 0) {
-            alarm(10);
-            complain(1);
-            _exit(0);
-        }
-        int status = -1;
-        waitpid(child, &status, 0);
-        if (status != 0) _exit(98);
+        if (!in_child([] { return complain(1), true; })) _exit(98);
     }).join();
 }
 
@@ -84,25 +71,13 @@ string lines(int count)
     return text;
 }
 
-// ---- programs: started anew, so that the run-time finds its output where it is
-// -----------------------------
-
-int tasks()
-{
-    using std::filesystem::directory_iterator;
-    return static_cast<int>(std::distance(directory_iterator("/proc/self/task"), directory_iterator()));
-}
+// ---- programs: started anew, so that the run-time finds its output where it is ----------------------------
 
 int alone()
 {
     print_lines(300);
-    return tasks() - 1;
+    return static_cast<int>(entries("/proc/self/task")) - 1;
 }
-
-void start_a_thread()
-{
-    std::thread([] {}).join();
-}  // from now on the program is one of several threads
 
 std::atomic<int> alarms, elsewhere;
 void count_alarm(int) { ++(syscall(SYS_gettid) == getpid() ? alarms : elsewhere); }
@@ -110,7 +85,7 @@ void count_alarm(int) { ++(syscall(SYS_gettid) == getpid() ? alarms : elsewhere)
 // With a timer whose alarms go to whichever thread is running.
 int with_threads()
 {
-    start_a_thread();
+    std::thread([] {}).join();  // from now on the program is one of several threads
     signal(SIGUSR1, count_alarm);
     sigevent event{};
     event.sigev_notify = SIGEV_SIGNAL;
@@ -134,26 +109,14 @@ int in_statements()
     return 0;
 }
 
-int in_statements_with_threads()
-{
-    by_threads = true;
-    return in_statements();
-}
-
 int to_file(bool closed)
 {
-    int32_t third = -3, unit = 9;
+    const int32_t third = -3;
+    int32_t unit = 9;
     UMACH(&third, &unit);
     write_file(unit, closed);
     complain(1);
     complain(2);
-    return 0;
-}
-
-int fork_in_statement()
-{
-    fork_at = 3;
-    print_within_statements();
     return 0;
 }
 
@@ -166,53 +129,51 @@ int stops()
     return 99;
 }
 
-const std::map<string, int (*)()> programs = {{"alone", alone},
-                                              {"with_threads", with_threads},
-                                              {"in_statements", in_statements},
-                                              {"in_statements_with_threads", in_statements_with_threads},
-                                              {"to_open_file", [] { return to_file(false); }},
-                                              {"to_closed_file", [] { return to_file(true); }},
-                                              {"fork_in_statement", fork_in_statement},
-                                              {"stops", stops}};
+const std::map<string, int (*)()> programs = {
+    {"alone", alone},
+    {"with_threads", with_threads},
+    {"in_statements", in_statements},
+    {"in_statements_with_threads", [] { return by_threads = true, in_statements(); }},
+    {"to_open_file", [] { return to_file(false); }},
+    {"to_closed_file", [] { return to_file(true); }},
+    {"fork_in_statement", [] { return fork_at = 3, print_within_statements(), 0; }},
+    {"stops", stops}};
 
 // ---- what they print -------------------------------------------------------------------------------------
 
 class Fortran : public ::testing::Test {
 protected:
-    Fortran() { std::filesystem::current_path(mkdtemp(folder_)); }
-    ~Fortran() override
-    {
-        std::filesystem::current_path(home_);
-        std::filesystem::remove_all(folder_);
-    }
-
-    static string content(const char* name)
-    {
-        std::ifstream file(name);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
-
-    // The output of the program and its status. One that hangs is ended.
+    // The output of the program, which must end well.
     static string printed(const char* program)
     {
-        const pid_t child = fork();
-        if (child == 0) {
-            alarm(60);
+        EXPECT_TRUE(in_child([=] {
             dup2(open("output", O_WRONLY | O_CREAT | O_TRUNC, 0600), 1);
-            execl("/proc/self/exe", "program", program, nullptr);
-            _exit(99);
-        }
-        int status = -1;
-        waitpid(child, &status, 0);
-        return content("output") + std::to_string(status);
+            return execl("/proc/self/exe", "program", program, nullptr) == 0;
+        }));
+        return content("output");
     }
 
 private:
-    const std::filesystem::path home_ = std::filesystem::current_path();
-    char folder_[32] = "/tmp/orvel_fortran_XXXXXX";
+    const Folder folder_;
 };
 
-TEST_F(Fortran, LinesAndMessagesOfOneThreadNeedNoOther) { EXPECT_EQ(printed("alone"), lines(300) + "0"); }
+// The line of a statement is printed when it ends; no message is held up by it, nor in a child where the lock
+// of its unit is lost.
+TEST_F(Fortran, MessagesStandWhereTheProgramMadeThem)
+{
+    const string first = "first\n" + message(1) + "second\n" + message(2),
+                 last = "third 3\n" + message(4) + "last\n",
+                 within = message(5) + first + message(3) + last + lines(3);
+    for (const auto& [program, text] :
+         {std::pair{"alone", lines(300)},  // needs no thread
+          {"in_statements", within},
+          {"in_statements_with_threads", within},
+          {"fork_in_statement", first + message(1) + last},
+          {"stops", lines(2) + "\n *** TERMINAL ERROR 5 from IMACH.  The argument\n"
+                               " ***          must be between 1 and 12 inclusive.\n"
+                               " ***          N =     13.\n\n"}})
+        EXPECT_EQ(printed(program), text) << program;
+}
 
 TEST_F(Fortran, LinesAndMessagesKeepTheirOrderOnABusyMachine)
 {
@@ -221,42 +182,18 @@ TEST_F(Fortran, LinesAndMessagesKeepTheirOrderOnABusyMachine)
         if ((id = fork()) == 0)
             for (alarm(100);;) {
             }
-    EXPECT_EQ(printed("with_threads"), lines(400) + "0");
+    EXPECT_EQ(printed("with_threads"), lines(400));
     for (const pid_t id : busy) {
         kill(id, SIGKILL);
         waitpid(id, nullptr, 0);
     }
 }
 
-// The line of a statement is printed when it ends; the message inside is not held up by it, nor are later
-// ones.
-TEST_F(Fortran, StatementsMayCallWhatPrints)
-{
-    const string text = message(5) + "first\n" + message(1) + "second\n" + message(2) + message(3) +
-                        "third 3\n" + message(4) + "last\n" + lines(3) + "0";
-    EXPECT_EQ(printed("in_statements"), text);
-    EXPECT_EQ(printed("in_statements_with_threads"), text);
-}
-
-TEST_F(Fortran, ChildPrintsWhereALockIsLost)
-{
-    EXPECT_EQ(printed("fork_in_statement"), "first\n" + message(1) + "second\n" + message(2) + message(1) +
-                                                "third 3\n" + message(4) + "last\n0");
-}
-
-TEST_F(Fortran, StopIsANormalEnd)
-{
-    EXPECT_EQ(printed("stops"), lines(2) +
-                                    "\n *** TERMINAL ERROR 5 from IMACH.  The argument\n"
-                                    " ***          must be between 1 and 12 inclusive.\n"
-                                    " ***          N =     13.\n\n0");
-}
-
 // Lines of the program stay, wherever they are when the message comes.
 TEST_F(Fortran, FileIsSharedWithTheProgram)
 {
     for (const char* program : {"to_open_file", "to_closed_file"}) {
-        EXPECT_EQ(printed(program), "0");
+        EXPECT_EQ(printed(program), "");
         EXPECT_EQ(content("fort.9"), "of the program\n" + message(1) + message(2)) << program;
         std::filesystem::remove("fort.9");
     }

@@ -3,19 +3,20 @@
 
 #include <malloc.h>
 
+#include <array>
 #include <cstring>
 #include <utility>
 
 #include "frame/scratch.h"
+#include "tests/frame/calls.h"
 #include "tests/refusing_memory.h"
-#include "tests/support.h"
 
 namespace {
 
 using namespace orvel;
 using namespace orvel_test;
 
-class Frame : public Quiet {
+class Frame : public Hosted {
 protected:
     Frame() { requests = failing = 0; }
     Capture page;
@@ -73,25 +74,24 @@ TEST_F(Frame, EveryFailedRequestIsReportedAndNothingIsKept)
         EXPECT_EQ(ERCOM1.level, 1);
     }
     // The level is marked first, which the checksum shows.
-    const int32_t terminal = 5, one = 1, two = 2, minus = -1;
+    const int32_t one = 1;
     refuse(1);
     ERCOM3.checksum = 0.0;
     front(n, plus_one, -7.0f);
     const double sum = std::exchange(ERCOM3.checksum, 0.0);
-    E1PSH("FRONT ", 6);
-    E1MES(&terminal, &minus, " ", 1);
+    push("FRONT ");
+    post(5, -1, " ");
     E1STI(&one, &n);
-    const std::string storage =
-        "The required storage cannot be allocated.  The workspace is based on N, where N = %(i1).";
-    E1MES(&terminal, &two, storage.data(), storage.size());
-    E1POP("FRONT ", 6);
+    post(5, 2, "The required storage cannot be allocated.  The workspace is based on N, where N = %(i1).");
+    pop("FRONT ");
     EXPECT_EQ(ERCOM3.checksum, sum);
     // The arrays are free before the pop speaks.
     set_switches(0, 1, 0);
     failing = 0;
-    orvel_bind_unit(
-        6, [](void* to, int32_t, const char*, size_t) { *static_cast<std::size_t*>(to) = in_use(); },
-        &at_print);
+    const orvel_writer measure = [](void* to, int32_t, const char*, size_t) {
+        *static_cast<std::size_t*>(to) = in_use();
+    };
+    write_with(measure, &at_print);
     const std::size_t before = in_use();
     front(
         2 << 20, +[](float x) { return inner<float>(note, 1), x; }, 0.0f);
@@ -103,27 +103,18 @@ TEST_F(Frame, EveryFailedRequestIsReportedAndNothingIsKept)
 
 TEST_F(Frame, ScratchSizesAreCheckedAndRoundedUp)
 {
-    const struct {
-        int64_t rows, columns;
-        std::size_t bytes;  // 0 when refused without a request
-    } rows[] = {{0, 1, 64},
-                {-5, -7, 64},
-                {-5, 8, 64},
-                {8, INT64_MIN, 64},
-                {1, 8, 64},
-                {9, 1, 128},
-                {3, 6, 192},
-                {INT32_MAX, INT32_MAX, 0},
-                {INT64_MAX, 2, 0},
-                {INT64_MAX / 8, 1, 0},
-                {INT64_MAX / 8 + 1, 1, 0}};
-    for (const auto& row : rows) {
+    constexpr int64_t most = INT32_MAX, eighth = INT64_MAX / 8;
+    // 0 bytes when refused without a request.
+    const std::tuple<int64_t, int64_t, std::size_t> sizes[] = {
+        {0, 1, 64},  {-5, -7, 64},    {-5, 8, 64},        {8, INT64_MIN, 64}, {1, 8, 64},        {9, 1, 128},
+        {3, 6, 192}, {most, most, 0}, {8 * eighth, 2, 0}, {eighth, 1, 0},     {eighth + 1, 1, 0}};
+    for (const auto& [rows, columns, size] : sizes) {
         Scratch<double> x;
         requests = 0;
-        EXPECT_EQ(x.allocate(row.rows, row.columns), row.bytes != 0) << row.rows << " " << row.columns;
-        EXPECT_EQ(requests, row.bytes != 0);
-        if (row.bytes == 0) continue;
-        EXPECT_EQ(last_size, row.bytes);
+        EXPECT_EQ(x.allocate(rows, columns), size != 0) << rows << " " << columns;
+        EXPECT_EQ(requests, size != 0);
+        if (size == 0) continue;
+        EXPECT_EQ(last_size, size);
         EXPECT_EQ(reinterpret_cast<uintptr_t>(static_cast<double*>(x)) % 64, 0u);
     }
     Scratch<char> bytes;
@@ -135,32 +126,21 @@ TEST_F(Frame, ScratchSizesAreCheckedAndRoundedUp)
 TEST_F(Frame, NamesAndNumbersFollowThePrecision)
 {
     const auto name = [] { return std::string(ERCOM2.rname[1], 8); };
-    const auto said = [] { return std::string(ERCOM2.message, static_cast<std::size_t>(ERCOM1.msglen)); };
-    const auto check = [&](auto& me, const char* expected, const char* number) {
+    const auto check = [&]<class R>(const char* expected, const char* number) {
+        R me;
         EXPECT_EQ(name(), expected);
         me.post(alert, 1, "%(R1) %(I2)%(L3)", {r(1, 0.1), i(2, -4), l(3, "ab ")});
-        EXPECT_EQ(said(), std::string(".  ") + number + " -4ab");
+        EXPECT_EQ(std::string(ERCOM2.message, static_cast<std::size_t>(ERCOM1.msglen)), number);
         EXPECT_TRUE(me.failed());
         EXPECT_EQ(me.error_type(), alert);
         me.clear();
         EXPECT_FALSE(me.failed());
     };
-    {
-        Routine<float, "NAME"> me;
-        check(me, "NAME    ", "1.000000E-01");
-    }
-    {
-        Routine<double, "NAME"> me;
-        check(me, "DNAME   ", "1.000000000000000E-01");
-    }
-    {
-        Routine<std::complex<float>, "NAME"> me;
-        check(me, "NAME    ", "1.000000E-01");
-    }
-    {
-        Routine<std::complex<double>, "R9NAME", "D9NAME"> me;
-        check(me, "D9NAME  ", "1.000000000000000E-01");
-    }
+    check.operator()<Routine<float, "NAME">>("NAME    ", ".  1.000000E-01 -4ab");
+    check.operator()<Routine<double, "NAME">>("DNAME   ", ".  1.000000000000000E-01 -4ab");
+    check.operator()<Routine<std::complex<float>, "NAME">>("NAME    ", ".  1.000000E-01 -4ab");
+    check.operator()<Routine<std::complex<double>, "R9NAME", "D9NAME">>("D9NAME  ",
+                                                                        ".  1.000000000000000E-01 -4ab");
     inner<float>(alert, 4);
     ERCOM1.ertype[2] = ERCOM1.ercode[2] = 9;
     Routine<double, "INNER">::visit(frame::state());
@@ -194,55 +174,48 @@ struct PostsOnTheWay {
     ~PostsOnTheWay() { inner<float>(type, 9); }
 };
 
+template <int32_t type>
+float on_the_way_of(float)
+{
+    const PostsOnTheWay local{type};
+    throw 8;
+}
+
 TEST_F(Frame, ExceptionLeavesTheLevelSilently)
 {
     set_switches(0, 1, 1);
-    orvel_set_stop_handler([](void*, int32_t type, int32_t code) { throw Outcome{type, code}; }, nullptr);
+    on_stop(throwing);
     set_switches(2, 0, 0);
     const auto thrown = [&](float (*f)(float)) {
         try {
-            front(2, f, 0.0f);
+            const Outcome stop = stop_of([&] { front(2, f, 0.0f); });
+            return 10 * stop.type + stop.code;
         } catch (int x) {
             return x;
-        } catch (const Outcome& o) {
-            return 10 * o.type + o.code;
         }
-        return 0;
     };
     // FRONT has posted FATAL 3, which would print and stop.
     EXPECT_EQ(thrown([](float) -> float { throw 7; }), 7);
     EXPECT_EQ(page.take(), "");
-    EXPECT_EQ(ERCOM1.level, 1);
-    EXPECT_EQ(ERCOM4.user[1], 0);
-    EXPECT_EQ(ERCOM1.ertype[0], 0);
+    EXPECT_EQ((std::array{ERCOM1.level, ERCOM1.ertype[0], ERCOM4.user[1]}), (std::array{1, 0, 0}));
     EXPECT_EQ(thrown(plus_one), 43);
     EXPECT_EQ(page.take(), "\n *** FATAL    ERROR 3 from FRONT.  X = 1.500000E+00.\n");
     // A routine that a destructor calls on the way returns as ever; the exception goes on.
     set_switches(0, 0, 0);
     set_switches(4, 1, 0);
     orvel_reset();
-    for (auto* f : {+[](float) -> float {
-                        const PostsOnTheWay local{note};
-                        throw 8;
-                    },
-                    +[](float) -> float {
-                        const PostsOnTheWay local{warning};
-                        throw 8;
-                    }}) {
+    for (auto* f : {&on_the_way_of<note>, &on_the_way_of<warning>}) {
         EXPECT_EQ(thrown(f), 8);
         EXPECT_EQ(page.take(), "");
-        EXPECT_EQ(ERCOM1.ertype[2], -1);
-        EXPECT_EQ(ERCOM1.level, 1);
-        EXPECT_EQ(ERCOM1.ertype[0], 0);
+        EXPECT_EQ((std::array{ERCOM1.level, ERCOM1.ertype[0], ERCOM1.ertype[2]}), (std::array{1, 0, -1}));
     }
-    orvel_set_stop_handler(nullptr, nullptr);
 }
 
 // Calls a routine that posts while an exception passes that goes no further.
-void catch_and_post()
+void catch_and_post(int32_t type = note)
 {
     try {
-        const PostsOnTheWay local{note};
+        const PostsOnTheWay local{type};
         throw 1;
     } catch (int) {
     }
@@ -252,9 +225,8 @@ void catch_and_post()
 // left silently, although it has posted.
 TEST_F(Frame, ExceptionsAreCountedFromTheRoutinesOwnError)
 {
-    orvel_set_stop_handler([](void*, int32_t type, int32_t code) { throw Outcome{type, code}; }, nullptr);
-    const auto user_code = [] {
-        Routine<float, "OUTER"> me;
+    using Outer = Routine<float, "OUTER">;
+    const auto in_user_code = [](Outer& me) {
         me.post(fatal, 3, "Text.");
         const UserCode user(me.state());
         {
@@ -263,47 +235,36 @@ TEST_F(Frame, ExceptionsAreCountedFromTheRoutinesOwnError)
         }
         throw 7;
     };
-    const auto user_function = [] {
-        Routine<float, "OUTER"> me;
+    const auto in_user_function = [](Outer& me) {
         me.post(fatal, 3, "Text.");
-        {
-            const UserFunction<float> f(me.state(), [](const float* x) { return catch_and_post(), *x; });
-            f(1.0f);
-        }
-        throw 7;
+        const UserFunction<float> f(me.state(), [](const float* x) { return catch_and_post(), *x; });
+        f(1.0f);
     };
-    const auto writer = [] {
-        orvel_bind_unit(
-            6, [](void*, int32_t, const char*, size_t) { catch_and_post(); }, nullptr);
-        Routine<float, "OUTER"> me;
+    const auto in_writer = [](Outer& me) {
+        write_with([](void*, int32_t, const char*, size_t) { catch_and_post(); });
         me.post(terminal, 3, "Text.");  // prints
-        throw 7;
     };
     // The name on top is not the routine's own, and nothing was posted by it.
-    const auto unbalanced = [] {
-        catch_and_post();
-        Routine<float, "OUTER"> me;
-        E1PSH("LEFT ", 5);
-        throw 7;
-    };
+    const auto unbalanced = [](Outer&) { push("LEFT "); };
     const auto check = [](auto body) {
-        EXPECT_THROW(body(), int);
+        const auto leave = [&] {
+            Outer me;
+            body(me);
+            throw 7;
+        };
+        EXPECT_THROW(leave(), int);
         EXPECT_EQ(ERCOM1.level, 1);
         orvel_reset();
     };
+    on_stop(throwing);
     // An error of a routine that is called on an exception's way is its own, and is judged when it returns.
-    try {
-        const PostsOnTheWay local{warning};
-        throw 1;
-    } catch (int) {
-    }
+    catch_and_post(warning);
     EXPECT_EQ(page.take(), "\n *** WARNING  ERROR 9 from INNER.  Text.\n");
-    check(user_code);
-    check(user_function);
-    check(writer);
+    check(in_user_code);
+    check(in_user_function);
+    check(in_writer);
+    catch_and_post();
     check(unbalanced);
-    orvel_bind_unit(6, nullptr, nullptr);
-    orvel_set_stop_handler(nullptr, nullptr);
 }
 
 }  // namespace

@@ -1,16 +1,13 @@
 // tests/frame/stack_test.cpp - routine stack, records of outcome, switches, layout of the blocks
-#include <unistd.h>
-
 #include <algorithm>
+#include <array>
 #include <cstddef>
-#include <cstdio>
 #include <cstring>
-#include <string_view>
 #include <thread>
 #include <utility>
 #include <vector>
 
-#include "tests/support.h"
+#include "tests/frame/calls.h"
 
 using namespace orvel_test;
 
@@ -18,34 +15,13 @@ namespace {
 
 const std::string head = "\n *** TERMINAL ERROR ", next = "\n ***          ";
 
-void push(std::string_view name) { E1PSH(name.data(), name.size()); }
-void pop(std::string_view name) { E1POP(name.data(), name.size()); }
-void user(std::string_view text) { E1USR(text.data(), text.size()); }
-void post(int32_t type, int32_t code) { E1MES(&type, &code, "Text.", 5); }
 void position(int32_t type, int32_t print, int32_t stop) { E1POS(&type, &print, &stop); }
-int32_t type_of(int32_t option) { return N1RTY(&option); }
-int32_t code_of(int32_t option) { return N1RCD(&option); }
+std::string switches() { return digits(ERCOM1.prttab) + digits(ERCOM1.stptab); }
 
 // Stops arrive as exceptions, output in `page`.
-class Stack : public Quiet {
+class Stack : public Hosted {
 protected:
-    Stack()
-    {
-        orvel_set_stop_handler([](void*, int32_t type, int32_t code) { throw Outcome{type, code}; }, nullptr);
-    }
-    ~Stack() override { orvel_set_stop_handler(nullptr, nullptr); }
-
-    // Type and code of the stop; {0, 0} when the call returns.
-    template <class F>
-    static Outcome stop_of(F call)
-    {
-        try {
-            call();
-        } catch (const Outcome& o) {
-            return o;
-        }
-        return {0, 0};
-    }
+    Stack() { on_stop(throwing); }
 
     // What INNER's error of this type does. Printed: m at the post, i at INNER's pop, o at OUTER's. Stopped:
     // I at INNER's pop, O at OUTER's. Last the type that the user's level receives.
@@ -64,6 +40,7 @@ protected:
         step('i', 'I', [] { pop("INNER "); });
         if (nested) step('o', 'O', [] { pop("OUTER "); });
         EXPECT_EQ(ERCOM1.level, 1);
+        EXPECT_TRUE(!nested || ERCOM1.ertype[2] == -1);  // the record went with OUTER's pop
         EXPECT_EQ(ERCOM1.ercode[0], ERCOM1.ertype[0] != 0 ? 9 : 0);
         const Outcome left = nested && ERCOM1.ertype[0] == 0 ? Outcome{0, 0} : Outcome{type, 9};
         EXPECT_EQ(outcome(), left);
@@ -76,80 +53,50 @@ protected:
 
 TEST_F(Stack, TypeDecidesWhoPrintsWhoStopsAndWhatIsPassedUp)
 {
-    const struct {
-        int32_t type;
-        const char *direct, *nested, *direct_on, *nested_on;
-    } rows[] = {
-        {-2, "0", "0", "0", "0"},        {1, "0", "0", "iI0", "0"},       {2, "2", "2", "iI2", "oO2"},
-        {3, "i3", "o3", "iI3", "oO3"},   {4, "iI4", "oO4", "iI4", "oO4"}, {5, "mI5", "mIO5", "mI5", "mIO5"},
-        {6, "m6", "m6", "mI6", "mO6"},   {7, "mI7", "mO7", "mI7", "mO7"}, {8, "0", "0", "0", "0"},
-        {INT32_MAX, "0", "0", "0", "0"},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.type);
+    // Types and events: directly and nested with the initial switches, the same with all switches on.
+    const std::tuple<int32_t, std::string, std::string, std::string, std::string> rows[] = {
+        {-2, "0", "0", "0", "0"},       {1, "0", "0", "iI0", "0"},       {2, "2", "2", "iI2", "oO2"},
+        {3, "i3", "o3", "iI3", "oO3"},  {4, "iI4", "oO4", "iI4", "oO4"}, {5, "mI5", "mIO5", "mI5", "mIO5"},
+        {6, "m6", "m6", "mI6", "mO6"},  {7, "mI7", "mO7", "mI7", "mO7"}, {8, "0", "0", "0", "0"},
+        {INT32_MAX, "0", "0", "0", "0"}};
+    for (const auto& [type, direct, nested, direct_on, nested_on] : rows) {
+        SCOPED_TRACE(type);
         set_switches(0, 2, 2);
-        EXPECT_EQ(life(row.type, false), row.direct);
-        EXPECT_EQ(life(row.type, true), row.nested);
+        EXPECT_EQ(life(type, false) + " " + life(type, true), direct + " " + nested);
         set_switches(0, 1, 1);
-        EXPECT_EQ(life(row.type, false), row.direct_on);
-        EXPECT_EQ(life(row.type, true), row.nested_on);
+        EXPECT_EQ(life(type, false) + " " + life(type, true), direct_on + " " + nested_on);
         set_switches(0, 0, 0);
-        EXPECT_EQ(life(row.type, true), std::string(1, row.nested[std::strlen(row.nested) - 1]));
+        EXPECT_EQ(life(type, true), nested.substr(nested.size() - 1));
         set_switches(0, 0, 1);  // stops without a word
-        const std::string on = row.direct_on;
-        EXPECT_EQ(life(row.type, false), on.find('I') == on.npos ? on : on.substr(1));
+        EXPECT_EQ(life(type, false), direct_on.substr(direct_on.find('I') != direct_on.npos));
     }
-}
-
-TEST_F(Stack, WarningComesUpOnceAndNoteStaysDown)
-{
-    for (const char* name : {"TOP ", "MIDDLE ", "BOTTOM "}) push(name);
-    post(3, 12);
-    pop("BOTTOM ");
-    EXPECT_EQ(type_of(0), 3);
-    EXPECT_EQ(code_of(0), 12);
-    pop("MIDDLE ");
-    EXPECT_EQ(page.take(), "");
-    pop("TOP ");
-    EXPECT_EQ(page.take(), "\n *** WARNING  ERROR 12 from TOP.  Text.\n");
-    EXPECT_EQ(ERCOM1.ertype[2], -1);  // the record of MIDDLE went with TOP's pop
-
-    push("TOP ");
-    push("BOTTOM ");
-    post(1, 8);
-    pop("BOTTOM ");
-    EXPECT_EQ(type_of(0), 0);
-    EXPECT_EQ(outcome(), (Outcome{1, 8}));
-    EXPECT_EQ(IERCD(), 8);
-    pop("TOP ");
-    EXPECT_EQ(outcome(), (Outcome{0, 0}));
-    EXPECT_EQ(page.take(), "");
 }
 
 TEST_F(Stack, LevelsCountAsUserAsTheySay)
 {
-    for (const auto& [word, prints_inside] :
-         {std::pair{"ON", true}, {"OFF", false}, {"on  ", true}, {"off ", false}}) {
+    for (const auto& [word, who] :
+         {std::pair{"ON", "INNER"}, {"OFF", "OUTER"}, {"on  ", "INNER"}, {"off ", "OUTER"}}) {
         push("OUTER ");
         user(word);
         push("INNER ");
         post(3, 1);
-        pop("INNER ");
-        EXPECT_EQ(page.take().find("ERROR 1 from INNER.") != std::string::npos, prints_inside) << word;
-        pop("OUTER ");
-        EXPECT_EQ(page.take().find("ERROR 1 from OUTER.") != std::string::npos, !prints_inside) << word;
+        for (const char* name : {"INNER", "OUTER"}) {
+            pop(name);
+            EXPECT_EQ(page.take().find(std::string("ERROR 1 from ") + name) != std::string::npos,
+                      name == std::string(who))
+                << word;
+        }
     }
     user("OFF");
     EXPECT_EQ(life(3, false), "3");
     user("ON");
     // A writer may change what the caller is, before the stop is judged.
-    orvel_bind_unit(
-        9, [](void*, int32_t, const char*, size_t) { ERCOM4.user[0] = 0; }, nullptr);
-    int32_t third = -3, unit = 9;
-    UMACH(&third, &unit);
+    const orvel_writer no_user = [](void*, int32_t, const char*, size_t) { ERCOM4.user[0] = 0; };
+    write_with(no_user, nullptr, 9);
+    use_unit(9);
     EXPECT_EQ(life(4, false), "4");
-    orvel_bind_unit(9, nullptr, nullptr);
-    UMACH(&third, &(unit = 6));
+    write_with(nullptr, nullptr, 9);
+    use_unit(6);
     user("ON");
     EXPECT_EQ(life(3, false), "i3");
     EXPECT_EQ(stop_of([] { user("On"); }), (Outcome{5, 1}));  // no pop would follow
@@ -167,19 +114,17 @@ TEST_F(Stack, LevelsCountAsUserAsTheySay)
 
 TEST_F(Stack, PromptFatalDecidesOverPromptWarning)
 {
-    const struct {
-        bool six, seven;
-        int32_t stop6, stop7, result;
-    } rows[] = {{true, false, 1, 0, 1}, {true, false, 0, 1, 0}, {false, true, 0, 1, 1},
-                {false, true, 1, 0, 0}, {true, true, 1, 0, 0},  {true, true, 0, 1, 1},
-                {false, false, 1, 1, 0}};
+    // Which were posted, what their switches say, what comes of it.
+    const std::tuple<bool, bool, int32_t, int32_t, int32_t> rows[] = {
+        {true, false, 1, 0, 1}, {true, false, 0, 1, 0}, {false, true, 0, 1, 1}, {false, true, 1, 0, 0},
+        {true, true, 1, 0, 0},  {true, true, 0, 1, 1},  {false, false, 1, 1, 0}};
     push("POSTS ");
-    for (const auto& row : rows) {
-        position(6, -1, row.stop6);
-        position(7, -1, row.stop7);
-        if (row.seven) post(7, 1);  // in this order, so that the last one posted does not decide
-        if (row.six) post(6, 1);
-        EXPECT_EQ(N1RGB(), row.result);
+    for (const auto& [six, seven, stop6, stop7, result] : rows) {
+        position(6, -1, stop6);
+        position(7, -1, stop7);
+        if (seven) post(7, 1);  // in this order, so that the last one posted does not decide
+        if (six) post(6, 1);
+        EXPECT_EQ(N1RGB(), result);
         EXPECT_EQ(ERCOM1.post6 + ERCOM1.post7, 0);
         EXPECT_EQ(N1RGB(), 0);
     }
@@ -198,38 +143,29 @@ TEST_F(Stack, PromptFatalDecidesOverPromptWarning)
 TEST_F(Stack, SwitchesChangeForTheTypesNamed)
 {
     constexpr int32_t leave = -2;
-    const struct {
-        int32_t all, type, print, stop;
-        const char *erset[2], *e1pos[2];  // print and stop switches of types 1..7 afterwards
-    } rows[] = {
-        {leave, 0, 1, 0, {"1111111", "0000000"}, {"1111111", "0000000"}},
-        {leave, 1, 1, -1, {"1011111", "0001101"}, {"1011111", "0001101"}},
-        {leave, 2, -1, 1, {"0011111", "0101101"}, {"0011111", "0101101"}},
-        {leave, 3, 0, 1, {"0001101", "0011111"}, {"0001111", "0011101"}},
-        {leave, 4, 0, 0, {"0010110", "0000100"}, {"0010111", "0000101"}},
-        {leave, 5, -1, 0, {"0011111", "0001001"}, {"0011111", "0001001"}},
-        {1, 1, 2, 2, {"0111111", "0111111"}, {"0111111", "0111111"}},
-        {1, 3, 2, 2, {"1111111", "1101101"}, {"1111111", "1101111"}},
-        {0, 3, 2, 2, {"0010010", "0000000"}, {"0010000", "0000000"}},
-        {0, 4, 2, 2, {"0001001", "0001001"}, {"0001000", "0001000"}},
-        {0, 0, 2, 2, {"0011111", "0001101"}, {"0011111", "0001101"}},
-        {0, 6, 2, 1, {}, {"0000010", "0000010"}},
-        {1, 7, 0, 2, {}, {"1111110", "1111111"}},
-        {1, 8, 0, 0, {}, {"1111111", "1111111"}},
-    };
-    const auto start = [](int32_t all) { set_switches(0, all == leave ? 2 : all, all == leave ? 2 : all); };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(std::to_string(row.all) + " " + std::to_string(row.type));
-        if (row.erset[0] != nullptr) {
-            start(row.all);
-            set_switches(row.type, row.print, row.stop);
-            EXPECT_EQ(digits(ERCOM1.prttab) + digits(ERCOM1.stptab),
-                      std::string(row.erset[0]) + row.erset[1]);
+    // Print and stop switches of types 1 to 7 after E1POS, and after ERSET where it takes the type.
+    const std::tuple<int32_t, int32_t, int32_t, int32_t, std::string, std::string> rows[] = {
+        {leave, 0, 1, 0, "11111110000000", "11111110000000"},
+        {leave, 1, 1, -1, "10111110001101", "10111110001101"},
+        {leave, 2, -1, 1, "00111110101101", "00111110101101"},
+        {leave, 3, 0, 1, "00011110011101", "00011010011111"},
+        {leave, 4, 0, 0, "00101110000101", "00101100000100"},
+        {leave, 5, -1, 0, "00111110001001", "00111110001001"},
+        {1, 1, 2, 2, "01111110111111", "01111110111111"},
+        {1, 3, 2, 2, "11111111101111", "11111111101101"},
+        {0, 3, 2, 2, "00100000000000", "00100100000000"},
+        {0, 4, 2, 2, "00010000001000", "00010010001001"},
+        {0, 0, 2, 2, "00111110001101", "00111110001101"},
+        {0, 6, 2, 1, "00000100000010", ""},
+        {1, 7, 0, 2, "11111101111111", ""},
+        {1, 8, 0, 0, "11111111111111", ""}};
+    for (const auto& [all, type, print, stop, by_e1pos, by_erset] : rows)
+        for (const auto& [call, expected] : {std::pair{&position, by_e1pos}, {&set_switches, by_erset}}) {
+            if (expected.empty()) continue;
+            set_switches(0, all == leave ? 2 : all, all == leave ? 2 : all);
+            call(type, print, stop);
+            EXPECT_EQ(switches(), expected) << all << " " << type;
         }
-        start(row.all);
-        position(row.type, row.print, row.stop);
-        EXPECT_EQ(digits(ERCOM1.prttab) + digits(ERCOM1.stptab), std::string(row.e1pos[0]) + row.e1pos[1]);
-    }
     set_switches(0, 2, 2);
     for (int32_t type = -8; type <= -1; ++type) {
         int32_t print = 77, stop = 78;
@@ -248,7 +184,7 @@ TEST_F(Stack, BadSwitchArgumentsAreTerminalAndChangeNothing)
         page.take();
         const auto call = by_e1pos ? position : set_switches;
         EXPECT_EQ(stop_of([&, t = type, p = print, s = stop] { call(t, p, s); }), (Outcome{5, code}));
-        EXPECT_EQ(digits(ERCOM1.prttab) + digits(ERCOM1.stptab), "00111110001101");
+        EXPECT_EQ(switches(), "00111110001101");
         if (type != INT32_MIN) continue;
         EXPECT_EQ(page.take(), head + "1 from ERSET.  Invalid error severity level indicator. " + next +
                                    "IERSVR must be 0 to 5.  IERSVR = -2147483648\n" + head +
@@ -284,28 +220,28 @@ TEST_F(Stack, NamesArePaddedAndComparedOverThirtyTwoCharacters)
 
 TEST_F(Stack, MisuseStopsWhateverTheTableSays)
 {
+    const int32_t here = 0;
     set_switches(0, 2, 0);
     EXPECT_EQ(stop_of([] { pop("NOBODY "); }), (Outcome{5, 1}));
-    EXPECT_EQ(page.take(), head + "1 from E1POP.  Error condition in E1POP.  Cannot pop from" + next +
-                               "NOBODY because stack is empty.\n");
+    EXPECT_EQ(one_line(page.take()), head +
+                                         "1 from E1POP.  Error condition in E1POP.  Cannot pop from NOBODY "
+                                         "because stack is empty.\n");
     orvel_reset();
     push("FIRST ");
     EXPECT_EQ(stop_of([] { pop("SECOND "); }), (Outcome{5, 2}));
-    EXPECT_EQ(page.take(), head + "2 from FIRST.  Error condition in E1POP.  SECOND does not" + next +
-                               "match the name FIRST in the stack.\n");
+    EXPECT_EQ(one_line(page.take()), head +
+                                         "2 from FIRST.  Error condition in E1POP.  SECOND does not match "
+                                         "the name FIRST in the stack.\n");
     orvel_reset();
-    const struct {
-        int32_t (*call)(const int32_t*);
-        int32_t options[2];
-        std::string text;
-    } rows[] = {{N1RTY, {2, -1}, "N1RTY must be 0 or 1.\n"},
-                {N1RCD, {2, -1}, "N1RCD must be 0 or 1.\n"},
-                {N1RNOF, {3, 0}, "N1RNOF must be 1 or" + next + "2. \n"}};
-    for (const auto& row : rows)
-        for (int32_t option : row.options) {
-            EXPECT_EQ(stop_of([&] { row.call(&option); }), (Outcome{5, 1}));
-            EXPECT_EQ(page.take(), head + "1 from USER.  The argument passed to " + row.text);
-            EXPECT_EQ(type_of(0) * 10 + code_of(0), 51);
+    const std::tuple<int32_t (*)(const int32_t*), std::array<int32_t, 2>, std::string> rows[] = {
+        {N1RTY, {2, -1}, "N1RTY must be 0 or 1.\n"},
+        {N1RCD, {2, -1}, "N1RCD must be 0 or 1.\n"},
+        {N1RNOF, {3, 0}, "N1RNOF must be 1 or" + next + "2. \n"}};
+    for (const auto& [call, options, text] : rows)
+        for (int32_t option : options) {
+            EXPECT_EQ(stop_of([&, f = call] { f(&option); }), (Outcome{5, 1}));
+            EXPECT_EQ(page.take(), head + "1 from USER.  The argument passed to " + text);
+            EXPECT_EQ(10 * N1RTY(&here) + N1RCD(&here), 51);
             orvel_reset();
         }
 
@@ -325,12 +261,10 @@ TEST_F(Stack, MisuseStopsWhateverTheTableSays)
 
 TEST_F(Stack, CounterAndMemory)
 {
-    int32_t up = 1, spend = 2, value = 0;
+    int32_t value = 0, spend = 2;
     N1RNOF(&spend);
-    EXPECT_EQ(N1RNOF(&up), 1);
-    EXPECT_EQ(N1RNOF(&up), 2);
-    EXPECT_EQ(N1RNOF(&spend), 2);
-    EXPECT_EQ(N1RNOF(&spend), 0);
+    for (const auto& [option, count] : {std::pair{1, 1}, {1, 2}, {2, 2}, {2, 0}})
+        EXPECT_EQ(N1RNOF(&option), count);
     EXPECT_EQ(N1THRD(), 1);
     const auto mem = [&](const char* action, int32_t slot, char* name) {
         return E1MEM(action, &slot, &value, name, std::strlen(action), 6);
@@ -361,17 +295,10 @@ TEST_F(Stack, CounterAndMemory)
 TEST_F(Stack, BlocksHaveTheirOrderAndInitialValues)
 {
     std::vector<int32_t> expected = {1, 50, 0};
-    const auto put = [&](std::size_t n, int32_t first, int32_t rest) {
-        expected.push_back(first);
-        expected.insert(expected.end(), n - 1, rest);
-    };
-    put(51, 0, -1);
-    put(51, 0, -1);
-    for (int32_t x : {0, 0, 1, 1, 1, 1, 1, /* stop */ 0, 0, 0, 1, 1, 0, 1}) expected.push_back(x);
-    put(4, 1, 0);
-    put(50, 0, 0);
-    put(14, 1, 1);
-    put(10, 0, 0);
+    const auto put = [&](std::size_t n, int32_t x) { expected.insert(expected.end(), n, x); };
+    for (int k = 0; k < 2; ++k) put(1, 0), put(50, -1);
+    for (int32_t x : {0, 0, 1, 1, 1, 1, 1, /* stop */ 0, 0, 0, 1, 1, 0, 1}) put(1, x);
+    put(1, 1), put(53, 0), put(14, 1), put(10, 0);
     ASSERT_EQ(offsetof(orvel_ercom1, linalg), 4 * expected.size());
     ASSERT_EQ(sizeof(orvel_ercom2), 1024u + 300 + 50 * 32);
     ASSERT_EQ(sizeof(orvel_ercom8) + sizeof(orvel_ercom9), 31u * 4 + 10 * 31);
@@ -384,10 +311,9 @@ TEST_F(Stack, BlocksHaveTheirOrderAndInitialValues)
         EXPECT_EQ(std::string(ERCOM1.linalg, 6), "LINPAK");
         EXPECT_EQ(std::string(ERCOM2.rname[0], 32), "USER" + std::string(28, ' '));
         EXPECT_EQ(ERCOM3.checksum, 0.0);
-        for (int32_t k = 0; k < 51; ++k) EXPECT_EQ(ERCOM4.user[k], k == 0 ? -1 : 0);
         EXPECT_EQ(ERCOM8.current, 1);
-        for (int32_t k = 0; k < 10; ++k)
-            EXPECT_EQ(ERCOM8.line[k] * 2 + ERCOM8.name_length[k], k == 0 ? 1 : 0);
+        for (int32_t k = 0; k < 51; ++k) EXPECT_EQ(ERCOM4.user[k], k == 0 ? -1 : 0);
+        for (int32_t k = 0; k < 10; ++k) EXPECT_EQ(2 * ERCOM8.line[k] + ERCOM8.name_length[k], k == 0);
         EXPECT_EQ(std::string(ERCOM9.name[0], 31), "?" + std::string(30, ' '));
         // The members are where the list has them, and a second E1INIT leaves them alone.
         ERCOM1.parlen = 2, ERCOM1.post6 = 3, ERCOM1.post7 = 4, ERCOM1.trctab[0] = 5, ERCOM1.ercode[0] = 6;
@@ -400,34 +326,25 @@ TEST_F(Stack, BlocksHaveTheirOrderAndInitialValues)
 // What a jump may leave behind is cleared, what the program has set is kept.
 TEST_F(Stack, ResetClearsErrorsAndKeepsSwitches)
 {
-    push("LEFT ");
-    post(6, 3);
-    post(7, 4);
-    user("ON");
-    int32_t third = -3, unit = 77, up = 1;
-    UMACH(&third, &unit);
-    N1RNOF(&up);
+    ERCOM1.level = 3, ERCOM1.msglen = 5, ERCOM1.parlen = 30, ERCOM1.post6 = ERCOM1.post7 = 1;
     std::fill_n(ERCOM1.ertype, 51, 3);
     std::fill_n(ERCOM1.ercode, 51, 4);
     std::fill_n(ERCOM4.user, 51, -1);
     ERCOM4.user[0] = 0;
-    ERCOM1.msglen = 5, ERCOM1.parlen = 30;
+    ERCOM3.checksum = 5.0;
+    use_unit(77);
     set_switches(3, 0, 1);
-    const double sum = ERCOM3.checksum;
     orvel_reset();
-    EXPECT_EQ((std::vector{ERCOM1.level, ERCOM1.msglen, ERCOM1.parlen, ERCOM1.post6, ERCOM1.post7}),
-              (std::vector{1, 0, 1, 0, 0}));
-    for (int k = 0; k < 51; ++k) {
-        EXPECT_EQ(ERCOM1.ertype[k], k == 0 ? 0 : -1);
-        EXPECT_EQ(ERCOM1.ercode[k], k == 0 ? 0 : -1);
-        EXPECT_EQ(ERCOM4.user[k], k == 0 ? -1 : 0);
-    }
-    EXPECT_EQ(digits(ERCOM1.prttab) + digits(ERCOM1.stptab), "00011010011111");
-    EXPECT_EQ(ERCOM3.checksum, sum);
-    UMACH(&(third = 3), &(unit = 0));
+    EXPECT_EQ((std::array{ERCOM1.level, ERCOM1.msglen, ERCOM1.parlen, ERCOM1.post6, ERCOM1.post7}),
+              (std::array{1, 0, 1, 0, 0}));
+    for (int k = 0; k < 51; ++k)
+        EXPECT_EQ((std::array{ERCOM1.ertype[k], ERCOM1.ercode[k], ERCOM4.user[k]}),
+                  (k == 0 ? std::array{0, 0, -1} : std::array{-1, -1, 0}));
+    EXPECT_EQ(switches(), "00011010011111");
+    EXPECT_EQ(ERCOM3.checksum, 5.0);
+    int32_t third = 3, unit = 0;
+    UMACH(&third, &unit);
     EXPECT_EQ(unit, 77);
-    UMACH(&(third = -3), &(unit = 6));
-    N1RNOF(&(up = 2));
 }
 
 using StackDeathTest = Quiet;

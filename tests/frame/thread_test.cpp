@@ -1,22 +1,17 @@
 // tests/frame/thread_test.cpp - state of each thread, messages printed at once, stops at once
-#include <pthread.h>
-#include <unistd.h>
-
 #include <atomic>
 #include <barrier>
-#include <chrono>
-#include <cstdio>
-#include <cstdlib>
+#include <map>
 #include <thread>
 #include <vector>
 
-#include "tests/support.h"
+#include "tests/frame/calls.h"
 
 using namespace orvel_test;
 
 namespace {
 
-using Threads = Quiet;
+using Threads = Hosted;
 
 template <class F>
 void on_threads(int count, F body)
@@ -29,17 +24,17 @@ void on_threads(int count, F body)
 // Posts FATAL code k, with the stop off, from two levels below the caller; the message has six lines.
 void complain(int32_t k)
 {
-    const int32_t zero = 0, one = 1, fatal = 4;
+    const int32_t one = 1;
     set_switches(4, 1, 0);
-    E1PSH("OUTER ", 6);
-    E1USR("ON", 2);
-    E1PSH("INNER ", 6);
+    push("OUTER ");
+    user("ON");
+    push("INNER ");
     E1STI(&one, &k);
-    E1MES(&fatal, &k, "Thread %(I1).", 13);
-    E1POP("INNER ", 6);
-    E1USR("OFF", 3);
-    E1POP("OUTER ", 6);
-    E1MES(&zero, &zero, "", 0);
+    post(4, k, "Thread %(I1).");
+    pop("INNER ");
+    user("OFF");
+    pop("OUTER ");
+    post(0, 0, "");
 }
 
 std::string block(int32_t k)
@@ -60,14 +55,14 @@ TEST_F(Threads, KeepTheirOwnState)
     std::barrier all(8);
     on_threads(8, [&](int k) {
         const std::string name = "R" + std::to_string(k);
-        int32_t third = -3, unit = 100 + k, up = 1, type = 3, zero = 0;
+        int32_t third = 3, unit = 0, up = 1, zero = 0;
         all.arrive_and_wait();
         set_switches(3, k % 2, 0);
-        UMACH(&third, &unit);
-        for (int n = 0; n <= k; ++n) (N1RNOF(&up), E1PSH(name.data(), name.size()));
-        E1MES(&type, &k, "Text", 4);
+        use_unit(100 + k);
+        for (int n = 0; n <= k; ++n) (N1RNOF(&up), push(name));
+        post(3, k);
         all.arrive_and_wait();
-        UMACH(&(third = 3), &(unit = 0));
+        UMACH(&third, &unit);
         EXPECT_EQ(unit, 100 + k);
         EXPECT_EQ(ERCOM1.prttab[2], k % 2);
         EXPECT_EQ(ERCOM1.level, k + 2);
@@ -81,48 +76,31 @@ TEST_F(Threads, MessagesDoNotInterleave)
 {
     // Takes its time in the middle of a message, and no care.
     std::string text;
-    orvel_bind_unit(
-        6,
-        [](void* to, int32_t, const char* from, size_t n) {
-            for (size_t k = 0; k < n; ++k) {
-                static_cast<std::string*>(to)->push_back(from[k]);
-                if (k % 50 == 0) std::this_thread::yield();
-            }
-        },
-        &text);
+    const orvel_writer careless = [](void* to, int32_t, const char* from, size_t n) {
+        for (size_t k = 0; k < n; ++k) {
+            static_cast<std::string*>(to)->push_back(from[k]);
+            if (k % 50 == 0) std::this_thread::yield();
+        }
+    };
+    write_with(careless, &text);
     constexpr int rounds = 10;
-    std::vector<pthread_t> plain(4);
-    for (std::size_t k = 0; k < plain.size(); ++k)
-        pthread_create(
-            &plain[k], nullptr,
-            [](void* id) -> void* {
-                for (int n = 0; n < rounds; ++n)
-                    complain(static_cast<int32_t>(reinterpret_cast<intptr_t>(id)));
-                return nullptr;
-            },
-            reinterpret_cast<void*>(k + 20));
-    on_threads(8, [](int k) {
+    on_threads(12, [](int k) {
         for (int n = 0; n < rounds; ++n) complain(k + 1);
     });
-    for (pthread_t t : plain) pthread_join(t, nullptr);
 #pragma omp parallel for num_threads(4) schedule(static, 1)
     for (int k = 0; k < 4 * rounds; ++k) complain(30 + k % 4);
     complain(9);  // its lock orders the team before this thread, which the sanitizer cannot see by itself
-    orvel_bind_unit(6, nullptr, nullptr);
+    write_with(nullptr);
 
-    std::vector<int> counts(34);
-    std::size_t at = 0;
-    while (at < text.size()) {
+    std::map<int, int> counts, expected = {{30, rounds}, {31, rounds}, {32, rounds}, {33, rounds}};
+    for (int k = 1; k <= 12; ++k) expected[k] = rounds + (k == 9);
+    for (std::size_t at = 0; at < text.size();) {
         const int k = std::atoi(text.c_str() + std::min(at + 20, text.size()));
-        ASSERT_TRUE(k >= 1 && k < 34 && text.compare(at, block(k).size(), block(k)) == 0)
-            << text.substr(at, 200);
-        ++counts[static_cast<std::size_t>(k)];
+        ASSERT_EQ(text.substr(at, block(k).size()), block(k));
+        ++counts[k];
         at += block(k).size();
     }
-    for (int k = 1; k < 34; ++k) {
-        const bool many = k <= 8 || (k >= 20 && k < 24) || k >= 30;
-        EXPECT_EQ(counts[static_cast<std::size_t>(k)], k == 9 ? 1 : many ? rounds : 0) << k;
-    }
+    EXPECT_EQ(counts, expected);
 }
 
 TEST_F(Threads, DefaultsReachThreadsThatStartLater)
@@ -156,28 +134,24 @@ TEST_F(Threads, DefaultsReachThreadsThatStartLater)
     EXPECT_EQ(switches(4), 11);
 }
 
-using ThreadsDeathTest = Quiet;
-
-TEST_F(ThreadsDeathTest, OneOfTwoStopsEndsTheProcess)
+TEST_F(Threads, OneOfTwoStopsEndsTheProcess)
 {
-    GTEST_FLAG_SET(death_test_style, "threadsafe");
-    const auto stop_twice = [] {
-        orvel_set_stop_status(7);
-        orvel_bind_unit(
-            6, [](void*, int32_t, const char*, size_t) {}, nullptr);
+    EXPECT_TRUE(in_child(8, [] {
+        static std::atomic<bool> returned;
+        write_with([](void*, int32_t, const char*, size_t) {});
         std::atexit([] {  // long enough for the other one to do what it must not
             std::this_thread::sleep_for(std::chrono::milliseconds(100));
-            [[maybe_unused]] const auto n = write(STDERR_FILENO, "end.", 4);
+            _exit(returned ? 1 : 8);
         });
         std::barrier both(2);
         on_threads(2, [&](int) {
             const int32_t bad = 13;
             both.arrive_and_wait();
             IMACH(&bad);
-            [[maybe_unused]] const auto n = write(STDERR_FILENO, "returned.", 9);
+            returned = true;
         });
-    };
-    EXPECT_EXIT(stop_twice(), ::testing::ExitedWithCode(7), "^[^.]*end\\.$");
+        return false;
+    }));
 }
 
 }  // namespace
