@@ -12,7 +12,7 @@ Factors half_of(const Factors& f)
 {
     Factors h;
     h.n = f.n / 2;
-    h.most_in_last = 4;
+    h.most_in_last = most_in_last_of_real;
     int32_t even = 0;
     while (f.factor[even] % 2 != 0) ++even;
     if (f.factor[even] == 4) h.append(2);

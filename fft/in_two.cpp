@@ -31,7 +31,7 @@ int64_t numbers_in_rows(const Factors& f)
 template <class R>
 [[gnu::noinline]] void run_with_own_block(Pass<R>& pass, int64_t length)
 {
-    constexpr int64_t longest = 5 << (2 * 3), room = longest * align_by<R>;
+    constexpr int64_t room = longest_real_block * align_by<R>;
     alignas(widest_bytes) R block[2 * room];
     const int64_t wanted = length * most_vectors * align_by<R>;
     Scratch<R> wide;

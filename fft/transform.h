@@ -19,6 +19,11 @@ struct Factors {
 };
 inline constexpr int32_t most_stored = 13;
 
+// What the second pass of two takes at once in a real transform, so that its block fits the stack: with one
+// factor of 5 among factors of 4 the product is at most longest_real_block.
+inline constexpr int32_t most_in_last_of_real = 4;
+inline constexpr int64_t longest_real_block = 5 << (2 * (most_in_last_of_real - 1));
+
 // 4, 2, 3, 5, 7, 9, 11 ... divided out in turn; a 2 found behind others goes to the front.
 Factors factorize(int64_t n);
 

@@ -18,6 +18,8 @@ namespace orvel::linsys {
 
 namespace {
 
+constexpr int64_t wide = 128, narrow = 32;  // columns of the blocks
+
 // The multipliers lie in pieces, in the order in which they are used: blocks of columns from the last to the
 // first, of each the rows behind the block as a matrix; then its narrow blocks in the same way, of each the
 // rows down to the end of the wide one, and the columns of the triangle on the diagonal. So every piece is a
@@ -28,7 +30,6 @@ namespace {
 template <class T, class Rectangle, class Triangle>
 void for_pieces(int64_t n, T* piece, Rectangle rectangle, Triangle triangle)
 {
-    constexpr int64_t wide = 128, narrow = 32;
     for (int64_t last = n, first; last > 0; last = first) {
         first = (last - 1) / wide * wide;
         rectangle(first, last, n, piece);
@@ -77,12 +78,11 @@ void multiply_by_lower(int64_t n, T* packed, T* ainv, int64_t ldainv)
                                         {ainv + first * ldainv, 1, ldainv});
         },
         [=](int64_t first, int64_t last, T* piece) {
-            constexpr int64_t most = 32;
-            kernels::OnStack<T, most * most> lower;
+            kernels::OnStack<T, narrow * narrow> lower;
             for (int64_t c = first; c < last; ++c)
-                for (int64_t r = c + 1; r < last; ++r) lower[r - first + (c - first) * most] = -*piece++;
-            kernels::divide_by_triangle<T>(n, last - first, {true, true}, static_cast<const T*>(lower), most,
-                                           ainv + first * ldainv, ldainv);
+                for (int64_t r = c + 1; r < last; ++r) lower[r - first + (c - first) * narrow] = -*piece++;
+            kernels::divide_by_triangle<T>(n, last - first, {true, true}, static_cast<const T*>(lower),
+                                           narrow, ainv + first * ldainv, ldainv);
         });
 }
 

@@ -7,6 +7,8 @@
 # output with the file that is checked in.
 from mpmath import mp, mpf, cos, cot, log, loggamma, nstr, pi, sin
 
+from chebyshev import powers
+
 mp.dps = 60
 TERMS = 12
 LARGEST = 17  # beyond it no double is closer to a zero than to the integer beside it
@@ -39,20 +41,6 @@ def lowest_point(n):
         else:
             low = a
     return (low + high) / 2
-
-
-def powers(series):
-    """A Chebyshev series, whose first coefficient has half weight, in powers of its variable."""
-    older, newer = [mpf(1)], [mpf(0), mpf(1)]
-    result = [mpf(0)] * len(series)
-    for j, c in enumerate(series):
-        for k, p in enumerate(older):
-            result[k] += p * c / (2 if j == 0 else 1)
-        following = [mpf(0)] + [2 * p for p in newer]
-        for k, p in enumerate(older):
-            following[k] -= p
-        older, newer = newer, following
-    return result
 
 
 def growth(zero, reach):
