@@ -276,8 +276,21 @@ def shape_symbols(family):
                 fail(family["where"], f"the length {name} needs {symbol}")
 
 
+def kernel_stems(members):
+    """Names of kernels without the letters of their precision, where that leaves one name for several."""
+    stems = {}
+    for member in members:
+        found = re.fullmatch(r"(I?)(SC|DZ|CS|ZD|S|D|C|Z)(\w+)", member["name"])
+        if found:
+            stems.setdefault(found[1] + found[3], []).append(member)
+    for stem, group in stems.items():
+        if len(group) > 1 and stem not in {m["name"] for m in members}:
+            for member in group:
+                member["generic"] = stem
+
+
 def generic_names(members):
-    """One name over the precisions: the single one without the letter of the kernels' precision."""
+    """One name over the precisions, that of the single real member."""
     by_name = {m["name"]: m for m in members}
 
     def shape_of(member):
@@ -285,7 +298,7 @@ def generic_names(members):
 
     for member in members:
         name, generic = member["name"], member["name"]
-        pairs = {"DLNGAM": "ALNGAM", "DLGAMS": "ALGAMS", "D9LGMC": "R9LGMC", "D9GAML": "R9GAML", "DQSTO": None}
+        pairs = {"DLNGAM": "ALNGAM", "DLGAMS": "ALGAMS", "D9LGMC": "R9LGMC", "D9GAML": "R9GAML"}
         single = pairs.get(name, name[1:] if name[0] == "D" else None)
         if single in by_name and shape_of(by_name[single]) == shape_of(member):
             generic = single
@@ -314,6 +327,8 @@ def family_of(entry, functions, section):
                 lengths.setdefault(name, value)
         scope = scope.outer
     generic_names(members)
+    if entry.where.startswith(("kernels.h", "matrices.h")):
+        kernel_stems(members)
     family = {
         "name": members[0]["name"], "where": entry.where, "section": section, "purpose": purpose.rstrip(".") + ".",
         "text": ([rest] if rest else []) + entry.prose[entry.prose.index(first) + 1:], "members": members,

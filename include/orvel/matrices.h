@@ -73,10 +73,16 @@
  *     cause      TRANS = T or C and LDA < max(1,K)
  *                "LDA must be greater than or equal to K and greater than zero when TRANS = T or C, but LDA
  *                = %(I1) and K = %(I2) are given."
+ *     cause      TRANS = C and LDA < max(1,K)
+ *                "LDA must be greater than or equal to K and greater than zero when TRANS = T or C, but LDA
+ *                = %(I1) and K = %(I2) are given."
  *     cause      TRANS = N and LDB < max(1,N)
  *                "LDB must be greater than or equal to N and greater than zero when TRANS = N, but LDB =
  *                %(I1) and N = %(I2) are given."
  *     cause      TRANS = T or C and LDB < max(1,K)
+ *                "LDB must be greater than or equal to K and greater than zero when TRANS = T or C, but LDB
+ *                = %(I1) and K = %(I2) are given."
+ *     cause      TRANS = C and LDB < max(1,K)
  *                "LDB must be greater than or equal to K and greater than zero when TRANS = T or C, but LDB
  *                = %(I1) and K = %(I2) are given."
  *     cause      TRANSA = N and LDA < max(1,M)
@@ -121,8 +127,8 @@
  * algebra subprograms, 1988; J. Dongarra, J. Du Croz, I. Duff, S. Hammarling, A set of level 3 basic linear
  * algebra subprograms, 1990.
  */
-#ifndef ORVEL_KERNELS_H
-#define ORVEL_KERNELS_H
+#ifndef ORVEL_MATRICES_H
+#define ORVEL_MATRICES_H
 
 #include "orvel/types.h"
 
@@ -552,7 +558,7 @@ void ZSYRK(const char* uplo, const char* trans, const int32_t* n, const int32_t*
  *     TERMINAL 2  K < 0
  *     TERMINAL 3  LDC < max(1,N)
  *     TERMINAL 4  TRANS = N and LDA < max(1,N)
- *     TERMINAL 5  TRANS = T or C and LDA < max(1,K)
+ *     TERMINAL 5  TRANS = C and LDA < max(1,K)
  *     TERMINAL 6  TRANS is not N or C
  *     TERMINAL 7  UPLO is not U or L
  */
@@ -624,10 +630,10 @@ void ZSYR2K(const char* uplo, const char* trans, const int32_t* n, const int32_t
  *     TERMINAL 2  K < 0
  *     TERMINAL 3  LDC < max(1,N)
  *     TERMINAL 4  TRANS = N and LDA < max(1,N)
- *     TERMINAL 5  TRANS = T or C and LDA < max(1,K)
+ *     TERMINAL 5  TRANS = C and LDA < max(1,K)
  *     TERMINAL 6  TRANS is not N or C
  *     TERMINAL 7  TRANS = N and LDB < max(1,N)
- *     TERMINAL 8  TRANS = T or C and LDB < max(1,K)
+ *     TERMINAL 8  TRANS = C and LDB < max(1,K)
  *     TERMINAL 9  UPLO is not U or L
  */
 void CHER2K(const char* uplo, const char* trans, const int32_t* n, const int32_t* k,
