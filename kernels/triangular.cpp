@@ -17,9 +17,6 @@ namespace {
 
 enum class Action { multiply, solve };
 
-inline const Triangles<float>& triangle_loops(float) { return *loops().triangles_s; }
-inline const Triangles<double>& triangle_loops(double) { return *loops().triangles_d; }
-
 constexpr int64_t smallest = 32;    // triangles up to this order are applied on the stack
 constexpr int64_t most_width = 64;  // real columns of a block there
 
@@ -45,7 +42,7 @@ void for_block(int64_t n, int64_t here, const View<T>& b, Visit visit)
 template <class R>
 void apply_small(Action action, int64_t n, int64_t m, const Factor<R>& l, bool unit, View<R> b)
 {
-    const Triangles<R>& run = triangle_loops(R());
+    const Triangles<R>& run = isa::of_type<R>(triangle_loops());
     const int64_t width = run.width;
     alignas(64) R triangle[smallest * smallest];
     alignas(64) R block[smallest * most_width];
@@ -63,7 +60,7 @@ template <class R>
 void apply_small(Action action, int64_t n, int64_t m, const Factor<std::complex<R>>& l, bool unit,
                  View<std::complex<R>> b)
 {
-    const Triangles<R>& run = triangle_loops(R());
+    const Triangles<R>& run = isa::of_type<R>(triangle_loops());
     const int64_t width = run.complex_width;
     OnStack<std::complex<R>, smallest * smallest> triangle;
     alignas(64) R block[smallest * most_width];

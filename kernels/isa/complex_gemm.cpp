@@ -316,13 +316,7 @@ constexpr ComplexLevel3<R> complex_loops = {direct<R>, packed<R>, workspace<R>};
 
 }  // namespace
 
-namespace ORVEL_ISA {
-
-extern const ComplexLevel3<float> gemm_c;
-const ComplexLevel3<float> gemm_c = complex_loops<float>;
-extern const ComplexLevel3<double> gemm_z;
-const ComplexLevel3<double> gemm_z = complex_loops<double>;
-
-}  // namespace ORVEL_ISA
+const isa::ForComplex<ComplexLevel3> ORVEL_ISA::complex_product_loops = {complex_loops<float>,
+                                                                         complex_loops<double>};
 
 }  // namespace orvel::kernels

@@ -203,13 +203,6 @@ constexpr RealLevel3<R> real = {direct<R>, packed<R>, workspace<R>, transpose_ma
 
 }  // namespace
 
-namespace ORVEL_ISA {
-
-extern const RealLevel3<float> gemm_s;
-const RealLevel3<float> gemm_s = real<float>;
-extern const RealLevel3<double> gemm_d;
-const RealLevel3<double> gemm_d = real<double>;
-
-}  // namespace ORVEL_ISA
+const isa::ForReals<RealLevel3> ORVEL_ISA::real_product_loops = {real<float>, real<double>};
 
 }  // namespace orvel::kernels

@@ -399,12 +399,7 @@ constexpr ComplexLevel2<R> complex_loops = {add_complex_columns<R>, dot_complex_
 
 }  // namespace
 
-namespace ORVEL_ISA {
-
-extern const Level2Loops level2;
-const Level2Loops level2 = {real_loops<float>, real_loops<double>, complex_loops<float>,
-                            complex_loops<double>};
-
-}  // namespace ORVEL_ISA
+const Level2Loops ORVEL_ISA::level2_loops = {real_loops<float>, real_loops<double>, complex_loops<float>,
+                                             complex_loops<double>};
 
 }  // namespace orvel::kernels

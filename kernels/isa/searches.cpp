@@ -151,11 +151,6 @@ constexpr Searches<R> searches = {search<R, RealKey<R, true, false>>,  search<R,
 
 }  // namespace
 
-namespace ORVEL_ISA {
-
-extern const Level1Searches level1_searches;
-const Level1Searches level1_searches = {searches<float>, searches<double>};
-
-}  // namespace ORVEL_ISA
+const isa::ForReals<Searches> ORVEL_ISA::search_loops = {searches<float>, searches<double>};
 
 }  // namespace orvel::kernels

@@ -219,11 +219,7 @@ constexpr Sums<R> sums = {sum<R>,   magnitudes<R>,      products<R>, triple_prod
 
 }  // namespace
 
-namespace ORVEL_ISA {
-
-extern const Level1Sums level1_sums;
-const Level1Sums level1_sums = {sums<float>, sums<double>, {wide_products, wide_complex_products}};
-
-}  // namespace ORVEL_ISA
+const isa::ForReals<Sums> ORVEL_ISA::sum_loops = {sums<float>, sums<double>};
+const WideSums ORVEL_ISA::wide_sum_loops = {wide_products, wide_complex_products};
 
 }  // namespace orvel::kernels

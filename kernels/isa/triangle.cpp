@@ -143,13 +143,6 @@ constexpr Triangles<R> triangles = {row_vectors* lanes<R>, solve<R>,         mul
 
 }  // namespace
 
-namespace ORVEL_ISA {
-
-extern const Triangles<float> triangles_s;
-const Triangles<float> triangles_s = triangles<float>;
-extern const Triangles<double> triangles_d;
-const Triangles<double> triangles_d = triangles<double>;
-
-}  // namespace ORVEL_ISA
+const isa::ForReals<Triangles> ORVEL_ISA::triangle_loops = {triangles<float>, triangles<double>};
 
 }  // namespace orvel::kernels

@@ -100,11 +100,6 @@ constexpr Updates<R> updates = {copy<R>,     swap<R>,      axpy<R>,         scal
 
 }  // namespace
 
-namespace ORVEL_ISA {
-
-extern const Level1Updates level1_updates;
-const Level1Updates level1_updates = {updates<float>, updates<double>};
-
-}  // namespace ORVEL_ISA
+const isa::ForReals<Updates> ORVEL_ISA::update_loops = {updates<float>, updates<double>};
 
 }  // namespace orvel::kernels

@@ -106,12 +106,8 @@ constexpr Elimination<R> elimination = {lanes<R> > 8 ? lanes<R> : 8, eliminate<R
 
 }  // namespace
 
-namespace ORVEL_ISA {
-
-extern const Eliminations eliminations;
-const Eliminations eliminations = {elimination<float, false>, elimination<float, true>,
-                                   elimination<double, false>, elimination<double, true>};
-
-}  // namespace ORVEL_ISA
+const isa::ForAll<Elimination> ORVEL_ISA::elimination_loops = {
+    elimination<float, false>, elimination<double, false>, elimination<float, true>,
+    elimination<double, true>};
 
 }  // namespace orvel::linsys

@@ -130,16 +130,11 @@ bool exceeds_by_rows(int64_t m, int64_t n, const R* a, int64_t lda, const R* x, 
 
 }  // namespace
 
-namespace ORVEL_ISA {
-
-extern const ExcessLoops excess_loops;
-const ExcessLoops excess_loops = {
+const isa::ForAll<Excess> ORVEL_ISA::excess_loops = {
     {exceeds_by_columns<Plain, float, false>, exceeds_by_rows<Plain, float, false>},
-    {exceeds_by_columns<Plain, float, true>, exceeds_by_rows<Plain, float, true>},
     {exceeds_by_columns<Pair, double, false>, exceeds_by_rows<Pair, double, false>},
+    {exceeds_by_columns<Plain, float, true>, exceeds_by_rows<Plain, float, true>},
     {exceeds_by_columns<Pair, double, true>, exceeds_by_rows<Pair, double, true>},
 };
-
-}  // namespace ORVEL_ISA
 
 }  // namespace orvel::linsys

@@ -149,16 +149,11 @@ void complex_by_rows(int64_t m, int64_t n, const R* a, int64_t lda, const R* x, 
 
 }  // namespace
 
-namespace ORVEL_ISA {
-
-extern const ResidualLoops residual_loops;
-const ResidualLoops residual_loops = {
+const isa::ForAll<Residuals> ORVEL_ISA::residual_loops = {
     {by_columns<Plain, float>, by_rows<Plain, float>},
-    {complex_by_columns<Plain, float>, complex_by_rows<Plain, float>},
     {by_columns<Pair, double>, by_rows<Pair, double>},
+    {complex_by_columns<Plain, float>, complex_by_rows<Plain, float>},
     {complex_by_columns<Pair, double>, complex_by_rows<Pair, double>},
 };
-
-}  // namespace ORVEL_ISA
 
 }  // namespace orvel::linsys

@@ -121,12 +121,8 @@ bool factor_small(int64_t n, const R* a, int64_t lda, R* fact, int64_t ldfac, R*
 
 }  // namespace
 
-namespace ORVEL_ISA {
-
-extern const SmallMatrices small_matrices;
-const SmallMatrices small_matrices = {factor_small<float, false>, factor_small<float, true>,
-                                      factor_small<double, false>, factor_small<double, true>};
-
-}  // namespace ORVEL_ISA
+const isa::ForAll<SmallMatrix> ORVEL_ISA::small_matrix_loops = {
+    factor_small<float, false>, factor_small<double, false>, factor_small<float, true>,
+    factor_small<double, true>};
 
 }  // namespace orvel::linsys

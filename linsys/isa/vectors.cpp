@@ -90,17 +90,12 @@ void grow(int64_t n, const R* u, const R* wm, const R* wp, R* z, R* before, R* a
 }
 
 template <class R, bool Complex>
-constexpr VectorLoops<R> vector_loops = {Complex ? raise_complex_maxima<R> : raise_maxima<R>, split<R>,
-                                         join<R>, grow<R, Complex>};
+constexpr VectorLoops<R> loops = {Complex ? raise_complex_maxima<R> : raise_maxima<R>, split<R>, join<R>,
+                                  grow<R, Complex>};
 
 }  // namespace
 
-namespace ORVEL_ISA {
-
-extern const AllVectorLoops all_vector_loops;
-const AllVectorLoops all_vector_loops = {vector_loops<float, false>, vector_loops<float, true>,
-                                         vector_loops<double, false>, vector_loops<double, true>};
-
-}  // namespace ORVEL_ISA
+const isa::ForAll<VectorLoops> ORVEL_ISA::vector_loops = {loops<float, false>, loops<double, false>,
+                                                          loops<float, true>, loops<double, true>};
 
 }  // namespace orvel::linsys

@@ -203,10 +203,7 @@ void temper64(const uint64_t* word, int64_t n, T* __restrict out)
 
 }  // namespace
 
-#define ORVEL_TABLE_(isa) loops_##isa
-#define ORVEL_TABLE(isa) ORVEL_TABLE_(isa)
-extern const Loops ORVEL_TABLE(ORVEL_ISA);
-const Loops ORVEL_TABLE(ORVEL_ISA) = {
+const Loops ORVEL_ISA::loops = {
     congruential<float>,
     congruential<double>,
     congruential<uint32_t>,

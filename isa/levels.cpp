@@ -1,16 +1,28 @@
-// frame/levels.cpp - choice of the instruction-set level
-#include "frame/levels.h"
+// isa/levels.cpp - choice of the instruction-set level
+#include "isa/levels.h"
 
 #include <cstring>
 
-namespace orvel::frame {
+namespace orvel::isa {
 
 constinit std::atomic<int> chosen_level{-1};
 
 namespace {
 
-#define ORVEL_LEVEL_NAME(isa) #isa,
-constexpr const char* names[] = {ORVEL_FOR_EACH_LEVEL(ORVEL_LEVEL_NAME)};
+struct Name {
+    char text[16] = {};
+};
+
+// A dash is no letter of the identifiers that stand for the levels.
+consteval Name name_of(const char* identifier)
+{
+    Name name;
+    for (int k = 0; identifier[k] != 0; ++k) name.text[k] = identifier[k] == '_' ? '-' : identifier[k];
+    return name;
+}
+
+#define ORVEL_LEVEL_NAME(level) name_of(#level),
+constexpr Name names[] = {ORVEL_FOR_EACH_LEVEL(ORVEL_LEVEL_NAME)};
 
 // Each level has the instructions of those before it.
 int best()
@@ -35,20 +47,20 @@ int choose_level()
 
 int level_count() { return best() + 1; }
 
-const char* level_name(int k) { return names[k]; }
+const char* level_name(int k) { return names[k].text; }
 
-bool force_level(const char* name)
+bool use_level(const char* name)
 {
     if (name == nullptr) {
         chosen_level.store(best());
         return true;
     }
     for (int k = 0; k < level_count(); ++k)
-        if (std::strcmp(names[k], name) == 0) {
+        if (std::strcmp(names[k].text, name) == 0) {
             chosen_level.store(k);
             return true;
         }
     return false;
 }
 
-}  // namespace orvel::frame
+}  // namespace orvel::isa
