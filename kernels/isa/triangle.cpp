@@ -60,10 +60,14 @@ inline bool is_large(R x)
 template <class R>
 void divide(R re, R im, Wide<R>* row)
 {
+    R back = 1;  // what the quotients are multiplied by in the end
+    const auto reduce = [&] {
+        for (int v = 0; v < row_vectors; ++v) row[v] *= R(0.25);
+    };
     if (is_large(re) || is_large(im)) {
         re *= R(0.25);
         im *= R(0.25);
-        for (int v = 0; v < row_vectors; ++v) row[v] *= R(0.25);
+        reduce();
     } else {
         Wide<R> most = row[0] < 0 ? -row[0] : row[0];
         for (int v = 1; v < row_vectors; ++v) {
@@ -73,10 +77,8 @@ void divide(R re, R im, Wide<R>* row)
         bool overflows = false;
         for (int k = 0; k < lanes<R>; ++k) overflows |= is_large(most[k]);
         if (overflows) {
-            for (int v = 0; v < row_vectors; ++v) row[v] *= R(0.25);
-            divide(re, im, row);
-            for (int v = 0; v < row_vectors; ++v) row[v] *= R(4);
-            return;
+            back = 4;
+            reduce();
         }
     }
     const bool swapped = (re < 0 ? -re : re) < (im < 0 ? -im : im);
@@ -87,6 +89,8 @@ void divide(R re, R im, Wide<R>* row)
         row[v] = (swapped ? a * ratio + b : a + b * ratio) / denominator;
         row[half + v] = (swapped ? b * ratio - a : b - a * ratio) / denominator;
     }
+    if (back != 1)
+        for (int v = 0; v < row_vectors; ++v) row[v] *= back;
 }
 
 template <class R>

@@ -282,6 +282,30 @@ TYPED_TEST(Level3, Triangles)
     });
 }
 
+// A column that is not finite ends so, and leaves the columns beside it alone.
+TYPED_TEST(Level3, InfinityStaysInItsColumn)
+{
+    using T = TypeParam;
+    on_every_level([&](const std::string& level) {
+        every_one_of(std::string("UL"), std::string("NTC"))([&](char uplo, char trans) {
+            const int32_t n = 20, columns = 3;
+            const Matrix<T> a = triangle<T>(n, uplo, 'N', this->random), b(n, columns, this->random);
+            const T one(1);
+            const auto solve = [&](Matrix<T> x) {
+                trsm<T>("L", &uplo, &trans, "N", &n, &columns, &one, a.elements.data(), &a.ld, x.data(),
+                        &x.ld);
+                return x;
+            };
+            Matrix<T> spoiled = b;
+            spoiled(n / 2, 1) = std::numeric_limits<Real<T>>::infinity();
+            const Matrix<T> x = solve(b), y = solve(spoiled);
+            EXPECT_FALSE(std::isfinite(std::real(y(n / 2, 1)))) << level << uplo << trans;
+            for (int32_t i = 0; i < n; ++i)
+                EXPECT_TRUE(y(i, 0) == x(i, 0) && y(i, 2) == x(i, 2)) << level << uplo << trans;
+        });
+    });
+}
+
 TEST(Level3Arguments, GeneralProduct)
 {
     set_switches(0, 1, 0);
