@@ -5,7 +5,7 @@
 
 namespace orvel::isa {
 
-constinit std::atomic<int> chosen_level{-1};
+constinit std::atomic<int> chosen_level{0};
 
 namespace {
 
@@ -35,15 +35,10 @@ int best()
     return 0;
 }
 
-}  // namespace
+// Before the constructors of the program, so that no call meets another level than the next one.
+[[gnu::constructor(101)]] void choose() { chosen_level.store(best()); }
 
-// Threads that meet here choose the same.
-int choose_level()
-{
-    int none = -1;
-    chosen_level.compare_exchange_strong(none, best());
-    return chosen_level.load();
-}
+}  // namespace
 
 int level_count() { return best() + 1; }
 

@@ -73,14 +73,9 @@ struct ForAll {
 namespace orvel::isa {
 
 extern constinit std::atomic<int> chosen_level;
-[[gnu::cold]] int choose_level();
 
 // Position of the level in use: the best one of the machine, unless another has been asked for.
-inline int level()
-{
-    const int chosen = chosen_level.load(std::memory_order_relaxed);
-    return chosen >= 0 ? chosen : choose_level();
-}
+inline int level() { return chosen_level.load(std::memory_order_relaxed); }
 
 #define ORVEL_COUNT_LEVEL(level) +1
 inline constexpr int levels_built = 0 ORVEL_FOR_EACH_LEVEL(ORVEL_COUNT_LEVEL);

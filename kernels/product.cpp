@@ -75,6 +75,7 @@ void by_blocks(int64_t m, int64_t n, int64_t k, T alpha, const Factor<T>& a, con
                const View<T>& c, bool from_zero)
 {
     constexpr int64_t size = stack_block<T>, most_depth = stack_depth<T>;
+    const auto& run = product_loops<T>();
     OnStack<T, size * most_depth> block_of_a, block_of_b;
     for (int64_t j = 0; j < n; j += size)
         for (int64_t q = 0; q < k; q += most_depth) {
@@ -94,7 +95,7 @@ void by_blocks(int64_t m, int64_t n, int64_t k, T alpha, const Factor<T>& a, con
                 }
                 const Target here{from_zero && q == 0};
                 const auto p = task(rows, columns, depth, T(1), first, second, c.from(r, j), here);
-                product_loops<T>().direct(&p);
+                run.direct(&p);
             }
         }
 }
