@@ -10,7 +10,7 @@
 #include <thread>
 #include <vector>
 
-#include "frame/levels.h"
+#include "isa/levels.h"
 #include "orvel/orvel.h"
 #include "tests/numbers.h"
 
@@ -416,9 +416,9 @@ int main()
 {
     orvel_set_thread_defaults(0, 0, 0);
     int differences = 0;
-    for (int level = 0; level < orvel::frame::level_count(); ++level) {
-        const std::string name = orvel::frame::level_name(level);
-        orvel::frame::force_level(name.c_str());
+    for (int level = 0; level < orvel::isa::level_count(); ++level) {
+        const std::string name = orvel::isa::level_name(level);
+        orvel::isa::use_level(name.c_str());
         for (const Family& family : families) {
             const uint64_t value = value_of(family, 0), moved = value_of(family, 3);
             differences += value != moved;

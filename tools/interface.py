@@ -178,11 +178,11 @@ def declaration(where, text):
     """A function, a block of state, or a type; None for what says nothing about the interface."""
     text = re.sub(r"/\*.*?\*/", "", text, flags=re.S)
     text = re.sub(r"\s+", " ", text).strip().replace("( ", "(").replace(" )", ")")
-    if found := re.fullmatch(r"(struct )?(\w+) (\w+)\((.*)\)", text):
-        parameters = [] if found[4] == "void" else [parameter(where, p) for p in split_at_commas(found[4])]
-        if not found[1] and found[2] not in SCALARS and not found[2].startswith("orvel_"):
+    if found := re.fullmatch(r"(?:struct |const )?(\w+)\*? (\w+)\((.*)\)", text):
+        parameters = [] if found[3] == "void" else [parameter(where, p) for p in split_at_commas(found[3])]
+        if found[1] not in SCALARS and not found[1].startswith("orvel_"):
             fail(where, f"result of {text!r}")
-        return {"function": found[3], "returns": SCALARS.get(found[2], found[2]), "parameters": parameters,
+        return {"function": found[2], "returns": SCALARS.get(found[1], found[1]), "parameters": parameters,
                 "c": text + ";"}
     if found := re.fullmatch(r"extern ORVEL_PER_THREAD (.+) (\w+)(\[\d+\])?", text):
         return {"block": found[2], "type": found[1] + (found[3] or "")}

@@ -1,5 +1,6 @@
 /* include/orvel/host.h - what a service, a window program, an interpreter or a test needs beyond the
- * classic interface: where messages go, what a stop does, and the switches of threads that start later.
+ * classic interface: where messages go, what a stop does, the switches of threads that start later, and
+ * the instruction-set level.
  *
  * Arguments go by value. Settings are process-wide and may be made from any thread at any time.
  */
@@ -80,6 +81,26 @@ int32_t orvel_set_thread_defaults(int32_t type, int32_t print, int32_t stop);
  *     if (setjmp(mark) == 0) run(); else orvel_reset();
  */
 void orvel_reset(void);
+
+/* Uses the hot loops of an instruction-set level from now on. Returns 1, or 0 for a level that is unknown or
+ * that the machine does not have; then nothing changes.
+ *
+ *     NAME(*)  in  the level, as compilers name it for -march: x86-64, x86-64-v3 or x86-64-v4; on other
+ *                  processors there is one level, native; null goes back to the best level of the machine,
+ *                  which is also what is used until somebody asks
+ *
+ * Levels round differently, since only some have fused operations. The same call gives the same bits on all
+ * machines of a cluster when each of them uses the level of the oldest.
+ *
+ * Threads: the choice holds for all threads from their next call on. It is safe while calls are under way;
+ * such a call may finish at the new level, and its results are then those of neither.
+ *
+ *     if (!orvel_use_level("x86-64-v3")) fputs("this machine is too old\n", stderr);
+ */
+int32_t orvel_use_level(const char* name);
+
+/* The name of the instruction-set level in use. It stays valid until the library is unloaded. */
+const char* orvel_level(void);
 
 ORVEL_END
 
