@@ -200,7 +200,10 @@ def host_module(header):
                      "      import :: c_int32_t, c_ptr, c_funptr, c_char"]
             for a in member["arguments"]:
                 form = HOST_TYPES.get(a["type"], "type(c_funptr), value")
-                body.append(f"      {form} :: {a['name'].lower()}{'(*)' if a['type'] == 'character' else ''}")
+                is_text = a["type"] == "character"
+                if is_text and "null" in family["arguments"][a["name"]]["meaning"]:
+                    form += ", optional"
+                body.append(f"      {form} :: {a['name'].lower()}{'(*)' if is_text else ''}")
             body.append(f"    end {kind.split()[-1]} {name}")
     uses = ["  use, intrinsic :: iso_c_binding, only: c_int32_t, c_ptr, c_funptr, c_char"]
     return module("orvel_host", header, [*body, "  end interface"], uses,
