@@ -97,9 +97,9 @@ def call(library, member, family, values):
     return any(bytes(data) != before for data, before in written)
 
 
-def expected(error, family):
+def expected(error, header):
     """What is printed, as a pattern: white space alike, numbers and letters where the parameters stand."""
-    names = "|".join(["USER", *(m["name"] for m in family["members"])])  # a front passes its worker's up
+    names = "|".join(["USER", *(m["name"] for f in header["families"] for m in f["members"])])  # also passed up
     text = re.sub(r"%\\\(\w\d\\\)", ".+?", re.escape(error["text"].strip()))
     text = re.sub(r"(?:\\ |\s)+", r"\\s+", text)
     code = error["code"] if isinstance(error["code"], int) else r"\d+"
@@ -122,13 +122,13 @@ def cases(family, first_only):
                         yield a, b, changed_a | changed_b, both
 
 
-def fault(library, family, member, error, second, changed, values):
+def fault(library, header, family, member, error, second, changed, values):
     messages.clear()
     wrote = call(library, member, family, values)
     text = re.sub(r"\n \*\*\*\s+", " ", "".join(messages))
-    if not re.search(expected(error, family), text):
+    if not re.search(expected(error, header), text):
         return text or "nothing is posted"
-    if second and re.search(expected(second, family), text):
+    if second and re.search(expected(second, header), text):
         return f"also {second['cause']}"
     numbers = [v for v in changed.values() if isinstance(v, int)]
     if "%(I1)" in error["text"] and numbers and not any(re.search(rf"(?<![\d-]){v}\b", text) for v in numbers):
@@ -154,7 +154,7 @@ def main():
                     if not changed.keys() <= {a["name"] for a in member["arguments"]} or \
                             (origin and member["generic"] != origin[1]):
                         continue
-                    what = fault(library, family, member, error, second, changed, values)
+                    what = fault(library, header, family, member, error, second, changed, values)
                     if what:
                         problems.append(f"{member['name']}, {error['cause']}: {what}")
                     checked += 1
