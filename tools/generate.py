@@ -271,7 +271,40 @@ def probe_references(description):
     yield "end program probe"
 
 
-# ---- lists for the linker and for tests ------------------------------------------------------------------
+# ---- ordinary arguments, lists for the linker and for tests ----------------------------------------------
+
+ORDINARY = {"M": 3, "N": 4, "K": 2, "KL": 1, "KU": 1, "NDATA": 6, "NINTV": 5, "KORDER": 4, "MAXSUB": 10, "NRA": 3,
+            "NCA": 3, "INCX": 1, "INCY": 1, "NOS": 3, "ITMAX": 5, "NROOT": 1, "MAXFN": 9, "NVALS": 2, "MONTH": 3,
+            "IDAY": 3, "IYEAR": 2000, "IDERIV": 1, "IRULE": 2, "IERTYP": 0, "LO": 1, "HI": 5, "IARG": 3, "A": 0.25,
+            "B": 2.0, "ERRABS": 0.5, "ERRREL": 0.5, "CHAPTER": "MATH", "LEN": 4, "NR": 5, "SLEN": 1}
+
+
+def ordinary(family):
+    """Values of the scalar arguments: the first choice, small sizes, leading dimensions with room."""
+    values = {}
+    for name, row in family["arguments"].items():
+        if row["choices"]:
+            first = next(iter(row["choices"]))
+            values[name] = int(first) if first.lstrip("-").isdigit() else first
+        else:
+            values[name] = ORDINARY.get(name, 8 if name.startswith("LD") else 1)
+    if family["name"] == "IUMAG":
+        values["IOPT"] = 16
+    return values
+
+
+def elements(family, row):
+    """How many elements an array has for ordinary arguments, and the larger of two where a condition decides."""
+    values = {name: v for name, v in ordinary(family).items() if isinstance(v, int)}
+    for name, condition in family["lengths"].items():
+        values[name] = max(values[word] for word in re.findall(r"[A-Z]+", condition) if word in values)
+    if "*" in row["shape"]:
+        return 4
+    count = 1
+    for expression in row["shape"]:
+        count *= eval(expression.replace("/", "//"), {}, values)
+    return max(count, 1)
+
 
 
 def version_script(names):
@@ -299,17 +332,20 @@ def blas_exports(description):
 def table(description):
     yield "// All routines of the public headers with their arguments, in the order of the headers."
     yield "#pragma once\n\n#include \"orvel/orvel.h\"\n\nnamespace orvel_test {\n"
-    yield "struct Argument {\n    const char *name, *type, *role, *shape, *step;\n};"
+    yield "// Elements and value are those of an ordinary call.\nstruct Argument {\n" \
+          "    const char *name, *type, *role, *shape;\n    int elements;\n    double value;\n    const char* text;\n};"
     yield "struct RoutineEntry {\n    const char *name, *family, *header, *returns;\n    void (*address)();\n" \
-          "    int count;\n    Argument arguments[16];\n};\n"
+          "    int count;\n    Argument arguments[20];\n};\n"
     yield "inline const RoutineEntry routines[] = {"
     for header, family, _ in families(description):
+        values = ordinary(family)
         for member in family["members"]:
             arguments = []
             for a in member["arguments"]:
-                row = family["arguments"][a["name"]]
-                shape = ",".join(row["shape"] or [])
-                arguments.append(f'{{"{a["name"]}", "{a["type"]}", "{row["role"]}", "{shape}", "{row["step"] or ""}"}}')
+                row, value = family["arguments"][a["name"]], values[a["name"]]
+                number, text = (0, value) if isinstance(value, str) else (value, "")
+                arguments.append(f'{{"{a["name"]}", "{a["type"]}", "{row["role"]}", "{",".join(row["shape"] or [])}", '
+                                 f'{elements(family, row) if row["shape"] else 0}, {number}, "{text}"}}')
             yield f'    {{"{member["name"]}", "{family["name"]}", "{header["name"]}", "{member["returns"]}",\n' \
                   f'     reinterpret_cast<void (*)()>(&{member["name"]}), {len(arguments)}, {{{", ".join(arguments)}}}}},'
     yield "};\n\n}  // namespace orvel_test"

@@ -13,13 +13,10 @@ import sys
 
 sys.path.insert(0, "tools")
 import interface
+from generate import ordinary
 
 C_TYPES = {"integer": ctypes.c_int32, "long": ctypes.c_int64, "single": ctypes.c_float, "double": ctypes.c_double,
            "complex": ctypes.c_float * 2, "double complex": ctypes.c_double * 2, "character": ctypes.c_char}
-ORDINARY = {"M": 3, "N": 4, "K": 2, "KL": 1, "KU": 1, "NDATA": 6, "NINTV": 5, "KORDER": 4, "MAXSUB": 10, "NRA": 3,
-            "NCA": 3, "INCX": 1, "INCY": 1, "NOS": 3, "ITMAX": 5, "NROOT": 1, "MAXFN": 9, "NVALS": 2,
-            "MONTH": 3, "IDAY": 3, "IYEAR": 2000, "IDERIV": 1, "IRULE": 2, "IERTYP": 0, "LO": 1, "HI": 5, "IARG": 3, "ERRABS": 0.5,
-            "ERRREL": 0.5, "CHAPTER": "MATH"}
 messages = []
 WRITER = ctypes.CFUNCTYPE(None, ctypes.c_void_p, ctypes.c_int32, ctypes.c_void_p, ctypes.c_size_t)
 keep = WRITER(lambda context, unit, text, length: messages.append(ctypes.string_at(text, length).decode()))
@@ -27,20 +24,6 @@ SINGLE = ctypes.CFUNCTYPE(ctypes.c_float, ctypes.POINTER(ctypes.c_float))(lambda
 DOUBLE = ctypes.CFUNCTYPE(ctypes.c_double, ctypes.POINTER(ctypes.c_double))(lambda x: x[0] * x[0])
 CONDITION = re.compile(r"(\w+) (<=|<|>|=) ((?:[A-Z]+|\d+|max\(1,[A-Z]+\))(?: \+ (?:[A-Z]+|\d+))*)")
 SET = re.compile(r"(\w+) is (?:not|neither) (?:[A-Z]|MATH|-?\d+)(?:(?:,| to| or| nor)+ (?:[A-Z]|-?\d+))*")
-
-
-def ordinary(family):
-    """Values of the scalar arguments: the first choice, small sizes, leading dimensions with room."""
-    values = {}
-    for name, row in family["arguments"].items():
-        if row["choices"]:
-            first = next(iter(row["choices"]))
-            values[name] = int(first) if first.lstrip("-").isdigit() else first
-        else:
-            values[name] = ORDINARY.get(name, 8 if name.startswith("LD") else 1)
-    if family["name"] == "IUMAG":
-        values["IOPT"] = 16
-    return values
 
 
 def spoiled(cause, values):
