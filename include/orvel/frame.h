@@ -34,9 +34,7 @@
 
 ORVEL_BEGIN
 
-/* ---- blocks of state, one copy per thread --------------------------------------------------------------
- *
- */
+/* ---- blocks of state, one copy per thread ----------------------------------------------------------- */
 
 /* Error records, switches and lengths. Values that a program stores here by hand are honoured where they
  * make sense; a level or length that would lead outside an array is taken as the nearest valid one.
@@ -88,9 +86,7 @@ extern ORVEL_PER_THREAD struct orvel_ercom4 ERCOM4;
 extern ORVEL_PER_THREAD struct orvel_ercom8 ERCOM8;
 extern ORVEL_PER_THREAD struct orvel_ercom9 ERCOM9;
 
-/* ---- routine stack -------------------------------------------------------------------------------------
- *
- */
+/* ---- routine stack ---------------------------------------------------------------------------------- */
 
 /* Pushes a name on the routine stack. It holds the user and 49 routines.
  *
@@ -124,9 +120,7 @@ void E1INIT(void);
  */
 void E1USR(const char* switch_, size_t len);
 
-/* ---- outcome of calls ----------------------------------------------------------------------------------
- *
- */
+/* ---- outcome of calls ------------------------------------------------------------------------------- */
 
 /* Code of the last routine that returned to this level when its type was 1 to 4, else 0. A TERMINAL error
  * and types 6 and 7 give 0 even when their stop is off.
@@ -165,9 +159,7 @@ int32_t N1RGB(void);
 /* Returns 1. */
 int32_t N1THRD(void);
 
-/* ---- switches ------------------------------------------------------------------------------------------
- *
- */
+/* ---- switches --------------------------------------------------------------------------------------- */
 
 /* Sets print and stop switches of this thread. For threads that start later see orvel_set_thread_defaults.
  *
@@ -214,9 +206,7 @@ void E1POS(const int32_t* iertyp, int32_t* ipatt, int32_t* isatt);
 int32_t E1MEM(const char* action, const int32_t* i, int32_t* ivalue, char* name, size_t action_len,
               size_t name_len);
 
-/* ---- messages ------------------------------------------------------------------------------------------
- *
- */
+/* ---- messages --------------------------------------------------------------------------------------- */
 
 /* Posts an error at the current level: type, code and message template. In the template "%(I1)" stands for
  * integer parameter 1, and so on; "%/" starts a new line. Types 5, 6 and 7 print now, when their switch is
@@ -305,9 +295,7 @@ struct orvel_d_epack {
 void S_ERROR_POST(const struct orvel_s_epack* epack, const int32_t* n);
 void D_ERROR_POST(const struct orvel_d_epack* epack, const int32_t* n);
 
-/* ---- machine constants and units -----------------------------------------------------------------------
- *
- */
+/* ---- machine constants and units -------------------------------------------------------------------- */
 
 /* Constants of the arithmetic (IEEE 754 binary32, binary64). SRMACH and DRMACH are the same as AMACH and
  * DMACH.
@@ -374,9 +362,7 @@ void AMACH_INT_mp_DOUBLE_EQ_FLOATING_POINT(double* x, const struct orvel_floatin
 float AMACH_INT_mp_S_AMACH(const int32_t* n);
 double AMACH_INT_mp_D_AMACH(const int32_t* n);
 
-/* ---- workspace -----------------------------------------------------------------------------------------
- *
- */
+/* ---- workspace -------------------------------------------------------------------------------------- */
 
 /* Kept for programs that size a workspace pool. There is none, and these do nothing.
  *

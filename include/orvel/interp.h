@@ -176,6 +176,11 @@ void DC1SOR(const int32_t* ndata, const double* xdata, const double* fdata, doub
  *
  * Threads: each thread remembers the piece that it found last, and looks there, at the next one and nearby
  * first.
+ *
+ * Time: of the order log NINTV for a point, of 1 where it is near the one before; of the order of the
+ * pieces between for an integral.
+ *
+ * Source: C. de Boor, A Practical Guide to Splines, Springer, 1978.
  */
 
 /* The value of a spline at X. Passes up the errors of PPDER. */

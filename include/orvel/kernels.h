@@ -200,9 +200,7 @@ void ZDROTM(const int32_t* n, orvel_dcomplex* x, const int32_t* incx, orvel_dcom
 void SROTMG(float* d1, float* d2, float* x1, const float* y1, float* param);
 void DROTMG(double* d1, double* d2, double* x1, const double* y1, double* param);
 
-/* ---- vector utilities ----------------------------------------------------------------------------------
- *
- */
+/* ---- vector utilities ------------------------------------------------------------------------------- */
 
 /* X = A.
  *

@@ -63,6 +63,9 @@
  *
  * Time: solving and factoring take 2/3 N^3 operations, an inverse 2 N^3, a solve from a factorization and a
  * step of refinement 2 N^2 (complex: four times as many).
+ *
+ * Source: J. Dongarra, C. Moler, J. Bunch and G. Stewart, LINPACK Users' Guide, 1979; G. H. Golub, C. F.
+ * Van Loan, Matrix Computations, Johns Hopkins University Press, 1996.
  */
 #ifndef ORVEL_LINSYS_H
 #define ORVEL_LINSYS_H
@@ -364,9 +367,7 @@ void LINCT(const int32_t* n, const orvel_complex* a, const int32_t* lda, const i
 void DLINCT(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const int32_t* ipath,
             orvel_dcomplex* ainv, const int32_t* ldainv);
 
-/* ---- helpers, which check nothing ----------------------------------------------------------------------
- *
- */
+/* ---- helpers, which check nothing ------------------------------------------------------------------- */
 
 /* Copies a matrix to B.
  *
@@ -405,9 +406,7 @@ void DL4TRG(const int32_t* n, const double* x, const double* s, int32_t* l);
 void L4TCG(const int32_t* n, const orvel_complex* x, const float* s, int32_t* l);
 void DL4TCG(const int32_t* n, const orvel_dcomplex* x, const double* s, int32_t* l);
 
-/* ---- options -------------------------------------------------------------------------------------------
- *
- */
+/* ---- options ---------------------------------------------------------------------------------------- */
 
 /* Reads or sets the calling thread's option values.
  *

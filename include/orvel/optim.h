@@ -36,6 +36,8 @@ ORVEL_BEGIN
  *
  * NaN: a value of F that is NaN is not lower than any.
  *
+ * Time: that of at most MAXFN calls of F.
+ *
  * Source: P. E. Gill, W. Murray, M. H. Wright, Practical Optimization, Academic Press, 1981 (safeguarded
  * quadratic interpolation, section 4.1).
  */

@@ -55,6 +55,9 @@
  * After an error: RESULT and ESTERR are as they were after a TERMINAL error, and the best estimates after
  * the others.
  *
+ * Time: that of the calls of F, the points of the rule for the first piece and twice as many for each
+ * bisection; beside them of the order of the pieces.
+ *
  * Source: R. Piessens, E. de Doncker-Kapenga, C. W. Ueberhuber, D. K. Kahaner, QUADPACK: A Subroutine
  * Package for Automatic Integration, Springer, 1983 (QAGS, QAG). The test of an interval that has become
  * too small uses 1000 times the machine precision.

@@ -16,6 +16,8 @@
  *
  * NaN: a NaN as X gives NaN without a message; an infinite X falls under the overflow or underflow row.
  *
+ * Time: of the order 1; of the number of coefficients in INITS and CSEVL.
+ *
  * Source: W. Fullerton, Portable special function routines, in: Portability of Numerical Software, Lecture
  * Notes in Computer Science 57, Springer, 1977; series computed anew by tools/gamma_tables.py.
  */

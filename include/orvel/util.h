@@ -17,6 +17,8 @@
  *     MONTH  in  the month
  *     IYEAR  in  the year, negative before year 1
  *
+ * Time: of the order 1, where a section says nothing else.
+ *
  * Source: counting from March, so that the leap day is the last of its year: C. Zeller, Kalender-Formeln,
  * Acta Mathematica 9, 1887; E. G. Richards, Mapping Time, Oxford University Press, 1998.
  */
@@ -27,9 +29,7 @@
 
 ORVEL_BEGIN
 
-/* ---- calendar ------------------------------------------------------------------------------------------
- *
- */
+/* ---- calendar --------------------------------------------------------------------------------------- */
 
 /* Day number of a date. Passes up the errors of C1DAT.
  *
@@ -87,12 +87,12 @@ int32_t IDYWK(const int32_t* iday, const int32_t* month, const int32_t* iyear);
  *     TERMINAL 5  IDAY > 29 in February of a leap year
  *                 "IDAY = %(I2).  Since MONTH = 2 and IYEAR = %(I1), IDAY must be less than or equal to
  *                 29."
+ *
+ * After an error: ICODE and LEAP are set all the same.
  */
 void C1DAT(const int32_t* iday, const int32_t* month, const int32_t* iyear, int32_t* icode, int32_t* leap);
 
-/* ---- clock ---------------------------------------------------------------------------------------------
- *
- */
+/* ---- clock ------------------------------------------------------------------------------------------ */
 
 /* Today's date in the local time zone (TZ, or the setting of the system).
  *
@@ -115,6 +115,8 @@ void TIMDY(int32_t* ihour, int32_t* minute, int32_t* isec);
  *
  *     TERMINAL 1  the system reports a negative time; the value is 0
  *                 "An error occurred in obtaining the runtime statistics."
+ *
+ * After an error: the value is 0.
  */
 float CPSEC(void);
 
@@ -216,9 +218,7 @@ void SVIBN(const int32_t* n, const int32_t* ia, int32_t* ib);
  */
 void SVIBP(const int32_t* n, const int32_t* ia, int32_t* ib, int32_t* iperm);
 
-/* ---- permutation ---------------------------------------------------------------------------------------
- *
- */
+/* ---- permutation ------------------------------------------------------------------------------------ */
 
 /* Permutes a vector. Entries of IPERMU that repeat are not detected; XPERMU then has some elements of X in
  * some order.
@@ -295,9 +295,7 @@ void P2RMA(const int32_t* nra, const int32_t* nca, const float* a, const int32_t
 void DP2RMA(const int32_t* nra, const int32_t* nca, const double* a, const int32_t* lda,
             const int32_t* ipermu, const int32_t* ipath, double* aper, const int32_t* ldaper, double* work);
 
-/* ---- helpers -------------------------------------------------------------------------------------------
- *
- */
+/* ---- helpers ---------------------------------------------------------------------------------------- */
 
 /* Checks an integer argument. It posts at the current level; at level 1 no pop follows, so the stop switch
  * is obeyed at once.
@@ -312,6 +310,8 @@ void DP2RMA(const int32_t* nra, const int32_t* nca, const double* a, const int32
  *     TERMINAL ICODE  IARG is not LO to HI
  *                     "%(L1) = %(I1).  %(L1) must be greater than or equal to %(I2) and less than or equal
  *                     to %(I3)."
+ *
+ * After an error: ICODE is advanced all the same.
  */
 void C1IARG(const int32_t* iarg, const char* nmarg, const int32_t* lo, const int32_t* hi, int32_t* icode,
             size_t nmarg_len);

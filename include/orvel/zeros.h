@@ -37,6 +37,8 @@ ORVEL_BEGIN
  * NaN: infinite or NaN guesses, tolerances and values of F end as zeros that were not found, or as the
  * nearest point accepted.
  *
+ * Time: that of the calls of F, and of the order NROOT beside each.
+ *
  * Source: D. E. Muller, A method for solving algebraic equations using an automatic computer, 1956.
  */
 void ZREAL(orvel_function f, const float* errabs, const float* errrel, const float* eps, const float* eta,
