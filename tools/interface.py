@@ -395,7 +395,7 @@ def inherit_errors(headers):
 
     complete = [(f, errors(f)) for h in headers for f in h["families"]]
     for family, all_errors in complete:
-        family["errors"] = sorted(all_errors, key=lambda e: (-SEVERITIES.index(e["severity"]), str(e["code"])))
+        family["errors"] = sorted(all_errors, key=lambda e: (-SEVERITIES.index(e["severity"]), f"{e['code']:>4}"))
 
 
 def read(directory):

@@ -8,6 +8,8 @@ Kernels on matrices also get two bad arguments at once, and post the first error
 the tests of their families.
 """
 import ctypes
+import importlib.machinery
+import importlib.util
 import re
 import sys
 
@@ -17,6 +19,10 @@ from generate import ordinary
 
 C_TYPES = {"integer": ctypes.c_int32, "long": ctypes.c_int64, "single": ctypes.c_float, "double": ctypes.c_double,
            "complex": ctypes.c_float * 2, "double complex": ctypes.c_double * 2, "character": ctypes.c_char}
+DESCRIPTION = interface.read("include/orvel")
+explain = importlib.util.module_from_spec(importlib.util.spec_from_loader(
+    "explain", importlib.machinery.SourceFileLoader("explain", "tools/orvel")))
+explain.__loader__.exec_module(explain)
 messages = []
 WRITER = ctypes.CFUNCTYPE(None, ctypes.c_void_p, ctypes.c_int32, ctypes.c_void_p, ctypes.c_size_t)
 keep = WRITER(lambda context, unit, text, length: messages.append(ctypes.string_at(text, length).decode()))
@@ -89,6 +95,12 @@ def expected(error, header):
     return rf"{error['severity']} +ERROR {code} from (?:{names})\. +{text}"
 
 
+def explained(error, printed):
+    """The command-line tool finds the text by one of the messages as they were printed."""
+    return any(error["text"] == found["text"] for message in printed
+               for _, found in explain.matching(DESCRIPTION, message)[2])
+
+
 def cases(family, first_only):
     """Errors with the values that provoke them; pairs, of which the first in the order of the codes is posted."""
     ways = ordinary(family)
@@ -111,6 +123,8 @@ def fault(library, header, family, member, error, second, changed, values):
     text = re.sub(r"\n \*\*\*\s+", " ", "".join(messages))
     if not re.search(expected(error, header), text):
         return text or "nothing is posted"
+    if member is family["members"][0] and not explained(error, messages):
+        return f"orvel explain does not find it by {messages}"
     if second and re.search(expected(second, header), text):
         return f"also {second['cause']}"
     numbers = [v for v in changed.values() if isinstance(v, int)]
@@ -127,7 +141,7 @@ def main():
     zero, on, off = (ctypes.byref(ctypes.c_int32(k)) for k in (0, 1, 0))
     library.ERSET(zero, on, off)
     checked, problems = 0, []
-    for header in interface.read("include/orvel")["headers"]:
+    for header in DESCRIPTION["headers"]:
         if header["name"] in ("frame.h", "host.h"):
             continue
         for family in header["families"]:
