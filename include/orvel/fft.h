@@ -24,6 +24,7 @@
  *     N            in     the length of the sequence
  *     WFR(2*N+15)  inout  the work vector of real transforms
  *     WFC(4*N+15)  inout  the work vector of complex transforms
+ *
  *     cause        N < 1
  *                  "The length of the sequence N = %(I1).  It must be at least 1."
  *     cause        no storage
@@ -77,6 +78,7 @@ ORVEL_BEGIN
 /* Initialises the work vector of real transforms. With N = 1 nothing is written.
  *
  *     WFR(2*N+15)  out  the work vector
+ *
  *     TERMINAL 1   N < 1
  */
 void FFTRI(const int32_t* n, float* wfr);
@@ -86,6 +88,7 @@ void DFFTRI(const int32_t* n, double* wfr);
  *
  *     XSEQ(N)     in   the sequence
  *     COEF(N)     out  the coefficients; may be XSEQ
+ *
  *     TERMINAL 1  N < 1
  *     TERMINAL 2  no storage
  */
@@ -97,6 +100,7 @@ void DFFTRF(const int32_t* n, const double* xseq, double* coef);
  *
  *     COEF(N)     in   the coefficients
  *     XSEQ(N)     out  the sequence; may be COEF
+ *
  *     TERMINAL 1  N < 1
  *     TERMINAL 2  no storage
  */
@@ -108,6 +112,7 @@ void DFFTRB(const int32_t* n, const double* coef, double* xseq);
  *
  *     XSEQ(N)     in   the sequence
  *     COEF(N)     out  the coefficients; may be XSEQ
+ *
  *     TERMINAL 1  N < 1
  *     TERMINAL 3  the factors in the work vector are not those of N
  */
@@ -118,6 +123,7 @@ void DF2TRF(const int32_t* n, const double* xseq, double* coef, double* wfr);
  *
  *     COEF(N)     in   the coefficients
  *     XSEQ(N)     out  the sequence; may be COEF
+ *
  *     TERMINAL 1  N < 1
  *     TERMINAL 3  the factors in the work vector are not those of N
  */
@@ -130,6 +136,7 @@ void DF2TRB(const int32_t* n, const double* coef, double* xseq, double* wfr);
  *     CH(N)       scratch
  *     WA(N)       in       the roots as FFTRI stores them
  *     FAC(15)     in       the factors as FFTRI stores them
+ *
  *     TERMINAL 1  N < 1
  *     TERMINAL 3  the factors in the work vector are not those of N
  */
@@ -139,6 +146,7 @@ void DF3TRF(const int32_t* n, double* c, double* ch, const double* wa, const dou
 /* Initialises the work vector of complex transforms. With N = 1 nothing is written.
  *
  *     WFC(4*N+15)  out  the work vector
+ *
  *     TERMINAL 1   N < 1
  */
 void FFTCI(const int32_t* n, float* wfc);
@@ -148,6 +156,7 @@ void DFFTCI(const int32_t* n, double* wfc);
  *
  *     XSEQ(N)     in   the sequence
  *     COEF(N)     out  the coefficients; may be XSEQ
+ *
  *     TERMINAL 1  N < 1
  *     TERMINAL 2  no storage
  */
@@ -158,6 +167,7 @@ void DFFTCF(const int32_t* n, const orvel_dcomplex* xseq, orvel_dcomplex* coef);
  *
  *     COEF(N)     in   the coefficients
  *     XSEQ(N)     out  the sequence; may be COEF
+ *
  *     TERMINAL 1  N < 1
  *     TERMINAL 2  no storage
  */
@@ -170,6 +180,7 @@ void DFFTCB(const int32_t* n, const orvel_dcomplex* coef, orvel_dcomplex* xseq);
  *     COEF(N)     out      the coefficients; may be XSEQ
  *     CWORK(2*N)  scratch  2N reals, or N complex numbers: the first pass writes there when input and
  *                          output are one array
+ *
  *     TERMINAL 1  N < 1
  *     TERMINAL 3  the factors in the work vector are not those of N
  */
@@ -182,6 +193,7 @@ void DF2TCF(const int32_t* n, const orvel_dcomplex* xseq, orvel_dcomplex* coef, 
  *     XSEQ(N)     out      the sequence; may be COEF
  *     CWORK(2*N)  scratch  2N reals, or N complex numbers: the first pass writes there when input and
  *                          output are one array
+ *
  *     TERMINAL 1  N < 1
  *     TERMINAL 3  the factors in the work vector are not those of N
  */

@@ -114,6 +114,7 @@ void E1INIT(void);
  * if the user had called them. The error is posted at the current level.
  *
  *     SWITCH(*)   in  ON or on: the user; OFF or off: not
+ *
  *     TERMINAL 1  SWITCH is none of these
  *                 "Invalid value for SWITCH in call to E1USR.  SWITCH must be set to 'ON' or 'OFF'.  SWITCH
  *                 = '%(L1)' "
@@ -130,6 +131,7 @@ int32_t IERCD(void);
 /* Type of an error, 0 for none.
  *
  *     IOPT        in  0: recorded at the current level; 1: by the routine most recently returned from
+ *
  *     TERMINAL 1  IOPT is neither 0 nor 1; always stops the program
  *                 ".  The argument passed to N1RTY must be 0 or 1."
  */
@@ -138,6 +140,7 @@ int32_t N1RTY(const int32_t* iopt);
 /* Code of an error.
  *
  *     IOPT        in  0: recorded at the current level; 1: by the routine most recently returned from
+ *
  *     TERMINAL 1  IOPT is neither 0 nor 1; always stops the program
  *                 ".  The argument passed to N1RCD must be 0 or 1."
  */
@@ -146,6 +149,7 @@ int32_t N1RCD(const int32_t* iopt);
 /* A counter of this thread.
  *
  *     IOPT        in  1: adds one and returns it; 2: returns it and sets it to 0
+ *
  *     TERMINAL 1  IOPT is neither 1 nor 2; always stops the program
  *                 ".  The argument passed to N1RNOF must be 1 or 2. "
  */
@@ -166,6 +170,7 @@ int32_t N1THRD(void);
  *     IERSVR      in  0: all types; 1 to 5 one type, of which 3 also sets type 6, and 4 type 7
  *     IPACT       in  the print switch: -1 as is, 0 off, 1 on, 2 the initial value
  *     ISACT       in  the stop switch, in the same way
+ *
  *     TERMINAL 1  IERSVR is not 0 to 5
  *                 "Invalid error severity level indicator.  IERSVR must be 0 to 5.  IERSVR = %(I1)"
  *     TERMINAL 2  IPACT is not -1 to 2
@@ -184,6 +189,7 @@ void ERSET(const int32_t* iersvr, const int32_t* ipact, const int32_t* isact);
  *                         -IERTYP; other values do nothing
  *     IPATT       in/out  the print switch, -1 as is, 0 off, 1 on, 2 the initial value
  *     ISATT       in/out  the stop switch, in the same way
+ *
  *     TERMINAL 1  IPATT is not -1 to 2
  *                 "Invalid value specified for print table attribute.  IPATT must be -1, 0, 1, or 2.  IPATT
  *                 = %(I1)"
@@ -277,6 +283,7 @@ void E1STA(const int32_t* id, const int32_t* len, const char* string, size_t str
  *
  *     EPACK(N)    in  the packet
  *     N           in  its length
+ *
  *     TERMINAL 1  the packet is shorter than it should be
  *                 "The size of derived type epack is abruptly truncated.  It should be at least %(i1)."
  *     TERMINAL 2  the file cannot be opened

@@ -40,6 +40,7 @@ ORVEL_BEGIN
  *     BRKPT(NDATA)     out      the break points
  *     SPCOEF(4,NDATA)  out      the coefficients
  *     IWK(NDATA)       scratch  of the workers C2INT, C2DEC, C2AKM, C2PER
+ *
  *     cause            NDATA < 2
  *                      "The number of data points must be 2 or more while NDATA = %(I1) is given."
  *     cause            NDATA < 4
@@ -74,6 +75,7 @@ void DC2INT(const int32_t* ndata, const double* xdata, const double* fdata, doub
  *     VLEFT       in  the derivative at the left end
  *     IRIGHT      in  0: not-a-knot; 1: VRIGHT is the first derivative; 2: VRIGHT is the second derivative
  *     VRIGHT      in  the derivative at the right end
+ *
  *     TERMINAL 1  NDATA < 2
  *     TERMINAL 2  ILEFT is not 0, 1 or 2
  *                 "The argument ILEFT = %(I1).  It must be 0, 1 or 2."
@@ -115,6 +117,7 @@ void DC2AKM(const int32_t* ndata, const double* xdata, const double* fdata, doub
  * then a, b for p, v with slope(i) = a - b slope(NDATA-1). Passes up the errors of C1SOR.
  *
  *     WK(6*NDATA)  scratch  not touched, and CSPER does not ask for it
+ *
  *     TERMINAL 1   NDATA < 4
  *     TERMINAL 5   no storage
  *     WARNING 1    the ordinates of the smallest and the largest abscissa differ; the first is used for
@@ -137,6 +140,7 @@ void DC2PER(const int32_t* ndata, const double* xdata, const double* fdata, doub
  *     SPCOEF(LDC,NDATA)  out      the ordinates in its first row
  *     LDC                in       the leading dimension of SPCOEF
  *     IWK(NDATA)         scratch  where the data were not ascending, their places in XDATA
+ *
  *     TERMINAL 2         two abscissas are equal; the message has their places in XDATA
  *                        "Points in the data point abscissas array, XDATA, must be distinct, but
  *                        XDATA(%(I1)) = XDATA(%(I2)) = %(R1)."
@@ -158,6 +162,7 @@ void DC1SOR(const int32_t* ndata, const double* xdata, const double* fdata, doub
  *     IDERIV               in  the order of the derivative, at least 0
  *     A                    in  one limit
  *     B                    in  the other limit, in any order
+ *
  *     cause                NINTV < 1
  *                          "The number of intervals must be at least 1 while NINTV = %(I1) is given. "
  *     cause                IDERIV < 0

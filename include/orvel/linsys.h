@@ -19,6 +19,7 @@
  *     LDAINV          in       the leading dimension of AINV, at least N
  *     RCOND           out      an estimate of the reciprocal of the L1 condition number
  *     WK(N)           scratch
+ *
  *     cause           N < 1
  *                     "The number of equations must be positive while N = %(I1) is given."
  *     cause           N < 1: the order
@@ -53,7 +54,7 @@
  *     cause           A is singular
  *                     "The input matrix is singular.  Some of the diagonal elements of the upper triangular
  *                     matrix U of the LU factorization are close to zero."
- *                     -> a row or column depends on others
+ *                     -> leave out the row or column that depends on others
  *     cause           RCOND is not above eps
  *                     "The matrix is too ill-conditioned. An estimate of the reciprocal of its L1 condition
  *                     number is RCOND = %(R1).  The solution might not be accurate."
@@ -79,6 +80,7 @@ ORVEL_BEGIN
  *
  *     FACT(N,N)   out  the factorization afterwards, see LFTRG
  *     IPVT(N)     out  the interchanges
+ *
  *     TERMINAL 1  N < 1
  *     TERMINAL 2  N > LDA
  *     TERMINAL 2  no storage
@@ -116,6 +118,7 @@ void DL2ACG(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const
  *
  *     FACT(N,N)   out  the factorization afterwards, see LFTRG
  *     IPVT(N)     out  the interchanges
+ *
  *     TERMINAL 1  N < 1
  *     TERMINAL 2  N > LDA
  *     TERMINAL 2  no storage
@@ -153,6 +156,7 @@ void DL2LCG(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const
  *
  *     FACT(LDFAC,N)  out  the factorization; may be A where LDFAC = LDA
  *     IPVT(N)        out  the interchanges
+ *
  *     TERMINAL 1     N < 1: the order
  *     TERMINAL 2     N > LDA
  *     TERMINAL 2     no storage
@@ -202,6 +206,7 @@ void DL2CCG(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, orvel
  *     IPVT(N)        out      the interchanges
  *     WK(N)          scratch  holds S, interchanged with the rows (in the storage of its first N reals in
  *                             complex members)
+ *
  *     TERMINAL 1     N < 1: the order
  *     TERMINAL 2     N > LDA
  *     TERMINAL 2     no storage
@@ -260,6 +265,7 @@ void DLFSCG(const int32_t* n, const orvel_dcomplex* fact, const int32_t* ldfac, 
  * this may take one more pass over A. Passes up the errors 3 and 4 of LFSRG, which end it.
  *
  *     RES(N)      out  the last correction
+ *
  *     TERMINAL 1  N < 1
  *     TERMINAL 2  N > LDA
  *     TERMINAL 3  N > LDFAC
@@ -291,6 +297,7 @@ void DLFICG(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const
  *     DET1        out  the mantissa, 1 <= |DET1| < 10, complex magnitudes being |Re| + |Im|; 0 when a
  *                      diagonal element of U is zero; an infinite one stays as it is
  *     DET2        out  the exponent; that reached before a zero
+ *
  *     TERMINAL 1  N < 1: the order
  *     TERMINAL 2  N > LDFAC
  *     TERMINAL 3  an element of IPVT is not a row, 1 to N
@@ -312,6 +319,7 @@ void DLFDCG(const int32_t* n, const orvel_dcomplex* fact, const int32_t* ldfac, 
  *
  *     WK(N+N*(N-1)/2)  scratch
  *     IWK(N)           scratch
+ *
  *     TERMINAL 1       N < 1: the order
  *     TERMINAL 2       N > LDA
  *     TERMINAL 2       no storage: the scratch
@@ -346,6 +354,7 @@ void DL2NCG(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, orvel
 /* Inverse of a triangle, into the same triangle of AINV. The other triangles are neither read nor written.
  *
  *     IPATH       in  1: the lower triangle; 2: the upper triangle
+ *
  *     TERMINAL 1  N < 1: the order
  *     TERMINAL 2  N > LDA
  *     TERMINAL 3  N > LDAINV
@@ -418,6 +427,7 @@ void DL4TCG(const int32_t* n, const orvel_dcomplex* x, const double* s, int32_t*
  *     IOPT          in      the option, 16 or 17
  *     NVALS         in      the number of its values, 2 for option 16, 1 for option 17
  *     IVALS(NVALS)  in/out  the values
+ *
  *     TERMINAL 1    CHAPTER is not MATH
  *                   "The name of the chapter must be MATH while %(L1) is given."
  *     TERMINAL 2    IACT is neither 1 nor 2

@@ -31,6 +31,7 @@
  *     INCX       in  the increment of X, not 0
  *     Y(N:INCY)  in  a vector
  *     INCY       in  the increment of Y, not 0
+ *
  *     cause      M < 0
  *                "M must be greater than or equal to zero while %(I1) is given."
  *     cause      N < 0
@@ -158,6 +159,7 @@ int32_t L1AME(const char* ca, const char* cb);
  *     NX          =      N if TRANS = N, else M
  *     Y(NY:INCY)  inout  a vector
  *     NY          =      M if TRANS = N, else N
+ *
  *     TERMINAL 1  M < 0
  *     TERMINAL 2  N < 0
  *     TERMINAL 3  LDA < max(1,M)
@@ -185,6 +187,7 @@ void ZGEMV(const char* trans, const int32_t* m, const int32_t* n, const orvel_dc
  *     NX          =      N if TRANS = N, else M
  *     Y(NY:INCY)  inout  a vector
  *     NY          =      M if TRANS = N, else N
+ *
  *     TERMINAL 1  M < 0
  *     TERMINAL 2  N < 0
  *     TERMINAL 3  KL < 0
@@ -211,6 +214,7 @@ void ZGBMV(const char* trans, const int32_t* m, const int32_t* n, const int32_t*
  *
  *     A(LDA,N)    in     the matrix, of which the triangle UPLO is read
  *     Y(N:INCY)   inout  a vector
+ *
  *     TERMINAL 1  N < 0
  *     TERMINAL 2  LDA < max(1,N)
  *     TERMINAL 3  UPLO is not U or L
@@ -240,6 +244,7 @@ void ZHEMV(const char* uplo, const int32_t* n, const orvel_dcomplex* alpha, cons
  *
  *     A(LDA,N)    in     the band, K diagonals on either side
  *     Y(N:INCY)   inout  a vector
+ *
  *     TERMINAL 1  N < 0
  *     TERMINAL 2  K < 0
  *     TERMINAL 3  LDA < K + 1
@@ -270,6 +275,7 @@ void ZHBMV(const char* uplo, const int32_t* n, const int32_t* k, const orvel_dco
  *
  *     A(LDA,N)    in     the matrix, of which the triangle UPLO is read
  *     X(N:INCX)   inout  a vector
+ *
  *     TERMINAL 1  N < 0
  *     TERMINAL 2  LDA < max(1,N)
  *     TERMINAL 3  UPLO is not U or L
@@ -305,6 +311,7 @@ void ZTRSV(const char* uplo, const char* trans, const char* diag, const int32_t*
  *
  *     A(LDA,N)    in     the band
  *     X(N:INCX)   inout  a vector
+ *
  *     TERMINAL 1  N < 0
  *     TERMINAL 2  K < 0
  *     TERMINAL 3  LDA < K + 1
@@ -341,6 +348,7 @@ void ZTBSV(const char* uplo, const char* trans, const char* diag, const int32_t*
  *
  *     A(LDA,N)    inout  the matrix, of M rows
  *     X(M:INCX)   in     a vector
+ *
  *     TERMINAL 1  M < 0
  *     TERMINAL 2  N < 0
  *     TERMINAL 3  LDA < max(1,M)
@@ -379,6 +387,7 @@ void ZGERC(const int32_t* m, const int32_t* n, const orvel_dcomplex* alpha, cons
 /* A = A + alpha*x*x^T on a triangle.
  *
  *     A(LDA,N)    inout  the matrix, of which the triangle UPLO is changed
+ *
  *     TERMINAL 1  N < 0
  *     TERMINAL 2  LDA < max(1,N)
  *     TERMINAL 3  UPLO is not U or L
@@ -402,6 +411,7 @@ void ZHER(const char* uplo, const int32_t* n, const double* alpha, const orvel_d
 /* A = A + alpha*x*y^T + alpha*y*x^T on a triangle.
  *
  *     A(LDA,N)    inout  the matrix, of which the triangle UPLO is changed
+ *
  *     TERMINAL 1  N < 0
  *     TERMINAL 2  LDA < max(1,N)
  *     TERMINAL 3  UPLO is not U or L
@@ -440,6 +450,7 @@ void ZHER2(const char* uplo, const int32_t* n, const orvel_dcomplex* alpha, cons
  *     B(LDB,KB)    in     the matrix, op(B) of K rows and N columns
  *     KB           =      N if TRANSB = N, else K
  *     C(LDC,N)     inout  the matrix, of M rows
+ *
  *     TERMINAL 1   M < 0
  *     TERMINAL 2   N < 0
  *     TERMINAL 3   K < 0
@@ -470,6 +481,7 @@ void ZGEMM(const char* transa, const char* transb, const int32_t* m, const int32
  *     KA          =      M if SIDE = L, else N
  *     B(LDB,N)    in     the matrix, of M rows
  *     C(LDC,N)    inout  the matrix, of M rows
+ *
  *     TERMINAL 1  M < 0
  *     TERMINAL 2  N < 0
  *     TERMINAL 3  LDC < max(1,M)
@@ -512,6 +524,7 @@ void ZHEMM(const char* side, const char* uplo, const int32_t* m, const int32_t* 
  *     A(LDA,KA)   in     the matrix, op(A) of N rows and K columns
  *     KA          =      K if TRANS = N, else N
  *     C(LDC,N)    inout  the matrix, of which the triangle UPLO is changed
+ *
  *     TERMINAL 1  N < 0
  *     TERMINAL 2  K < 0
  *     TERMINAL 3  LDC < max(1,N)
@@ -531,6 +544,7 @@ void DSYRK(const char* uplo, const char* trans, const int32_t* n, const int32_t*
  *     A(LDA,KA)   in     the matrix, op(A) of N rows and K columns
  *     KA          =      K if TRANS = N, else N
  *     C(LDC,N)    inout  the matrix, of which the triangle UPLO is changed
+ *
  *     TERMINAL 1  N < 0
  *     TERMINAL 2  K < 0
  *     TERMINAL 3  LDC < max(1,N)
@@ -552,6 +566,7 @@ void ZSYRK(const char* uplo, const char* trans, const int32_t* n, const int32_t*
  *     A(LDA,KA)   in     the matrix, op(A) of N rows and K columns
  *     KA          =      K if TRANS = N, else N
  *     C(LDC,N)    inout  the matrix, of which the triangle UPLO is changed
+ *
  *     TERMINAL 1  N < 0
  *     TERMINAL 2  K < 0
  *     TERMINAL 3  LDC < max(1,N)
@@ -574,6 +589,7 @@ void ZHERK(const char* uplo, const char* trans, const int32_t* n, const int32_t*
  *     KA          =      K if TRANS = N, else N
  *     B(LDB,KA)   in     the matrix, op(B) of N rows and K columns
  *     C(LDC,N)    inout  the matrix, of which the triangle UPLO is changed
+ *
  *     TERMINAL 1  N < 0
  *     TERMINAL 2  K < 0
  *     TERMINAL 3  LDC < max(1,N)
@@ -599,6 +615,7 @@ void DSYR2K(const char* uplo, const char* trans, const int32_t* n, const int32_t
  *     KA          =      K if TRANS = N, else N
  *     B(LDB,KA)   in     the matrix, op(B) of N rows and K columns
  *     C(LDC,N)    inout  the matrix, of which the triangle UPLO is changed
+ *
  *     TERMINAL 1  N < 0
  *     TERMINAL 2  K < 0
  *     TERMINAL 3  LDC < max(1,N)
@@ -624,6 +641,7 @@ void ZSYR2K(const char* uplo, const char* trans, const int32_t* n, const int32_t
  *     KA          =      K if TRANS = N, else N
  *     B(LDB,KA)   in     the matrix, op(B) of N rows and K columns
  *     C(LDC,N)    inout  the matrix, of which the triangle UPLO is changed
+ *
  *     TERMINAL 1  N < 0
  *     TERMINAL 2  K < 0
  *     TERMINAL 3  LDC < max(1,N)
@@ -646,6 +664,7 @@ void ZHER2K(const char* uplo, const char* trans, const int32_t* n, const int32_t
  *     A(LDA,KA)   in     the matrix, of which the triangle UPLO is read
  *     KA          =      M if SIDE = L, else N
  *     B(LDB,N)    inout  the matrix, of M rows
+ *
  *     TERMINAL 1  M < 0
  *     TERMINAL 2  N < 0
  *     TERMINAL 3  LDB < max(1,M)

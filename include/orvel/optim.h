@@ -19,6 +19,7 @@ ORVEL_BEGIN
  *     XACC        in        X shall be this close to the minimum; negative or NaN counts as 0
  *     MAXFN       in        the most calls of F, which is called once in any case
  *     X           out       the point of lowest value found
+ *
  *     TERMINAL 1  BOUND does not exceed XACC or the smallest step from XGUESS that the precision allows, or
  *                 XGUESS, STEP or BOUND is NaN, or XGUESS is infinite
  *                 "The input value for BOUND is too small.  No change in X can be made."

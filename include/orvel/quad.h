@@ -23,6 +23,7 @@
  *     SUBERR(MAXSUB)  out       error estimates of the pieces
  *     SUBORD(MAXSUB)  out       one-based indices of the pieces whose errors are largest, in decreasing
  *                               order; NSUB of them as long as NSUB <= MAXSUB/2 + 2, else MAXSUB + 3 - NSUB
+ *
  *     cause           MAXSUB < 1
  *                     "The maximum number of subintervals MAXSUB = %(I1).  It must be at least 1."
  *     cause           ERRABS < 0

@@ -127,6 +127,7 @@ double DRNUNF(void);
 /* Selects the generator of this thread. State and tables of all generators are kept.
  *
  *     IOPT        in  the option, 1 to 9
+ *
  *     TERMINAL 1  IOPT is not 1 to 9
  *                 "%(L1) = %(I1).  %(L1) must be greater than or equal to %(I2) and less than or equal to
  *                 %(I3)."
@@ -164,6 +165,7 @@ void RNGET(int32_t* iseed);
  *
  *     ISEED1      in   the seed
  *     ISEED2      out  the seed of the later stream; may be ISEED1
+ *
  *     TERMINAL 1  option 2, 4 or 6 is selected
  *                 "The specified uniform multiplicative congruential pseudorandom number generator is
  *                 shuffled.  RNISD does not work when shuffling is used.  RNOPT allows you to select the
@@ -191,6 +193,7 @@ void DRNGES(double* table);
  * current state at the next draw.
  *
  *     TABLE(128)  in  the table
+ *
  *     TERMINAL 1  an element, the first that is named, is not in (0, 1)
  *                 "TABLE(%(I1)) = %(R1).  All elements of TABLE must be positive and strictly less than
  *                 1.0."
@@ -211,6 +214,7 @@ void RNGEF(int32_t* iarray);
  * 0. Indices above 1563: see R2NCOM.
  *
  *     IARRAY(1565)  in  the words, the index of the next one and the second index
+ *
  *     TERMINAL 2    IARRAY(1564) < 1
  *                   "IARRAY(1564) = %(I1).  All elements of IARRAY must be positive."
  *     TERMINAL 3    IARRAY(1565) < 1
@@ -252,6 +256,7 @@ void RNSE64(const int64_t* mtable);
  *
  *     KEY(LEN)    in  the key
  *     LEN         in  its length
+ *
  *     TERMINAL 1  LEN < 1
  *                 "%(L1) = %(I1).  %(L1) must be greater than or equal to %(I2)."
  *

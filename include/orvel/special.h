@@ -4,6 +4,7 @@
  * close to a negative integer where |(X - AINT(X - 0.5)) / X| < sqrt(AMACH(4)).
  *
  *     X      in  the argument
+ *
  *     cause  X is so close to a negative integer that half of the digits are lost
  *            "The result is accurate to less than one half precision because X = %(R1) is too close to a
  *            negative integer."
@@ -83,6 +84,7 @@ double DGAMR(const double* x);
 /* ln Gamma(X) - ((X - 0.5) ln X - X + ln(2 pi) / 2), the correction of Stirling's formula.
  *
  *     X           in  the argument, at least 10
+ *
  *     ALERT 1     X is so large that the result underflows
  *                 "The function underflows because X = %(R1) is greater than %(R2). The result is set to
  *                 zero."
@@ -96,6 +98,7 @@ double D9LGMC(const double* x);
  *
  *     XMIN        out  the smallest argument
  *     XMAX        out  the largest argument
+ *
  *     TERMINAL 5  Newton's iteration for XMIN does not converge in 10 steps, which it does in IEEE 754
  *                 arithmetic
  *                 "Unable to determine the value of XMIN."
@@ -113,6 +116,7 @@ void D9GAML(double* xmin, double* xmax);
  *     OS(NOS)     in  the coefficients
  *     NOS         in  their number
  *     ETA         in  the largest sum of the magnitudes that are left out; a NaN gives 1
+ *
  *     TERMINAL 5  NOS < 1
  *                 "The number of coefficients is less than 1. NOS = %(I1)."
  *     TERMINAL 6  the last coefficient alone exceeds ETA, or NOS = 1
@@ -130,6 +134,7 @@ int32_t INITDS(const double* os, const int32_t* nos, const float* eta);
  *     X           in  the argument, from -1 to 1
  *     CS(N)       in  the coefficients
  *     N           in  their number, 1 to 1000
+ *
  *     WARNING 7   X outside [-1.1, 1.1]; the value is the sum
  *                 "The argument X = %(R1) is outside the interval (-1.1,+1.1)."
  *     TERMINAL 5  N < 1

@@ -62,6 +62,7 @@ int32_t IDYWK(const int32_t* iday, const int32_t* month, const int32_t* iyear);
  *
  *     ICODE       out  the code that the caller's next check may use, 6
  *     LEAP        out  1: a leap year; -1: none
+ *
  *     NOTE 1      IYEAR < -45; the date is accepted; not posted after an error
  *                 "IYEAR = %(I1).  The Julian Calendar first went into use in 45 B.C. (-45).  No calendar
  *                 prior to that time was as universally used nor as accurate as the Julian.  Therefore, it
@@ -228,6 +229,7 @@ void SVIBP(const int32_t* n, const int32_t* ia, int32_t* ib, int32_t* iperm);
  *     IPERMU(N)    in   each of 1..N once
  *     IPATH        in   1: XPERMU(i) = X(IPERMU(i)); 2: XPERMU(IPERMU(i)) = X(i)
  *     XPERMU(N)    out  the permuted vector; may be X
+ *
  *     TERMINAL 1   N < 1
  *                  "The length of the arrays X and XPERMU must be positive while N = %(I1) is given."
  *     TERMINAL 2   IPATH is neither 1 nor 2
@@ -257,6 +259,7 @@ void DPERMU(const int32_t* n, const double* x, const int32_t* ipermu, const int3
  *     APER(LDAPER,NCA)  out      the permuted matrix; may be A where LDAPER = LDA
  *     LDAPER            in       its leading dimension
  *     WORK(NRA)         scratch  used only where APER is A
+ *
  *     TERMINAL 1        NRA < 1; from P2RMA
  *                       "The number of rows of a matrix must be positive while NRA = %(I1) is given."
  *     TERMINAL 1        NCA < 1; from PERMA
@@ -305,6 +308,7 @@ void DP2RMA(const int32_t* nra, const int32_t* nca, const double* a, const int32
  *     LO              in     the lower bound
  *     HI              in     the upper bound; none if it is below LO
  *     ICODE           inout  the code of the error if there is one, advanced by one in any case
+ *
  *     TERMINAL ICODE  IARG < LO where HI < LO
  *                     "%(L1) = %(I1).  %(L1) must be greater than or equal to %(I2)."
  *     TERMINAL ICODE  IARG is not LO to HI

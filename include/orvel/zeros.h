@@ -27,6 +27,7 @@ ORVEL_BEGIN
  *     X(NROOT)       out       the zeros; may be XGUESS
  *     INFO(NROOT)    out       the iterations for each zero, ITMAX + 1 (at least 2) for one that was not
  *                              found
+ *
  *     WARNING 1      at least one zero was not found
  *                    "Failure to converge within  ITMAX = %(I1) iterations for at least  one of the NROOT =
  *                    %(I2) roots. "
