@@ -206,6 +206,16 @@ TEST_F(Message, PostingKeepsWhatItIsToldToKeep)
     pop("R ");
 }
 
+// Where the error was found, by form, line and name of the source.
+void set_source(int32_t form, int32_t line, std::string_view name, int32_t current = 3)
+{
+    ERCOM1.atttab[3] = form;
+    ERCOM8.current = current;
+    ERCOM8.line[2] = line;
+    ERCOM8.name_length[2] = static_cast<int32_t>(name.size());
+    name.copy(ERCOM9.name[2], 31);
+}
+
 TEST_F(Message, HeaderHasAWordAndAForm)
 {
     const char* words[] = {"NOTE    ", "ALERT   ", "WARNING ", "FATAL   ",
@@ -225,14 +235,6 @@ TEST_F(Message, HeaderHasAWordAndAForm)
     const string trace = trace_head +
                          "     R                                    4           2\n"
                          "     USER                                 0           0\n";
-    // Where the error was found, by form, line and name of the source.
-    const auto source = [](int32_t form, int32_t line, std::string_view name, int32_t current = 3) {
-        ERCOM1.atttab[3] = form;
-        ERCOM8.current = current;
-        ERCOM8.line[2] = line;
-        ERCOM8.name_length[2] = static_cast<int32_t>(name.size());
-        name.copy(ERCOM9.name[2], 31);
-    };
     const std::tuple<int32_t, int32_t, std::string_view, string> rows[] = {
         {2, 0, "?", ""},
         {3, 12, "solve.f", " from solve.f at line 12"},
@@ -242,7 +244,7 @@ TEST_F(Message, HeaderHasAWordAndAForm)
         {1, 12, "solve.f", " 2 from R"},
         {3, 0, "?", " 2 from R"}};
     for (const auto& [form, line, name, where] : rows) {
-        source(form, line, name);
+        set_source(form, line, name);
         ERCOM1.trctab[3] = 1;
         EXPECT_EQ(fatal(), where + ".  Text\n" + (where.find(" 2") == where.npos ? trace : ""));
         ERCOM1.trctab[3] = 0;
@@ -250,12 +252,20 @@ TEST_F(Message, HeaderHasAWordAndAForm)
     }
     // The longest source leaves no room for the message on its line.
     const string name(31, 's'), longest = " from " + name + " at line 2147483647. ";
-    source(3, INT32_MAX, name);
+    set_source(3, INT32_MAX, name);
     fill_store("*N1*1%K");
     EXPECT_EQ(fatal(), longest + " " + next + " in reference to keyword K.  Text\n");
     EXPECT_EQ(fatal(), longest + next + "Text\n");
-    // What the program has stored there by hand leads nowhere else.
-    source(3, 1, name);
+    ERCOM8.line[0] = 0;
+    set_source(1, 0, "?", 1);
+    ERCOM1.trctab[3] = 1;
+}
+
+// What the program has stored in the blocks by hand leads nowhere else.
+TEST_F(Message, SourceEntriesAreBroughtIntoRange)
+{
+    const string name(31, 's');
+    set_source(3, 1, name);
     ERCOM8.name_length[2] = 1000;
     EXPECT_EQ(fatal(), " from " + name + " at line 1.  Text\n");
     ERCOM8.name_length[2] = INT32_MIN;
@@ -266,7 +276,7 @@ TEST_F(Message, HeaderHasAWordAndAForm)
         EXPECT_EQ(fatal(), current < 1 ? " from ? at line 4.  Text\n" : " from  at line 5.  Text\n");
     }
     ERCOM8.line[0] = 0;
-    source(1, 0, "?", 1);
+    set_source(1, 0, "?", 1);
     ERCOM1.trctab[3] = 1;
 }
 

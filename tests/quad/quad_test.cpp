@@ -71,14 +71,10 @@ TYPED_TEST(Quad, EveryMessage)
     };
     const std::string
         most = "The maximum number of subintervals MAXSUB = 0.  It must be at least 1.",
-        rule = "  It must be in the range 1 to 6.", named = "The quadrature rule IRULE = ",
         many = "The maximum number of subintervals allowed MAXSUB = ", reached = " has been reached.",
         more = " and increase MAXSUB.  Dimension adjustments may be necessary.",
-        absolute = "The absolute error desired ERRABS = -1.",
-        relative = "The relative error desired ERRREL = -2.",
         both =
             "The error tolerance arguments ERRABS and ERRREL are both equal to zero.  At least one of them must be greater than zero.",
-        large = "When ERRREL is greater than or equal to one, zero can always be returned as an answer.",
         bad =
             "Precision is degraded due to too fine a subdivision relative to the requested tolerance.  This may be due to bad integrand behavior in the interval (",
         error = "Roundoff error has been detected",
@@ -92,17 +88,7 @@ TYPED_TEST(Quad, EveryMessage)
         Outcome outcome;
         std::string text;
     } rows[] = {{0, 0, 0, 1, 0, {5, 1}, most},
-                {0, 1, 0, 1, 0, {5, 1}, most},
-                {0, 7, 3, 1, 0, {5, 2}, named + "7." + rule},
-                {0, -1, 3, 1, 0, {5, 2}, named + "-1." + rule},
-                {0, 0, 3, -1, 0, {5, 2}, absolute},
-                {0, 2, 3, -1, 0, {5, 3}, absolute},
-                {0, 0, 3, 1, -2, {5, 3}, relative},
-                {0, 3, 3, 1, -2, {5, 4}, relative},
-                {0, 0, 3, 0, 0, {5, 4}, both},
-                {0, 4, 3, 0, 0, {5, 5}, both},
-                {0, 0, 3, 1, 1, {5, 5}, large},
-                {0, 5, 3, 1, 1, {5, 6}, large},
+                {0, 6, 3, 0, 0, {5, 5}, both},
                 {0, 0, 3, 0, 1e-5, {4, 1}, many + "3" + reached + "  Use Q2AGS" + more},
                 {0, 6, 3, 0, 1e-5, {4, 1}, many + "3" + reached + "  Use Q2AG" + more},
                 {1, 0, 1, 0, 0.5, {4, 1}, many + "1" + reached},  // although 1 is integrated
@@ -130,7 +116,13 @@ TYPED_TEST(Quad, EveryMessage)
             EXPECT_NE(text.find(ends), text.npos) << ends << text;
         }
     }
-    // Every bad argument is reported; the last stays. The front passes it up and keeps its results.
+}
+
+TYPED_TEST(Quad, EveryBadArgumentIsReported)
+{
+    using T = TypeParam;
+    const auto f = [](const T* x) -> T { return *x; };
+    // The last stays. The front passes it up and keeps its results.
     Quadrature<T>(9, f, 0, 1, -1, -1, 0);
     EXPECT_EQ(outcome(), (Outcome{5, 4}));
     this->page.take();

@@ -45,75 +45,86 @@ template <class T>
 class Zreal : public Searching<T> {};
 TYPED_TEST_SUITE(Zreal, Precisions);
 
+// The points, zeros and counts of a search; `values` of F stand in place of those of the function.
+template <class T>
+void check(Case<T> c, const std::vector<double>& at, const std::vector<double>& zeros,
+           const std::vector<int32_t>& info, const std::vector<double>& values = {})
+{
+    SCOPED_TRACE(::testing::Message() << zeros[0] << " in " << at.size() << " points");
+    script<T>.assign(values.begin(), values.end());
+    if (!values.empty()) c.f = scripted<T>;
+    for (const bool in_place : {false, true}) {
+        const Trace<T> t = zreal(c, in_place);
+        EXPECT_EQ(t.points.size(), at.size());
+        expect_points(t.points, at);
+        expect_points(t.zeros, zeros);
+        EXPECT_EQ(t.info, info);
+        const bool failed = *std::max_element(info.begin(), info.end()) > c.itmax;
+        EXPECT_EQ(outcome(), failed ? (Outcome{3, 1}) : (Outcome{0, 0}));
+    }
+}
+
 // A parabola is its own interpolant, and so is the line that deflation leaves of it; where values are given
 // in advance the steps follow from the three formulas of a step with small whole numbers.
 TYPED_TEST(Zreal, PointsByHand)
 {
     using T = TypeParam;
+    const Function<T> parabola = [](T x) { return x * x - 4; }, line = [](T x) { return x - 5; };
+    const T acc = T(1e-3), none = 0;
+    // From three points around the guess straight to the zero; the other one of the line that is left.
+    check<T>({parabola, {1, 1}, acc, none, T(1e-3), T(1e-2), 50}, {.9, 1.1, 1, 2, .9, 1.1, 1, -2}, {2, -2},
+             {4, 4});
+    // From -1, 1, 0; ITMAX counts one evaluation less; a step is compared with ERRREL before the
+    // evaluation.
+    check<T>({line, {0}, acc, none, none, none, 5}, {-1, 1, 0, 5}, {5}, {4});
+    check<T>({line, {0}, acc, none, none, none, 4}, {-1, 1, 0}, {5}, {5});
+    check<T>({line, {0}, none, T(1.001), none, none, 50}, {-1, 1, 0}, {5}, {3});
+    check<T>({line, {0}, none, T(.999), none, none, 5}, {-1, 1, 0, 5}, {5}, {4});
+    // A tenfold value halves the step, a little less does not.
+    check<T>({line, {0}, none, none, none, none, 7}, {-1, 1, 0, 2, 1, .5}, {2}, {8},
+             {-3, -1, -2, 20, -25, -1.5});
+    check<T>({line, {0}, none, none, none, none, 5}, {-1, 1, 0, 2}, {0.8655807864649041}, {6},
+             {-3, -1, -2, -19.5});
+    // A parabola without zeros, 0 for the root; level values, 1 for the divisor.
+    check<T>({line, {0}, none, none, none, none, 4}, {-1, 1, 0}, {1}, {5}, {9, 5, 1});
+    check<T>({line, {0}, none, none, none, none, 4}, {-1, 1, 0}, {3}, {5}, {3, 3, 3});
+}
+
+// Points close to zeros that were found are moved.
+TYPED_TEST(Zreal, PointsAwayFromFoundZeros)
+{
+    using T = TypeParam;
     const T ninth = T(10) / 9, inf = std::numeric_limits<T>::infinity(),
             largest = std::numeric_limits<T>::max();
-    const Function<T> parabola = [](T x) { return x * x - 4; }, line = [](T x) { return x - 5; },
-                      twice = [](T x) { return (x - 2) * (x - 2); }, pair = [](T x) { return x * (x + 1); },
+    const Function<T> twice = [](T x) { return (x - 2) * (x - 2); }, pair = [](T x) { return x * (x + 1); },
                       cubic = [](T x) { return (x - 1) * (x - T(1.5)) * (x - 4); },
                       apart = [](T x) { return (x + 1) * (x - 9); };
     const T acc = T(1e-3), none = 0;
-    // `values` of F in place of those of the function.
-    const auto check = [](Case<T> c, const std::vector<double>& at, const std::vector<double>& zeros,
-                          const std::vector<int32_t>& info, const std::vector<double>& values = {}) {
-        SCOPED_TRACE(::testing::Message() << zeros[0] << " in " << at.size() << " points");
-        script<T>.assign(values.begin(), values.end());
-        if (!values.empty()) c.f = scripted<T>;
-        for (const bool in_place : {false, true}) {
-            const Trace<T> t = zreal(c, in_place);
-            EXPECT_EQ(t.points.size(), at.size());
-            expect_points(t.points, at);
-            expect_points(t.zeros, zeros);
-            EXPECT_EQ(t.info, info);
-            const bool failed = *std::max_element(info.begin(), info.end()) > c.itmax;
-            EXPECT_EQ(outcome(), failed ? (Outcome{3, 1}) : (Outcome{0, 0}));
-        }
-    };
-    // From three points around the guess straight to the zero; the other one of the line that is left.
-    check({parabola, {1, 1}, acc, none, T(1e-3), T(1e-2), 50}, {.9, 1.1, 1, 2, .9, 1.1, 1, -2}, {2, -2},
-          {4, 4});
-    // From -1, 1, 0; ITMAX counts one evaluation less; a step is compared with ERRREL before the
-    // evaluation.
-    check({line, {0}, acc, none, none, none, 5}, {-1, 1, 0, 5}, {5}, {4});
-    check({line, {0}, acc, none, none, none, 4}, {-1, 1, 0}, {5}, {5});
-    check({line, {0}, none, T(1.001), none, none, 50}, {-1, 1, 0}, {5}, {3});
-    check({line, {0}, none, T(.999), none, none, 5}, {-1, 1, 0, 5}, {5}, {4});
     // The zero that was found is moved by ETA, and accepted if both values are small,
-    check({twice, {0, 0}, T(.2), none, T(.01), T(.125), 50}, {-1, 1, 0, 2, -1, 1, 0, 2, 2.125}, {2, 2.125},
-          {4, 4});
+    check<T>({twice, {0, 0}, T(.2), none, T(.01), T(.125), 50}, {-1, 1, 0, 2, -1, 1, 0, 2, 2.125}, {2, 2.125},
+             {4, 4});
     // not if the deflated one is not.
-    check({twice, {0, 0}, T(.05), none, T(.01), T(.125), 50},
-          {-1, 1, 0, 2, -1, 1, 0, 2, 2.125, 2.0191471140279678}, {2, 2.0191471140279678}, {4, 5});
+    check<T>({twice, {0, 0}, T(.05), none, T(.01), T(.125), 50},
+             {-1, 1, 0, 2, -1, 1, 0, 2, 2.125, 2.0191471140279678}, {2, 2.0191471140279678}, {4, 5});
     // A point is moved until it is away from all zeros: past two of them,
-    check({cubic, {ninth, ninth * T(1.5), 1}, T(1e-2), none, T(.25), T(.3), 50},
-          {1, 1.5, .9, 1.2, 1.5, 1.8, 1.1, 1.4, 1.7, 2, 1, 1.3, 1.6, 1.9, 4}, {1, 1.5, 4}, {1, 1, 4});
-    check({cubic, {ninth, ninth * T(1.5), ninth * T(.8)}, acc, none, T(.25), T(.1), 2},
-          {1, 1.5, .8, .9, 1, 1.1, 1.2, 1.3, 1.4, 1.5, 1.6, 1.7, 1.8}, {1, 1.5, 8.8 / 9}, {1, 1, 3});
+    check<T>({cubic, {ninth, ninth * T(1.5), 1}, T(1e-2), none, T(.25), T(.3), 50},
+             {1, 1.5, .9, 1.2, 1.5, 1.8, 1.1, 1.4, 1.7, 2, 1, 1.3, 1.6, 1.9, 4}, {1, 1.5, 4}, {1, 1, 4});
+    check<T>({cubic, {ninth, ninth * T(1.5), ninth * T(.8)}, acc, none, T(.25), T(.1), 2},
+             {1, 1.5, .8, .9, 1, 1.1, 1.2, 1.3, 1.4, 1.5, 1.6, 1.7, 1.8}, {1, 1.5, 8.8 / 9}, {1, 1, 3});
     // and in small steps past one.
-    check({cubic, {ninth, 1}, acc, none, T(.25), T(.1), 3}, {1, .9, 1, 1.1, 1.2, 1.3, 1.1, 1.2, 1.3}, {1, 1},
-          {1, 4});
+    check<T>({cubic, {ninth, 1}, acc, none, T(.25), T(.1), 3}, {1, .9, 1, 1.1, 1.2, 1.3, 1.1, 1.2, 1.3},
+             {1, 1}, {1, 4});
     // What is as far as EPS stays; nothing is moved that could not get away.
-    check({apart, {0, 0}, acc, none, T(.5), T(.5), 4}, {-1, -1, -.5, 1, 0}, {-1, 4.684658438426491}, {1, 5});
+    check<T>({apart, {0, 0}, acc, none, T(.5), T(.5), 4}, {-1, -1, -.5, 1, 0}, {-1, 4.684658438426491},
+             {1, 5});
     for (const auto& [eps, eta] : {std::pair{T(.25), T(0)},
                                    {T(.25), std::nanf("")},
                                    {T(.25), T(1e-30)},
                                    {largest, T(1e-2)},
                                    {inf, T(1e-2)},
                                    {-inf, T(1e-2)}})
-        check({pair, {0, T(-1.1)}, acc, none, eps, eta, 50}, {-1, -.99, -1.21, -1.1, 0}, {-1, 0}, {1, 4});
-    check({pair, {0, 0}, acc, none, T(1e-30), T(1e-31), 2}, {-1, -1}, {-1, 1}, {1, 3});
-    // A tenfold value halves the step, a little less does not.
-    check({line, {0}, none, none, none, none, 7}, {-1, 1, 0, 2, 1, .5}, {2}, {8},
-          {-3, -1, -2, 20, -25, -1.5});
-    check({line, {0}, none, none, none, none, 5}, {-1, 1, 0, 2}, {0.8655807864649041}, {6},
-          {-3, -1, -2, -19.5});
-    // A parabola without zeros, 0 for the root; level values, 1 for the divisor.
-    check({line, {0}, none, none, none, none, 4}, {-1, 1, 0}, {1}, {5}, {9, 5, 1});
-    check({line, {0}, none, none, none, none, 4}, {-1, 1, 0}, {3}, {5}, {3, 3, 3});
+        check<T>({pair, {0, T(-1.1)}, acc, none, eps, eta, 50}, {-1, -.99, -1.21, -1.1, 0}, {-1, 0}, {1, 4});
+    check<T>({pair, {0, 0}, acc, none, T(1e-30), T(1e-31), 2}, {-1, -1}, {-1, 1}, {1, 3});
 }
 
 // Different zeros, small values, no more calls than iterations and moves.
