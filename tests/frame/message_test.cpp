@@ -256,7 +256,6 @@ TEST_F(Message, HeaderHasAWordAndAForm)
     fill_store("*N1*1%K");
     EXPECT_EQ(fatal(), longest + " " + next + " in reference to keyword K.  Text\n");
     EXPECT_EQ(fatal(), longest + next + "Text\n");
-    ERCOM8.line[0] = 0;
     set_source(1, 0, "?", 1);
     ERCOM1.trctab[3] = 1;
 }
@@ -265,6 +264,7 @@ TEST_F(Message, HeaderHasAWordAndAForm)
 TEST_F(Message, SourceEntriesAreBroughtIntoRange)
 {
     const string name(31, 's');
+    ERCOM1.trctab[3] = 0;
     set_source(3, 1, name);
     ERCOM8.name_length[2] = 1000;
     EXPECT_EQ(fatal(), " from " + name + " at line 1.  Text\n");
