@@ -210,9 +210,16 @@ def host_module(header):
                   ["  private :: c_int32_t, c_ptr, c_funptr, c_char"])
 
 
+def whole_module(names):
+    """All of them by one name."""
+    return "\n".join(["! orvel - every routine; AMACH is that of orvel_constants", "module orvel",
+                      *(f"  use {name}" for name in names), "  implicit none", "  public", "end module orvel"]) + "\n"
+
+
 def fortran_modules(description):
-    for header in description["headers"]:
-        name = "orvel_" + header["name"].removesuffix(".h")
+    names = ["orvel_" + header["name"].removesuffix(".h") for header in description["headers"]]
+    yield "orvel", whole_module(["orvel_constants", *names])
+    for name, header in zip(names, description["headers"]):
         if header["name"] == "host.h":
             yield name, host_module(header)
             continue

@@ -23,6 +23,31 @@ contains
   end function square
 end module capture
 
+! One name for all modules, and one for the precisions.
+subroutine generic_names
+  use orvel
+  implicit none
+  real :: x(2) = [3.0, 4.0], y(2) = 1.0
+  double precision :: wide(2) = [3d0, 4d0], values(5), result, error
+  complex(kind(0d0)) :: z(1) = (1d0, 2d0)
+  interface
+    double precision function cube(t)
+      double precision, intent(in) :: t
+    end function cube
+  end interface
+  call qdags(cube, 0d0, 2d0, 0d0, 1d-10, result, error)
+  call orvel_axpy(2, 2.0, x, 1, y, 1)
+  values = [orvel_nrm2(2, wide, 1), orvel_asum(1, z, 1), gamma(5d0), dble(gamma(5.0)), dble(amach(4)) / epsilon(x)]
+  if (abs(result - 4) > 1d-12 .or. y(2) /= 9) error stop 'generic subroutines'
+  if (any(abs(values - [5d0, 3d0, 24d0, 24d0, 1d0]) > 1d-5)) error stop 'generic functions'
+end subroutine generic_names
+
+double precision function cube(t)
+  implicit none
+  double precision, intent(in) :: t
+  cube = t**3
+end function cube
+
 program calls
   use, intrinsic :: iso_c_binding, only: c_associated, c_funloc, c_int32_t, c_null_char, c_null_ptr
   use capture
@@ -41,6 +66,7 @@ program calls
   use orvel_util
   use orvel_zeros
   implicit none
+  external :: generic_names
 
   call check(orvel_bind_unit(6_c_int32_t, c_funloc(keep), c_null_ptr) == 1, 'unit is bound')
   call erset(0, -1, 0)
@@ -53,6 +79,7 @@ program calls
   call constants
   call packets
   call transforms
+  call generic_names
   print '(a)', 'calls from Fortran: passed'
 
 contains
