@@ -3,7 +3,7 @@
 // A band is stored by columns: element (i, j) of a matrix with KU superdiagonals at row KU + i - j of column
 // j.
 #include "frame/export.h"
-#include "kernels/level2.h"
+#include "kernels/columns.h"
 #include "orvel/kernels.h"
 
 namespace orvel::kernels {
@@ -123,7 +123,7 @@ void sbmv(const char* uplo, const int32_t* n, const int32_t* k, const T* alpha, 
 enum class Action { multiply, solve };
 
 template <class T, Action action>
-void triangular(const char* uplo, const char* trans, const char* diag, const int32_t* n, const int32_t* k,
+void triangular_band(const char* uplo, const char* trans, const char* diag, const int32_t* n, const int32_t* k,
                 const T* a, const int32_t* lda, T* x, const int32_t* incx)
 {
     const auto bad = [](int32_t code, std::string_view text,
@@ -184,11 +184,11 @@ ORVEL_EXPORT_UPPER(SSBMV, 11, (orvel::kernels::sbmv<float, false>));
 ORVEL_EXPORT_UPPER(DSBMV, 11, (orvel::kernels::sbmv<double, false>));
 ORVEL_EXPORT_UPPER(CHBMV, 11, (orvel::kernels::sbmv<orvel_complex, true>));
 ORVEL_EXPORT_UPPER(ZHBMV, 11, (orvel::kernels::sbmv<orvel_dcomplex, true>));
-ORVEL_EXPORT_UPPER(STBMV, 9, (orvel::kernels::triangular<float, orvel::kernels::multiply>));
-ORVEL_EXPORT_UPPER(DTBMV, 9, (orvel::kernels::triangular<double, orvel::kernels::multiply>));
-ORVEL_EXPORT_UPPER(CTBMV, 9, (orvel::kernels::triangular<orvel_complex, orvel::kernels::multiply>));
-ORVEL_EXPORT_UPPER(ZTBMV, 9, (orvel::kernels::triangular<orvel_dcomplex, orvel::kernels::multiply>));
-ORVEL_EXPORT_UPPER(STBSV, 9, (orvel::kernels::triangular<float, orvel::kernels::solve>));
-ORVEL_EXPORT_UPPER(DTBSV, 9, (orvel::kernels::triangular<double, orvel::kernels::solve>));
-ORVEL_EXPORT_UPPER(CTBSV, 9, (orvel::kernels::triangular<orvel_complex, orvel::kernels::solve>));
-ORVEL_EXPORT_UPPER(ZTBSV, 9, (orvel::kernels::triangular<orvel_dcomplex, orvel::kernels::solve>));
+ORVEL_EXPORT_UPPER(STBMV, 9, (orvel::kernels::triangular_band<float, orvel::kernels::multiply>));
+ORVEL_EXPORT_UPPER(DTBMV, 9, (orvel::kernels::triangular_band<double, orvel::kernels::multiply>));
+ORVEL_EXPORT_UPPER(CTBMV, 9, (orvel::kernels::triangular_band<orvel_complex, orvel::kernels::multiply>));
+ORVEL_EXPORT_UPPER(ZTBMV, 9, (orvel::kernels::triangular_band<orvel_dcomplex, orvel::kernels::multiply>));
+ORVEL_EXPORT_UPPER(STBSV, 9, (orvel::kernels::triangular_band<float, orvel::kernels::solve>));
+ORVEL_EXPORT_UPPER(DTBSV, 9, (orvel::kernels::triangular_band<double, orvel::kernels::solve>));
+ORVEL_EXPORT_UPPER(CTBSV, 9, (orvel::kernels::triangular_band<orvel_complex, orvel::kernels::solve>));
+ORVEL_EXPORT_UPPER(ZTBSV, 9, (orvel::kernels::triangular_band<orvel_dcomplex, orvel::kernels::solve>));

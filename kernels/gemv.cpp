@@ -1,6 +1,6 @@
 // kernels/gemv.cpp - GEMV: y = alpha * op(A) * x + beta * y
 #include "frame/export.h"
-#include "kernels/level2.h"
+#include "kernels/columns.h"
 #include "orvel/kernels.h"
 
 namespace orvel::kernels {

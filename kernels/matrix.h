@@ -15,15 +15,6 @@ namespace orvel::kernels {
 using frame::i;
 using frame::l;
 
-template <class T>
-inline T conjugate(T x)
-{
-    if constexpr (is_complex<T>)
-        return std::conj(x);
-    else
-        return x;
-}
-
 // Element (i, j) is at p[i * rows + j * columns]. Transposed and reversed matrices are views of the same
 // elements, so that one algorithm serves every side and triangle.
 template <class T>

@@ -1,6 +1,6 @@
 // kernels/rank_1.cpp - GER, GERU, GERC, SYR, HER, SYR2, HER2: updates by products of two vectors
 #include "frame/export.h"
-#include "kernels/level2.h"
+#include "kernels/columns.h"
 #include "orvel/kernels.h"
 
 namespace orvel::kernels {

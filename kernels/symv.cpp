@@ -1,6 +1,6 @@
 // kernels/symv.cpp - SYMV and HEMV: y = alpha * A * x + beta * y with a symmetric or Hermitian matrix
 #include "frame/export.h"
-#include "kernels/level2.h"
+#include "kernels/columns.h"
 #include "orvel/kernels.h"
 
 namespace orvel::kernels {

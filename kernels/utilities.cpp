@@ -1,7 +1,7 @@
 // kernels/utilities.cpp - ADD, SUB, XYZ, HPROD: constants added and subtracted, triple and elementwise
 // products
 #include "frame/export.h"
-#include "kernels/entry.h"
+#include "kernels/by_reference.h"
 #include "orvel/kernels.h"
 
 namespace orvel::kernels {
@@ -58,15 +58,15 @@ void hprod(int64_t n, const T* x, int64_t incx, const T* y, int64_t incy, T* z, 
 
 using namespace orvel::kernels;
 
-ORVEL_EXPORT(SADD, sadd_, 4, entry<add<float>>);
-ORVEL_EXPORT(DADD, dadd_, 4, entry<add<double>>);
-ORVEL_EXPORT(CADD, cadd_, 4, entry<add<orvel_complex>>);
-ORVEL_EXPORT(ZADD, zadd_, 4, entry<add<orvel_dcomplex>>);
-ORVEL_EXPORT(SSUB, ssub_, 4, entry<sub<float>>);
-ORVEL_EXPORT(DSUB, dsub_, 4, entry<sub<double>>);
-ORVEL_EXPORT(CSUB, csub_, 4, entry<sub<orvel_complex>>);
-ORVEL_EXPORT(ZSUB, zsub_, 4, entry<sub<orvel_dcomplex>>);
-ORVEL_EXPORT(SXYZ, sxyz_, 7, entry<xyz<float>>);
-ORVEL_EXPORT(DXYZ, dxyz_, 7, entry<xyz<double>>);
-ORVEL_EXPORT(SHPROD, shprod_, 7, entry<hprod<float>>);
-ORVEL_EXPORT(DHPROD, dhprod_, 7, entry<hprod<double>>);
+ORVEL_EXPORT(SADD, sadd_, 4, by_reference<add<float>>);
+ORVEL_EXPORT(DADD, dadd_, 4, by_reference<add<double>>);
+ORVEL_EXPORT(CADD, cadd_, 4, by_reference<add<orvel_complex>>);
+ORVEL_EXPORT(ZADD, zadd_, 4, by_reference<add<orvel_dcomplex>>);
+ORVEL_EXPORT(SSUB, ssub_, 4, by_reference<sub<float>>);
+ORVEL_EXPORT(DSUB, dsub_, 4, by_reference<sub<double>>);
+ORVEL_EXPORT(CSUB, csub_, 4, by_reference<sub<orvel_complex>>);
+ORVEL_EXPORT(ZSUB, zsub_, 4, by_reference<sub<orvel_dcomplex>>);
+ORVEL_EXPORT(SXYZ, sxyz_, 7, by_reference<xyz<float>>);
+ORVEL_EXPORT(DXYZ, dxyz_, 7, by_reference<xyz<double>>);
+ORVEL_EXPORT(SHPROD, shprod_, 7, by_reference<hprod<float>>);
+ORVEL_EXPORT(DHPROD, dhprod_, 7, by_reference<hprod<double>>);

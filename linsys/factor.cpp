@@ -7,7 +7,7 @@
 #include <algorithm>
 
 #include "frame/scratch.h"
-#include "kernels/level2.h"
+#include "kernels/columns.h"
 #include "kernels/product.h"
 #include "linsys/linsys.h"
 

@@ -86,13 +86,6 @@ void nr1rr(const int32_t* rows, const int32_t* columns, const T* a, const int32_
 }
 
 template <class T>
-void l2crg_entry(const int32_t* n, const T* a, const int32_t* lda, T* fact, const int32_t* ldfac,
-                 int32_t* ipvt, Part<T>* rcond, T* wk)
-{
-    l2crg<T>(frame::state(), *n, a, *lda, fact, *ldfac, ipvt, rcond, wk);
-}
-
-template <class T>
 void lfcrg(const int32_t* n, const T* a, const int32_t* lda, T* fact, const int32_t* ldfac, int32_t* ipvt,
            Part<T>* rcond)
 {
@@ -131,10 +124,10 @@ ORVEL_EXPORT(NR1RR, nr1rr_, 5, nr1rr<float>);
 ORVEL_EXPORT(DNR1RR, dnr1rr_, 5, nr1rr<double>);
 ORVEL_EXPORT(NR1CR, nr1cr_, 5, nr1rr<orvel_complex>);
 ORVEL_EXPORT(DNR1CR, dnr1cr_, 5, nr1rr<orvel_dcomplex>);
-ORVEL_EXPORT(L2CRG, l2crg_, 8, l2crg_entry<float>);
-ORVEL_EXPORT(DL2CRG, dl2crg_, 8, l2crg_entry<double>);
-ORVEL_EXPORT(L2CCG, l2ccg_, 8, l2crg_entry<orvel_complex>);
-ORVEL_EXPORT(DL2CCG, dl2ccg_, 8, l2crg_entry<orvel_dcomplex>);
+ORVEL_EXPORT(L2CRG, l2crg_, 8, l2crg<float>);
+ORVEL_EXPORT(DL2CRG, dl2crg_, 8, l2crg<double>);
+ORVEL_EXPORT(L2CCG, l2ccg_, 8, l2crg<orvel_complex>);
+ORVEL_EXPORT(DL2CCG, dl2ccg_, 8, l2crg<orvel_dcomplex>);
 ORVEL_EXPORT(LFCRG, lfcrg_, 7, lfcrg<float>);
 ORVEL_EXPORT(DLFCRG, dlfcrg_, 7, lfcrg<double>);
 ORVEL_EXPORT(LFCCG, lfccg_, 7, lfcrg<orvel_complex>);

@@ -91,17 +91,6 @@ void lfirg(frame::State& state, int32_t n, const T* a, int64_t lda, const T* fac
         me.post(warning, 2, "The matrix is too ill-conditioned for iterative refinement to be effective.");
 }
 
-namespace {
-
-template <class T>
-void lfirg_entry(const int32_t* n, const T* a, const int32_t* lda, const T* fact, const int32_t* ldfac,
-                 const int32_t* ipvt, const T* b, const int32_t* ipath, T* x, T* res)
-{
-    lfirg<T>(frame::state(), *n, a, *lda, fact, *ldfac, ipvt, b, *ipath, x, res);
-}
-
-}  // namespace
-
 template void lfirg(frame::State&, int32_t, const float*, int64_t, const float*, int64_t, const int32_t*,
                     const float*, int32_t, float*, float*);
 template void lfirg(frame::State&, int32_t, const double*, int64_t, const double*, int64_t, const int32_t*,
@@ -115,7 +104,7 @@ template void lfirg(frame::State&, int32_t, const orvel_dcomplex*, int64_t, cons
 
 using namespace orvel::linsys;
 
-ORVEL_EXPORT(LFIRG, lfirg_, 10, lfirg_entry<float>);
-ORVEL_EXPORT(DLFIRG, dlfirg_, 10, lfirg_entry<double>);
-ORVEL_EXPORT(LFICG, lficg_, 10, lfirg_entry<orvel_complex>);
-ORVEL_EXPORT(DLFICG, dlficg_, 10, lfirg_entry<orvel_dcomplex>);
+ORVEL_EXPORT(LFIRG, lfirg_, 10, lfirg<float>);
+ORVEL_EXPORT(DLFIRG, dlfirg_, 10, lfirg<double>);
+ORVEL_EXPORT(LFICG, lficg_, 10, lfirg<orvel_complex>);
+ORVEL_EXPORT(DLFICG, dlficg_, 10, lfirg<orvel_dcomplex>);

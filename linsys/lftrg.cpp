@@ -79,13 +79,6 @@ void l2trg(frame::State& state, int32_t n, const T* a, int64_t lda, T* fact, int
 namespace {
 
 template <class T>
-void l2trg_entry(const int32_t* n, const T* a, const int32_t* lda, T* fact, const int32_t* ldfac,
-                 int32_t* ipvt, T* wk)
-{
-    l2trg<T>(frame::state(), *n, a, *lda, fact, *ldfac, ipvt, wk);
-}
-
-template <class T>
 void lftrg(const int32_t* n, const T* a, const int32_t* lda, T* fact, const int32_t* ldfac, int32_t* ipvt)
 {
     Routine<T, general<T>("LFTRG", "LFTCG")> me;
@@ -122,10 +115,10 @@ ORVEL_EXPORT(L4TRG, l4trg_, 4, l4trg<float>);
 ORVEL_EXPORT(DL4TRG, dl4trg_, 4, l4trg<double>);
 ORVEL_EXPORT(L4TCG, l4tcg_, 4, l4trg<orvel_complex>);
 ORVEL_EXPORT(DL4TCG, dl4tcg_, 4, l4trg<orvel_dcomplex>);
-ORVEL_EXPORT(L2TRG, l2trg_, 7, l2trg_entry<float>);
-ORVEL_EXPORT(DL2TRG, dl2trg_, 7, l2trg_entry<double>);
-ORVEL_EXPORT(L2TCG, l2tcg_, 7, l2trg_entry<orvel_complex>);
-ORVEL_EXPORT(DL2TCG, dl2tcg_, 7, l2trg_entry<orvel_dcomplex>);
+ORVEL_EXPORT(L2TRG, l2trg_, 7, l2trg<float>);
+ORVEL_EXPORT(DL2TRG, dl2trg_, 7, l2trg<double>);
+ORVEL_EXPORT(L2TCG, l2tcg_, 7, l2trg<orvel_complex>);
+ORVEL_EXPORT(DL2TCG, dl2tcg_, 7, l2trg<orvel_dcomplex>);
 ORVEL_EXPORT(LFTRG, lftrg_, 6, lftrg<float>);
 ORVEL_EXPORT(DLFTRG, dlftrg_, 6, lftrg<double>);
 ORVEL_EXPORT(LFTCG, lftcg_, 6, lftrg<orvel_complex>);

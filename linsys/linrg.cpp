@@ -112,13 +112,6 @@ void l2nrg(frame::State& state, int32_t n, const T* a, int64_t lda, T* ainv, int
 }
 
 template <class T>
-void l2nrg_entry(const int32_t* n, const T* a, const int32_t* lda, T* ainv, const int32_t* ldainv, T* wk,
-                 int32_t* iwk)
-{
-    l2nrg<T>(frame::state(), *n, a, *lda, ainv, *ldainv, wk, iwk);
-}
-
-template <class T>
 void linrg(const int32_t* n, const T* a, const int32_t* lda, T* ainv, const int32_t* ldainv)
 {
     Routine<T, general<T>("LINRG", "LINCG")> me;
@@ -140,10 +133,10 @@ void linrg(const int32_t* n, const T* a, const int32_t* lda, T* ainv, const int3
 
 using namespace orvel::linsys;
 
-ORVEL_EXPORT(L2NRG, l2nrg_, 7, l2nrg_entry<float>);
-ORVEL_EXPORT(DL2NRG, dl2nrg_, 7, l2nrg_entry<double>);
-ORVEL_EXPORT(L2NCG, l2ncg_, 7, l2nrg_entry<orvel_complex>);
-ORVEL_EXPORT(DL2NCG, dl2ncg_, 7, l2nrg_entry<orvel_dcomplex>);
+ORVEL_EXPORT(L2NRG, l2nrg_, 7, l2nrg<float>);
+ORVEL_EXPORT(DL2NRG, dl2nrg_, 7, l2nrg<double>);
+ORVEL_EXPORT(L2NCG, l2ncg_, 7, l2nrg<orvel_complex>);
+ORVEL_EXPORT(DL2NCG, dl2ncg_, 7, l2nrg<orvel_dcomplex>);
 ORVEL_EXPORT(LINRG, linrg_, 5, linrg<float>);
 ORVEL_EXPORT(DLINRG, dlinrg_, 5, linrg<double>);
 ORVEL_EXPORT(LINCG, lincg_, 5, linrg<orvel_complex>);

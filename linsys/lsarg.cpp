@@ -30,13 +30,6 @@ void l2arg(frame::State& state, int32_t n, const T* a, int64_t lda, const T* b, 
 }
 
 template <class T>
-void l2arg_entry(const int32_t* n, const T* a, const int32_t* lda, const T* b, const int32_t* ipath, T* x,
-                 T* fact, int32_t* ipvt, T* wk)
-{
-    l2arg<T>(frame::state(), *n, a, *lda, b, *ipath, x, fact, ipvt, wk);
-}
-
-template <class T>
 void lsarg(const int32_t* n, const T* a, const int32_t* lda, const T* b, const int32_t* ipath, T* x)
 {
     solve_in_scratch<general<T>("LSARG", "LSACG"), T>(
@@ -51,10 +44,10 @@ void lsarg(const int32_t* n, const T* a, const int32_t* lda, const T* b, const i
 
 using namespace orvel::linsys;
 
-ORVEL_EXPORT(L2ARG, l2arg_, 9, l2arg_entry<float>);
-ORVEL_EXPORT(DL2ARG, dl2arg_, 9, l2arg_entry<double>);
-ORVEL_EXPORT(L2ACG, l2acg_, 9, l2arg_entry<orvel_complex>);
-ORVEL_EXPORT(DL2ACG, dl2acg_, 9, l2arg_entry<orvel_dcomplex>);
+ORVEL_EXPORT(L2ARG, l2arg_, 9, l2arg<float>);
+ORVEL_EXPORT(DL2ARG, dl2arg_, 9, l2arg<double>);
+ORVEL_EXPORT(L2ACG, l2acg_, 9, l2arg<orvel_complex>);
+ORVEL_EXPORT(DL2ACG, dl2acg_, 9, l2arg<orvel_dcomplex>);
 ORVEL_EXPORT(LSARG, lsarg_, 6, lsarg<float>);
 ORVEL_EXPORT(DLSARG, dlsarg_, 6, lsarg<double>);
 ORVEL_EXPORT(LSACG, lsacg_, 6, lsarg<orvel_complex>);

@@ -43,13 +43,6 @@ void l2lrg(frame::State& state, int32_t n, const T* a, int64_t lda, const T* b, 
 }
 
 template <class T>
-void l2lrg_entry(const int32_t* n, const T* a, const int32_t* lda, const T* b, const int32_t* ipath, T* x,
-                 T* fact, int32_t* ipvt, T* wk)
-{
-    l2lrg<T>(frame::state(), *n, a, *lda, b, *ipath, x, fact, ipvt, wk);
-}
-
-template <class T>
 void lslrg(const int32_t* n, const T* a, const int32_t* lda, const T* b, const int32_t* ipath, T* x)
 {
     solve_in_scratch<general<T>("LSLRG", "LSLCG"), T>(
@@ -64,10 +57,10 @@ void lslrg(const int32_t* n, const T* a, const int32_t* lda, const T* b, const i
 
 using namespace orvel::linsys;
 
-ORVEL_EXPORT(L2LRG, l2lrg_, 9, l2lrg_entry<float>);
-ORVEL_EXPORT(DL2LRG, dl2lrg_, 9, l2lrg_entry<double>);
-ORVEL_EXPORT(L2LCG, l2lcg_, 9, l2lrg_entry<orvel_complex>);
-ORVEL_EXPORT(DL2LCG, dl2lcg_, 9, l2lrg_entry<orvel_dcomplex>);
+ORVEL_EXPORT(L2LRG, l2lrg_, 9, l2lrg<float>);
+ORVEL_EXPORT(DL2LRG, dl2lrg_, 9, l2lrg<double>);
+ORVEL_EXPORT(L2LCG, l2lcg_, 9, l2lrg<orvel_complex>);
+ORVEL_EXPORT(DL2LCG, dl2lcg_, 9, l2lrg<orvel_dcomplex>);
 ORVEL_EXPORT(LSLRG, lslrg_, 6, lslrg<float>);
 ORVEL_EXPORT(DLSLRG, dlslrg_, 6, lslrg<double>);
 ORVEL_EXPORT(LSLCG, lslcg_, 6, lslrg<orvel_complex>);

@@ -1,6 +1,6 @@
-// kernels/trmv.cpp - TRMV and TRSV: product and solution with a triangular matrix and one vector
+// kernels/triangular_vector.cpp - TRMV and TRSV: product and solution with a triangular matrix and one vector
 #include "frame/export.h"
-#include "kernels/level2.h"
+#include "kernels/columns.h"
 #include "kernels/triangular.h"
 #include "orvel/kernels.h"
 
@@ -107,7 +107,7 @@ void apply_plainly(Action action, const Triangle<T>& t, int64_t n, T* x, int64_t
 }
 
 template <class T, Action action>
-void triangular(const char* uplo, const char* trans, const char* diag, const int32_t* n, const T* a,
+void triangular_vector(const char* uplo, const char* trans, const char* diag, const int32_t* n, const T* a,
                 const int32_t* lda, T* x, const int32_t* incx)
 {
     const auto bad = [](int32_t code, std::string_view text,
@@ -155,11 +155,11 @@ template void solve_triangle(bool, bool, int64_t, const orvel_dcomplex*, int64_t
 
 }  // namespace orvel::kernels
 
-ORVEL_EXPORT_UPPER(STRMV, 8, (orvel::kernels::triangular<float, orvel::kernels::multiply>));
-ORVEL_EXPORT_UPPER(DTRMV, 8, (orvel::kernels::triangular<double, orvel::kernels::multiply>));
-ORVEL_EXPORT_UPPER(CTRMV, 8, (orvel::kernels::triangular<orvel_complex, orvel::kernels::multiply>));
-ORVEL_EXPORT_UPPER(ZTRMV, 8, (orvel::kernels::triangular<orvel_dcomplex, orvel::kernels::multiply>));
-ORVEL_EXPORT_UPPER(STRSV, 8, (orvel::kernels::triangular<float, orvel::kernels::solve>));
-ORVEL_EXPORT_UPPER(DTRSV, 8, (orvel::kernels::triangular<double, orvel::kernels::solve>));
-ORVEL_EXPORT_UPPER(CTRSV, 8, (orvel::kernels::triangular<orvel_complex, orvel::kernels::solve>));
-ORVEL_EXPORT_UPPER(ZTRSV, 8, (orvel::kernels::triangular<orvel_dcomplex, orvel::kernels::solve>));
+ORVEL_EXPORT_UPPER(STRMV, 8, (orvel::kernels::triangular_vector<float, orvel::kernels::multiply>));
+ORVEL_EXPORT_UPPER(DTRMV, 8, (orvel::kernels::triangular_vector<double, orvel::kernels::multiply>));
+ORVEL_EXPORT_UPPER(CTRMV, 8, (orvel::kernels::triangular_vector<orvel_complex, orvel::kernels::multiply>));
+ORVEL_EXPORT_UPPER(ZTRMV, 8, (orvel::kernels::triangular_vector<orvel_dcomplex, orvel::kernels::multiply>));
+ORVEL_EXPORT_UPPER(STRSV, 8, (orvel::kernels::triangular_vector<float, orvel::kernels::solve>));
+ORVEL_EXPORT_UPPER(DTRSV, 8, (orvel::kernels::triangular_vector<double, orvel::kernels::solve>));
+ORVEL_EXPORT_UPPER(CTRSV, 8, (orvel::kernels::triangular_vector<orvel_complex, orvel::kernels::solve>));
+ORVEL_EXPORT_UPPER(ZTRSV, 8, (orvel::kernels::triangular_vector<orvel_dcomplex, orvel::kernels::solve>));

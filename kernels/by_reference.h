@@ -1,45 +1,34 @@
-// kernels/entry.h - what the files of the vector kernels share: arguments by reference, choice of the loops
+// kernels/by_reference.h - what the files of the vector kernels share: exported forms, overlapping vectors, parts
+// loops
 #pragma once
 
 #include <cstdint>
 #include <type_traits>
 
+#include "frame/export.h"
 #include "kernels/isa/loops.h"
 #include "kernels/vectors.h"
 
 namespace orvel::kernels {
 
-// Turns a template that takes scalars by value into an exported routine, which gets everything by reference.
-// The count is the first argument; nothing else is read when it is below 1.
+// The exported form of a kernel that takes its scalars by value. The count is the first argument; nothing
+// else is read when it is below 1.
 template <auto function>
-struct Entry;
+struct ByReference;
 
 template <class R, class... P, R (*function)(int64_t, P...)>
-struct Entry<function> {
-    template <class... Q>
-    R operator()(const int32_t* n, Q*... arguments) const
+struct ByReference<function> {
+    template <class... A>
+    R operator()(const int32_t* n, A*... arguments) const
     {
-        static_assert(sizeof...(P) == sizeof...(Q));
+        static_assert(sizeof...(P) == sizeof...(A));
         if (*n < 1) return R();
-        return function(*n, value<P>(arguments)...);
-    }
-
-private:
-    template <class V, class Q>
-    static V value(Q* argument)
-    {
-        if constexpr (std::is_pointer_v<V>) {
-            return argument;
-        } else {
-            static_assert(std::is_same_v<V, std::remove_const_t<Q>> ||
-                          (std::is_same_v<V, int64_t> && std::is_same_v<Q, const int32_t>));
-            return *argument;
-        }
+        return function(*n, given<P>(arguments)...);
     }
 };
 
 template <auto function>
-constexpr Entry<function> entry{};
+constexpr ByReference<function> by_reference{};
 
 using isa::of_type;
 
@@ -52,15 +41,6 @@ inline bool in_step(int64_t n, const T* read, const T* written)
     const uintptr_t behind = reinterpret_cast<uintptr_t>(written) - reinterpret_cast<uintptr_t>(read);
     return behind == 0 || behind >= static_cast<uintptr_t>(block) ||
            behind >= static_cast<uintptr_t>(n) * sizeof(T);
-}
-
-template <class T>
-inline T conjugate(T x)
-{
-    if constexpr (is_complex<T>)
-        return {x.real(), -x.imag()};
-    else
-        return x;
 }
 
 // Real and imaginary part of a scalar as the loops over parts take it: a real one stands for both.

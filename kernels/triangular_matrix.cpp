@@ -1,4 +1,4 @@
-// kernels/triangular.cpp - TRMM and TRSM: products and solutions with a triangular matrix
+// kernels/triangular_matrix.cpp - TRMM and TRSM: products and solutions with a triangular matrix
 //
 // Every case is turned into one: B = L * B or L * X = B with a lower triangle L. The right side is the
 // transposed left side, and an upper triangle read from its end is a lower one.
@@ -127,7 +127,7 @@ void apply_oriented(Action action, bool left, bool lower, bool unit, int64_t m, 
 }
 
 template <class T, Action action>
-void triangular(const char* side, const char* uplo, const char* transa, const char* diag, const int32_t* m,
+void triangular_matrix(const char* side, const char* uplo, const char* transa, const char* diag, const int32_t* m,
                 const int32_t* n, const T* alpha, const T* a, const int32_t* lda, T* b, const int32_t* ldb)
 {
     constexpr std::string_view kernel = action == Action::solve ? "TRSM" : "TRMM";
@@ -189,11 +189,11 @@ template void divide_by_triangle(int64_t, int64_t, TriangleKind, const orvel_dco
 
 }  // namespace orvel::kernels
 
-ORVEL_EXPORT_UPPER(STRMM, 11, (orvel::kernels::triangular<float, orvel::kernels::multiply>));
-ORVEL_EXPORT_UPPER(DTRMM, 11, (orvel::kernels::triangular<double, orvel::kernels::multiply>));
-ORVEL_EXPORT_UPPER(CTRMM, 11, (orvel::kernels::triangular<orvel_complex, orvel::kernels::multiply>));
-ORVEL_EXPORT_UPPER(ZTRMM, 11, (orvel::kernels::triangular<orvel_dcomplex, orvel::kernels::multiply>));
-ORVEL_EXPORT_UPPER(STRSM, 11, (orvel::kernels::triangular<float, orvel::kernels::solve>));
-ORVEL_EXPORT_UPPER(DTRSM, 11, (orvel::kernels::triangular<double, orvel::kernels::solve>));
-ORVEL_EXPORT_UPPER(CTRSM, 11, (orvel::kernels::triangular<orvel_complex, orvel::kernels::solve>));
-ORVEL_EXPORT_UPPER(ZTRSM, 11, (orvel::kernels::triangular<orvel_dcomplex, orvel::kernels::solve>));
+ORVEL_EXPORT_UPPER(STRMM, 11, (orvel::kernels::triangular_matrix<float, orvel::kernels::multiply>));
+ORVEL_EXPORT_UPPER(DTRMM, 11, (orvel::kernels::triangular_matrix<double, orvel::kernels::multiply>));
+ORVEL_EXPORT_UPPER(CTRMM, 11, (orvel::kernels::triangular_matrix<orvel_complex, orvel::kernels::multiply>));
+ORVEL_EXPORT_UPPER(ZTRMM, 11, (orvel::kernels::triangular_matrix<orvel_dcomplex, orvel::kernels::multiply>));
+ORVEL_EXPORT_UPPER(STRSM, 11, (orvel::kernels::triangular_matrix<float, orvel::kernels::solve>));
+ORVEL_EXPORT_UPPER(DTRSM, 11, (orvel::kernels::triangular_matrix<double, orvel::kernels::solve>));
+ORVEL_EXPORT_UPPER(CTRSM, 11, (orvel::kernels::triangular_matrix<orvel_complex, orvel::kernels::solve>));
+ORVEL_EXPORT_UPPER(ZTRSM, 11, (orvel::kernels::triangular_matrix<orvel_dcomplex, orvel::kernels::solve>));
