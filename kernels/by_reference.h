@@ -1,5 +1,5 @@
-// kernels/by_reference.h - what the files of the vector kernels share: exported forms, overlapping vectors, parts
-// loops
+// kernels/by_reference.h - what the files of the vector kernels share: exported forms, overlapping vectors,
+// parts loops
 #pragma once
 
 #include <cstdint>
