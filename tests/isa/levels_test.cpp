@@ -47,7 +47,8 @@ TEST(Levels, EveryFamilyTakesTheTablesOfTheLevelInUse)
         ORVEL_EXPECT_TABLE(linsys, small_matrix_loops);
         ORVEL_EXPECT_TABLE(linsys, residual_loops);
         ORVEL_EXPECT_TABLE(linsys, excess_loops);
-        ORVEL_EXPECT_TABLE(random, loops);
+        ORVEL_EXPECT_TABLE(random, number_loops);
+        ORVEL_EXPECT_TABLE(random, state_loops);
         ORVEL_EXPECT_TABLE(util, sort_table);
         ORVEL_EXPECT_TABLE(interp, akima_loops);
         ++k;
