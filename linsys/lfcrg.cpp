@@ -51,8 +51,8 @@ void l2crg(frame::State& state, int32_t n, const T* a, int64_t lda, T* fact, int
            Part<T>* rcond, T* wk)
 {
     Routine<T, general<T>("L2CRG", "L2CCG")> me(state);
-    check_order(me, n);
-    check_lda(me, n, lda);
+    check_order(me, 1, n);
+    check_lda(me, 2, n, lda);
     check_ldfac(me, 3, n, ldfac);
     if (me.failed()) return;
 
@@ -89,17 +89,8 @@ template <class T>
 void lfcrg(const int32_t* n, const T* a, const int32_t* lda, T* fact, const int32_t* ldfac, int32_t* ipvt,
            Part<T>* rcond)
 {
-    Routine<T, general<T>("LFCRG", "LFCCG")> me;
-    if (*n < 1)
-        return me.post(terminal, 1, "The order of the matrix must be positive while N = %(i1) is given.",
-                       {i(1, *n)});
-    SmallScratch<T> wk;
-    if (wk.allocate(*n))
-        l2crg<T>(me.state(), *n, a, *lda, fact, *ldfac, ipvt, rcond, wk);
-    else
-        me.no_storage(
-            2, "The required storage cannot be allocated.  The workspace is based on N, where N = %(i1).",
-            {i(1, *n)});
+    factor_in_scratch<general<T>("LFCRG", "LFCCG"), T>(
+        *n, [&](frame::State& state, T* wk) { l2crg<T>(state, *n, a, *lda, fact, *ldfac, ipvt, rcond, wk); });
 }
 
 }  // namespace

@@ -15,7 +15,7 @@ template <class T>
 void lfdrg(const int32_t* n, const T* fact, const int32_t* ldfac, const int32_t* ipvt, T* det1, Part<T>* det2)
 {
     Routine<T, general<T>("LFDRG", "LFDCG")> me;
-    check_order(me, *n);
+    check_order(me, 1, *n);
     if (me.failed()) return;
     check_ldfac(me, 2, *n, *ldfac);
     if (me.failed()) return;

@@ -46,8 +46,8 @@ void lfirg(frame::State& state, int32_t n, const T* a, int64_t lda, const T* fac
            const int32_t* ipvt, const T* b, int32_t ipath, T* x, T* res)
 {
     Routine<T, general<T>("LFIRG", "LFICG")> me(state);
-    check_number_of_equations(me, n);
-    check_lda(me, n, lda);
+    check_number_of_equations(me, 1, n);
+    check_lda(me, 2, n, lda);
     check_ldfac(me, 3, n, ldfac);
     check_ipath(me, 4, ipath);
     if (me.failed()) return;
@@ -56,10 +56,7 @@ void lfirg(frame::State& state, int32_t n, const T* a, int64_t lda, const T* fac
 
     SmallScratch<T> copy_of_b;
     if (x == b) {
-        if (!copy_of_b.allocate(n))
-            return me.no_storage(
-                5, "The required storage cannot be allocated.  The workspace is based on N, where N = %(I1).",
-                {i(1, n)});
+        if (!copy_of_b.allocate(n)) return no_workspace(me, 5, n);
         std::copy_n(b, n, static_cast<T*>(copy_of_b));
         b = copy_of_b;
     }

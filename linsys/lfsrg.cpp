@@ -27,7 +27,7 @@ void lfsrg(frame::State& state, int32_t n, const T* fact, int64_t ldfac, const i
            int32_t ipath, T* x)
 {
     Routine<T, general<T>("LFSRG", "LFSCG")> me(state);
-    check_number_of_equations(me, n);
+    check_number_of_equations(me, 1, n);
     check_ldfac(me, 2, n, ldfac);
     if (me.failed()) return;
     check_ipath(me, 5, ipath);

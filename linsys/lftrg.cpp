@@ -56,19 +56,11 @@ void l2trg(frame::State& state, int32_t n, const T* a, int64_t lda, T* fact, int
            T* wk)
 {
     Routine<T, general<T>("L2TRG", "L2TCG")> me(state);
-    if (n < 1)
-        return me.post(terminal, 1, "The order of the matrix must be positive while N = %(i1) is given.",
-                       {i(1, n)});
-    if (n > lda)
-        return me.post(
-            terminal, 2,
-            "The order of the matrix must be less than or equal to its leading dimension while N = %(i1) and LDA = %(i2) are given.",
-            {i(1, n), i(2, static_cast<int32_t>(lda))});
-    if (n > ldfac)
-        return me.post(
-            terminal, 3,
-            "The order of the matrix must be less than or equal to its leading dimension while N = %(i1) and LDFAC = %(i2) are given.",
-            {i(1, n), i(2, static_cast<int32_t>(ldfac))});
+    // Only the first error counts.
+    check_order(me, 1, n);
+    if (!me.failed()) check_lda(me, 2, n, lda);
+    if (!me.failed()) check_ldfac(me, 3, n, ldfac);
+    if (me.failed()) return;
 
     if (scale_and_factor<T>(n, a, lda, fact, ldfac, ipvt, reinterpret_cast<Part<T>*>(wk)))
         me.post(
@@ -81,17 +73,8 @@ namespace {
 template <class T>
 void lftrg(const int32_t* n, const T* a, const int32_t* lda, T* fact, const int32_t* ldfac, int32_t* ipvt)
 {
-    Routine<T, general<T>("LFTRG", "LFTCG")> me;
-    if (*n < 1)
-        return me.post(terminal, 1, "The order of the matrix must be positive while N = %(i1) is given.",
-                       {i(1, *n)});
-    SmallScratch<T> wk;
-    if (wk.allocate(*n))
-        l2trg<T>(me.state(), *n, a, *lda, fact, *ldfac, ipvt, wk);
-    else
-        me.no_storage(
-            2, "The required storage cannot be allocated.  The workspace is based on N, where N = %(i1).",
-            {i(1, *n)});
+    factor_in_scratch<general<T>("LFTRG", "LFTCG"), T>(
+        *n, [&](frame::State& state, T* wk) { l2trg<T>(state, *n, a, *lda, fact, *ldfac, ipvt, wk); });
 }
 
 }  // namespace

@@ -91,9 +91,9 @@ void l2nrg(frame::State& state, int32_t n, const T* a, int64_t lda, T* ainv, int
            int32_t* iwk)
 {
     Routine<T, general<T>("L2NRG", "L2NCG")> me(state);
-    check_order(me, n);
-    check_lda(me, n, lda);
-    check_ldainv(me, n, ldainv);
+    check_order(me, 1, n);
+    check_lda(me, 2, n, lda);
+    check_ldainv(me, 3, n, ldainv);
     if (me.failed()) return;
 
     Part<T> rcond = 1;
@@ -115,9 +115,8 @@ template <class T>
 void linrg(const int32_t* n, const T* a, const int32_t* lda, T* ainv, const int32_t* ldainv)
 {
     Routine<T, general<T>("LINRG", "LINCG")> me;
-    if (*n < 1)
-        return me.post(terminal, 1, "The order of the matrix must be positive while N = %(i1) is given.",
-                       {i(1, *n)});
+    check_order(me, 1, *n);
+    if (me.failed()) return;
     const int64_t order = *n;
     SmallScratch<int32_t> iwk;
     SmallScratch<T, 256> wk;

@@ -59,9 +59,9 @@ void linrt(const int32_t* n, const T* a, const int32_t* lda, const int32_t* ipat
            const int32_t* ldainv)
 {
     Routine<T, general<T>("LINRT", "LINCT")> me;
-    check_order(me, *n);
-    check_lda(me, *n, *lda);
-    check_ldainv(me, *n, *ldainv);
+    check_order(me, 1, *n);
+    check_lda(me, 2, *n, *lda);
+    check_ldainv(me, 3, *n, *ldainv);
     check_ipath(me, 4, *ipath);
     if (me.failed()) return;
 

@@ -12,8 +12,8 @@ void l2arg(frame::State& state, int32_t n, const T* a, int64_t lda, const T* b, 
            int32_t* ipvt, T* wk)
 {
     Routine<T, general<T>("L2ARG", "L2ACG")> me(state);
-    check_number_of_equations(me, n);
-    check_lda(me, n, lda);
+    check_number_of_equations(me, 1, n);
+    check_lda(me, 2, n, lda);
     check_ipath(me, 3, ipath);
     if (me.failed()) return;
 

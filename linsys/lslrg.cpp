@@ -19,8 +19,8 @@ void l2lrg(frame::State& state, int32_t n, const T* a, int64_t lda, const T* b, 
            int32_t* ipvt, T* wk)
 {
     Routine<T, general<T>("L2LRG", "L2LCG")> me(state);
-    check_number_of_equations(me, n);
-    check_lda(me, n, lda);
+    check_number_of_equations(me, 1, n);
+    check_lda(me, 2, n, lda);
     check_ipath(me, 3, ipath);
     const auto [p, m] = options().padding;
     if (p < 0 || m <= 0)
