@@ -12,19 +12,11 @@
 #include "bench/linsys_eigen.h"
 #include "bench/peers.h"
 #include "orvel/orvel.h"
+#include "tests/numbers.h"
 
 namespace {
 
-template <class T>
-struct RealOf {
-    using type = T;
-};
-template <class R>
-struct RealOf<std::complex<R>> {
-    using type = R;
-};
-template <class T>
-using Real = typename RealOf<T>::type;
+using orvel_test::Real;
 
 // A system and everything that a routine may write, made once for each order and shared by all rows.
 template <class T>

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "orvel/orvel.h"
+#include "tests/interface/calls.h"
 #include "tests/levels.h"
 
 namespace {
@@ -121,6 +122,16 @@ std::vector<Row> matrices(int32_t n)
         matrix<Z>("ZTRSV", n, [=](C a, C, C x) { ZTRSV("U", "N", "U", &n, a, &n, x, &back); })};
 }
 
+// All routines, with small arguments.
+std::vector<Row> routines()
+{
+    std::vector<Row> rows;
+    for (const orvel_test::RoutineEntry& routine : orvel_test::routines)
+        if (orvel_test::is_callable(routine))
+            rows.push_back({routine.name, [&] { orvel_test::OrdinaryCall(routine, 1).run(); }});
+    return rows;
+}
+
 std::vector<Row> others()
 {
     static const int32_t n = 10000, off = 0, twister = 9;
@@ -154,6 +165,7 @@ TEST(Stack, OfACallIsAtMost64KB)
 {
     orvel_bind_unit(
         6, [](void*, int32_t, const char*, size_t) {}, nullptr);
+    orvel_set_thread_defaults(0, -1, 0);
     orvel_test::on_every_level([](const std::string& level) {
         std::size_t most = 0;
         std::string deepest;
@@ -169,8 +181,10 @@ TEST(Stack, OfACallIsAtMost64KB)
         for (const int32_t n : {255, 2048, 4096, 6561, 8192, 10007, 16384, 131072, 1 << 21})
             measure(transforms(n), n);
         for (const int32_t n : {3, 8, 32, 33, 100, 161, 300}) measure(matrices(n), n);
+        measure(routines(), 0);
         measure(others(), 0);
         std::printf("%s: at most %zu bytes, by %s\n", level.c_str(), most, deepest.c_str());
     });
+    orvel_set_thread_defaults(0, 2, 2);
     orvel_bind_unit(6, nullptr, nullptr);
 }

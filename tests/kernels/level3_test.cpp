@@ -306,46 +306,4 @@ TYPED_TEST(Level3, InfinityStaysInItsColumn)
     });
 }
 
-TEST(Level3Arguments, GeneralProduct)
-{
-    set_switches(0, 1, 0);
-    Capture printed;
-    const std::string zero = " must be greater than or equal to zero while ",
-                      positive = " and greater than zero ", least = " must be greater than or equal to ",
-                      trans = " must be set equal to N or T or C while ";
-    const struct {
-        const char *transa, *transb;
-        int32_t m, n, k, lda, ldb, ldc, code;
-        std::string text;
-    } rows[] = {
-        {"Q", "N", -1, -1, 1, 1, 1, 1, 1, "M" + zero + "-1 is"},
-        {"N", "N", 2, -3, -1, 2, 1, 2, 2, "N" + zero + "-3 is"},
-        {"N", "N", 2, 3, -1, 2, 1, 1, 3, "K" + zero + "-1 is"},
-        {"N", "N", 2, 3, 4, 1, 4, 1, 4, "LDC" + least + "M" + positive + "while LDC = 1 and M = 2 are"},
-        {"N", "N", 0, 0, 0, 1, 1, 0, 4, "LDC" + least + "M" + positive + "while LDC = 0 and M = 0 are"},
-        {"N", "X", 2, 3, 4, 1, 1, 2, 5,
-         "LDA" + least + "M" + positive + "when TRANSA = N, but LDA = 1 and M = 2 are"},
-        {"c", "N", 2, 3, 4, 3, 1, 2, 6,
-         "LDA" + least + "K" + positive + "when TRANSA = T or C, but LDA = 3 and K = 4 are"},
-        {"Q", "N", 2, 3, 4, 0, 0, 2, 7, "TRANSA" + trans + "Q is"},
-        {"N", "n", 2, 3, 4, 2, 3, 2, 8,
-         "LDB" + least + "K" + positive + "when TRANSB = N, but LDB = 3 and K = 4 are"},
-        {"N", "T", 2, 3, 4, 2, 2, 2, 9,
-         "LDB" + least + "N" + positive + "when TRANSB = T or C, but LDB = 2 and N = 3 are"},
-        {"N", "*", 2, 3, 4, 2, 0, 2, 10, "TRANSB" + trans + "* is"},
-    };
-    const double one = 1;
-    double a[16] = {}, b[16] = {}, c[16] = {7};
-    for (const auto& r : rows) {
-        DGEMM(r.transa, r.transb, &r.m, &r.n, &r.k, &one, a, &r.lda, b, &r.ldb, &one, c, &r.ldc);
-        expect_terminal(printed, "DGEMM", r.code, r.text + " given.");
-        EXPECT_EQ(c[0], 7);
-        const std::complex<float> unit(1);
-        std::complex<float> z[16];
-        CGEMM(r.transa, r.transb, &r.m, &r.n, &r.k, &unit, z, &r.lda, z, &r.ldb, &unit, z, &r.ldc);
-        EXPECT_NE(printed.take().find(" from CGEMM.  "), std::string::npos);
-    }
-    set_switches(0, 2, 2);
-}
-
 }  // namespace

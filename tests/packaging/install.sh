@@ -67,6 +67,14 @@ done
 for program in {C,CXX}/build/static Fortran/build/blas_static c_static; do
     ! ldd "$scratch/$program" | grep liborvel || { echo "$program is not static"; exit 1; }
 done
+"$scratch/prefix/bin/orvel" explain " *** TERMINAL ERROR 6 from GAMMA.  The argument for the function can not be a
+ ***          negative integer. Argument X = -3.000000E+00." | grep '^Cause: X is a negative integer' >/dev/null
+if command -v groff >/dev/null; then
+    cd "$scratch/prefix/share/man"
+    said=$(for page in man3/*; do groff -man -Tutf8 -ww -z "$page" 2>&1; done)
+    [ -z "$said" ] || { echo "$said"; exit 1; }
+    cd "$source"
+fi
 mkdir "$scratch/readme"
 /usr/bin/python3 tests/packaging/readme.py "$scratch/readme"
 echo "installed package serves consumers"

@@ -156,39 +156,6 @@ TEST_F(Known, SignsStayWithMagnitudes)
     EXPECT_EQ(std::vector(sorted, sorted + 4), (std::vector<int32_t>{-1, 5, -2147483647, least}));
 }
 
-TEST_F(Known, ErrorsOfEveryMember)
-{
-    set_switches(0, 1, 0);
-    Capture printed;
-    double x = 42;
-    float f = 42;
-    int32_t k = 42, n;
-    const auto expect = [&](const std::string& name, const std::string& text, auto call) {
-        for (n = 0; n > -10; n -= 5) {
-            call();
-            std::string line = text;
-            line.replace(line.find('#'), 1, std::to_string(n));
-            expect_terminal(printed, name, 1, line);
-            EXPECT_TRUE(x == 42 && f == 42 && k == 42) << name;
-        }
-    };
-    const std::string plain = "N = #.  The length of RA and RB, N, must be greater than or equal to one.";
-    const auto of = [](const std::string& vectors) {
-        return "The length of vector" + vectors +
-               " must be greater than or equal to one.  On input the length, N, is given as #.";
-    };
-    expect("SVRGN", plain, [&] { SVRGN(&n, &f, &f); });
-    expect("SVRBN", plain, [&] { SVRBN(&n, &f, &f); });
-    expect("DSVRGN", plain, [&] { DSVRGN(&n, &x, &x); });
-    expect("SVRGP", of("s RA, RB and IPERM"), [&] { SVRGP(&n, &f, &f, &k); });
-    expect("SVRBP", of("s RA, RB, and IPERM"), [&] { SVRBP(&n, &f, &f, &k); });
-    expect("DSVRBP", of("s RA, RB, and IPERM"), [&] { DSVRBP(&n, &x, &x, &k); });
-    expect("SVIGN", of(" IA"), [&] { SVIGN(&n, &k, &k); });
-    expect("SVIBN", of(" IA"), [&] { SVIBN(&n, &k, &k); });
-    expect("SVIGP", of("s IA, IB, and IPERM"), [&] { SVIGP(&n, &k, &k, &k); });
-    expect("SVIBP", of("s IA, IB, and IPERM"), [&] { SVIBP(&n, &k, &k, &k); });
-}
-
 // Natural patterns are divided as well as a vector in random order, on every level, and are not left to
 // heapsort.
 TYPED_TEST(Sort, PatternsAreDividedWell)
