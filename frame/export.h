@@ -123,6 +123,23 @@ struct Stamp<function, R (*)(frame::State&, P...)> {
     ORVEL_EXPORT_UPPER(UPPER, count, function);     \
     extern "C" decltype(UPPER) lower ORVEL_ALIAS(UPPER)
 
+// The members of a family, whose template takes the scalar type and perhaps more: single and double, and the
+// complex ones.
+#define ORVEL_EXPORT_UPPER_REALS(S, D, count, function, ...)                    \
+    ORVEL_EXPORT_UPPER(S, count, (function<float __VA_OPT__(, ) __VA_ARGS__>)); \
+    ORVEL_EXPORT_UPPER(D, count, (function<double __VA_OPT__(, ) __VA_ARGS__>))
+#define ORVEL_EXPORT_UPPER_ALL(S, D, C, Z, count, function, ...)                        \
+    ORVEL_EXPORT_UPPER_REALS(S, D, count, function __VA_OPT__(, ) __VA_ARGS__);         \
+    ORVEL_EXPORT_UPPER(C, count, (function<orvel_complex __VA_OPT__(, ) __VA_ARGS__>)); \
+    ORVEL_EXPORT_UPPER(Z, count, (function<orvel_dcomplex __VA_OPT__(, ) __VA_ARGS__>))
+#define ORVEL_EXPORT_REALS(S, s, D, d, count, function, ...)                 \
+    ORVEL_EXPORT(S, s, count, (function<float __VA_OPT__(, ) __VA_ARGS__>)); \
+    ORVEL_EXPORT(D, d, count, (function<double __VA_OPT__(, ) __VA_ARGS__>))
+#define ORVEL_EXPORT_ALL(S, s, D, d, C, c, Z, z, count, function, ...)               \
+    ORVEL_EXPORT_REALS(S, s, D, d, count, function __VA_OPT__(, ) __VA_ARGS__);      \
+    ORVEL_EXPORT(C, c, count, (function<orvel_complex __VA_OPT__(, ) __VA_ARGS__>)); \
+    ORVEL_EXPORT(Z, z, count, (function<orvel_dcomplex __VA_OPT__(, ) __VA_ARGS__>))
+
 // For liborvel_blas: the Fortran spelling of a standard kernel, which jumps to the upper-case one.
 #define ORVEL_FORWARD(UPPER, lower, count)                                                               \
     extern "C" ORVEL_VISIBLE orvel::Signature<decltype(UPPER)>::Result lower(ORVEL_TYPES_##count(UPPER)) \

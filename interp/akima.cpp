@@ -87,7 +87,5 @@ void csakm(const int32_t* ndata, const T* xdata, const T* fdata, T* brkpt, T* sp
 
 }  // namespace orvel::interp
 
-ORVEL_EXPORT(CSAKM, csakm_, 5, orvel::interp::csakm<float>);
-ORVEL_EXPORT(DCSAKM, dcsakm_, 5, orvel::interp::csakm<double>);
-ORVEL_EXPORT(C2AKM, c2akm_, 6, orvel::interp::c2akm<float>);
-ORVEL_EXPORT(DC2AKM, dc2akm_, 6, orvel::interp::c2akm<double>);
+ORVEL_EXPORT_REALS(CSAKM, csakm_, DCSAKM, dcsakm_, 5, orvel::interp::csakm);
+ORVEL_EXPORT_REALS(C2AKM, c2akm_, DC2AKM, dc2akm_, 6, orvel::interp::c2akm);

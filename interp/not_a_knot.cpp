@@ -180,11 +180,7 @@ void csdec(const int32_t* ndata, const T* xdata, const T* fdata, const int32_t* 
 
 }  // namespace orvel::interp
 
-ORVEL_EXPORT(CSINT, csint_, 5, orvel::interp::csint<float>);
-ORVEL_EXPORT(DCSINT, dcsint_, 5, orvel::interp::csint<double>);
-ORVEL_EXPORT(C2INT, c2int_, 6, orvel::interp::c2int<float>);
-ORVEL_EXPORT(DC2INT, dc2int_, 6, orvel::interp::c2int<double>);
-ORVEL_EXPORT(CSDEC, csdec_, 9, orvel::interp::csdec<float>);
-ORVEL_EXPORT(DCSDEC, dcsdec_, 9, orvel::interp::csdec<double>);
-ORVEL_EXPORT(C2DEC, c2dec_, 10, orvel::interp::c2dec<float>);
-ORVEL_EXPORT(DC2DEC, dc2dec_, 10, orvel::interp::c2dec<double>);
+ORVEL_EXPORT_REALS(CSINT, csint_, DCSINT, dcsint_, 5, orvel::interp::csint);
+ORVEL_EXPORT_REALS(C2INT, c2int_, DC2INT, dc2int_, 6, orvel::interp::c2int);
+ORVEL_EXPORT_REALS(CSDEC, csdec_, DCSDEC, dcsdec_, 9, orvel::interp::csdec);
+ORVEL_EXPORT_REALS(C2DEC, c2dec_, DC2DEC, dc2dec_, 10, orvel::interp::c2dec);

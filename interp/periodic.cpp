@@ -159,7 +159,5 @@ void csper(const int32_t* ndata, const T* xdata, const T* fdata, T* brkpt, T* sp
 
 }  // namespace orvel::interp
 
-ORVEL_EXPORT(CSPER, csper_, 5, orvel::interp::csper<float>);
-ORVEL_EXPORT(DCSPER, dcsper_, 5, orvel::interp::csper<double>);
-ORVEL_EXPORT(C2PER, c2per_, 7, orvel::interp::c2per<float>);
-ORVEL_EXPORT(DC2PER, dc2per_, 7, orvel::interp::c2per<double>);
+ORVEL_EXPORT_REALS(CSPER, csper_, DCSPER, dcsper_, 5, orvel::interp::csper);
+ORVEL_EXPORT_REALS(C2PER, c2per_, DC2PER, dc2per_, 7, orvel::interp::c2per);

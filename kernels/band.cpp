@@ -149,19 +149,10 @@ using enum Action;
 
 }  // namespace orvel::kernels
 
-ORVEL_EXPORT_UPPER(SGBMV, 13, orvel::kernels::gbmv<float>);
-ORVEL_EXPORT_UPPER(DGBMV, 13, orvel::kernels::gbmv<double>);
-ORVEL_EXPORT_UPPER(CGBMV, 13, orvel::kernels::gbmv<orvel_complex>);
-ORVEL_EXPORT_UPPER(ZGBMV, 13, orvel::kernels::gbmv<orvel_dcomplex>);
-ORVEL_EXPORT_UPPER(SSBMV, 11, (orvel::kernels::sbmv<float, false>));
-ORVEL_EXPORT_UPPER(DSBMV, 11, (orvel::kernels::sbmv<double, false>));
+ORVEL_EXPORT_UPPER_ALL(SGBMV, DGBMV, CGBMV, ZGBMV, 13, orvel::kernels::gbmv);
+ORVEL_EXPORT_UPPER_REALS(SSBMV, DSBMV, 11, orvel::kernels::sbmv, false);
 ORVEL_EXPORT_UPPER(CHBMV, 11, (orvel::kernels::sbmv<orvel_complex, true>));
 ORVEL_EXPORT_UPPER(ZHBMV, 11, (orvel::kernels::sbmv<orvel_dcomplex, true>));
-ORVEL_EXPORT_UPPER(STBMV, 9, (orvel::kernels::triangular_band<float, orvel::kernels::multiply>));
-ORVEL_EXPORT_UPPER(DTBMV, 9, (orvel::kernels::triangular_band<double, orvel::kernels::multiply>));
-ORVEL_EXPORT_UPPER(CTBMV, 9, (orvel::kernels::triangular_band<orvel_complex, orvel::kernels::multiply>));
-ORVEL_EXPORT_UPPER(ZTBMV, 9, (orvel::kernels::triangular_band<orvel_dcomplex, orvel::kernels::multiply>));
-ORVEL_EXPORT_UPPER(STBSV, 9, (orvel::kernels::triangular_band<float, orvel::kernels::solve>));
-ORVEL_EXPORT_UPPER(DTBSV, 9, (orvel::kernels::triangular_band<double, orvel::kernels::solve>));
-ORVEL_EXPORT_UPPER(CTBSV, 9, (orvel::kernels::triangular_band<orvel_complex, orvel::kernels::solve>));
-ORVEL_EXPORT_UPPER(ZTBSV, 9, (orvel::kernels::triangular_band<orvel_dcomplex, orvel::kernels::solve>));
+ORVEL_EXPORT_UPPER_ALL(STBMV, DTBMV, CTBMV, ZTBMV, 9, orvel::kernels::triangular_band,
+                       orvel::kernels::multiply);
+ORVEL_EXPORT_UPPER_ALL(STBSV, DTBSV, CTBSV, ZTBSV, 9, orvel::kernels::triangular_band, orvel::kernels::solve);

@@ -64,7 +64,4 @@ void gemm(const char* transa, const char* transb, const int32_t* m, const int32_
 
 }  // namespace orvel::kernels
 
-ORVEL_EXPORT_UPPER(SGEMM, 13, orvel::kernels::gemm<float>);
-ORVEL_EXPORT_UPPER(DGEMM, 13, orvel::kernels::gemm<double>);
-ORVEL_EXPORT_UPPER(CGEMM, 13, orvel::kernels::gemm<orvel_complex>);
-ORVEL_EXPORT_UPPER(ZGEMM, 13, orvel::kernels::gemm<orvel_dcomplex>);
+ORVEL_EXPORT_UPPER_ALL(SGEMM, DGEMM, CGEMM, ZGEMM, 13, orvel::kernels::gemm);

@@ -81,7 +81,4 @@ void gemv(const char* trans, const int32_t* m, const int32_t* n, const T* alpha,
 
 }  // namespace orvel::kernels
 
-ORVEL_EXPORT_UPPER(SGEMV, 11, orvel::kernels::gemv<float>);
-ORVEL_EXPORT_UPPER(DGEMV, 11, orvel::kernels::gemv<double>);
-ORVEL_EXPORT_UPPER(CGEMV, 11, orvel::kernels::gemv<orvel_complex>);
-ORVEL_EXPORT_UPPER(ZGEMV, 11, orvel::kernels::gemv<orvel_dcomplex>);
+ORVEL_EXPORT_UPPER_ALL(SGEMV, DGEMV, CGEMV, ZGEMV, 11, orvel::kernels::gemv);

@@ -106,17 +106,13 @@ void syr2(const char* uplo, const int32_t* n, const T* alpha, const T* x, const 
 
 }  // namespace orvel::kernels
 
-ORVEL_EXPORT_UPPER(SGER, 9, (orvel::kernels::ger<float, false>));
-ORVEL_EXPORT_UPPER(DGER, 9, (orvel::kernels::ger<double, false>));
-ORVEL_EXPORT_UPPER(CGERU, 9, (orvel::kernels::ger<orvel_complex, false>));
-ORVEL_EXPORT_UPPER(ZGERU, 9, (orvel::kernels::ger<orvel_dcomplex, false>));
+ORVEL_EXPORT_UPPER_ALL(SGER, DGER, CGERU, ZGERU, 9, orvel::kernels::ger, false);
 ORVEL_EXPORT_UPPER(CGERC, 9, (orvel::kernels::ger<orvel_complex, true>));
 ORVEL_EXPORT_UPPER(ZGERC, 9, (orvel::kernels::ger<orvel_dcomplex, true>));
 ORVEL_EXPORT_UPPER(SSYR, 7, (orvel::kernels::syr<float, false, float>));
 ORVEL_EXPORT_UPPER(DSYR, 7, (orvel::kernels::syr<double, false, double>));
 ORVEL_EXPORT_UPPER(CHER, 7, (orvel::kernels::syr<orvel_complex, true, float>));
 ORVEL_EXPORT_UPPER(ZHER, 7, (orvel::kernels::syr<orvel_dcomplex, true, double>));
-ORVEL_EXPORT_UPPER(SSYR2, 9, (orvel::kernels::syr2<float, false>));
-ORVEL_EXPORT_UPPER(DSYR2, 9, (orvel::kernels::syr2<double, false>));
+ORVEL_EXPORT_UPPER_REALS(SSYR2, DSYR2, 9, orvel::kernels::syr2, false);
 ORVEL_EXPORT_UPPER(CHER2, 9, (orvel::kernels::syr2<orvel_complex, true>));
 ORVEL_EXPORT_UPPER(ZHER2, 9, (orvel::kernels::syr2<orvel_dcomplex, true>));

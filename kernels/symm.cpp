@@ -94,9 +94,6 @@ void symm(const char* side, const char* uplo, const int32_t* m, const int32_t* n
 
 }  // namespace orvel::kernels
 
-ORVEL_EXPORT_UPPER(SSYMM, 12, (orvel::kernels::symm<float, false>));
-ORVEL_EXPORT_UPPER(DSYMM, 12, (orvel::kernels::symm<double, false>));
-ORVEL_EXPORT_UPPER(CSYMM, 12, (orvel::kernels::symm<orvel_complex, false>));
-ORVEL_EXPORT_UPPER(ZSYMM, 12, (orvel::kernels::symm<orvel_dcomplex, false>));
+ORVEL_EXPORT_UPPER_ALL(SSYMM, DSYMM, CSYMM, ZSYMM, 12, orvel::kernels::symm, false);
 ORVEL_EXPORT_UPPER(CHEMM, 12, (orvel::kernels::symm<orvel_complex, true>));
 ORVEL_EXPORT_UPPER(ZHEMM, 12, (orvel::kernels::symm<orvel_dcomplex, true>));

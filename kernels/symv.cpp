@@ -102,7 +102,6 @@ void symv(const char* uplo, const int32_t* n, const T* alpha, const T* a, const 
 
 }  // namespace orvel::kernels
 
-ORVEL_EXPORT_UPPER(SSYMV, 10, (orvel::kernels::symv<float, false>));
-ORVEL_EXPORT_UPPER(DSYMV, 10, (orvel::kernels::symv<double, false>));
+ORVEL_EXPORT_UPPER_REALS(SSYMV, DSYMV, 10, orvel::kernels::symv, false);
 ORVEL_EXPORT_UPPER(CHEMV, 10, (orvel::kernels::symv<orvel_complex, true>));
 ORVEL_EXPORT_UPPER(ZHEMV, 10, (orvel::kernels::symv<orvel_dcomplex, true>));

@@ -177,11 +177,7 @@ template void divide_by_triangle(int64_t, int64_t, TriangleKind, const orvel_dco
 
 }  // namespace orvel::kernels
 
-ORVEL_EXPORT_UPPER(STRMM, 11, (orvel::kernels::triangular_matrix<float, orvel::kernels::multiply>));
-ORVEL_EXPORT_UPPER(DTRMM, 11, (orvel::kernels::triangular_matrix<double, orvel::kernels::multiply>));
-ORVEL_EXPORT_UPPER(CTRMM, 11, (orvel::kernels::triangular_matrix<orvel_complex, orvel::kernels::multiply>));
-ORVEL_EXPORT_UPPER(ZTRMM, 11, (orvel::kernels::triangular_matrix<orvel_dcomplex, orvel::kernels::multiply>));
-ORVEL_EXPORT_UPPER(STRSM, 11, (orvel::kernels::triangular_matrix<float, orvel::kernels::solve>));
-ORVEL_EXPORT_UPPER(DTRSM, 11, (orvel::kernels::triangular_matrix<double, orvel::kernels::solve>));
-ORVEL_EXPORT_UPPER(CTRSM, 11, (orvel::kernels::triangular_matrix<orvel_complex, orvel::kernels::solve>));
-ORVEL_EXPORT_UPPER(ZTRSM, 11, (orvel::kernels::triangular_matrix<orvel_dcomplex, orvel::kernels::solve>));
+ORVEL_EXPORT_UPPER_ALL(STRMM, DTRMM, CTRMM, ZTRMM, 11, orvel::kernels::triangular_matrix,
+                       orvel::kernels::multiply);
+ORVEL_EXPORT_UPPER_ALL(STRSM, DTRSM, CTRSM, ZTRSM, 11, orvel::kernels::triangular_matrix,
+                       orvel::kernels::solve);

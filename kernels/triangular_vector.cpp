@@ -143,11 +143,7 @@ template void solve_triangle(bool, bool, int64_t, const orvel_dcomplex*, int64_t
 
 }  // namespace orvel::kernels
 
-ORVEL_EXPORT_UPPER(STRMV, 8, (orvel::kernels::triangular_vector<float, orvel::kernels::multiply>));
-ORVEL_EXPORT_UPPER(DTRMV, 8, (orvel::kernels::triangular_vector<double, orvel::kernels::multiply>));
-ORVEL_EXPORT_UPPER(CTRMV, 8, (orvel::kernels::triangular_vector<orvel_complex, orvel::kernels::multiply>));
-ORVEL_EXPORT_UPPER(ZTRMV, 8, (orvel::kernels::triangular_vector<orvel_dcomplex, orvel::kernels::multiply>));
-ORVEL_EXPORT_UPPER(STRSV, 8, (orvel::kernels::triangular_vector<float, orvel::kernels::solve>));
-ORVEL_EXPORT_UPPER(DTRSV, 8, (orvel::kernels::triangular_vector<double, orvel::kernels::solve>));
-ORVEL_EXPORT_UPPER(CTRSV, 8, (orvel::kernels::triangular_vector<orvel_complex, orvel::kernels::solve>));
-ORVEL_EXPORT_UPPER(ZTRSV, 8, (orvel::kernels::triangular_vector<orvel_dcomplex, orvel::kernels::solve>));
+ORVEL_EXPORT_UPPER_ALL(STRMV, DTRMV, CTRMV, ZTRMV, 8, orvel::kernels::triangular_vector,
+                       orvel::kernels::multiply);
+ORVEL_EXPORT_UPPER_ALL(STRSV, DTRSV, CTRSV, ZTRSV, 8, orvel::kernels::triangular_vector,
+                       orvel::kernels::solve);

@@ -111,15 +111,6 @@ template void l2crg(frame::State&, int32_t, const orvel_dcomplex*, int64_t, orve
 
 using namespace orvel::linsys;
 
-ORVEL_EXPORT(NR1RR, nr1rr_, 5, nr1rr<float>);
-ORVEL_EXPORT(DNR1RR, dnr1rr_, 5, nr1rr<double>);
-ORVEL_EXPORT(NR1CR, nr1cr_, 5, nr1rr<orvel_complex>);
-ORVEL_EXPORT(DNR1CR, dnr1cr_, 5, nr1rr<orvel_dcomplex>);
-ORVEL_EXPORT(L2CRG, l2crg_, 8, l2crg<float>);
-ORVEL_EXPORT(DL2CRG, dl2crg_, 8, l2crg<double>);
-ORVEL_EXPORT(L2CCG, l2ccg_, 8, l2crg<orvel_complex>);
-ORVEL_EXPORT(DL2CCG, dl2ccg_, 8, l2crg<orvel_dcomplex>);
-ORVEL_EXPORT(LFCRG, lfcrg_, 7, lfcrg<float>);
-ORVEL_EXPORT(DLFCRG, dlfcrg_, 7, lfcrg<double>);
-ORVEL_EXPORT(LFCCG, lfccg_, 7, lfcrg<orvel_complex>);
-ORVEL_EXPORT(DLFCCG, dlfccg_, 7, lfcrg<orvel_dcomplex>);
+ORVEL_EXPORT_ALL(NR1RR, nr1rr_, DNR1RR, dnr1rr_, NR1CR, nr1cr_, DNR1CR, dnr1cr_, 5, nr1rr);
+ORVEL_EXPORT_ALL(L2CRG, l2crg_, DL2CRG, dl2crg_, L2CCG, l2ccg_, DL2CCG, dl2ccg_, 8, l2crg);
+ORVEL_EXPORT_ALL(LFCRG, lfcrg_, DLFCRG, dlfcrg_, LFCCG, lfccg_, DLFCCG, dlfccg_, 7, lfcrg);

@@ -50,7 +50,4 @@ void lfdrg(const int32_t* n, const T* fact, const int32_t* ldfac, const int32_t*
 
 using namespace orvel::linsys;
 
-ORVEL_EXPORT(LFDRG, lfdrg_, 6, lfdrg<float>);
-ORVEL_EXPORT(DLFDRG, dlfdrg_, 6, lfdrg<double>);
-ORVEL_EXPORT(LFDCG, lfdcg_, 6, lfdrg<orvel_complex>);
-ORVEL_EXPORT(DLFDCG, dlfdcg_, 6, lfdrg<orvel_dcomplex>);
+ORVEL_EXPORT_ALL(LFDRG, lfdrg_, DLFDRG, dlfdrg_, LFDCG, lfdcg_, DLFDCG, dlfdcg_, 6, lfdrg);

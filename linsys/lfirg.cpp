@@ -101,7 +101,4 @@ template void lfirg(frame::State&, int32_t, const orvel_dcomplex*, int64_t, cons
 
 using namespace orvel::linsys;
 
-ORVEL_EXPORT(LFIRG, lfirg_, 10, lfirg<float>);
-ORVEL_EXPORT(DLFIRG, dlfirg_, 10, lfirg<double>);
-ORVEL_EXPORT(LFICG, lficg_, 10, lfirg<orvel_complex>);
-ORVEL_EXPORT(DLFICG, dlficg_, 10, lfirg<orvel_dcomplex>);
+ORVEL_EXPORT_ALL(LFIRG, lfirg_, DLFIRG, dlfirg_, LFICG, lficg_, DLFICG, dlficg_, 10, lfirg);

@@ -72,7 +72,4 @@ template void lfsrg(frame::State&, int32_t, const orvel_dcomplex*, int64_t, cons
 
 using namespace orvel::linsys;
 
-ORVEL_EXPORT(LFSRG, lfsrg_, 7, lfsrg<float>);
-ORVEL_EXPORT(DLFSRG, dlfsrg_, 7, lfsrg<double>);
-ORVEL_EXPORT(LFSCG, lfscg_, 7, lfsrg<orvel_complex>);
-ORVEL_EXPORT(DLFSCG, dlfscg_, 7, lfsrg<orvel_dcomplex>);
+ORVEL_EXPORT_ALL(LFSRG, lfsrg_, DLFSRG, dlfsrg_, LFSCG, lfscg_, DLFSCG, dlfscg_, 7, lfsrg);

@@ -90,19 +90,7 @@ template void l2trg(frame::State&, int32_t, const orvel_dcomplex*, int64_t, orve
 
 using namespace orvel::linsys;
 
-ORVEL_EXPORT(CRGRG, crgrg_, 5, crgrg<float>);
-ORVEL_EXPORT(DCRGRG, dcrgrg_, 5, crgrg<double>);
-ORVEL_EXPORT(CCGCG, ccgcg_, 5, crgrg<orvel_complex>);
-ORVEL_EXPORT(DCCGCG, dccgcg_, 5, crgrg<orvel_dcomplex>);
-ORVEL_EXPORT(L4TRG, l4trg_, 4, l4trg<float>);
-ORVEL_EXPORT(DL4TRG, dl4trg_, 4, l4trg<double>);
-ORVEL_EXPORT(L4TCG, l4tcg_, 4, l4trg<orvel_complex>);
-ORVEL_EXPORT(DL4TCG, dl4tcg_, 4, l4trg<orvel_dcomplex>);
-ORVEL_EXPORT(L2TRG, l2trg_, 7, l2trg<float>);
-ORVEL_EXPORT(DL2TRG, dl2trg_, 7, l2trg<double>);
-ORVEL_EXPORT(L2TCG, l2tcg_, 7, l2trg<orvel_complex>);
-ORVEL_EXPORT(DL2TCG, dl2tcg_, 7, l2trg<orvel_dcomplex>);
-ORVEL_EXPORT(LFTRG, lftrg_, 6, lftrg<float>);
-ORVEL_EXPORT(DLFTRG, dlftrg_, 6, lftrg<double>);
-ORVEL_EXPORT(LFTCG, lftcg_, 6, lftrg<orvel_complex>);
-ORVEL_EXPORT(DLFTCG, dlftcg_, 6, lftrg<orvel_dcomplex>);
+ORVEL_EXPORT_ALL(CRGRG, crgrg_, DCRGRG, dcrgrg_, CCGCG, ccgcg_, DCCGCG, dccgcg_, 5, crgrg);
+ORVEL_EXPORT_ALL(L4TRG, l4trg_, DL4TRG, dl4trg_, L4TCG, l4tcg_, DL4TCG, dl4tcg_, 4, l4trg);
+ORVEL_EXPORT_ALL(L2TRG, l2trg_, DL2TRG, dl2trg_, L2TCG, l2tcg_, DL2TCG, dl2tcg_, 7, l2trg);
+ORVEL_EXPORT_ALL(LFTRG, lftrg_, DLFTRG, dlftrg_, LFTCG, lftcg_, DLFTCG, dlftcg_, 6, lftrg);

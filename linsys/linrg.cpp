@@ -132,11 +132,5 @@ void linrg(const int32_t* n, const T* a, const int32_t* lda, T* ainv, const int3
 
 using namespace orvel::linsys;
 
-ORVEL_EXPORT(L2NRG, l2nrg_, 7, l2nrg<float>);
-ORVEL_EXPORT(DL2NRG, dl2nrg_, 7, l2nrg<double>);
-ORVEL_EXPORT(L2NCG, l2ncg_, 7, l2nrg<orvel_complex>);
-ORVEL_EXPORT(DL2NCG, dl2ncg_, 7, l2nrg<orvel_dcomplex>);
-ORVEL_EXPORT(LINRG, linrg_, 5, linrg<float>);
-ORVEL_EXPORT(DLINRG, dlinrg_, 5, linrg<double>);
-ORVEL_EXPORT(LINCG, lincg_, 5, linrg<orvel_complex>);
-ORVEL_EXPORT(DLINCG, dlincg_, 5, linrg<orvel_dcomplex>);
+ORVEL_EXPORT_ALL(L2NRG, l2nrg_, DL2NRG, dl2nrg_, L2NCG, l2ncg_, DL2NCG, dl2ncg_, 7, l2nrg);
+ORVEL_EXPORT_ALL(LINRG, linrg_, DLINRG, dlinrg_, LINCG, lincg_, DLINCG, dlincg_, 5, linrg);

@@ -92,7 +92,4 @@ template void invert_triangle(bool, int64_t, orvel_dcomplex*, int64_t);
 
 using namespace orvel::linsys;
 
-ORVEL_EXPORT(LINRT, linrt_, 6, linrt<float>);
-ORVEL_EXPORT(DLINRT, dlinrt_, 6, linrt<double>);
-ORVEL_EXPORT(LINCT, linct_, 6, linrt<orvel_complex>);
-ORVEL_EXPORT(DLINCT, dlinct_, 6, linrt<orvel_dcomplex>);
+ORVEL_EXPORT_ALL(LINRT, linrt_, DLINRT, dlinrt_, LINCT, linct_, DLINCT, dlinct_, 6, linrt);

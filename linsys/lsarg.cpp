@@ -44,11 +44,5 @@ void lsarg(const int32_t* n, const T* a, const int32_t* lda, const T* b, const i
 
 using namespace orvel::linsys;
 
-ORVEL_EXPORT(L2ARG, l2arg_, 9, l2arg<float>);
-ORVEL_EXPORT(DL2ARG, dl2arg_, 9, l2arg<double>);
-ORVEL_EXPORT(L2ACG, l2acg_, 9, l2arg<orvel_complex>);
-ORVEL_EXPORT(DL2ACG, dl2acg_, 9, l2arg<orvel_dcomplex>);
-ORVEL_EXPORT(LSARG, lsarg_, 6, lsarg<float>);
-ORVEL_EXPORT(DLSARG, dlsarg_, 6, lsarg<double>);
-ORVEL_EXPORT(LSACG, lsacg_, 6, lsarg<orvel_complex>);
-ORVEL_EXPORT(DLSACG, dlsacg_, 6, lsarg<orvel_dcomplex>);
+ORVEL_EXPORT_ALL(L2ARG, l2arg_, DL2ARG, dl2arg_, L2ACG, l2acg_, DL2ACG, dl2acg_, 9, l2arg);
+ORVEL_EXPORT_ALL(LSARG, lsarg_, DLSARG, dlsarg_, LSACG, lsacg_, DLSACG, dlsacg_, 6, lsarg);

@@ -57,11 +57,5 @@ void lslrg(const int32_t* n, const T* a, const int32_t* lda, const T* b, const i
 
 using namespace orvel::linsys;
 
-ORVEL_EXPORT(L2LRG, l2lrg_, 9, l2lrg<float>);
-ORVEL_EXPORT(DL2LRG, dl2lrg_, 9, l2lrg<double>);
-ORVEL_EXPORT(L2LCG, l2lcg_, 9, l2lrg<orvel_complex>);
-ORVEL_EXPORT(DL2LCG, dl2lcg_, 9, l2lrg<orvel_dcomplex>);
-ORVEL_EXPORT(LSLRG, lslrg_, 6, lslrg<float>);
-ORVEL_EXPORT(DLSLRG, dlslrg_, 6, lslrg<double>);
-ORVEL_EXPORT(LSLCG, lslcg_, 6, lslrg<orvel_complex>);
-ORVEL_EXPORT(DLSLCG, dlslcg_, 6, lslrg<orvel_dcomplex>);
+ORVEL_EXPORT_ALL(L2LRG, l2lrg_, DL2LRG, dl2lrg_, L2LCG, l2lcg_, DL2LCG, dl2lcg_, 9, l2lrg);
+ORVEL_EXPORT_ALL(LSLRG, lslrg_, DLSLRG, dlslrg_, LSLCG, lslcg_, DLSLCG, dlslcg_, 6, lslrg);

@@ -138,9 +138,6 @@ void qdag(T (*f)(const T*), const T* a, const T* b, const T* errabs, const T* er
 
 }  // namespace orvel::quad
 
-ORVEL_EXPORT(QDAG, qdag_, 8, orvel::quad::qdag<float>);
-ORVEL_EXPORT(DQDAG, dqdag_, 8, orvel::quad::qdag<double>);
-ORVEL_EXPORT(Q2AG, q2ag_, 16, orvel::quad::q2ag<float>);
-ORVEL_EXPORT(DQ2AG, dq2ag_, 16, orvel::quad::q2ag<double>);
-ORVEL_EXPORT(Q3AG, q3ag_, 17, orvel::quad::q3ag<float>);
-ORVEL_EXPORT(DQ3AG, dq3ag_, 17, orvel::quad::q3ag<double>);
+ORVEL_EXPORT_REALS(QDAG, qdag_, DQDAG, dqdag_, 8, orvel::quad::qdag);
+ORVEL_EXPORT_REALS(Q2AG, q2ag_, DQ2AG, dq2ag_, 16, orvel::quad::q2ag);
+ORVEL_EXPORT_REALS(Q3AG, q3ag_, DQ3AG, dq3ag_, 17, orvel::quad::q3ag);

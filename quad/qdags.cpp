@@ -252,9 +252,6 @@ void qdags(T (*f)(const T*), const T* a, const T* b, const T* errabs, const T* e
 
 }  // namespace orvel::quad
 
-ORVEL_EXPORT(QDAGS, qdags_, 7, orvel::quad::qdags<float>);
-ORVEL_EXPORT(DQDAGS, dqdags_, 7, orvel::quad::qdags<double>);
-ORVEL_EXPORT(Q2AGS, q2ags_, 15, orvel::quad::q2ags<float>);
-ORVEL_EXPORT(DQ2AGS, dq2ags_, 15, orvel::quad::q2ags<double>);
-ORVEL_EXPORT(Q3AGS, q3ags_, 16, orvel::quad::q3ags<float>);
-ORVEL_EXPORT(DQ3AGS, dq3ags_, 16, orvel::quad::q3ags<double>);
+ORVEL_EXPORT_REALS(QDAGS, qdags_, DQDAGS, dqdags_, 7, orvel::quad::qdags);
+ORVEL_EXPORT_REALS(Q2AGS, q2ags_, DQ2AGS, dq2ags_, 15, orvel::quad::q2ags);
+ORVEL_EXPORT_REALS(Q3AGS, q3ags_, DQ3AGS, dq3ags_, 16, orvel::quad::q3ags);

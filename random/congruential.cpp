@@ -144,10 +144,7 @@ void rnisd(const int32_t* iseed1, int32_t* iseed2)
 
 }  // namespace orvel::random
 
-ORVEL_EXPORT(R1INS, r1ins_, 0, orvel::random::r1ins<float>);
-ORVEL_EXPORT(DR1INS, dr1ins_, 0, orvel::random::r1ins<double>);
-ORVEL_EXPORT(RNGES, rnges_, 1, orvel::random::rnges<float>);
-ORVEL_EXPORT(DRNGES, drnges_, 1, orvel::random::rnges<double>);
-ORVEL_EXPORT(RNSES, rnses_, 1, orvel::random::rnses<float>);
-ORVEL_EXPORT(DRNSES, drnses_, 1, orvel::random::rnses<double>);
+ORVEL_EXPORT_REALS(R1INS, r1ins_, DR1INS, dr1ins_, 0, orvel::random::r1ins);
+ORVEL_EXPORT_REALS(RNGES, rnges_, DRNGES, drnges_, 1, orvel::random::rnges);
+ORVEL_EXPORT_REALS(RNSES, rnses_, DRNSES, drnses_, 1, orvel::random::rnses);
 ORVEL_EXPORT(RNISD, rnisd_, 2, orvel::random::rnisd);

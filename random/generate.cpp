@@ -94,7 +94,5 @@ T rnunf()
 
 }  // namespace orvel::random
 
-ORVEL_EXPORT(RNUN, rnun_, 2, orvel::random::rnun<float>);
-ORVEL_EXPORT(DRNUN, drnun_, 2, orvel::random::rnun<double>);
-ORVEL_EXPORT(RNUNF, rnunf_, 0, orvel::random::rnunf<float>);
-ORVEL_EXPORT(DRNUNF, drnunf_, 0, orvel::random::rnunf<double>);
+ORVEL_EXPORT_REALS(RNUN, rnun_, DRNUN, drnun_, 2, orvel::random::rnun);
+ORVEL_EXPORT_REALS(RNUNF, rnunf_, DRNUNF, drnunf_, 0, orvel::random::rnunf);
