@@ -44,7 +44,7 @@ inline bool is_within(const T* brkpt, int64_t pieces, int64_t first, int64_t las
     return (from & below) != 0;
 }
 
-// The piece of x, from 0. What is not a number is in the first.
+// The piece of x, from 0. NaN belongs to the first.
 template <class T>
 [[gnu::noinline]] int64_t search(frame::State& s, const T* brkpt, int64_t pieces, T x)
 {
@@ -105,7 +105,7 @@ public:
     T value() const
     {
         const T all = value_ + rest_;
-        return all == all ? all : value_;  // the rest of a sum that overflowed is not a number
+        return all == all ? all : value_;  // the rest of a sum that overflowed is NaN
     }
 
 private:

@@ -252,7 +252,8 @@ bool factor_plainly(int64_t n, T* fact, int64_t ldfac, int32_t* ipvt, Part<T>* s
 
 namespace {
 
-// Storage of a factorization: row scale factors, a panel, a group of columns beside it, and what it does to rows.
+// Storage of a factorization: row scale factors, a panel, a group of columns beside it, and what it does to
+// rows.
 template <class T>
 class Workspace {
 public:

@@ -9,7 +9,7 @@ namespace orvel::linsys {
 
 namespace {
 
-// The mantissa is brought to 1 <= |det1| < 10 after each factor; what is infinite or no number stays. The
+// The mantissa is brought to 1 <= |det1| < 10 after each factor; infinities and NaN stay. The
 // magnitude of a complex mantissa is |Re| + |Im|. A factor that ten times would overflow is divided first.
 template <class T>
 void lfdrg(const int32_t* n, const T* fact, const int32_t* ldfac, const int32_t* ipvt, T* det1, Part<T>* det2)
