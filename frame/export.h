@@ -68,6 +68,18 @@ struct Stamp<function, R (*)(frame::State&, P...)> {
     }
 };
 
+// Where the function begins with a count in 64 bits, nothing else is read when that is below 1, and the
+// result is zero.
+template <auto function, class R, class... P>
+struct Stamp<function, R (*)(int64_t, P...)> {
+    template <class... A>
+    [[gnu::always_inline]] static R call(const int32_t* n, A... arguments)
+    {
+        if (*n < 1) return R();
+        return function(*n, given<P>(arguments)...);
+    }
+};
+
 }  // namespace orvel
 
 #define ORVEL_TYPE_(UPPER, k) orvel::Signature<decltype(UPPER)>::Argument<k> a##k

@@ -1,6 +1,6 @@
 // kernels/dot.cpp - dot products
 #include "frame/export.h"
-#include "kernels/by_reference.h"
+#include "kernels/contiguous.h"
 #include "kernels/level1.h"
 #include "orvel/kernels.h"
 
@@ -106,14 +106,11 @@ template orvel_dcomplex sdsdot(int64_t, orvel_dcomplex, const orvel_dcomplex*, i
 
 using namespace orvel::kernels;
 
-ORVEL_EXPORT_UPPER(SDOT, 5, by_reference<dot<float>>);
-ORVEL_EXPORT_UPPER(DDOT, 5, by_reference<dot<double>>);
-ORVEL_EXPORT_UPPER(CDOTU, 5, by_reference<dot<orvel_complex>>);
-ORVEL_EXPORT_UPPER(ZDOTU, 5, by_reference<dot<orvel_dcomplex>>);
-ORVEL_EXPORT_UPPER(CDOTC, 5, by_reference<dotc<orvel_complex>>);
-ORVEL_EXPORT_UPPER(ZDOTC, 5, by_reference<dotc<orvel_dcomplex>>);
-ORVEL_EXPORT_UPPER(DSDOT, 5, by_reference<dsdot>);
+ORVEL_EXPORT_UPPER_ALL(SDOT, DDOT, CDOTU, ZDOTU, 5, dot);
+ORVEL_EXPORT_UPPER(CDOTC, 5, dotc<orvel_complex>);
+ORVEL_EXPORT_UPPER(ZDOTC, 5, dotc<orvel_dcomplex>);
+ORVEL_EXPORT_UPPER(DSDOT, 5, dsdot);
 ORVEL_EXPORT_UPPER(SDSDOT, 6, (from_start_by_reference<false, float>));
 ORVEL_EXPORT(CZDOTU, czdotu_, 6, (from_start_by_reference<false, orvel_complex>));
 ORVEL_EXPORT(CZDOTC, czdotc_, 6, (from_start_by_reference<true, orvel_complex>));
-ORVEL_EXPORT(CZCDOT, czcdot_, 5, by_reference<czcdot>);
+ORVEL_EXPORT(CZCDOT, czcdot_, 5, czcdot);

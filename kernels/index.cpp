@@ -2,7 +2,7 @@
 #include <cmath>
 
 #include "frame/export.h"
-#include "kernels/by_reference.h"
+#include "kernels/contiguous.h"
 #include "kernels/level1.h"
 #include "orvel/kernels.h"
 

@@ -1,5 +1,4 @@
-// kernels/by_reference.h - what the files of the vector kernels share: exported forms, overlapping vectors,
-// parts loops
+// kernels/contiguous.h - what the vector kernels share: which vectors go to the loops over contiguous ones
 #pragma once
 
 #include <cstdint>
@@ -10,25 +9,6 @@
 #include "kernels/vectors.h"
 
 namespace orvel::kernels {
-
-// The exported form of a kernel that takes its scalars by value. The count is the first argument; nothing
-// else is read when it is below 1.
-template <auto function>
-struct ByReference;
-
-template <class R, class... P, R (*function)(int64_t, P...)>
-struct ByReference<function> {
-    template <class... A>
-    R operator()(const int32_t* n, A*... arguments) const
-    {
-        static_assert(sizeof...(P) == sizeof...(A));
-        if (*n < 1) return R();
-        return function(*n, given<P>(arguments)...);
-    }
-};
-
-template <auto function>
-constexpr ByReference<function> by_reference{};
 
 using isa::of_type;
 
