@@ -81,16 +81,13 @@ void assign(T* x, const orvel_floating_point* value)
 
 }  // namespace orvel::frame
 
-ORVEL_EXPORT(AMACH, amach_, 1, orvel::frame::constant<float>);
-ORVEL_EXPORT(DMACH, dmach_, 1, orvel::frame::constant<double>);
-ORVEL_EXPORT(SRMACH, srmach_, 1, orvel::frame::constant<float>);
-ORVEL_EXPORT(DRMACH, drmach_, 1, orvel::frame::constant<double>);
+ORVEL_EXPORT_REALS(AMACH, amach_, DMACH, dmach_, 1, orvel::frame::constant);
+ORVEL_EXPORT_REALS(SRMACH, srmach_, DRMACH, drmach_, 1, orvel::frame::constant);
 ORVEL_EXPORT(IMACH, imach_, 1, orvel::frame::imach);
 ORVEL_EXPORT(UMACH, umach_, 2, orvel::frame::umach);
 ORVEL_EXPORT(AMACH_INT_mp_AMACH, amach_int_mp_amach_, 1, orvel::frame::deferred_constant);
-ORVEL_EXPORT(AMACH_INT_mp_REAL_EQ_FLOATING_POINT, amach_int_mp_real_eq_floating_point_, 2,
-             orvel::frame::assign<float>);
-ORVEL_EXPORT(AMACH_INT_mp_DOUBLE_EQ_FLOATING_POINT, amach_int_mp_double_eq_floating_point_, 2,
-             orvel::frame::assign<double>);
-ORVEL_EXPORT(AMACH_INT_mp_S_AMACH, amach_int_mp_s_amach_, 1, orvel::frame::constant<float>);
-ORVEL_EXPORT(AMACH_INT_mp_D_AMACH, amach_int_mp_d_amach_, 1, orvel::frame::constant<double>);
+ORVEL_EXPORT_REALS(AMACH_INT_mp_REAL_EQ_FLOATING_POINT, amach_int_mp_real_eq_floating_point_,
+                   AMACH_INT_mp_DOUBLE_EQ_FLOATING_POINT, amach_int_mp_double_eq_floating_point_, 2,
+                   orvel::frame::assign);
+ORVEL_EXPORT_REALS(AMACH_INT_mp_S_AMACH, amach_int_mp_s_amach_, AMACH_INT_mp_D_AMACH, amach_int_mp_d_amach_,
+                   1, orvel::frame::constant);

@@ -1,7 +1,9 @@
 // frame/export.h - the stamps that give a template its public names
 #pragma once
 
+#include <cstdint>
 #include <tuple>
+#include <type_traits>
 
 #define ORVEL_VISIBLE __attribute__((visibility("default")))
 #define ORVEL_ALIAS(UPPER) __attribute__((alias(#UPPER), visibility("default")))
@@ -16,6 +18,66 @@ struct Signature<R(A...)> {
     using Result = R;
     template <std::size_t K>
     using Argument = std::tuple_element_t<K, std::tuple<A...>>;
+};
+
+namespace frame {
+
+struct State;
+State& state();
+
+}  // namespace frame
+
+// An argument of an exported routine as a parameter of the function behind it: what that takes by value is
+// read, counts perhaps as 64 bits.
+template <class P, class A>
+[[gnu::always_inline]] inline P given(A argument)
+{
+    if constexpr (std::is_pointer_v<A> && !std::is_pointer_v<P>) {
+        using V = std::remove_const_t<std::remove_pointer_t<A>>;
+        static_assert(std::is_same_v<P, V> || (std::is_same_v<P, int64_t> && std::is_same_v<V, int32_t>));
+        return *argument;
+    } else {
+        return argument;
+    }
+}
+
+// Calls the function behind an exported routine with its arguments, and with the state of the thread in front
+// where the function takes it.
+template <auto function, class F = decltype(function)>
+struct Stamp {
+    template <class... A>
+    [[gnu::always_inline]] static auto call(A... arguments)
+    {
+        return function(arguments...);
+    }
+};
+template <auto function, class R, class... P>
+struct Stamp<function, R (*)(P...)> {
+    template <class... A>
+    [[gnu::always_inline]] static R call(A... arguments)
+    {
+        return function(given<P>(arguments)...);
+    }
+};
+template <auto function, class R, class... P>
+struct Stamp<function, R (*)(frame::State&, P...)> {
+    template <class... A>
+    [[gnu::always_inline]] static R call(A... arguments)
+    {
+        return function(frame::state(), given<P>(arguments)...);
+    }
+};
+
+// Where the function begins with a count in 64 bits, nothing else is read when that is below 1, and the
+// result is zero.
+template <auto function, class R, class... P>
+struct Stamp<function, R (*)(int64_t, P...)> {
+    template <class... A>
+    [[gnu::always_inline]] static R call(const int32_t* n, A... arguments)
+    {
+        if (*n < 1) return R();
+        return function(*n, given<P>(arguments)...);
+    }
 };
 
 }  // namespace orvel
@@ -59,11 +121,12 @@ struct Signature<R(A...)> {
 #define ORVEL_NAMES_16 ORVEL_NAMES_15, a15
 #define ORVEL_NAMES_17 ORVEL_NAMES_16, a16
 
-// Defines UPPER, whose types are those of its public declaration. A wrong count or type does not compile.
+// Defines UPPER, whose types are those of its public declaration. A wrong count or type does not compile. The
+// function behind it may take scalars by value, and the state of the thread as its first argument; see Stamp.
 #define ORVEL_EXPORT_UPPER(UPPER, count, function)                                                       \
     extern "C" ORVEL_VISIBLE orvel::Signature<decltype(UPPER)>::Result UPPER(ORVEL_TYPES_##count(UPPER)) \
     {                                                                                                    \
-        return function(ORVEL_NAMES_##count);                                                            \
+        return orvel::Stamp<function>::call(ORVEL_NAMES_##count);                                        \
     }                                                                                                    \
     static_assert(true)
 
@@ -71,6 +134,23 @@ struct Signature<R(A...)> {
 #define ORVEL_EXPORT(UPPER, lower, count, function) \
     ORVEL_EXPORT_UPPER(UPPER, count, function);     \
     extern "C" decltype(UPPER) lower ORVEL_ALIAS(UPPER)
+
+// The members of a family, whose template takes the scalar type and perhaps more: single and double, and the
+// complex ones.
+#define ORVEL_EXPORT_UPPER_REALS(S, D, count, function, ...)                    \
+    ORVEL_EXPORT_UPPER(S, count, (function<float __VA_OPT__(, ) __VA_ARGS__>)); \
+    ORVEL_EXPORT_UPPER(D, count, (function<double __VA_OPT__(, ) __VA_ARGS__>))
+#define ORVEL_EXPORT_UPPER_ALL(S, D, C, Z, count, function, ...)                        \
+    ORVEL_EXPORT_UPPER_REALS(S, D, count, function __VA_OPT__(, ) __VA_ARGS__);         \
+    ORVEL_EXPORT_UPPER(C, count, (function<orvel_complex __VA_OPT__(, ) __VA_ARGS__>)); \
+    ORVEL_EXPORT_UPPER(Z, count, (function<orvel_dcomplex __VA_OPT__(, ) __VA_ARGS__>))
+#define ORVEL_EXPORT_REALS(S, s, D, d, count, function, ...)                 \
+    ORVEL_EXPORT(S, s, count, (function<float __VA_OPT__(, ) __VA_ARGS__>)); \
+    ORVEL_EXPORT(D, d, count, (function<double __VA_OPT__(, ) __VA_ARGS__>))
+#define ORVEL_EXPORT_ALL(S, s, D, d, C, c, Z, z, count, function, ...)               \
+    ORVEL_EXPORT_REALS(S, s, D, d, count, function __VA_OPT__(, ) __VA_ARGS__);      \
+    ORVEL_EXPORT(C, c, count, (function<orvel_complex __VA_OPT__(, ) __VA_ARGS__>)); \
+    ORVEL_EXPORT(Z, z, count, (function<orvel_dcomplex __VA_OPT__(, ) __VA_ARGS__>))
 
 // For liborvel_blas: the Fortran spelling of a standard kernel, which jumps to the upper-case one.
 #define ORVEL_FORWARD(UPPER, lower, count)                                                               \

@@ -1,4 +1,4 @@
-// frame/host.cpp - the host interface: writers, stop policy, defaults of new threads, reset, level
+// frame/host.cpp - the host interface: writers, stop policy, defaults of new threads, level
 #include "frame/host.h"
 
 #include <pthread.h>
@@ -9,6 +9,7 @@
 #include "frame/export.h"
 #include "frame/print_lock.h"
 #include "frame/state.h"
+#include "frame/switches.h"
 #include "isa/levels.h"
 
 namespace orvel::frame {
@@ -79,7 +80,9 @@ Writer bound_writer(int32_t unit)
     return b != nullptr ? b->writer : Writer{};
 }
 
-int32_t bind_unit(int32_t unit, orvel_writer writer, void* context)
+extern "C" {
+
+ORVEL_VISIBLE int32_t orvel_bind_unit(int32_t unit, orvel_writer writer, void* context)
 {
     bool replaced = false;
     {
@@ -96,72 +99,30 @@ int32_t bind_unit(int32_t unit, orvel_writer writer, void* context)
     return 1;
 }
 
-void set_stop_handler(orvel_stop_handler handler, void* context)
+ORVEL_VISIBLE void orvel_set_stop_handler(orvel_stop_handler handler, void* context)
 {
     SettingsLock lock;
     settings.policy.handler = handler;
     settings.policy.context = context;
 }
 
-void set_stop_status(int32_t status)
+ORVEL_VISIBLE void orvel_set_stop_status(int32_t status)
 {
     SettingsLock lock;
     settings.policy.status = status;
 }
 
-int32_t set_thread_defaults(int32_t type, int32_t print, int32_t stop)
+ORVEL_VISIBLE int32_t orvel_set_thread_defaults(int32_t type, int32_t print, int32_t stop)
 {
-    if (type < 0 || type > terminal || print < -1 || print > 2 || stop < -1 || stop > 2) return 0;
+    if (type < 0 || type > terminal || !is_action(print) || !is_action(stop)) return 0;
     SettingsLock lock;
-    for (int32_t t = note; t <= prompt_fatal; ++t) {
-        const int32_t classic = t == prompt_warning ? warning : t == prompt_fatal ? fatal : t;
-        if (type != 0 && type != classic) continue;
-        apply_switch(settings.defaults.print[t - 1], print, initial_print[t - 1]);
-        apply_switch(settings.defaults.stop[t - 1], stop, initial_stop[t - 1]);
-    }
+    set_classic_switches(type, print, stop, settings.defaults.print, settings.defaults.stop);
     return 1;
 }
 
-void reset()
-{
-    release_print_lock();
-    State& s = state();
-    orvel_ercom1& e = *s.errors;
-    e.level = 1;
-    e.msglen = 0;
-    e.parlen = 1;
-    e.post6 = e.post7 = 0;
-    std::ranges::fill(e.ertype, -1);
-    std::ranges::fill(e.ercode, -1);
-    e.ertype[0] = e.ercode[0] = 0;
-    std::ranges::fill(s.callers->user, 0);
-    s.callers->user[0] = -1;
+ORVEL_VISIBLE int32_t orvel_use_level(const char* name) { return isa::use_level(name) ? 1 : 0; }
+
+ORVEL_VISIBLE const char* orvel_level(void) { return isa::level_name(isa::level()); }
 }
 
 }  // namespace orvel::frame
-
-extern "C" {
-
-ORVEL_VISIBLE int32_t orvel_bind_unit(int32_t unit, orvel_writer writer, void* context)
-{
-    return orvel::frame::bind_unit(unit, writer, context);
-}
-
-ORVEL_VISIBLE void orvel_set_stop_handler(orvel_stop_handler handler, void* context)
-{
-    orvel::frame::set_stop_handler(handler, context);
-}
-
-ORVEL_VISIBLE void orvel_set_stop_status(int32_t status) { orvel::frame::set_stop_status(status); }
-
-ORVEL_VISIBLE int32_t orvel_set_thread_defaults(int32_t type, int32_t print, int32_t stop)
-{
-    return orvel::frame::set_thread_defaults(type, print, stop);
-}
-
-ORVEL_VISIBLE void orvel_reset(void) { orvel::frame::reset(); }
-
-ORVEL_VISIBLE int32_t orvel_use_level(const char* name) { return orvel::isa::use_level(name) ? 1 : 0; }
-
-ORVEL_VISIBLE const char* orvel_level(void) { return orvel::isa::level_name(orvel::isa::level()); }
-}

@@ -25,13 +25,4 @@ Switches thread_defaults();
 StopPolicy stop_policy();
 Writer bound_writer(int32_t unit);
 
-// One switch of ERSET: -1 as is, 0 off, 1 on, 2 the initial value.
-constexpr void apply_switch(int32_t& target, int32_t action, int32_t initial)
-{
-    if (action == 0 || action == 1)
-        target = action;
-    else if (action == 2)
-        target = initial;
-}
-
 }  // namespace orvel::frame

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstring>
 #include <exception>
+#include <optional>
 
 #include "frame/export.h"
 #include "frame/print.h"
@@ -15,10 +16,7 @@ namespace {
 constexpr char upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 constexpr bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
-struct Found {
-    bool found;
-    std::string_view text;
-};
+using Found = std::optional<std::string_view>;
 
 // Walks the store entry by entry, so that a value that looks like an entry is not taken for one.
 Found find_parameter(const State& s, char kind, char index)
@@ -32,11 +30,10 @@ Found find_parameter(const State& s, char kind, char index)
         while (p < store.size() && p < at + 7 && is_digit(store[p]))
             length = 10 * length + static_cast<std::size_t>(store[p++] - '0');
         if (p >= store.size() || store[p] != '%' || length > store.size() - p - 1) break;
-        if (upper(store[at + 1]) == kind && store[at + 2] == index)
-            return {true, store.substr(p + 1, length)};
+        if (upper(store[at + 1]) == kind && store[at + 2] == index) return store.substr(p + 1, length);
         at = p + 1 + length;
     }
-    return {false, {}};
+    return std::nullopt;
 }
 
 // Appends to the message buffer and tells whether there is room for more.
@@ -61,11 +58,11 @@ private:
 // A placeholder is exactly five characters, "%(" letter digit ")".
 Found placeholder_value(const State& s, std::string_view at, char real)
 {
-    if (at.size() < 5 || at[0] != '%' || at[1] != '(' || at[4] != ')') return {false, {}};
+    if (at.size() < 5 || at[0] != '%' || at[1] != '(' || at[4] != ')') return std::nullopt;
     const char kind = upper(at[2]) == 'R' ? real : upper(at[2]);
     const char index = at[3];
     if (std::string_view("ACDIKLRSZ").find(kind) == std::string_view::npos || index < '1' || index > '9')
-        return {false, {}};
+        return std::nullopt;
     return find_parameter(s, kind, index);
 }
 
@@ -74,8 +71,8 @@ void build_message(State& s, char real, int32_t type, std::string_view text)
     text = text.substr(0, message_room);
     MessageBuffer message(s);
     const Found keyword = find_parameter(s, 'N', '1');
-    if (keyword.found && is_type(type) && s.errors->atttab[type - 1] == 3)
-        if (!message.append(" in reference to keyword ") || !message.append(keyword.text)) return;
+    if (keyword && is_type(type) && s.errors->atttab[type - 1] == 3)
+        if (!message.append(" in reference to keyword ") || !message.append(*keyword)) return;
     if (!message.append(".  ")) return;
 
     std::size_t at = 0;
@@ -85,8 +82,8 @@ void build_message(State& s, char real, int32_t type, std::string_view text)
         at = next;
         if (at == text.size()) return;
         const Found value = placeholder_value(s, text.substr(at), real);
-        if (!message.append(value.found ? value.text : text.substr(at, 1))) return;
-        at += value.found ? 5 : 1;
+        if (!message.append(value.value_or(text.substr(at, 1)))) return;
+        at += value ? 5 : 1;
     }
 }
 

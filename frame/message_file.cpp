@@ -127,5 +127,4 @@ void error_post(const typename Packet<T>::Entry* epack, const int32_t* n)
 
 }  // namespace orvel::frame
 
-ORVEL_EXPORT(S_ERROR_POST, s_error_post_, 2, orvel::frame::error_post<float>);
-ORVEL_EXPORT(D_ERROR_POST, d_error_post_, 2, orvel::frame::error_post<double>);
+ORVEL_EXPORT_REALS(S_ERROR_POST, s_error_post_, D_ERROR_POST, d_error_post_, 2, orvel::frame::error_post);

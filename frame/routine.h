@@ -118,34 +118,10 @@ private:
     const int32_t level_;
 };
 
-// Brackets a call of a user's function: library routines that it calls report as if the user had called them.
-class UserCode {
-public:
-    explicit UserCode(frame::State& s)
-        : s_(s), user_(s.callers->user[frame::current_level(s) - 1]), exceptions_(s.exceptions)
-    {
-        user_ = -1;
-    }
-
-    // When an exception passes, destructors of the user's may have posted errors on its way.
-    ~UserCode()
-    {
-        user_ = 0;
-        s_.exceptions = exceptions_;
-    }
-    UserCode(const UserCode&) = delete;
-    UserCode& operator=(const UserCode&) = delete;
-
-private:
-    frame::State& s_;
-    int32_t& user_;
-    const int exceptions_;
-};
-
-// A user's function of one real argument: what UserCode does, for many calls from one routine. What calls and
-// exceptions leave behind is put right once, when the object goes: errors of routines that the user's
-// function calls are not errors of the routine, though their pops have recorded them at its level. So the
-// object goes before the routine posts its own.
+// A user's function of one real argument, for many calls from one routine: library routines that it calls
+// report as if the user had called them. What calls and exceptions leave behind is put right once, when the
+// object goes: errors of routines that the user's function calls are not errors of the routine, though their
+// pops have recorded them at its level. So the object goes before the routine posts its own.
 template <class T>
 class UserFunction {
 public:

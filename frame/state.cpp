@@ -1,10 +1,12 @@
-// frame/state.cpp - the exported blocks of state and their initial values
+// frame/state.cpp - the exported blocks of state, their initial values, reset
 #include "frame/state.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "frame/export.h"
 #include "frame/host.h"
+#include "frame/print_lock.h"
 
 namespace {
 
@@ -90,6 +92,21 @@ void initialise(State& s)
 }
 
 void e1init() { state(); }
+
+extern "C" ORVEL_VISIBLE void orvel_reset(void)
+{
+    release_print_lock();
+    State& s = state();
+    orvel_ercom1& e = *s.errors;
+    e.level = initial_ercom1.level;
+    e.msglen = initial_ercom1.msglen;
+    e.parlen = initial_ercom1.parlen;
+    e.post6 = initial_ercom1.post6;
+    e.post7 = initial_ercom1.post7;
+    std::ranges::copy(initial_ercom1.ertype, e.ertype);
+    std::ranges::copy(initial_ercom1.ercode, e.ercode);
+    std::ranges::copy(initial_ercom4.user, s.callers->user);
+}
 
 }  // namespace orvel::frame
 

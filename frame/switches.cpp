@@ -2,7 +2,6 @@
 #include "frame/switches.h"
 
 #include "frame/export.h"
-#include "frame/host.h"
 #include "frame/routine.h"
 #include "frame/stop.h"
 
@@ -10,18 +9,30 @@ namespace orvel::frame {
 
 namespace {
 
-bool is_action(int32_t action) { return action >= -1 && action <= 2; }
+void apply(int32_t action, int32_t initial, int32_t& target)
+{
+    if (action >= 0) target = action == 2 ? initial : action;
+}
 
-void set_switches(State& s, int32_t type, int32_t print, int32_t stop)
+void set_switches(int32_t type, int32_t print_action, int32_t stop_action, int32_t (&print)[7],
+                  int32_t (&stop)[7])
 {
     for (int32_t t = note; t <= prompt_fatal; ++t) {
         if (type != 0 && type != t) continue;
-        apply_switch(s.errors->prttab[t - 1], print, initial_print[t - 1]);
-        apply_switch(s.errors->stptab[t - 1], stop, initial_stop[t - 1]);
+        apply(print_action, initial_print[t - 1], print[t - 1]);
+        apply(stop_action, initial_stop[t - 1], stop[t - 1]);
     }
 }
 
 }  // namespace
+
+void set_classic_switches(int32_t type, int32_t print_action, int32_t stop_action, int32_t (&print)[7],
+                          int32_t (&stop)[7])
+{
+    set_switches(type, print_action, stop_action, print, stop);
+    if (type == warning) set_switches(prompt_warning, print_action, stop_action, print, stop);
+    if (type == fatal) set_switches(prompt_fatal, print_action, stop_action, print, stop);
+}
 
 void erset(const int32_t* iersvr, const int32_t* ipact, const int32_t* isact)
 {
@@ -39,9 +50,8 @@ void erset(const int32_t* iersvr, const int32_t* ipact, const int32_t* isact)
                 "Invalid value specified for stopping action.  ISACT must be -1 to 2.  ISACT = %(I1)",
                 {i(1, *isact)});
     if (me.failed()) return;
-    set_switches(me.state(), *iersvr, *ipact, *isact);
-    if (*iersvr == warning) set_switches(me.state(), prompt_warning, *ipact, *isact);
-    if (*iersvr == fatal) set_switches(me.state(), prompt_fatal, *ipact, *isact);
+    orvel_ercom1& e = *me.state().errors;
+    set_classic_switches(*iersvr, *ipact, *isact, e.prttab, e.stptab);
 }
 
 namespace {
@@ -69,7 +79,7 @@ void e1pos(const int32_t* iertyp, int32_t* ipatt, int32_t* isatt)
             "Invalid value specified for stop table attribute.  ISATT must be -1, 0, 1, or 2.  ISATT = %(I1)",
             {i(1, *isatt)});
     if (print_is_good && stop_is_good)
-        set_switches(s, type, *ipatt, *isatt);
+        set_switches(type, *ipatt, *isatt, s.errors->prttab, s.errors->stptab);
     else
         stop_without_pop(s, terminal, 1);
 }

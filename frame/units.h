@@ -1,7 +1,7 @@
 // frame/units.h - where the output for a unit number goes
 #pragma once
 
-#include "frame/page.h"
+#include "frame/message_text.h"
 #include "frame/print_lock.h"
 
 namespace orvel::frame {

@@ -83,17 +83,9 @@ void csakm(const int32_t* ndata, const T* xdata, const T* fdata, T* brkpt, T* sp
     c2akm<T>(me.state(), *ndata, xdata, fdata, brkpt, spcoef, iwk);
 }
 
-template <class T>
-void c2akm_alone(const int32_t* ndata, const T* xdata, const T* fdata, T* brkpt, T* spcoef, int32_t* iwk)
-{
-    c2akm(frame::state(), *ndata, xdata, fdata, brkpt, spcoef, iwk);
-}
-
 }  // namespace
 
 }  // namespace orvel::interp
 
-ORVEL_EXPORT(CSAKM, csakm_, 5, orvel::interp::csakm<float>);
-ORVEL_EXPORT(DCSAKM, dcsakm_, 5, orvel::interp::csakm<double>);
-ORVEL_EXPORT(C2AKM, c2akm_, 6, orvel::interp::c2akm_alone<float>);
-ORVEL_EXPORT(DC2AKM, dc2akm_, 6, orvel::interp::c2akm_alone<double>);
+ORVEL_EXPORT_REALS(CSAKM, csakm_, DCSAKM, dcsakm_, 5, orvel::interp::csakm);
+ORVEL_EXPORT_REALS(C2AKM, c2akm_, DC2AKM, dc2akm_, 6, orvel::interp::c2akm);

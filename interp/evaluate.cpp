@@ -44,7 +44,7 @@ inline bool is_within(const T* brkpt, int64_t pieces, int64_t first, int64_t las
     return (from & below) != 0;
 }
 
-// The piece of x, from 0. What is not a number is in the first.
+// The piece of x, from 0. NaN belongs to the first.
 template <class T>
 [[gnu::noinline]] int64_t search(frame::State& s, const T* brkpt, int64_t pieces, T x)
 {
@@ -105,7 +105,7 @@ public:
     T value() const
     {
         const T all = value_ + rest_;
-        return all == all ? all : value_;  // the rest of a sum that overflowed is not a number
+        return all == all ? all : value_;  // the rest of a sum that overflowed is NaN
     }
 
 private:
@@ -245,17 +245,10 @@ void p3der(const int32_t*, const int32_t* nintv, const T* brkpt, const T* x, int
 
 }  // namespace orvel::interp
 
-ORVEL_EXPORT(CSVAL, csval_, 4, orvel::interp::csval<float>);
-ORVEL_EXPORT(DCSVAL, dcsval_, 4, orvel::interp::csval<double>);
-ORVEL_EXPORT(CSDER, csder_, 5, orvel::interp::csder<float>);
-ORVEL_EXPORT(DCSDER, dcsder_, 5, orvel::interp::csder<double>);
-ORVEL_EXPORT(CSITG, csitg_, 5, orvel::interp::csitg<float>);
-ORVEL_EXPORT(DCSITG, dcsitg_, 5, orvel::interp::csitg<double>);
-ORVEL_EXPORT(PPVAL, ppval_, 5, orvel::interp::ppval<float>);
-ORVEL_EXPORT(DPPVAL, dppval_, 5, orvel::interp::ppval<double>);
-ORVEL_EXPORT(PPDER, ppder_, 6, orvel::interp::ppder<float>);
-ORVEL_EXPORT(DPPDER, dppder_, 6, orvel::interp::ppder<double>);
-ORVEL_EXPORT(PPITG, ppitg_, 6, orvel::interp::ppitg<float>);
-ORVEL_EXPORT(DPPITG, dppitg_, 6, orvel::interp::ppitg<double>);
-ORVEL_EXPORT(P3DER, p3der_, 5, orvel::interp::p3der<float>);
-ORVEL_EXPORT(DP3DER, dp3der_, 5, orvel::interp::p3der<double>);
+ORVEL_EXPORT_REALS(CSVAL, csval_, DCSVAL, dcsval_, 4, orvel::interp::csval);
+ORVEL_EXPORT_REALS(CSDER, csder_, DCSDER, dcsder_, 5, orvel::interp::csder);
+ORVEL_EXPORT_REALS(CSITG, csitg_, DCSITG, dcsitg_, 5, orvel::interp::csitg);
+ORVEL_EXPORT_REALS(PPVAL, ppval_, DPPVAL, dppval_, 5, orvel::interp::ppval);
+ORVEL_EXPORT_REALS(PPDER, ppder_, DPPDER, dppder_, 6, orvel::interp::ppder);
+ORVEL_EXPORT_REALS(PPITG, ppitg_, DPPITG, dppitg_, 6, orvel::interp::ppitg);
+ORVEL_EXPORT_REALS(P3DER, p3der_, DP3DER, dp3der_, 5, orvel::interp::p3der);

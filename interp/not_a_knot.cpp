@@ -132,15 +132,16 @@ void check_ends(Frame& me, int32_t ileft, int32_t iright)
 }
 
 template <class T>
-void c2dec(frame::State& s, int32_t ndata, const T* xdata, const T* fdata, const Ends<T>& ends, T* brkpt,
-           T* spcoef, int32_t* iwk)
+void c2dec(frame::State& s, int32_t ndata, const T* xdata, const T* fdata, int32_t ileft, T vleft,
+           int32_t iright, T vright, T* brkpt, T* spcoef, int32_t* iwk)
 {
     Routine<T, "C2DEC"> me(s);
     check_count(me, ndata);
-    check_ends(me, ends.left, ends.right);
+    check_ends(me, ileft, iright);
     if (me.failed()) return;
     const Points<T> points = sorted(s, ndata, xdata, fdata, brkpt, spcoef, 4, iwk);
     if (me.failed()) return;
+    const Ends<T> ends{ileft, iright, vleft, vright};
     substitute(points.n, eliminate(ends, points, brkpt, spcoef), brkpt, spcoef);
 }
 
@@ -148,7 +149,7 @@ template <class T>
 void c2int(frame::State& s, int32_t ndata, const T* xdata, const T* fdata, T* brkpt, T* spcoef, int32_t* iwk)
 {
     Routine<T, "C2INT"> me(s);
-    c2dec(s, ndata, xdata, fdata, {0, 0, 0, 0}, brkpt, spcoef, iwk);
+    c2dec<T>(s, ndata, xdata, fdata, 0, 0, 0, 0, brkpt, spcoef, iwk);
 }
 
 template <class T>
@@ -172,31 +173,14 @@ void csdec(const int32_t* ndata, const T* xdata, const T* fdata, const int32_t* 
     if (me.failed()) return;
     Scratch<int32_t> iwk;
     if (!iwk.allocate(*ndata)) return no_work_storage(me, *ndata);
-    c2dec<T>(me.state(), *ndata, xdata, fdata, {*ileft, *iright, *vleft, *vright}, brkpt, spcoef, iwk);
-}
-
-template <class T>
-void c2int_alone(const int32_t* ndata, const T* xdata, const T* fdata, T* brkpt, T* spcoef, int32_t* iwk)
-{
-    c2int(frame::state(), *ndata, xdata, fdata, brkpt, spcoef, iwk);
-}
-
-template <class T>
-void c2dec_alone(const int32_t* ndata, const T* xdata, const T* fdata, const int32_t* ileft, const T* vleft,
-                 const int32_t* iright, const T* vright, T* brkpt, T* spcoef, int32_t* iwk)
-{
-    c2dec(frame::state(), *ndata, xdata, fdata, {*ileft, *iright, *vleft, *vright}, brkpt, spcoef, iwk);
+    c2dec<T>(me.state(), *ndata, xdata, fdata, *ileft, *vleft, *iright, *vright, brkpt, spcoef, iwk);
 }
 
 }  // namespace
 
 }  // namespace orvel::interp
 
-ORVEL_EXPORT(CSINT, csint_, 5, orvel::interp::csint<float>);
-ORVEL_EXPORT(DCSINT, dcsint_, 5, orvel::interp::csint<double>);
-ORVEL_EXPORT(C2INT, c2int_, 6, orvel::interp::c2int_alone<float>);
-ORVEL_EXPORT(DC2INT, dc2int_, 6, orvel::interp::c2int_alone<double>);
-ORVEL_EXPORT(CSDEC, csdec_, 9, orvel::interp::csdec<float>);
-ORVEL_EXPORT(DCSDEC, dcsdec_, 9, orvel::interp::csdec<double>);
-ORVEL_EXPORT(C2DEC, c2dec_, 10, orvel::interp::c2dec_alone<float>);
-ORVEL_EXPORT(DC2DEC, dc2dec_, 10, orvel::interp::c2dec_alone<double>);
+ORVEL_EXPORT_REALS(CSINT, csint_, DCSINT, dcsint_, 5, orvel::interp::csint);
+ORVEL_EXPORT_REALS(C2INT, c2int_, DC2INT, dc2int_, 6, orvel::interp::c2int);
+ORVEL_EXPORT_REALS(CSDEC, csdec_, DCSDEC, dcsdec_, 9, orvel::interp::csdec);
+ORVEL_EXPORT_REALS(C2DEC, c2dec_, DC2DEC, dc2dec_, 10, orvel::interp::c2dec);

@@ -123,7 +123,8 @@ private:
 };
 
 template <class T>
-void c2per(frame::State& s, int32_t ndata, const T* xdata, const T* fdata, T* brkpt, T* spcoef, int32_t* iwk)
+void c2per(frame::State& s, int32_t ndata, const T* xdata, const T* fdata, T* brkpt, T* spcoef, T* /*wk*/,
+           int32_t* iwk)
 {
     Routine<T, "C2PER"> me(s);
     if (ndata < 4)
@@ -151,20 +152,12 @@ void csper(const int32_t* ndata, const T* xdata, const T* fdata, T* brkpt, T* sp
     Scratch<int32_t> iwk;
     // The worker refuses what is too small.
     if (*ndata >= 4 && !iwk.allocate(*ndata)) return no_work_storage(me, *ndata);
-    c2per<T>(me.state(), *ndata, xdata, fdata, brkpt, spcoef, iwk);
-}
-
-template <class T>
-void c2per_alone(const int32_t* ndata, const T* xdata, const T* fdata, T* brkpt, T* spcoef, T*, int32_t* iwk)
-{
-    c2per(frame::state(), *ndata, xdata, fdata, brkpt, spcoef, iwk);
+    c2per<T>(me.state(), *ndata, xdata, fdata, brkpt, spcoef, nullptr, iwk);
 }
 
 }  // namespace
 
 }  // namespace orvel::interp
 
-ORVEL_EXPORT(CSPER, csper_, 5, orvel::interp::csper<float>);
-ORVEL_EXPORT(DCSPER, dcsper_, 5, orvel::interp::csper<double>);
-ORVEL_EXPORT(C2PER, c2per_, 7, orvel::interp::c2per_alone<float>);
-ORVEL_EXPORT(DC2PER, dc2per_, 7, orvel::interp::c2per_alone<double>);
+ORVEL_EXPORT_REALS(CSPER, csper_, DCSPER, dcsper_, 5, orvel::interp::csper);
+ORVEL_EXPORT_REALS(C2PER, c2per_, DC2PER, dc2per_, 7, orvel::interp::c2per);

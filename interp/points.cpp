@@ -80,5 +80,4 @@ void c1sor(const int32_t* ndata, const T* xdata, const T* fdata, T* brkpt, T* sp
 
 }  // namespace orvel::interp
 
-ORVEL_EXPORT(C1SOR, c1sor_, 7, orvel::interp::c1sor<float>);
-ORVEL_EXPORT(DC1SOR, dc1sor_, 7, orvel::interp::c1sor<double>);
+ORVEL_EXPORT_REALS(C1SOR, c1sor_, DC1SOR, dc1sor_, 7, orvel::interp::c1sor);

@@ -20,6 +20,15 @@
 #define ORVEL_FOR_EACH_LEVEL(visit, ...) visit(native __VA_OPT__(, ) __VA_ARGS__)
 #endif
 
+// The same for loops that gain nothing from the middle level, which takes those of the lowest.
+#ifdef __x86_64__
+#define ORVEL_FOR_EACH_OUTER_LEVEL(visit, ...)                                        \
+    visit(x86_64 __VA_OPT__(, ) __VA_ARGS__) visit(x86_64 __VA_OPT__(, ) __VA_ARGS__) \
+        visit(x86_64_v4 __VA_OPT__(, ) __VA_ARGS__)
+#else
+#define ORVEL_FOR_EACH_OUTER_LEVEL ORVEL_FOR_EACH_LEVEL
+#endif
+
 #define ORVEL_DECLARE_TABLE(level, Type, name) \
     namespace level {                          \
     extern const Type name;                    \
@@ -50,7 +59,7 @@ struct ForAll {
 
 #ifdef ORVEL_ISA  // a file of hot loops: nothing in it may be merged with what another level has compiled
 
-#define ORVEL_LEVEL_TABLE(Type, name) ORVEL_DECLARE_TABLE(ORVEL_ISA, Type, name) static_assert(true)
+#define ORVEL_TABLE_OF(for_each, Type, name) ORVEL_DECLARE_TABLE(ORVEL_ISA, Type, name) static_assert(true)
 
 #else
 
@@ -61,13 +70,13 @@ struct ForAll {
 
 #define ORVEL_TABLE_ADDRESS(level, name) &level::name,
 
-#define ORVEL_LEVEL_TABLE(Type, name)                                                              \
-    ORVEL_FOR_EACH_LEVEL(ORVEL_DECLARE_TABLE, Type, name)                                          \
-    inline const Type& name()                                                                      \
-    {                                                                                              \
-        static constexpr const Type* tables[] = {ORVEL_FOR_EACH_LEVEL(ORVEL_TABLE_ADDRESS, name)}; \
-        return *::orvel::isa::at_level(tables);                                                    \
-    }                                                                                              \
+#define ORVEL_TABLE_OF(for_each, Type, name)                                           \
+    for_each(ORVEL_DECLARE_TABLE, Type, name);                                         \
+    inline const Type& name()                                                          \
+    {                                                                                  \
+        static constexpr const Type* tables[] = {for_each(ORVEL_TABLE_ADDRESS, name)}; \
+        return *::orvel::isa::at_level(tables);                                        \
+    }                                                                                  \
     static_assert(true)
 
 namespace orvel::isa {
@@ -115,3 +124,6 @@ bool use_level(const char* name);
 }  // namespace orvel::isa
 
 #endif
+
+#define ORVEL_LEVEL_TABLE(Type, name) ORVEL_TABLE_OF(ORVEL_FOR_EACH_LEVEL, Type, name)
+#define ORVEL_OUTER_LEVEL_TABLE(Type, name) ORVEL_TABLE_OF(ORVEL_FOR_EACH_OUTER_LEVEL, Type, name)

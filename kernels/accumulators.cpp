@@ -105,53 +105,52 @@ void multiply_add(double a, double b, double* head, double* tail)
 
 void add(double a, double* head, double* tail) { add_product({a, 0.0}, a, 1.0, head, tail); }
 
-void ini(const double* a, double* acc)
+void dqini(double a, double* acc)
 {
-    acc[0] = *a;
+    acc[0] = a;
     acc[1] = 0.0;
 }
 
-void add(const double* a, double* acc) { add(*a, &acc[0], &acc[1]); }
+void dqadd(double a, double* acc) { add(a, &acc[0], &acc[1]); }
 
-void mul(const double* a, const double* b, double* acc) { multiply_add(*a, *b, &acc[0], &acc[1]); }
+void dqmul(double a, double b, double* acc) { multiply_add(a, b, &acc[0], &acc[1]); }
 
-void sto(const double* acc, double* a) { *a = acc[0] + acc[1]; }
+void dqsto(const double* acc, double* a) { *a = acc[0] + acc[1]; }
 
-void complex_ini(const orvel_dcomplex* a, orvel_dcomplex* acc)
+void zqini(orvel_dcomplex a, orvel_dcomplex* acc)
 {
-    acc[0] = *a;
+    acc[0] = a;
     acc[1] = 0.0;
 }
 
 // parts(acc): real and imaginary head, real and imaginary tail.
-void complex_add(const orvel_dcomplex* a, orvel_dcomplex* acc)
+void zqadd(orvel_dcomplex a, orvel_dcomplex* acc)
 {
     double* p = parts(acc);
-    add(a->real(), &p[0], &p[2]);
-    add(a->imag(), &p[1], &p[3]);
+    add(a.real(), &p[0], &p[2]);
+    add(a.imag(), &p[1], &p[3]);
 }
 
-void complex_mul(const orvel_dcomplex* a, const orvel_dcomplex* b, orvel_dcomplex* acc)
+void zqmul(orvel_dcomplex a, orvel_dcomplex b, orvel_dcomplex* acc)
 {
     double* p = parts(acc);
-    const orvel_dcomplex x = *a, y = *b;
-    multiply_add(x.real(), y.real(), &p[0], &p[2]);
-    multiply_add(x.real(), y.imag(), &p[1], &p[3]);
-    multiply_add(-x.imag(), y.imag(), &p[0], &p[2]);
-    multiply_add(x.imag(), y.real(), &p[1], &p[3]);
+    multiply_add(a.real(), b.real(), &p[0], &p[2]);
+    multiply_add(a.real(), b.imag(), &p[1], &p[3]);
+    multiply_add(-a.imag(), b.imag(), &p[0], &p[2]);
+    multiply_add(a.imag(), b.real(), &p[1], &p[3]);
 }
 
-void complex_sto(const orvel_dcomplex* acc, orvel_dcomplex* a) { *a = acc[0] + acc[1]; }
+void zqsto(const orvel_dcomplex* acc, orvel_dcomplex* a) { *a = acc[0] + acc[1]; }
 
 }  // namespace
 
 }  // namespace orvel::kernels
 
-ORVEL_EXPORT(DQINI, dqini_, 2, orvel::kernels::ini);
-ORVEL_EXPORT(DQADD, dqadd_, 2, orvel::kernels::add);
-ORVEL_EXPORT(DQMUL, dqmul_, 3, orvel::kernels::mul);
-ORVEL_EXPORT(DQSTO, dqsto_, 2, orvel::kernels::sto);
-ORVEL_EXPORT(ZQINI, zqini_, 2, orvel::kernels::complex_ini);
-ORVEL_EXPORT(ZQADD, zqadd_, 2, orvel::kernels::complex_add);
-ORVEL_EXPORT(ZQMUL, zqmul_, 3, orvel::kernels::complex_mul);
-ORVEL_EXPORT(ZQSTO, zqsto_, 2, orvel::kernels::complex_sto);
+ORVEL_EXPORT(DQINI, dqini_, 2, orvel::kernels::dqini);
+ORVEL_EXPORT(DQADD, dqadd_, 2, orvel::kernels::dqadd);
+ORVEL_EXPORT(DQMUL, dqmul_, 3, orvel::kernels::dqmul);
+ORVEL_EXPORT(DQSTO, dqsto_, 2, orvel::kernels::dqsto);
+ORVEL_EXPORT(ZQINI, zqini_, 2, orvel::kernels::zqini);
+ORVEL_EXPORT(ZQADD, zqadd_, 2, orvel::kernels::zqadd);
+ORVEL_EXPORT(ZQMUL, zqmul_, 3, orvel::kernels::zqmul);
+ORVEL_EXPORT(ZQSTO, zqsto_, 2, orvel::kernels::zqsto);

@@ -1,6 +1,6 @@
 // kernels/axpy.cpp - AXPY, SCAL, VCAL: multiples of a vector
 #include "frame/export.h"
-#include "kernels/entry.h"
+#include "kernels/contiguous.h"
 #include "kernels/level1.h"
 #include "orvel/kernels.h"
 
@@ -71,19 +71,13 @@ template void scal(int64_t, orvel_dcomplex, orvel_dcomplex*, int64_t);
 
 using namespace orvel::kernels;
 
-ORVEL_EXPORT_UPPER(SAXPY, 6, entry<axpy<float>>);
-ORVEL_EXPORT_UPPER(DAXPY, 6, entry<axpy<double>>);
-ORVEL_EXPORT_UPPER(CAXPY, 6, entry<axpy<orvel_complex>>);
-ORVEL_EXPORT_UPPER(ZAXPY, 6, entry<axpy<orvel_dcomplex>>);
-ORVEL_EXPORT_UPPER(SSCAL, 4, entry<scal<float>>);
-ORVEL_EXPORT_UPPER(DSCAL, 4, entry<scal<double>>);
-ORVEL_EXPORT_UPPER(CSCAL, 4, entry<scal<orvel_complex>>);
-ORVEL_EXPORT_UPPER(ZSCAL, 4, entry<scal<orvel_dcomplex>>);
-ORVEL_EXPORT_UPPER(CSSCAL, 4, (entry<scale_in_place<orvel_complex, float>>));
-ORVEL_EXPORT_UPPER(ZDSCAL, 4, (entry<scale_in_place<orvel_dcomplex, double>>));
-ORVEL_EXPORT(SVCAL, svcal_, 6, (entry<vcal<float, float>>));
-ORVEL_EXPORT(DVCAL, dvcal_, 6, (entry<vcal<double, double>>));
-ORVEL_EXPORT(CVCAL, cvcal_, 6, (entry<vcal<orvel_complex, orvel_complex>>));
-ORVEL_EXPORT(ZVCAL, zvcal_, 6, (entry<vcal<orvel_dcomplex, orvel_dcomplex>>));
-ORVEL_EXPORT(CSVCAL, csvcal_, 6, (entry<vcal<orvel_complex, float>>));
-ORVEL_EXPORT(ZDVCAL, zdvcal_, 6, (entry<vcal<orvel_dcomplex, double>>));
+ORVEL_EXPORT_UPPER_ALL(SAXPY, DAXPY, CAXPY, ZAXPY, 6, axpy);
+ORVEL_EXPORT_UPPER_ALL(SSCAL, DSCAL, CSCAL, ZSCAL, 4, scal);
+ORVEL_EXPORT_UPPER(CSSCAL, 4, (scale_in_place<orvel_complex, float>));
+ORVEL_EXPORT_UPPER(ZDSCAL, 4, (scale_in_place<orvel_dcomplex, double>));
+ORVEL_EXPORT(SVCAL, svcal_, 6, (vcal<float, float>));
+ORVEL_EXPORT(DVCAL, dvcal_, 6, (vcal<double, double>));
+ORVEL_EXPORT(CVCAL, cvcal_, 6, (vcal<orvel_complex, orvel_complex>));
+ORVEL_EXPORT(ZVCAL, zvcal_, 6, (vcal<orvel_dcomplex, orvel_dcomplex>));
+ORVEL_EXPORT(CSVCAL, csvcal_, 6, (vcal<orvel_complex, float>));
+ORVEL_EXPORT(ZDVCAL, zdvcal_, 6, (vcal<orvel_dcomplex, double>));

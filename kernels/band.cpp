@@ -3,7 +3,8 @@
 // A band is stored by columns: element (i, j) of a matrix with KU superdiagonals at row KU + i - j of column
 // j.
 #include "frame/export.h"
-#include "kernels/level2.h"
+#include "kernels/checks.h"
+#include "kernels/columns.h"
 #include "orvel/kernels.h"
 
 namespace orvel::kernels {
@@ -46,23 +47,16 @@ void gbmv(const char* trans, const int32_t* m, const int32_t* n, const int32_t* 
           const T* alpha, const T* a, const int32_t* lda, const T* x, const int32_t* incx, const T* beta,
           T* y, const int32_t* incy)
 {
-    const auto bad = [](int32_t code, std::string_view text,
-                        std::initializer_list<frame::Parameter> parameters) {
-        complain<T>("GBMV", code, text, parameters);
-    };
-    if (*m < 0) return bad(1, "M must be greater than or equal to zero while %(I1) is given.", {i(1, *m)});
-    if (*n < 0) return bad(2, "N must be greater than or equal to zero while %(I1) is given.", {i(1, *n)});
-    if (*kl < 0) return bad(3, "KL must be greater than or equal to zero while %(I1) is given.", {i(1, *kl)});
-    if (*ku < 0) return bad(4, "KU must be greater than or equal to zero while %(I1) is given.", {i(1, *ku)});
-    if (*lda < int64_t{*kl} + *ku + 1)
-        return bad(
+    constexpr Checks check = checks_of<T>("GBMV");
+    if (check.m(1, *m) || check.n(2, *n) || check.kl(3, *kl) || check.ku(4, *ku)) return;
+    if (*lda < int64_t{*kl} + *ku + 1) {
+        check.post(
             5,
             "LDA must be greater than or equal to KL + KU + 1 while LDA = %(I1), KL = %(I2) and KU = %(I3) are given.",
             {i(1, *lda), i(2, *kl), i(3, *ku)});
-    if (!is_one_of(trans, "NTC"))
-        return bad(6, "TRANS must be set equal to N or T or C while %(L1) is given.", {l(1, {trans, 1})});
-    if (*incx == 0) return bad(7, "INCX must not be equal to zero while %(I1) is given.", {i(1, *incx)});
-    if (*incy == 0) return bad(8, "INCY must not be equal to zero while %(I1) is given.", {i(1, *incy)});
+        return;
+    }
+    if (check.trans(6, trans) || check.incx(7, *incx) || check.incy(8, *incy)) return;
 
     if (*m == 0 || *n == 0) return;
     const bool plain = is_letter(trans, 'N'), conjugated = is_letter(trans, 'C');
@@ -87,19 +81,10 @@ template <class T, bool Hermitian>
 void sbmv(const char* uplo, const int32_t* n, const int32_t* k, const T* alpha, const T* a,
           const int32_t* lda, const T* x, const int32_t* incx, const T* beta, T* y, const int32_t* incy)
 {
-    const auto bad = [](int32_t code, std::string_view text,
-                        std::initializer_list<frame::Parameter> parameters) {
-        complain<T>(Hermitian ? "HBMV" : "SBMV", code, text, parameters);
-    };
-    if (*n < 0) return bad(1, "N must be greater than or equal to zero while %(I1) is given.", {i(1, *n)});
-    if (*k < 0) return bad(2, "K must be greater than or equal to zero while %(I1) is given.", {i(1, *k)});
-    if (*lda <= *k)
-        return bad(3, "LDA must be greater than or equal to K + 1 while LDA = %(I1) and K = %(I2) are given.",
-                   {i(1, *lda), i(2, *k)});
-    if (!is_one_of(uplo, "UL"))
-        return bad(4, "UPLO must be set equal to U or L while %(L1) is given.", {l(1, {uplo, 1})});
-    if (*incx == 0) return bad(5, "INCX must not be equal to zero while %(I1) is given.", {i(1, *incx)});
-    if (*incy == 0) return bad(6, "INCY must not be equal to zero while %(I1) is given.", {i(1, *incy)});
+    constexpr Checks check = checks_of<T>(Hermitian ? "HBMV" : "SBMV");
+    if (check.n(1, *n) || check.k(2, *k) || check.lda_of_band(3, *lda, *k) || check.uplo(4, uplo) ||
+        check.incx(5, *incx) || check.incy(6, *incy))
+        return;
 
     if (*n == 0) return;
     const bool lower = is_letter(uplo, 'L');
@@ -123,25 +108,13 @@ void sbmv(const char* uplo, const int32_t* n, const int32_t* k, const T* alpha, 
 enum class Action { multiply, solve };
 
 template <class T, Action action>
-void triangular(const char* uplo, const char* trans, const char* diag, const int32_t* n, const int32_t* k,
-                const T* a, const int32_t* lda, T* x, const int32_t* incx)
+void triangular_band(const char* uplo, const char* trans, const char* diag, const int32_t* n,
+                     const int32_t* k, const T* a, const int32_t* lda, T* x, const int32_t* incx)
 {
-    const auto bad = [](int32_t code, std::string_view text,
-                        std::initializer_list<frame::Parameter> parameters) {
-        complain<T>(action == Action::solve ? "TBSV" : "TBMV", code, text, parameters);
-    };
-    if (*n < 0) return bad(1, "N must be greater than or equal to zero while %(I1) is given.", {i(1, *n)});
-    if (*k < 0) return bad(2, "K must be greater than or equal to zero while %(I1) is given.", {i(1, *k)});
-    if (*lda <= *k)
-        return bad(3, "LDA must be greater than or equal to K + 1 while LDA = %(I1) and K = %(I2) are given.",
-                   {i(1, *lda), i(2, *k)});
-    if (!is_one_of(uplo, "UL"))
-        return bad(4, "UPLO must be set equal to U or L while %(L1) is given.", {l(1, {uplo, 1})});
-    if (!is_one_of(trans, "NTC"))
-        return bad(5, "TRANS must be set equal to N or T or C while %(L1) is given.", {l(1, {trans, 1})});
-    if (!is_one_of(diag, "UN"))
-        return bad(6, "DIAG must be set equal to U or N while %(L1) is given.", {l(1, {diag, 1})});
-    if (*incx == 0) return bad(7, "INCX must not be equal to zero while %(I1) is given.", {i(1, *incx)});
+    constexpr Checks check = checks_of<T>(action == Action::solve ? "TBSV" : "TBMV");
+    if (check.n(1, *n) || check.k(2, *k) || check.lda_of_band(3, *lda, *k) || check.uplo(4, uplo) ||
+        check.trans(5, trans) || check.diag(6, diag) || check.incx(7, *incx))
+        return;
 
     const bool lower = is_letter(uplo, 'L'), plain = is_letter(trans, 'N'),
                conjugated = is_letter(trans, 'C');
@@ -176,19 +149,10 @@ using enum Action;
 
 }  // namespace orvel::kernels
 
-ORVEL_EXPORT_UPPER(SGBMV, 13, orvel::kernels::gbmv<float>);
-ORVEL_EXPORT_UPPER(DGBMV, 13, orvel::kernels::gbmv<double>);
-ORVEL_EXPORT_UPPER(CGBMV, 13, orvel::kernels::gbmv<orvel_complex>);
-ORVEL_EXPORT_UPPER(ZGBMV, 13, orvel::kernels::gbmv<orvel_dcomplex>);
-ORVEL_EXPORT_UPPER(SSBMV, 11, (orvel::kernels::sbmv<float, false>));
-ORVEL_EXPORT_UPPER(DSBMV, 11, (orvel::kernels::sbmv<double, false>));
+ORVEL_EXPORT_UPPER_ALL(SGBMV, DGBMV, CGBMV, ZGBMV, 13, orvel::kernels::gbmv);
+ORVEL_EXPORT_UPPER_REALS(SSBMV, DSBMV, 11, orvel::kernels::sbmv, false);
 ORVEL_EXPORT_UPPER(CHBMV, 11, (orvel::kernels::sbmv<orvel_complex, true>));
 ORVEL_EXPORT_UPPER(ZHBMV, 11, (orvel::kernels::sbmv<orvel_dcomplex, true>));
-ORVEL_EXPORT_UPPER(STBMV, 9, (orvel::kernels::triangular<float, orvel::kernels::multiply>));
-ORVEL_EXPORT_UPPER(DTBMV, 9, (orvel::kernels::triangular<double, orvel::kernels::multiply>));
-ORVEL_EXPORT_UPPER(CTBMV, 9, (orvel::kernels::triangular<orvel_complex, orvel::kernels::multiply>));
-ORVEL_EXPORT_UPPER(ZTBMV, 9, (orvel::kernels::triangular<orvel_dcomplex, orvel::kernels::multiply>));
-ORVEL_EXPORT_UPPER(STBSV, 9, (orvel::kernels::triangular<float, orvel::kernels::solve>));
-ORVEL_EXPORT_UPPER(DTBSV, 9, (orvel::kernels::triangular<double, orvel::kernels::solve>));
-ORVEL_EXPORT_UPPER(CTBSV, 9, (orvel::kernels::triangular<orvel_complex, orvel::kernels::solve>));
-ORVEL_EXPORT_UPPER(ZTBSV, 9, (orvel::kernels::triangular<orvel_dcomplex, orvel::kernels::solve>));
+ORVEL_EXPORT_UPPER_ALL(STBMV, DTBMV, CTBMV, ZTBMV, 9, orvel::kernels::triangular_band,
+                       orvel::kernels::multiply);
+ORVEL_EXPORT_UPPER_ALL(STBSV, DTBSV, CTBSV, ZTBSV, 9, orvel::kernels::triangular_band, orvel::kernels::solve);

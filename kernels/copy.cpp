@@ -1,6 +1,6 @@
 // kernels/copy.cpp - COPY, SWAP, SET: vectors moved, exchanged, filled
 #include "frame/export.h"
-#include "kernels/entry.h"
+#include "kernels/contiguous.h"
 #include "kernels/level1.h"
 #include "orvel/kernels.h"
 
@@ -63,15 +63,6 @@ template void swap(int64_t, orvel_dcomplex*, int64_t, orvel_dcomplex*, int64_t);
 
 using namespace orvel::kernels;
 
-ORVEL_EXPORT_UPPER(SCOPY, 5, entry<copy<float>>);
-ORVEL_EXPORT_UPPER(DCOPY, 5, entry<copy<double>>);
-ORVEL_EXPORT_UPPER(CCOPY, 5, entry<copy<orvel_complex>>);
-ORVEL_EXPORT_UPPER(ZCOPY, 5, entry<copy<orvel_dcomplex>>);
-ORVEL_EXPORT_UPPER(SSWAP, 5, entry<orvel::kernels::swap<float>>);
-ORVEL_EXPORT_UPPER(DSWAP, 5, entry<orvel::kernels::swap<double>>);
-ORVEL_EXPORT_UPPER(CSWAP, 5, entry<orvel::kernels::swap<orvel_complex>>);
-ORVEL_EXPORT_UPPER(ZSWAP, 5, entry<orvel::kernels::swap<orvel_dcomplex>>);
-ORVEL_EXPORT(SSET, sset_, 4, entry<set<float>>);
-ORVEL_EXPORT(DSET, dset_, 4, entry<set<double>>);
-ORVEL_EXPORT(CSET, cset_, 4, entry<set<orvel_complex>>);
-ORVEL_EXPORT(ZSET, zset_, 4, entry<set<orvel_dcomplex>>);
+ORVEL_EXPORT_UPPER_ALL(SCOPY, DCOPY, CCOPY, ZCOPY, 5, copy);
+ORVEL_EXPORT_UPPER_ALL(SSWAP, DSWAP, CSWAP, ZSWAP, 5, orvel::kernels::swap);
+ORVEL_EXPORT_ALL(SSET, sset_, DSET, dset_, CSET, cset_, ZSET, zset_, 4, set);

@@ -1,6 +1,6 @@
 // kernels/dot.cpp - dot products
 #include "frame/export.h"
-#include "kernels/entry.h"
+#include "kernels/contiguous.h"
 #include "kernels/level1.h"
 #include "orvel/kernels.h"
 
@@ -51,8 +51,8 @@ T from_start(int64_t n, T b, const T* x, int64_t incx, const T* y, int64_t incy)
 
 // The start value counts even when there are no elements.
 template <bool conjugated, class T>
-T from_start_entry(const int32_t* n, const T* b, const T* x, const int32_t* incx, const T* y,
-                   const int32_t* incy)
+T from_start_by_reference(const int32_t* n, const T* b, const T* x, const int32_t* incx, const T* y,
+                          const int32_t* incy)
 {
     return *n < 1 ? *b : from_start<conjugated>(*n, *b, x, *incx, y, *incy);
 }
@@ -106,14 +106,11 @@ template orvel_dcomplex sdsdot(int64_t, orvel_dcomplex, const orvel_dcomplex*, i
 
 using namespace orvel::kernels;
 
-ORVEL_EXPORT_UPPER(SDOT, 5, entry<dot<float>>);
-ORVEL_EXPORT_UPPER(DDOT, 5, entry<dot<double>>);
-ORVEL_EXPORT_UPPER(CDOTU, 5, entry<dot<orvel_complex>>);
-ORVEL_EXPORT_UPPER(ZDOTU, 5, entry<dot<orvel_dcomplex>>);
-ORVEL_EXPORT_UPPER(CDOTC, 5, entry<dotc<orvel_complex>>);
-ORVEL_EXPORT_UPPER(ZDOTC, 5, entry<dotc<orvel_dcomplex>>);
-ORVEL_EXPORT_UPPER(DSDOT, 5, entry<dsdot>);
-ORVEL_EXPORT_UPPER(SDSDOT, 6, from_start_entry<false>);
-ORVEL_EXPORT(CZDOTU, czdotu_, 6, from_start_entry<false>);
-ORVEL_EXPORT(CZDOTC, czdotc_, 6, from_start_entry<true>);
-ORVEL_EXPORT(CZCDOT, czcdot_, 5, entry<czcdot>);
+ORVEL_EXPORT_UPPER_ALL(SDOT, DDOT, CDOTU, ZDOTU, 5, dot);
+ORVEL_EXPORT_UPPER(CDOTC, 5, dotc<orvel_complex>);
+ORVEL_EXPORT_UPPER(ZDOTC, 5, dotc<orvel_dcomplex>);
+ORVEL_EXPORT_UPPER(DSDOT, 5, dsdot);
+ORVEL_EXPORT_UPPER(SDSDOT, 6, (from_start_by_reference<false, float>));
+ORVEL_EXPORT(CZDOTU, czdotu_, 6, (from_start_by_reference<false, orvel_complex>));
+ORVEL_EXPORT(CZDOTC, czdotc_, 6, (from_start_by_reference<true, orvel_complex>));
+ORVEL_EXPORT(CZCDOT, czcdot_, 5, czcdot);

@@ -1,6 +1,7 @@
 // kernels/gemv.cpp - GEMV: y = alpha * op(A) * x + beta * y
 #include "frame/export.h"
-#include "kernels/level2.h"
+#include "kernels/checks.h"
+#include "kernels/columns.h"
 #include "orvel/kernels.h"
 
 namespace orvel::kernels {
@@ -61,21 +62,10 @@ template <class T>
 void gemv(const char* trans, const int32_t* m, const int32_t* n, const T* alpha, const T* a,
           const int32_t* lda, const T* x, const int32_t* incx, const T* beta, T* y, const int32_t* incy)
 {
-    const auto bad = [](int32_t code, std::string_view text,
-                        std::initializer_list<frame::Parameter> parameters) {
-        complain<T>("GEMV", code, text, parameters);
-    };
-    if (*m < 0) return bad(1, "M must be greater than or equal to zero while %(I1) is given.", {i(1, *m)});
-    if (*n < 0) return bad(2, "N must be greater than or equal to zero while %(I1) is given.", {i(1, *n)});
-    if (*lda < *m || *lda <= 0)
-        return bad(
-            3,
-            "LDA must be greater than or equal to M and greater than zero while LDA = %(I1) and M = %(I2) are given.",
-            {i(1, *lda), i(2, *m)});
-    if (!is_one_of(trans, "NTC"))
-        return bad(4, "TRANS must be set equal to N or T or C while %(L1) is given.", {l(1, {trans, 1})});
-    if (*incx == 0) return bad(5, "INCX must not be equal to zero while %(I1) is given.", {i(1, *incx)});
-    if (*incy == 0) return bad(6, "INCY must not be equal to zero while %(I1) is given.", {i(1, *incy)});
+    constexpr Checks check = checks_of<T>("GEMV");
+    if (check.m(1, *m) || check.n(2, *n) || check.lda_of_m(3, *lda, *m) || check.trans(4, trans) ||
+        check.incx(5, *incx) || check.incy(6, *incy))
+        return;
 
     if (*m == 0 || *n == 0) return;
     const bool plain = is_letter(trans, 'N');
@@ -91,7 +81,4 @@ void gemv(const char* trans, const int32_t* m, const int32_t* n, const T* alpha,
 
 }  // namespace orvel::kernels
 
-ORVEL_EXPORT_UPPER(SGEMV, 11, orvel::kernels::gemv<float>);
-ORVEL_EXPORT_UPPER(DGEMV, 11, orvel::kernels::gemv<double>);
-ORVEL_EXPORT_UPPER(CGEMV, 11, orvel::kernels::gemv<orvel_complex>);
-ORVEL_EXPORT_UPPER(ZGEMV, 11, orvel::kernels::gemv<orvel_dcomplex>);
+ORVEL_EXPORT_UPPER_ALL(SGEMV, DGEMV, CGEMV, ZGEMV, 11, orvel::kernels::gemv);

@@ -2,7 +2,7 @@
 #include <cmath>
 
 #include "frame/export.h"
-#include "kernels/entry.h"
+#include "kernels/contiguous.h"
 #include "kernels/level1.h"
 #include "orvel/kernels.h"
 
@@ -68,7 +68,7 @@ int64_t index(int64_t n, const T* x, int64_t incx)
 
 // For N = 1 nothing but N is read.
 template <Search search, class T>
-int32_t index_entry(const int32_t* n, const T* x, const int32_t* incx)
+int32_t index_by_reference(const int32_t* n, const T* x, const int32_t* incx)
 {
     if (*n < 2) return *n == 1 ? 1 : 0;
     return static_cast<int32_t>(index<search>(*n, x, *incx));
@@ -89,18 +89,18 @@ template int64_t iamax(int64_t, const orvel_dcomplex*, int64_t);
 
 }  // namespace orvel::kernels
 
-using orvel::kernels::index_entry;
+using orvel::kernels::index_by_reference;
 using orvel::kernels::Search;
 
-ORVEL_EXPORT_UPPER(ISAMAX, 3, index_entry<Search::largest_magnitude>);
-ORVEL_EXPORT_UPPER(IDAMAX, 3, index_entry<Search::largest_magnitude>);
-ORVEL_EXPORT_UPPER(ICAMAX, 3, index_entry<Search::largest_magnitude>);
-ORVEL_EXPORT_UPPER(IZAMAX, 3, index_entry<Search::largest_magnitude>);
-ORVEL_EXPORT(ISAMIN, isamin_, 3, index_entry<Search::smallest_magnitude>);
-ORVEL_EXPORT(IDAMIN, idamin_, 3, index_entry<Search::smallest_magnitude>);
-ORVEL_EXPORT(ICAMIN, icamin_, 3, index_entry<Search::smallest_magnitude>);
-ORVEL_EXPORT(IZAMIN, izamin_, 3, index_entry<Search::smallest_magnitude>);
-ORVEL_EXPORT(ISMAX, ismax_, 3, index_entry<Search::largest>);
-ORVEL_EXPORT(IDMAX, idmax_, 3, index_entry<Search::largest>);
-ORVEL_EXPORT(ISMIN, ismin_, 3, index_entry<Search::smallest>);
-ORVEL_EXPORT(IDMIN, idmin_, 3, index_entry<Search::smallest>);
+ORVEL_EXPORT_UPPER(ISAMAX, 3, (index_by_reference<Search::largest_magnitude, float>));
+ORVEL_EXPORT_UPPER(IDAMAX, 3, (index_by_reference<Search::largest_magnitude, double>));
+ORVEL_EXPORT_UPPER(ICAMAX, 3, (index_by_reference<Search::largest_magnitude, orvel_complex>));
+ORVEL_EXPORT_UPPER(IZAMAX, 3, (index_by_reference<Search::largest_magnitude, orvel_dcomplex>));
+ORVEL_EXPORT(ISAMIN, isamin_, 3, (index_by_reference<Search::smallest_magnitude, float>));
+ORVEL_EXPORT(IDAMIN, idamin_, 3, (index_by_reference<Search::smallest_magnitude, double>));
+ORVEL_EXPORT(ICAMIN, icamin_, 3, (index_by_reference<Search::smallest_magnitude, orvel_complex>));
+ORVEL_EXPORT(IZAMIN, izamin_, 3, (index_by_reference<Search::smallest_magnitude, orvel_dcomplex>));
+ORVEL_EXPORT(ISMAX, ismax_, 3, (index_by_reference<Search::largest, float>));
+ORVEL_EXPORT(IDMAX, idmax_, 3, (index_by_reference<Search::largest, double>));
+ORVEL_EXPORT(ISMIN, ismin_, 3, (index_by_reference<Search::smallest, float>));
+ORVEL_EXPORT(IDMIN, idmin_, 3, (index_by_reference<Search::smallest, double>));

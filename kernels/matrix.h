@@ -1,28 +1,14 @@
-// kernels/matrix.h - matrices as views, letters of options, complaints about arguments
+// kernels/matrix.h - matrices as views, letters of options
 #pragma once
 
 #include <complex>
 #include <cstdint>
-#include <initializer_list>
 #include <string_view>
 #include <type_traits>
 
-#include "frame/message.h"
 #include "kernels/vectors.h"
 
 namespace orvel::kernels {
-
-using frame::i;
-using frame::l;
-
-template <class T>
-inline T conjugate(T x)
-{
-    if constexpr (is_complex<T>)
-        return std::conj(x);
-    else
-        return x;
-}
 
 // Element (i, j) is at p[i * rows + j * columns]. Transposed and reversed matrices are views of the same
 // elements, so that one algorithm serves every side and triangle.
@@ -83,27 +69,5 @@ inline Factor<T> operand(const T* a, int32_t lda, const char* trans)
     const Factor<T> plain{{a, 1, lda}};
     return is_letter(trans, 'N') ? plain : is_letter(trans, 'T') ? plain.transposed() : plain.adjoint();
 }
-
-// ---- complaints -------------------------------------------------------------------------------------------
-
-// Pushes the kernel's name, posts the TERMINAL error and pops. On the good path a kernel has no frame.
-[[gnu::cold]] void complain_as(char precision, std::string_view kernel, int32_t code, std::string_view text,
-                               std::initializer_list<frame::Parameter> parameters);
-
-template <class T>
-inline constexpr char precision_letter = is_complex<T> ? (sizeof(T) == 8 ? 'C' : 'Z')
-                                                       : (sizeof(T) == 4 ? 'S' : 'D');
-
-template <class T>
-inline void complain(std::string_view kernel, int32_t code, std::string_view text,
-                     std::initializer_list<frame::Parameter> parameters)
-{
-    complain_as(precision_letter<T>, kernel, code, text, parameters);
-}
-
-// The checks of SIDE and of LDA, whose least value depends on it: codes 4 to 6 of the kernels that have a
-// side. Returns whether one of them has failed.
-bool complain_of_side(char precision, std::string_view kernel, const char* side, int32_t m, int32_t n,
-                      int32_t lda);
 
 }  // namespace orvel::kernels

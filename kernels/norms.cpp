@@ -4,7 +4,7 @@
 
 #include "frame/constants.h"
 #include "frame/export.h"
-#include "kernels/entry.h"
+#include "kernels/contiguous.h"
 #include "kernels/level1.h"
 #include "orvel/kernels.h"
 
@@ -116,13 +116,6 @@ template double nrm2(int64_t, const orvel_dcomplex*, int64_t);
 
 using namespace orvel::kernels;
 
-ORVEL_EXPORT_UPPER(SASUM, 3, entry<asum<float>>);
-ORVEL_EXPORT_UPPER(DASUM, 3, entry<asum<double>>);
-ORVEL_EXPORT_UPPER(SCASUM, 3, entry<asum<orvel_complex>>);
-ORVEL_EXPORT_UPPER(DZASUM, 3, entry<asum<orvel_dcomplex>>);
-ORVEL_EXPORT_UPPER(SNRM2, 3, entry<nrm2<float>>);
-ORVEL_EXPORT_UPPER(DNRM2, 3, entry<nrm2<double>>);
-ORVEL_EXPORT_UPPER(SCNRM2, 3, entry<nrm2<orvel_complex>>);
-ORVEL_EXPORT_UPPER(DZNRM2, 3, entry<nrm2<orvel_dcomplex>>);
-ORVEL_EXPORT(SSUM, ssum_, 3, entry<sum<float>>);
-ORVEL_EXPORT(DSUM, dsum_, 3, entry<sum<double>>);
+ORVEL_EXPORT_UPPER_ALL(SASUM, DASUM, SCASUM, DZASUM, 3, asum);
+ORVEL_EXPORT_UPPER_ALL(SNRM2, DNRM2, SCNRM2, DZNRM2, 3, nrm2);
+ORVEL_EXPORT_REALS(SSUM, ssum_, DSUM, dsum_, 3, sum);

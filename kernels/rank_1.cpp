@@ -1,6 +1,7 @@
 // kernels/rank_1.cpp - GER, GERU, GERC, SYR, HER, SYR2, HER2: updates by products of two vectors
 #include "frame/export.h"
-#include "kernels/level2.h"
+#include "kernels/checks.h"
+#include "kernels/columns.h"
 #include "orvel/kernels.h"
 
 namespace orvel::kernels {
@@ -39,19 +40,10 @@ template <class T, bool Conjugated>
 void ger(const int32_t* m, const int32_t* n, const T* alpha, const T* x, const int32_t* incx, const T* y,
          const int32_t* incy, T* a, const int32_t* lda)
 {
-    const auto bad = [](int32_t code, std::string_view text,
-                        std::initializer_list<frame::Parameter> parameters) {
-        complain<T>(!is_complex<T> ? "GER" : Conjugated ? "GERC" : "GERU", code, text, parameters);
-    };
-    if (*m < 0) return bad(1, "M must be greater than or equal to zero while %(I1) is given.", {i(1, *m)});
-    if (*n < 0) return bad(2, "N must be greater than or equal to zero while %(I1) is given.", {i(1, *n)});
-    if (*lda < *m || *lda <= 0)
-        return bad(
-            3,
-            "LDA must be greater than or equal to M and greater than zero while LDA = %(I1) and M = %(I2) are given.",
-            {i(1, *lda), i(2, *m)});
-    if (*incx == 0) return bad(4, "INCX must not be equal to zero while %(I1) is given.", {i(1, *incx)});
-    if (*incy == 0) return bad(5, "INCY must not be equal to zero while %(I1) is given.", {i(1, *incy)});
+    constexpr Checks check = checks_of<T>(!is_complex<T> ? "GER" : Conjugated ? "GERC" : "GERU");
+    if (check.m(1, *m) || check.n(2, *n) || check.lda_of_m(3, *lda, *m) || check.incx(4, *incx) ||
+        check.incy(5, *incy))
+        return;
 
     if (*m == 0 || *n == 0 || *alpha == T(0)) return;
     const T* first_x = start(x, *m, *incx);
@@ -70,19 +62,8 @@ template <class T, bool Hermitian, class S>
 void syr(const char* uplo, const int32_t* n, const S* alpha, const T* x, const int32_t* incx, T* a,
          const int32_t* lda)
 {
-    const auto bad = [](int32_t code, std::string_view text,
-                        std::initializer_list<frame::Parameter> parameters) {
-        complain<T>(Hermitian ? "HER" : "SYR", code, text, parameters);
-    };
-    if (*n < 0) return bad(1, "N must be greater than or equal to zero while %(I1) is given.", {i(1, *n)});
-    if (*lda < *n || *lda <= 0)
-        return bad(
-            2,
-            "LDA must be greater than or equal to N and greater than zero while LDA = %(I1) and N = %(I2) are given.",
-            {i(1, *lda), i(2, *n)});
-    if (!is_one_of(uplo, "UL"))
-        return bad(3, "UPLO must be set equal to U or L while %(L1) is given.", {l(1, {uplo, 1})});
-    if (*incx == 0) return bad(4, "INCX must not be equal to zero while %(I1) is given.", {i(1, *incx)});
+    constexpr Checks check = checks_of<T>(Hermitian ? "HER" : "SYR");
+    if (check.n(1, *n) || check.lda_of_n(2, *lda, *n) || check.uplo(3, uplo) || check.incx(4, *incx)) return;
 
     if (*n == 0 || *alpha == S(0)) return;
     const bool lower = is_letter(uplo, 'L');
@@ -101,20 +82,10 @@ template <class T, bool Hermitian>
 void syr2(const char* uplo, const int32_t* n, const T* alpha, const T* x, const int32_t* incx, const T* y,
           const int32_t* incy, T* a, const int32_t* lda)
 {
-    const auto bad = [](int32_t code, std::string_view text,
-                        std::initializer_list<frame::Parameter> parameters) {
-        complain<T>(Hermitian ? "HER2" : "SYR2", code, text, parameters);
-    };
-    if (*n < 0) return bad(1, "N must be greater than or equal to zero while %(I1) is given.", {i(1, *n)});
-    if (*lda < *n || *lda <= 0)
-        return bad(
-            2,
-            "LDA must be greater than or equal to N and greater than zero while LDA = %(I1) and N = %(I2) are given.",
-            {i(1, *lda), i(2, *n)});
-    if (!is_one_of(uplo, "UL"))
-        return bad(3, "UPLO must be set equal to U or L while %(L1) is given.", {l(1, {uplo, 1})});
-    if (*incx == 0) return bad(4, "INCX must not be equal to zero while %(I1) is given.", {i(1, *incx)});
-    if (*incy == 0) return bad(5, "INCY must not be equal to zero while %(I1) is given.", {i(1, *incy)});
+    constexpr Checks check = checks_of<T>(Hermitian ? "HER2" : "SYR2");
+    if (check.n(1, *n) || check.lda_of_n(2, *lda, *n) || check.uplo(3, uplo) || check.incx(4, *incx) ||
+        check.incy(5, *incy))
+        return;
 
     if (*n == 0 || *alpha == T(0)) return;
     const bool lower = is_letter(uplo, 'L');
@@ -135,17 +106,13 @@ void syr2(const char* uplo, const int32_t* n, const T* alpha, const T* x, const 
 
 }  // namespace orvel::kernels
 
-ORVEL_EXPORT_UPPER(SGER, 9, (orvel::kernels::ger<float, false>));
-ORVEL_EXPORT_UPPER(DGER, 9, (orvel::kernels::ger<double, false>));
-ORVEL_EXPORT_UPPER(CGERU, 9, (orvel::kernels::ger<orvel_complex, false>));
-ORVEL_EXPORT_UPPER(ZGERU, 9, (orvel::kernels::ger<orvel_dcomplex, false>));
+ORVEL_EXPORT_UPPER_ALL(SGER, DGER, CGERU, ZGERU, 9, orvel::kernels::ger, false);
 ORVEL_EXPORT_UPPER(CGERC, 9, (orvel::kernels::ger<orvel_complex, true>));
 ORVEL_EXPORT_UPPER(ZGERC, 9, (orvel::kernels::ger<orvel_dcomplex, true>));
 ORVEL_EXPORT_UPPER(SSYR, 7, (orvel::kernels::syr<float, false, float>));
 ORVEL_EXPORT_UPPER(DSYR, 7, (orvel::kernels::syr<double, false, double>));
 ORVEL_EXPORT_UPPER(CHER, 7, (orvel::kernels::syr<orvel_complex, true, float>));
 ORVEL_EXPORT_UPPER(ZHER, 7, (orvel::kernels::syr<orvel_dcomplex, true, double>));
-ORVEL_EXPORT_UPPER(SSYR2, 9, (orvel::kernels::syr2<float, false>));
-ORVEL_EXPORT_UPPER(DSYR2, 9, (orvel::kernels::syr2<double, false>));
+ORVEL_EXPORT_UPPER_REALS(SSYR2, DSYR2, 9, orvel::kernels::syr2, false);
 ORVEL_EXPORT_UPPER(CHER2, 9, (orvel::kernels::syr2<orvel_complex, true>));
 ORVEL_EXPORT_UPPER(ZHER2, 9, (orvel::kernels::syr2<orvel_dcomplex, true>));

@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "frame/export.h"
+#include "kernels/checks.h"
 #include "kernels/product.h"
 #include "orvel/kernels.h"
 
@@ -16,53 +17,38 @@ void clear_imaginary_diagonal(int64_t n, View<T> c)
 }
 
 // The checks that all four kernels share; `turned` are the letters that transpose.
-template <class T>
-bool arguments_are_bad(std::string_view kernel, const char* uplo, const char* trans, std::string_view turned,
+bool arguments_are_bad(const Checks& check, const char* uplo, const char* trans, std::string_view turned,
                        int32_t n, int32_t k, int32_t lda, const int32_t* ldb, int32_t ldc)
 {
     const bool plain = is_letter(trans, 'N'), transposed = is_one_of(trans, turned);
-    const auto bad = [&](int32_t code, std::string_view text,
-                         std::initializer_list<frame::Parameter> parameters) {
-        complain<T>(kernel, code, text, parameters);
-        return true;
-    };
-    if (n < 0) return bad(1, "N must be greater than or equal to zero while %(I1) is given.", {i(1, n)});
-    if (k < 0) return bad(2, "K must be greater than or equal to zero while %(I1) is given.", {i(1, k)});
-    if (ldc < n || ldc <= 0)
-        return bad(
-            3,
-            "LDC must be greater than or equal to N and greater than zero while LDC = %(I1) and N = %(I2) are given.",
-            {i(1, ldc), i(2, n)});
+    if (check.n(1, n) || check.k(2, k) || check.ldc_of_n(3, ldc, n)) return true;
     if (plain && (lda < n || lda <= 0))
-        return bad(
+        return check.post(
             4,
             "LDA must be greater than or equal to N and greater than zero when TRANS = N, but LDA = %(I1) and N = %(I2) are given.",
             {i(1, lda), i(2, n)});
     if (transposed && (lda < k || lda <= 0))
-        return bad(
+        return check.post(
             5,
             "LDA must be greater than or equal to K and greater than zero when TRANS = T or C, but LDA = %(I1) and K = %(I2) are given.",
             {i(1, lda), i(2, k)});
+    if (turned == "TC" && check.trans(6, trans)) return true;
     if (!plain && !transposed)
-        return turned == "TC" ? bad(6, "TRANS must be set equal to N or T or C while %(L1) is given.",
-                                    {l(1, {trans, 1})})
-               : turned == "T"
-                   ? bad(6, "TRANS must be set equal to N or T while %(L1) is given.", {l(1, {trans, 1})})
-                   : bad(6, "TRANS must be set equal to N or C while %(L1) is given.", {l(1, {trans, 1})});
+        return turned == "T" ? check.post(6, "TRANS must be set equal to N or T while %(L1) is given.",
+                                          {l(1, {trans, 1})})
+                             : check.post(6, "TRANS must be set equal to N or C while %(L1) is given.",
+                                          {l(1, {trans, 1})});
     if (ldb != nullptr && plain && (*ldb < n || *ldb <= 0))
-        return bad(
+        return check.post(
             7,
             "LDB must be greater than or equal to N and greater than zero when TRANS = N, but LDB = %(I1) and N = %(I2) are given.",
             {i(1, *ldb), i(2, n)});
     if (ldb != nullptr && transposed && (*ldb < k || *ldb <= 0))
-        return bad(
+        return check.post(
             8,
             "LDB must be greater than or equal to K and greater than zero when TRANS = T or C, but LDB = %(I1) and K = %(I2) are given.",
             {i(1, *ldb), i(2, k)});
-    if (!is_one_of(uplo, "UL"))
-        return bad(ldb == nullptr ? 7 : 9, "UPLO must be set equal to U or L while %(L1) is given.",
-                   {l(1, {uplo, 1})});
-    return false;
+    return check.uplo(ldb == nullptr ? 7 : 9, uplo);
 }
 
 // The letters that transpose in a kernel of type T.
@@ -76,8 +62,8 @@ template <class T, bool Hermitian, class S>
 void syrk(const char* uplo, const char* trans, const int32_t* n, const int32_t* k, const S* alpha, const T* a,
           const int32_t* lda, const S* beta, T* c, const int32_t* ldc)
 {
-    if (arguments_are_bad<T>(Hermitian ? "HERK" : "SYRK", uplo, trans, turning_letters<T, Hermitian>, *n, *k,
-                             *lda, nullptr, *ldc))
+    if (arguments_are_bad(checks_of<T>(Hermitian ? "HERK" : "SYRK"), uplo, trans,
+                          turning_letters<T, Hermitian>, *n, *k, *lda, nullptr, *ldc))
         return;
     if (*n == 0 || ((*alpha == S(0) || *k == 0) && *beta == S(1))) return;
     const View<T> target = by_columns(c, *ldc);
@@ -99,8 +85,8 @@ void syr2k(const char* uplo, const char* trans, const int32_t* n, const int32_t*
            const T* a, const int32_t* lda, const T* b, const int32_t* ldb, const S* beta, T* c,
            const int32_t* ldc)
 {
-    if (arguments_are_bad<T>(Hermitian ? "HER2K" : "SYR2K", uplo, trans, turning_letters<T, Hermitian>, *n,
-                             *k, *lda, ldb, *ldc))
+    if (arguments_are_bad(checks_of<T>(Hermitian ? "HER2K" : "SYR2K"), uplo, trans,
+                          turning_letters<T, Hermitian>, *n, *k, *lda, ldb, *ldc))
         return;
     if (*n == 0 || ((*alpha == T(0) || *k == 0) && *beta == S(1))) return;
     const View<T> target = by_columns(c, *ldc);

@@ -2,7 +2,7 @@
 #include <cmath>
 
 #include "frame/export.h"
-#include "kernels/entry.h"
+#include "kernels/contiguous.h"
 #include "orvel/kernels.h"
 
 namespace orvel::kernels {
@@ -159,15 +159,7 @@ void rotmg(T* d1, T* d2, T* x1, const T* y1, T* param)
 
 using namespace orvel::kernels;
 
-ORVEL_EXPORT_UPPER(SROT, 7, entry<rot<float>>);
-ORVEL_EXPORT_UPPER(DROT, 7, entry<rot<double>>);
-ORVEL_EXPORT_UPPER(CSROT, 7, entry<rot<orvel_complex>>);
-ORVEL_EXPORT_UPPER(ZDROT, 7, entry<rot<orvel_dcomplex>>);
-ORVEL_EXPORT_UPPER(SROTG, 4, rotg);
-ORVEL_EXPORT_UPPER(DROTG, 4, rotg);
-ORVEL_EXPORT_UPPER(SROTM, 6, entry<rotm<float>>);
-ORVEL_EXPORT_UPPER(DROTM, 6, entry<rotm<double>>);
-ORVEL_EXPORT_UPPER(CSROTM, 6, entry<rotm<orvel_complex>>);
-ORVEL_EXPORT_UPPER(ZDROTM, 6, entry<rotm<orvel_dcomplex>>);
-ORVEL_EXPORT_UPPER(SROTMG, 5, rotmg);
-ORVEL_EXPORT_UPPER(DROTMG, 5, rotmg);
+ORVEL_EXPORT_UPPER_ALL(SROT, DROT, CSROT, ZDROT, 7, rot);
+ORVEL_EXPORT_UPPER_REALS(SROTG, DROTG, 4, rotg);
+ORVEL_EXPORT_UPPER_ALL(SROTM, DROTM, CSROTM, ZDROTM, 6, rotm);
+ORVEL_EXPORT_UPPER_REALS(SROTMG, DROTMG, 5, rotmg);

@@ -4,6 +4,7 @@
 
 #include "frame/export.h"
 #include "frame/scratch.h"
+#include "kernels/checks.h"
 #include "kernels/product.h"
 #include "orvel/kernels.h"
 
@@ -75,26 +76,11 @@ template <class T, bool Hermitian>
 void symm(const char* side, const char* uplo, const int32_t* m, const int32_t* n, const T* alpha, const T* a,
           const int32_t* lda, const T* b, const int32_t* ldb, const T* beta, T* c, const int32_t* ldc)
 {
-    constexpr std::string_view kernel = Hermitian ? "HEMM" : "SYMM";
-    const auto bad = [](int32_t code, std::string_view text,
-                        std::initializer_list<frame::Parameter> parameters) {
-        complain<T>(kernel, code, text, parameters);
-    };
-    if (*m < 0) return bad(1, "M must be greater than or equal to zero while %(I1) is given.", {i(1, *m)});
-    if (*n < 0) return bad(2, "N must be greater than or equal to zero while %(I1) is given.", {i(1, *n)});
-    if (*ldc < *m || *ldc <= 0)
-        return bad(
-            3,
-            "LDC must be greater than or equal to M and greater than zero while LDC = %(I1) and M = %(I2) are given.",
-            {i(1, *ldc), i(2, *m)});
-    if (complain_of_side(precision_letter<T>, kernel, side, *m, *n, *lda)) return;
-    if (*ldb < *m || *ldb <= 0)
-        return bad(
-            7,
-            "LDB must be greater than or equal to M and greater than zero while LDB = %(I1) and M = %(I2) are given.",
-            {i(1, *ldb), i(2, *m)});
-    if (!is_one_of(uplo, "UL"))
-        return bad(8, "UPLO must be set equal to U or L while %(L1) is given.", {l(1, {uplo, 1})});
+    constexpr Checks check = checks_of<T>(Hermitian ? "HEMM" : "SYMM");
+    if (check.m(1, *m) || check.n(2, *n) || check.ldc_of_m(3, *ldc, *m) ||
+        check.lda_of_left(4, side, *lda, *m) || check.lda_of_right(5, side, *lda, *n) ||
+        check.side(6, side) || check.ldb_of_m(7, *ldb, *m) || check.uplo(8, uplo))
+        return;
 
     if (*m == 0 || *n == 0) return;
     const View<T> target = by_columns(c, *ldc);
@@ -108,9 +94,6 @@ void symm(const char* side, const char* uplo, const int32_t* m, const int32_t* n
 
 }  // namespace orvel::kernels
 
-ORVEL_EXPORT_UPPER(SSYMM, 12, (orvel::kernels::symm<float, false>));
-ORVEL_EXPORT_UPPER(DSYMM, 12, (orvel::kernels::symm<double, false>));
-ORVEL_EXPORT_UPPER(CSYMM, 12, (orvel::kernels::symm<orvel_complex, false>));
-ORVEL_EXPORT_UPPER(ZSYMM, 12, (orvel::kernels::symm<orvel_dcomplex, false>));
+ORVEL_EXPORT_UPPER_ALL(SSYMM, DSYMM, CSYMM, ZSYMM, 12, orvel::kernels::symm, false);
 ORVEL_EXPORT_UPPER(CHEMM, 12, (orvel::kernels::symm<orvel_complex, true>));
 ORVEL_EXPORT_UPPER(ZHEMM, 12, (orvel::kernels::symm<orvel_dcomplex, true>));

@@ -1,6 +1,7 @@
 // kernels/symv.cpp - SYMV and HEMV: y = alpha * A * x + beta * y with a symmetric or Hermitian matrix
 #include "frame/export.h"
-#include "kernels/level2.h"
+#include "kernels/checks.h"
+#include "kernels/columns.h"
 #include "orvel/kernels.h"
 
 namespace orvel::kernels {
@@ -81,20 +82,10 @@ template <class T, bool Hermitian>
 void symv(const char* uplo, const int32_t* n, const T* alpha, const T* a, const int32_t* lda, const T* x,
           const int32_t* incx, const T* beta, T* y, const int32_t* incy)
 {
-    const auto bad = [](int32_t code, std::string_view text,
-                        std::initializer_list<frame::Parameter> parameters) {
-        complain<T>(Hermitian ? "HEMV" : "SYMV", code, text, parameters);
-    };
-    if (*n < 0) return bad(1, "N must be greater than or equal to zero while %(I1) is given.", {i(1, *n)});
-    if (*lda < *n || *lda <= 0)
-        return bad(
-            2,
-            "LDA must be greater than or equal to N and greater than zero while LDA = %(I1) and N = %(I2) are given.",
-            {i(1, *lda), i(2, *n)});
-    if (!is_one_of(uplo, "UL"))
-        return bad(3, "UPLO must be set equal to U or L while %(L1) is given.", {l(1, {uplo, 1})});
-    if (*incx == 0) return bad(4, "INCX must not be equal to zero while %(I1) is given.", {i(1, *incx)});
-    if (*incy == 0) return bad(5, "INCY must not be equal to zero while %(I1) is given.", {i(1, *incy)});
+    constexpr Checks check = checks_of<T>(Hermitian ? "HEMV" : "SYMV");
+    if (check.n(1, *n) || check.lda_of_n(2, *lda, *n) || check.uplo(3, uplo) || check.incx(4, *incx) ||
+        check.incy(5, *incy))
+        return;
 
     if (*n == 0) return;
     scale_vector<T>(*n, *beta, y, *incy);
@@ -111,7 +102,6 @@ void symv(const char* uplo, const int32_t* n, const T* alpha, const T* a, const 
 
 }  // namespace orvel::kernels
 
-ORVEL_EXPORT_UPPER(SSYMV, 10, (orvel::kernels::symv<float, false>));
-ORVEL_EXPORT_UPPER(DSYMV, 10, (orvel::kernels::symv<double, false>));
+ORVEL_EXPORT_UPPER_REALS(SSYMV, DSYMV, 10, orvel::kernels::symv, false);
 ORVEL_EXPORT_UPPER(CHEMV, 10, (orvel::kernels::symv<orvel_complex, true>));
 ORVEL_EXPORT_UPPER(ZHEMV, 10, (orvel::kernels::symv<orvel_dcomplex, true>));

@@ -1,7 +1,7 @@
 // kernels/utilities.cpp - ADD, SUB, XYZ, HPROD: constants added and subtracted, triple and elementwise
 // products
 #include "frame/export.h"
-#include "kernels/entry.h"
+#include "kernels/contiguous.h"
 #include "orvel/kernels.h"
 
 namespace orvel::kernels {
@@ -58,15 +58,7 @@ void hprod(int64_t n, const T* x, int64_t incx, const T* y, int64_t incy, T* z, 
 
 using namespace orvel::kernels;
 
-ORVEL_EXPORT(SADD, sadd_, 4, entry<add<float>>);
-ORVEL_EXPORT(DADD, dadd_, 4, entry<add<double>>);
-ORVEL_EXPORT(CADD, cadd_, 4, entry<add<orvel_complex>>);
-ORVEL_EXPORT(ZADD, zadd_, 4, entry<add<orvel_dcomplex>>);
-ORVEL_EXPORT(SSUB, ssub_, 4, entry<sub<float>>);
-ORVEL_EXPORT(DSUB, dsub_, 4, entry<sub<double>>);
-ORVEL_EXPORT(CSUB, csub_, 4, entry<sub<orvel_complex>>);
-ORVEL_EXPORT(ZSUB, zsub_, 4, entry<sub<orvel_dcomplex>>);
-ORVEL_EXPORT(SXYZ, sxyz_, 7, entry<xyz<float>>);
-ORVEL_EXPORT(DXYZ, dxyz_, 7, entry<xyz<double>>);
-ORVEL_EXPORT(SHPROD, shprod_, 7, entry<hprod<float>>);
-ORVEL_EXPORT(DHPROD, dhprod_, 7, entry<hprod<double>>);
+ORVEL_EXPORT_ALL(SADD, sadd_, DADD, dadd_, CADD, cadd_, ZADD, zadd_, 4, add);
+ORVEL_EXPORT_ALL(SSUB, ssub_, DSUB, dsub_, CSUB, csub_, ZSUB, zsub_, 4, sub);
+ORVEL_EXPORT_REALS(SXYZ, sxyz_, DXYZ, dxyz_, 7, xyz);
+ORVEL_EXPORT_REALS(SHPROD, shprod_, DHPROD, dhprod_, 7, hprod);

@@ -43,6 +43,15 @@ inline const Part<T>* parts(const T* x)
     return reinterpret_cast<const Part<T>*>(x);
 }
 
+template <class T>
+inline T conjugate(T x)
+{
+    if constexpr (is_complex<T>)
+        return std::conj(x);
+    else
+        return x;
+}
+
 // a / b for every finite a and b whose quotient is representable. Complex division by the larger part of b
 // (R. L. Smith, Algorithm 116: Complex division, which compilers use) forms sums of both parts, which
 // overflow near the largest number; such operands are divided by 4 first.

@@ -8,25 +8,27 @@
 namespace orvel::linsys {
 
 template <class Frame>
-void check_number_of_equations(Frame& me, int32_t n)
+void check_number_of_equations(Frame& me, int32_t code, int32_t n)
 {
     if (n < 1)
-        me.post(terminal, 1, "The number of equations must be positive while N = %(I1) is given.", {i(1, n)});
+        me.post(terminal, code, "The number of equations must be positive while N = %(I1) is given.",
+                {i(1, n)});
 }
 
 template <class Frame>
-void check_order(Frame& me, int32_t n)
+void check_order(Frame& me, int32_t code, int32_t n)
 {
     if (n < 1)
-        me.post(terminal, 1, "The order of the matrix must be positive while N = %(I1) is given.", {i(1, n)});
+        me.post(terminal, code, "The order of the matrix must be positive while N = %(I1) is given.",
+                {i(1, n)});
 }
 
 template <class Frame>
-void check_lda(Frame& me, int32_t n, int64_t lda)
+void check_lda(Frame& me, int32_t code, int32_t n, int64_t lda)
 {
     if (n > lda)
         me.post(
-            terminal, 2,
+            terminal, code,
             "The order of the matrix must be less than or equal to its leading dimension while N = %(I1) and LDA = %(I2) are given.",
             {i(1, n), i(2, static_cast<int32_t>(lda))});
 }
@@ -42,11 +44,11 @@ void check_ldfac(Frame& me, int32_t code, int32_t n, int64_t ldfac)
 }
 
 template <class Frame>
-void check_ldainv(Frame& me, int32_t n, int64_t ldainv)
+void check_ldainv(Frame& me, int32_t code, int32_t n, int64_t ldainv)
 {
     if (n > ldainv)
         me.post(
-            terminal, 3,
+            terminal, code,
             "The order of the matrix must be less than or equal to its leading dimension while N = %(I1) and LDAINV = %(I2) are given.",
             {i(1, n), i(2, static_cast<int32_t>(ldainv))});
 }
@@ -57,6 +59,15 @@ void check_ipath(Frame& me, int32_t code, int32_t ipath)
     if (ipath != 1 && ipath != 2)
         me.post(terminal, code, "IPATH must be either 1 or 2 while a value of %(I1) is given.",
                 {i(1, ipath)});
+}
+
+// Scratch storage of a front, whose size depends on N.
+template <class Frame>
+void no_workspace(Frame& me, int32_t code, int32_t n)
+{
+    me.no_storage(code,
+                  "The required storage cannot be allocated.  The workspace is based on N, where N = %(I1).",
+                  {i(1, n)});
 }
 
 // The first entry of IPVT that is no row, which would lead outside the arrays.

@@ -30,8 +30,8 @@ T with_sign(T a, T b)
 template <class T>
 constexpr int64_t padding = 64 / static_cast<int64_t>(sizeof(T));
 
-// Rows of U, conjugated, some at a time and one row after the other, so that no row is read across the
-// columns of the matrix. Without memory for them one row is had, which is copied across.
+// Rows of U, conjugated, copied a strip at a time, so that no single row is read across the columns of the
+// matrix. False without memory for a strip; see for_pieces.
 template <class T>
 class Rows {
 public:

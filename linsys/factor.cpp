@@ -7,13 +7,15 @@
 #include <algorithm>
 
 #include "frame/scratch.h"
-#include "kernels/level2.h"
+#include "kernels/columns.h"
 #include "kernels/product.h"
 #include "linsys/linsys.h"
 
 namespace orvel::linsys {
 
 namespace {
+
+constexpr int64_t group = 8;  // columns to the right of a panel that are eliminated side by side
 
 constexpr int64_t round_up(int64_t n, int64_t unit) { return (n + unit - 1) / unit * unit; }
 
@@ -206,7 +208,6 @@ template <class T>
 void eliminate_right(const Panel<T>& panel, int64_t steps, const Gather& gather, int64_t n, T* right,
                      int64_t ldfac, Part<T>* block, T* row)
 {
-    constexpr int64_t group = 8;
     const auto& run = of_type<T>(elimination_loops());
     for (int64_t j = 0; j < n; j += group) {
         const int64_t columns = std::min(group, n - j);
@@ -251,7 +252,8 @@ bool factor_plainly(int64_t n, T* fact, int64_t ldfac, int32_t* ipvt, Part<T>* s
 
 namespace {
 
-// Storage of a factorization: row scale factors, a panel, eight columns beside it, and what it does to rows.
+// Storage of a factorization: row scale factors, a panel, a group of columns beside it, and what it does to
+// rows.
 template <class T>
 class Workspace {
 public:
@@ -259,7 +261,7 @@ public:
 
     bool allocate(int64_t n, int64_t width)
     {
-        constexpr int64_t line = 64 / static_cast<int64_t>(sizeof(R)), group = 8;
+        constexpr int64_t line = 64 / static_cast<int64_t>(sizeof(R));
         // Columns of an odd number of cache lines do not get into each other's way. Behind a vector that
         // starts at any row of the panel there is room for it.
         const int64_t half = (((n + line - 1) / line) | 1) * line + line;

@@ -51,8 +51,8 @@ void l2crg(frame::State& state, int32_t n, const T* a, int64_t lda, T* fact, int
            Part<T>* rcond, T* wk)
 {
     Routine<T, general<T>("L2CRG", "L2CCG")> me(state);
-    check_order(me, n);
-    check_lda(me, n, lda);
+    check_order(me, 1, n);
+    check_lda(me, 2, n, lda);
     check_ldfac(me, 3, n, ldfac);
     if (me.failed()) return;
 
@@ -86,27 +86,11 @@ void nr1rr(const int32_t* rows, const int32_t* columns, const T* a, const int32_
 }
 
 template <class T>
-void l2crg_entry(const int32_t* n, const T* a, const int32_t* lda, T* fact, const int32_t* ldfac,
-                 int32_t* ipvt, Part<T>* rcond, T* wk)
-{
-    l2crg<T>(frame::state(), *n, a, *lda, fact, *ldfac, ipvt, rcond, wk);
-}
-
-template <class T>
 void lfcrg(const int32_t* n, const T* a, const int32_t* lda, T* fact, const int32_t* ldfac, int32_t* ipvt,
            Part<T>* rcond)
 {
-    Routine<T, general<T>("LFCRG", "LFCCG")> me;
-    if (*n < 1)
-        return me.post(terminal, 1, "The order of the matrix must be positive while N = %(i1) is given.",
-                       {i(1, *n)});
-    SmallScratch<T> wk;
-    if (wk.allocate(*n))
-        l2crg<T>(me.state(), *n, a, *lda, fact, *ldfac, ipvt, rcond, wk);
-    else
-        me.no_storage(
-            2, "The required storage cannot be allocated.  The workspace is based on N, where N = %(i1).",
-            {i(1, *n)});
+    factor_in_scratch<general<T>("LFCRG", "LFCCG"), T>(
+        *n, [&](frame::State& state, T* wk) { l2crg<T>(state, *n, a, *lda, fact, *ldfac, ipvt, rcond, wk); });
 }
 
 }  // namespace
@@ -127,15 +111,6 @@ template void l2crg(frame::State&, int32_t, const orvel_dcomplex*, int64_t, orve
 
 using namespace orvel::linsys;
 
-ORVEL_EXPORT(NR1RR, nr1rr_, 5, nr1rr<float>);
-ORVEL_EXPORT(DNR1RR, dnr1rr_, 5, nr1rr<double>);
-ORVEL_EXPORT(NR1CR, nr1cr_, 5, nr1rr<orvel_complex>);
-ORVEL_EXPORT(DNR1CR, dnr1cr_, 5, nr1rr<orvel_dcomplex>);
-ORVEL_EXPORT(L2CRG, l2crg_, 8, l2crg_entry<float>);
-ORVEL_EXPORT(DL2CRG, dl2crg_, 8, l2crg_entry<double>);
-ORVEL_EXPORT(L2CCG, l2ccg_, 8, l2crg_entry<orvel_complex>);
-ORVEL_EXPORT(DL2CCG, dl2ccg_, 8, l2crg_entry<orvel_dcomplex>);
-ORVEL_EXPORT(LFCRG, lfcrg_, 7, lfcrg<float>);
-ORVEL_EXPORT(DLFCRG, dlfcrg_, 7, lfcrg<double>);
-ORVEL_EXPORT(LFCCG, lfccg_, 7, lfcrg<orvel_complex>);
-ORVEL_EXPORT(DLFCCG, dlfccg_, 7, lfcrg<orvel_dcomplex>);
+ORVEL_EXPORT_ALL(NR1RR, nr1rr_, DNR1RR, dnr1rr_, NR1CR, nr1cr_, DNR1CR, dnr1cr_, 5, nr1rr);
+ORVEL_EXPORT_ALL(L2CRG, l2crg_, DL2CRG, dl2crg_, L2CCG, l2ccg_, DL2CCG, dl2ccg_, 8, l2crg);
+ORVEL_EXPORT_ALL(LFCRG, lfcrg_, DLFCRG, dlfcrg_, LFCCG, lfccg_, DLFCCG, dlfccg_, 7, lfcrg);

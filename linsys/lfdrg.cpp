@@ -9,13 +9,13 @@ namespace orvel::linsys {
 
 namespace {
 
-// The mantissa is brought to 1 <= |det1| < 10 after each factor; what is infinite or no number stays. The
+// The mantissa is brought to 1 <= |det1| < 10 after each factor; infinities and NaN stay. The
 // magnitude of a complex mantissa is |Re| + |Im|. A factor that ten times would overflow is divided first.
 template <class T>
 void lfdrg(const int32_t* n, const T* fact, const int32_t* ldfac, const int32_t* ipvt, T* det1, Part<T>* det2)
 {
     Routine<T, general<T>("LFDRG", "LFDCG")> me;
-    check_order(me, *n);
+    check_order(me, 1, *n);
     if (me.failed()) return;
     check_ldfac(me, 2, *n, *ldfac);
     if (me.failed()) return;
@@ -50,7 +50,4 @@ void lfdrg(const int32_t* n, const T* fact, const int32_t* ldfac, const int32_t*
 
 using namespace orvel::linsys;
 
-ORVEL_EXPORT(LFDRG, lfdrg_, 6, lfdrg<float>);
-ORVEL_EXPORT(DLFDRG, dlfdrg_, 6, lfdrg<double>);
-ORVEL_EXPORT(LFDCG, lfdcg_, 6, lfdrg<orvel_complex>);
-ORVEL_EXPORT(DLFDCG, dlfdcg_, 6, lfdrg<orvel_dcomplex>);
+ORVEL_EXPORT_ALL(LFDRG, lfdrg_, DLFDRG, dlfdrg_, LFDCG, lfdcg_, DLFDCG, dlfdcg_, 6, lfdrg);

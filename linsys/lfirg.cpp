@@ -46,8 +46,8 @@ void lfirg(frame::State& state, int32_t n, const T* a, int64_t lda, const T* fac
            const int32_t* ipvt, const T* b, int32_t ipath, T* x, T* res)
 {
     Routine<T, general<T>("LFIRG", "LFICG")> me(state);
-    check_number_of_equations(me, n);
-    check_lda(me, n, lda);
+    check_number_of_equations(me, 1, n);
+    check_lda(me, 2, n, lda);
     check_ldfac(me, 3, n, ldfac);
     check_ipath(me, 4, ipath);
     if (me.failed()) return;
@@ -56,10 +56,7 @@ void lfirg(frame::State& state, int32_t n, const T* a, int64_t lda, const T* fac
 
     SmallScratch<T> copy_of_b;
     if (x == b) {
-        if (!copy_of_b.allocate(n))
-            return me.no_storage(
-                5, "The required storage cannot be allocated.  The workspace is based on N, where N = %(I1).",
-                {i(1, n)});
+        if (!copy_of_b.allocate(n)) return no_workspace(me, 5, n);
         std::copy_n(b, n, static_cast<T*>(copy_of_b));
         b = copy_of_b;
     }
@@ -91,17 +88,6 @@ void lfirg(frame::State& state, int32_t n, const T* a, int64_t lda, const T* fac
         me.post(warning, 2, "The matrix is too ill-conditioned for iterative refinement to be effective.");
 }
 
-namespace {
-
-template <class T>
-void lfirg_entry(const int32_t* n, const T* a, const int32_t* lda, const T* fact, const int32_t* ldfac,
-                 const int32_t* ipvt, const T* b, const int32_t* ipath, T* x, T* res)
-{
-    lfirg<T>(frame::state(), *n, a, *lda, fact, *ldfac, ipvt, b, *ipath, x, res);
-}
-
-}  // namespace
-
 template void lfirg(frame::State&, int32_t, const float*, int64_t, const float*, int64_t, const int32_t*,
                     const float*, int32_t, float*, float*);
 template void lfirg(frame::State&, int32_t, const double*, int64_t, const double*, int64_t, const int32_t*,
@@ -115,7 +101,4 @@ template void lfirg(frame::State&, int32_t, const orvel_dcomplex*, int64_t, cons
 
 using namespace orvel::linsys;
 
-ORVEL_EXPORT(LFIRG, lfirg_, 10, lfirg_entry<float>);
-ORVEL_EXPORT(DLFIRG, dlfirg_, 10, lfirg_entry<double>);
-ORVEL_EXPORT(LFICG, lficg_, 10, lfirg_entry<orvel_complex>);
-ORVEL_EXPORT(DLFICG, dlficg_, 10, lfirg_entry<orvel_dcomplex>);
+ORVEL_EXPORT_ALL(LFIRG, lfirg_, DLFIRG, dlfirg_, LFICG, lficg_, DLFICG, dlficg_, 10, lfirg);

@@ -27,7 +27,7 @@ void lfsrg(frame::State& state, int32_t n, const T* fact, int64_t ldfac, const i
            int32_t ipath, T* x)
 {
     Routine<T, general<T>("LFSRG", "LFSCG")> me(state);
-    check_number_of_equations(me, n);
+    check_number_of_equations(me, 1, n);
     check_ldfac(me, 2, n, ldfac);
     if (me.failed()) return;
     check_ipath(me, 5, ipath);
@@ -59,17 +59,6 @@ void lfsrg(frame::State& state, int32_t n, const T* fact, int64_t ldfac, const i
     }
 }
 
-namespace {
-
-template <class T>
-void lfsrg_entry(const int32_t* n, const T* fact, const int32_t* ldfac, const int32_t* ipvt, const T* b,
-                 const int32_t* ipath, T* x)
-{
-    lfsrg<T>(frame::state(), *n, fact, *ldfac, ipvt, b, *ipath, x);
-}
-
-}  // namespace
-
 template void lfsrg(frame::State&, int32_t, const float*, int64_t, const int32_t*, const float*, int32_t,
                     float*);
 template void lfsrg(frame::State&, int32_t, const double*, int64_t, const int32_t*, const double*, int32_t,
@@ -83,7 +72,4 @@ template void lfsrg(frame::State&, int32_t, const orvel_dcomplex*, int64_t, cons
 
 using namespace orvel::linsys;
 
-ORVEL_EXPORT(LFSRG, lfsrg_, 7, lfsrg_entry<float>);
-ORVEL_EXPORT(DLFSRG, dlfsrg_, 7, lfsrg_entry<double>);
-ORVEL_EXPORT(LFSCG, lfscg_, 7, lfsrg_entry<orvel_complex>);
-ORVEL_EXPORT(DLFSCG, dlfscg_, 7, lfsrg_entry<orvel_dcomplex>);
+ORVEL_EXPORT_ALL(LFSRG, lfsrg_, DLFSRG, dlfsrg_, LFSCG, lfscg_, DLFSCG, dlfscg_, 7, lfsrg);

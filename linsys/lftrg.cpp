@@ -56,19 +56,11 @@ void l2trg(frame::State& state, int32_t n, const T* a, int64_t lda, T* fact, int
            T* wk)
 {
     Routine<T, general<T>("L2TRG", "L2TCG")> me(state);
-    if (n < 1)
-        return me.post(terminal, 1, "The order of the matrix must be positive while N = %(i1) is given.",
-                       {i(1, n)});
-    if (n > lda)
-        return me.post(
-            terminal, 2,
-            "The order of the matrix must be less than or equal to its leading dimension while N = %(i1) and LDA = %(i2) are given.",
-            {i(1, n), i(2, static_cast<int32_t>(lda))});
-    if (n > ldfac)
-        return me.post(
-            terminal, 3,
-            "The order of the matrix must be less than or equal to its leading dimension while N = %(i1) and LDFAC = %(i2) are given.",
-            {i(1, n), i(2, static_cast<int32_t>(ldfac))});
+    // Only the first error counts.
+    check_order(me, 1, n);
+    if (!me.failed()) check_lda(me, 2, n, lda);
+    if (!me.failed()) check_ldfac(me, 3, n, ldfac);
+    if (me.failed()) return;
 
     if (scale_and_factor<T>(n, a, lda, fact, ldfac, ipvt, reinterpret_cast<Part<T>*>(wk)))
         me.post(
@@ -79,26 +71,10 @@ void l2trg(frame::State& state, int32_t n, const T* a, int64_t lda, T* fact, int
 namespace {
 
 template <class T>
-void l2trg_entry(const int32_t* n, const T* a, const int32_t* lda, T* fact, const int32_t* ldfac,
-                 int32_t* ipvt, T* wk)
-{
-    l2trg<T>(frame::state(), *n, a, *lda, fact, *ldfac, ipvt, wk);
-}
-
-template <class T>
 void lftrg(const int32_t* n, const T* a, const int32_t* lda, T* fact, const int32_t* ldfac, int32_t* ipvt)
 {
-    Routine<T, general<T>("LFTRG", "LFTCG")> me;
-    if (*n < 1)
-        return me.post(terminal, 1, "The order of the matrix must be positive while N = %(i1) is given.",
-                       {i(1, *n)});
-    SmallScratch<T> wk;
-    if (wk.allocate(*n))
-        l2trg<T>(me.state(), *n, a, *lda, fact, *ldfac, ipvt, wk);
-    else
-        me.no_storage(
-            2, "The required storage cannot be allocated.  The workspace is based on N, where N = %(i1).",
-            {i(1, *n)});
+    factor_in_scratch<general<T>("LFTRG", "LFTCG"), T>(
+        *n, [&](frame::State& state, T* wk) { l2trg<T>(state, *n, a, *lda, fact, *ldfac, ipvt, wk); });
 }
 
 }  // namespace
@@ -114,19 +90,7 @@ template void l2trg(frame::State&, int32_t, const orvel_dcomplex*, int64_t, orve
 
 using namespace orvel::linsys;
 
-ORVEL_EXPORT(CRGRG, crgrg_, 5, crgrg<float>);
-ORVEL_EXPORT(DCRGRG, dcrgrg_, 5, crgrg<double>);
-ORVEL_EXPORT(CCGCG, ccgcg_, 5, crgrg<orvel_complex>);
-ORVEL_EXPORT(DCCGCG, dccgcg_, 5, crgrg<orvel_dcomplex>);
-ORVEL_EXPORT(L4TRG, l4trg_, 4, l4trg<float>);
-ORVEL_EXPORT(DL4TRG, dl4trg_, 4, l4trg<double>);
-ORVEL_EXPORT(L4TCG, l4tcg_, 4, l4trg<orvel_complex>);
-ORVEL_EXPORT(DL4TCG, dl4tcg_, 4, l4trg<orvel_dcomplex>);
-ORVEL_EXPORT(L2TRG, l2trg_, 7, l2trg_entry<float>);
-ORVEL_EXPORT(DL2TRG, dl2trg_, 7, l2trg_entry<double>);
-ORVEL_EXPORT(L2TCG, l2tcg_, 7, l2trg_entry<orvel_complex>);
-ORVEL_EXPORT(DL2TCG, dl2tcg_, 7, l2trg_entry<orvel_dcomplex>);
-ORVEL_EXPORT(LFTRG, lftrg_, 6, lftrg<float>);
-ORVEL_EXPORT(DLFTRG, dlftrg_, 6, lftrg<double>);
-ORVEL_EXPORT(LFTCG, lftcg_, 6, lftrg<orvel_complex>);
-ORVEL_EXPORT(DLFTCG, dlftcg_, 6, lftrg<orvel_dcomplex>);
+ORVEL_EXPORT_ALL(CRGRG, crgrg_, DCRGRG, dcrgrg_, CCGCG, ccgcg_, DCCGCG, dccgcg_, 5, crgrg);
+ORVEL_EXPORT_ALL(L4TRG, l4trg_, DL4TRG, dl4trg_, L4TCG, l4tcg_, DL4TCG, dl4tcg_, 4, l4trg);
+ORVEL_EXPORT_ALL(L2TRG, l2trg_, DL2TRG, dl2trg_, L2TCG, l2tcg_, DL2TCG, dl2tcg_, 7, l2trg);
+ORVEL_EXPORT_ALL(LFTRG, lftrg_, DLFTRG, dlftrg_, LFTCG, lftcg_, DLFTCG, dlftcg_, 6, lftrg);

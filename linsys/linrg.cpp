@@ -91,9 +91,9 @@ void l2nrg(frame::State& state, int32_t n, const T* a, int64_t lda, T* ainv, int
            int32_t* iwk)
 {
     Routine<T, general<T>("L2NRG", "L2NCG")> me(state);
-    check_order(me, n);
-    check_lda(me, n, lda);
-    check_ldainv(me, n, ldainv);
+    check_order(me, 1, n);
+    check_lda(me, 2, n, lda);
+    check_ldainv(me, 3, n, ldainv);
     if (me.failed()) return;
 
     Part<T> rcond = 1;
@@ -112,19 +112,11 @@ void l2nrg(frame::State& state, int32_t n, const T* a, int64_t lda, T* ainv, int
 }
 
 template <class T>
-void l2nrg_entry(const int32_t* n, const T* a, const int32_t* lda, T* ainv, const int32_t* ldainv, T* wk,
-                 int32_t* iwk)
-{
-    l2nrg<T>(frame::state(), *n, a, *lda, ainv, *ldainv, wk, iwk);
-}
-
-template <class T>
 void linrg(const int32_t* n, const T* a, const int32_t* lda, T* ainv, const int32_t* ldainv)
 {
     Routine<T, general<T>("LINRG", "LINCG")> me;
-    if (*n < 1)
-        return me.post(terminal, 1, "The order of the matrix must be positive while N = %(i1) is given.",
-                       {i(1, *n)});
+    check_order(me, 1, *n);
+    if (me.failed()) return;
     const int64_t order = *n;
     SmallScratch<int32_t> iwk;
     SmallScratch<T, 256> wk;
@@ -140,11 +132,5 @@ void linrg(const int32_t* n, const T* a, const int32_t* lda, T* ainv, const int3
 
 using namespace orvel::linsys;
 
-ORVEL_EXPORT(L2NRG, l2nrg_, 7, l2nrg_entry<float>);
-ORVEL_EXPORT(DL2NRG, dl2nrg_, 7, l2nrg_entry<double>);
-ORVEL_EXPORT(L2NCG, l2ncg_, 7, l2nrg_entry<orvel_complex>);
-ORVEL_EXPORT(DL2NCG, dl2ncg_, 7, l2nrg_entry<orvel_dcomplex>);
-ORVEL_EXPORT(LINRG, linrg_, 5, linrg<float>);
-ORVEL_EXPORT(DLINRG, dlinrg_, 5, linrg<double>);
-ORVEL_EXPORT(LINCG, lincg_, 5, linrg<orvel_complex>);
-ORVEL_EXPORT(DLINCG, dlincg_, 5, linrg<orvel_dcomplex>);
+ORVEL_EXPORT_ALL(L2NRG, l2nrg_, DL2NRG, dl2nrg_, L2NCG, l2ncg_, DL2NCG, dl2ncg_, 7, l2nrg);
+ORVEL_EXPORT_ALL(LINRG, linrg_, DLINRG, dlinrg_, LINCG, lincg_, DLINCG, dlincg_, 5, linrg);

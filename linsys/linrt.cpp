@@ -59,9 +59,9 @@ void linrt(const int32_t* n, const T* a, const int32_t* lda, const int32_t* ipat
            const int32_t* ldainv)
 {
     Routine<T, general<T>("LINRT", "LINCT")> me;
-    check_order(me, *n);
-    check_lda(me, *n, *lda);
-    check_ldainv(me, *n, *ldainv);
+    check_order(me, 1, *n);
+    check_lda(me, 2, *n, *lda);
+    check_ldainv(me, 3, *n, *ldainv);
     check_ipath(me, 4, *ipath);
     if (me.failed()) return;
 
@@ -92,7 +92,4 @@ template void invert_triangle(bool, int64_t, orvel_dcomplex*, int64_t);
 
 using namespace orvel::linsys;
 
-ORVEL_EXPORT(LINRT, linrt_, 6, linrt<float>);
-ORVEL_EXPORT(DLINRT, dlinrt_, 6, linrt<double>);
-ORVEL_EXPORT(LINCT, linct_, 6, linrt<orvel_complex>);
-ORVEL_EXPORT(DLINCT, dlinct_, 6, linrt<orvel_dcomplex>);
+ORVEL_EXPORT_ALL(LINRT, linrt_, DLINRT, dlinrt_, LINCT, linct_, DLINCT, dlinct_, 6, linrt);

@@ -11,6 +11,7 @@
 #include "frame/scratch.h"
 #include "kernels/matrix.h"
 #include "kernels/vectors.h"
+#include "linsys/checks.h"
 #include "linsys/isa/loops.h"
 #include "orvel/linsys.h"
 
@@ -119,23 +120,34 @@ template <class T>
 void lfirg(frame::State& state, int32_t n, const T* a, int64_t lda, const T* fact, int64_t ldfac,
            const int32_t* ipvt, const T* b, int32_t ipath, T* x, T* res);
 
+// A front of a factorization, which has WK(N) for its worker.
+template <Name name, class T, class Worker>
+void factor_in_scratch(int32_t n, Worker worker)
+{
+    Routine<T, name> me;
+    check_order(me, 1, n);
+    if (me.failed()) return;
+    SmallScratch<T> wk;
+    if (wk.allocate(n))
+        worker(me.state(), static_cast<T*>(wk));
+    else
+        no_workspace(me, 2, n);
+}
+
 // A front of a solver, which has scratch for its worker: FACT(N) by columns ldfac apart, IPVT, WK.
 template <Name name, class T, class Worker>
 void solve_in_scratch(int32_t n, int64_t ldfac, Worker worker)
 {
     Routine<T, name> me;
-    if (n < 1)
-        return me.post(terminal, 1, "The number of equations must be positive while N = %(i1) is given.",
-                       {i(1, n)});
+    check_number_of_equations(me, 1, n);
+    if (me.failed()) return;
     SmallScratch<T, 256> fact;
     SmallScratch<int32_t> ipvt;
     SmallScratch<T> wk;
     if (fact.allocate(ldfac, n) && ipvt.allocate(n) && wk.allocate(n))
         worker(me.state(), static_cast<T*>(fact), static_cast<int32_t*>(ipvt), static_cast<T*>(wk));
     else
-        me.no_storage(
-            2, "The required storage cannot be allocated.  The workspace is based on N, where N = %(i1).",
-            {i(1, n)});
+        no_workspace(me, 2, n);
 }
 
 // Option values of chapter MATH of the calling thread's store.

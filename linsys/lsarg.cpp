@@ -12,8 +12,8 @@ void l2arg(frame::State& state, int32_t n, const T* a, int64_t lda, const T* b, 
            int32_t* ipvt, T* wk)
 {
     Routine<T, general<T>("L2ARG", "L2ACG")> me(state);
-    check_number_of_equations(me, n);
-    check_lda(me, n, lda);
+    check_number_of_equations(me, 1, n);
+    check_lda(me, 2, n, lda);
     check_ipath(me, 3, ipath);
     if (me.failed()) return;
 
@@ -27,13 +27,6 @@ void l2arg(frame::State& state, int32_t n, const T* a, int64_t lda, const T* b, 
             warning, 1,
             "The matrix is too ill-conditioned. An estimate of the reciprocal of its L1 condition number is RCOND = %(R1).  The solution might not be accurate.",
             {r(1, rcond)});
-}
-
-template <class T>
-void l2arg_entry(const int32_t* n, const T* a, const int32_t* lda, const T* b, const int32_t* ipath, T* x,
-                 T* fact, int32_t* ipvt, T* wk)
-{
-    l2arg<T>(frame::state(), *n, a, *lda, b, *ipath, x, fact, ipvt, wk);
 }
 
 template <class T>
@@ -51,11 +44,5 @@ void lsarg(const int32_t* n, const T* a, const int32_t* lda, const T* b, const i
 
 using namespace orvel::linsys;
 
-ORVEL_EXPORT(L2ARG, l2arg_, 9, l2arg_entry<float>);
-ORVEL_EXPORT(DL2ARG, dl2arg_, 9, l2arg_entry<double>);
-ORVEL_EXPORT(L2ACG, l2acg_, 9, l2arg_entry<orvel_complex>);
-ORVEL_EXPORT(DL2ACG, dl2acg_, 9, l2arg_entry<orvel_dcomplex>);
-ORVEL_EXPORT(LSARG, lsarg_, 6, lsarg<float>);
-ORVEL_EXPORT(DLSARG, dlsarg_, 6, lsarg<double>);
-ORVEL_EXPORT(LSACG, lsacg_, 6, lsarg<orvel_complex>);
-ORVEL_EXPORT(DLSACG, dlsacg_, 6, lsarg<orvel_dcomplex>);
+ORVEL_EXPORT_ALL(L2ARG, l2arg_, DL2ARG, dl2arg_, L2ACG, l2acg_, DL2ACG, dl2acg_, 9, l2arg);
+ORVEL_EXPORT_ALL(LSARG, lsarg_, DLSARG, dlsarg_, LSACG, lsacg_, DLSACG, dlsacg_, 6, lsarg);

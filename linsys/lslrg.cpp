@@ -19,8 +19,8 @@ void l2lrg(frame::State& state, int32_t n, const T* a, int64_t lda, const T* b, 
            int32_t* ipvt, T* wk)
 {
     Routine<T, general<T>("L2LRG", "L2LCG")> me(state);
-    check_number_of_equations(me, n);
-    check_lda(me, n, lda);
+    check_number_of_equations(me, 1, n);
+    check_lda(me, 2, n, lda);
     check_ipath(me, 3, ipath);
     const auto [p, m] = options().padding;
     if (p < 0 || m <= 0)
@@ -43,13 +43,6 @@ void l2lrg(frame::State& state, int32_t n, const T* a, int64_t lda, const T* b, 
 }
 
 template <class T>
-void l2lrg_entry(const int32_t* n, const T* a, const int32_t* lda, const T* b, const int32_t* ipath, T* x,
-                 T* fact, int32_t* ipvt, T* wk)
-{
-    l2lrg<T>(frame::state(), *n, a, *lda, b, *ipath, x, fact, ipvt, wk);
-}
-
-template <class T>
 void lslrg(const int32_t* n, const T* a, const int32_t* lda, const T* b, const int32_t* ipath, T* x)
 {
     solve_in_scratch<general<T>("LSLRG", "LSLCG"), T>(
@@ -64,11 +57,5 @@ void lslrg(const int32_t* n, const T* a, const int32_t* lda, const T* b, const i
 
 using namespace orvel::linsys;
 
-ORVEL_EXPORT(L2LRG, l2lrg_, 9, l2lrg_entry<float>);
-ORVEL_EXPORT(DL2LRG, dl2lrg_, 9, l2lrg_entry<double>);
-ORVEL_EXPORT(L2LCG, l2lcg_, 9, l2lrg_entry<orvel_complex>);
-ORVEL_EXPORT(DL2LCG, dl2lcg_, 9, l2lrg_entry<orvel_dcomplex>);
-ORVEL_EXPORT(LSLRG, lslrg_, 6, lslrg<float>);
-ORVEL_EXPORT(DLSLRG, dlslrg_, 6, lslrg<double>);
-ORVEL_EXPORT(LSLCG, lslcg_, 6, lslrg<orvel_complex>);
-ORVEL_EXPORT(DLSLCG, dlslcg_, 6, lslrg<orvel_dcomplex>);
+ORVEL_EXPORT_ALL(L2LRG, l2lrg_, DL2LRG, dl2lrg_, L2LCG, l2lcg_, DL2LCG, dl2lcg_, 9, l2lrg);
+ORVEL_EXPORT_ALL(LSLRG, lslrg_, DLSLRG, dlslrg_, LSLCG, lslcg_, DLSLCG, dlslcg_, 6, lslrg);

@@ -290,5 +290,4 @@ void uvmif(T (*f)(const T*), const T* xguess, const T* step, const T* bound, con
 
 }  // namespace orvel::optim
 
-ORVEL_EXPORT(UVMIF, uvmif_, 7, orvel::optim::uvmif<float>);
-ORVEL_EXPORT(DUVMIF, duvmif_, 7, orvel::optim::uvmif<double>);
+ORVEL_EXPORT_REALS(UVMIF, uvmif_, DUVMIF, duvmif_, 7, orvel::optim::uvmif);

@@ -125,5 +125,4 @@ void extrapolate(int32_t* n, T* epstab, T* result, T* esterr, T* res3la, int32_t
 
 }  // namespace orvel::quad
 
-ORVEL_EXPORT(Q4AWO, q4awo_, 6, orvel::quad::extrapolate<float>);
-ORVEL_EXPORT(DQ4AWO, dq4awo_, 6, orvel::quad::extrapolate<double>);
+ORVEL_EXPORT_REALS(Q4AWO, q4awo_, DQ4AWO, dq4awo_, 6, orvel::quad::extrapolate);

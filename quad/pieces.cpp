@@ -71,7 +71,5 @@ void machine_values(T* epmach, T* uflow, T* oflow)
 
 }  // namespace orvel::quad
 
-ORVEL_EXPORT(Q10G, q10g_, 7, orvel::quad::order_pieces<float>);
-ORVEL_EXPORT(DQ10G, dq10g_, 7, orvel::quad::order_pieces<double>);
-ORVEL_EXPORT(Q4NG, q4ng_, 3, orvel::quad::machine_values<float>);
-ORVEL_EXPORT(DQ4NG, dq4ng_, 3, orvel::quad::machine_values<double>);
+ORVEL_EXPORT_REALS(Q10G, q10g_, DQ10G, dq10g_, 7, orvel::quad::order_pieces);
+ORVEL_EXPORT_REALS(Q4NG, q4ng_, DQ4NG, dq4ng_, 3, orvel::quad::machine_values);

@@ -30,8 +30,8 @@ const RuleRow<T>& rule_row(int32_t irule)
 }
 
 template <class T>
-Integral<T> q3ag(const UserFunction<T>& f, T a, T b, const Tolerance<T>& tolerance, int32_t irule,
-                 Pieces<T>& pieces)
+Integral<T> integrate(const UserFunction<T>& f, T a, T b, const Tolerance<T>& tolerance, int32_t irule,
+                      Pieces<T>& pieces)
 {
     if (pieces.room() < 1) return {0, 0, no_room};
     const Rule<T> rule = rule_row<T>(irule).rule;
@@ -63,24 +63,24 @@ Integral<T> q3ag(const UserFunction<T>& f, T a, T b, const Tolerance<T>& toleran
 }
 
 template <class T>
-void q3ag_entry(T (*f)(const T*), const T* a, const T* b, const T* errabs, const T* errrel,
-                const int32_t* irule, const int32_t* maxsub, T* result, T* esterr, int32_t* neval,
-                int32_t* ier, T* sublo, T* subhi, T* subres, T* suberr, int32_t* subord, int32_t* nsub)
+void q3ag(frame::State& s, T (*f)(const T*), T a, T b, T errabs, T errrel, int32_t irule, int32_t maxsub,
+          T* result, T* esterr, int32_t* neval, int32_t* ier, T* sublo, T* subhi, T* subres, T* suberr,
+          int32_t* subord, int32_t* nsub)
 {
-    Routine<T, "Q3AG"> me;
-    Pieces<T> pieces(*maxsub, sublo, subhi, subres, suberr, subord);
-    const Integral<T> integral = q3ag<T>({me.state(), f}, *a, *b, {*errabs, *errrel}, *irule, pieces);
+    Routine<T, "Q3AG"> me(s);
+    Pieces<T> pieces(maxsub, sublo, subhi, subres, suberr, subord);
+    const Integral<T> integral = integrate<T>({s, f}, a, b, {errabs, errrel}, irule, pieces);
     *result = integral.result;
     *esterr = integral.error;
     *ier = integral.code;
     *nsub = pieces.count();
-    *neval = evaluations(rule_row<T>(*irule).points, pieces.count());
+    *neval = evaluations(rule_row<T>(irule).points, pieces.count());
 }
 
 // False when there is no storage for the lists of a front, and then nothing is changed.
 template <class T>
-bool q2ag(frame::State& s, T (*f)(const T*), T a, T b, T errabs, T errrel, int32_t irule, T* result,
-          T* esterr, int32_t* neval, int32_t* nsub, Pieces<T>& pieces)
+bool integrate_into(frame::State& s, T (*f)(const T*), T a, T b, T errabs, T errrel, int32_t irule, T* result,
+                    T* esterr, int32_t* neval, int32_t* nsub, Pieces<T>& pieces)
 {
     Routine<T, "Q2AG"> me(s);
     if (pieces.room() < 1)
@@ -92,7 +92,7 @@ bool q2ag(frame::State& s, T (*f)(const T*), T a, T b, T errabs, T errrel, int32
     check_tolerance(me, 3, errabs, errrel);
     if (me.failed()) return true;
 
-    const Integral<T> integral = q3ag<T>({s, f}, a, b, {errabs, errrel}, irule, pieces);
+    const Integral<T> integral = integrate<T>({s, f}, a, b, {errabs, errrel}, irule, pieces);
     if (integral.code == no_storage) return false;
     *result = integral.result;
     *esterr = integral.error;
@@ -114,12 +114,12 @@ bool q2ag(frame::State& s, T (*f)(const T*), T a, T b, T errabs, T errrel, int32
 }
 
 template <class T>
-void q2ag_entry(T (*f)(const T*), const T* a, const T* b, const T* errabs, const T* errrel,
-                const int32_t* irule, T* result, T* esterr, const int32_t* maxsub, int32_t* neval,
-                int32_t* nsub, T* sublo, T* subhi, T* subres, T* suberr, int32_t* subord)
+void q2ag(frame::State& s, T (*f)(const T*), T a, T b, T errabs, T errrel, int32_t irule, T* result,
+          T* esterr, int32_t maxsub, int32_t* neval, int32_t* nsub, T* sublo, T* subhi, T* subres, T* suberr,
+          int32_t* subord)
 {
-    Pieces<T> pieces(*maxsub, sublo, subhi, subres, suberr, subord);
-    q2ag(frame::state(), f, *a, *b, *errabs, *errrel, *irule, result, esterr, neval, nsub, pieces);
+    Pieces<T> pieces(maxsub, sublo, subhi, subres, suberr, subord);
+    integrate_into(s, f, a, b, errabs, errrel, irule, result, esterr, neval, nsub, pieces);
 }
 
 template <class T>
@@ -129,7 +129,8 @@ void qdag(T (*f)(const T*), const T* a, const T* b, const T* errabs, const T* er
     Routine<T, "QDAG"> me;
     Pieces<T> pieces;
     int32_t neval, nsub;
-    if (!q2ag(me.state(), f, *a, *b, *errabs, *errrel, *irule, result, esterr, &neval, &nsub, pieces))
+    if (!integrate_into(me.state(), f, *a, *b, *errabs, *errrel, *irule, result, esterr, &neval, &nsub,
+                        pieces))
         no_lists(me, 7);
 }
 
@@ -137,9 +138,6 @@ void qdag(T (*f)(const T*), const T* a, const T* b, const T* errabs, const T* er
 
 }  // namespace orvel::quad
 
-ORVEL_EXPORT(QDAG, qdag_, 8, orvel::quad::qdag<float>);
-ORVEL_EXPORT(DQDAG, dqdag_, 8, orvel::quad::qdag<double>);
-ORVEL_EXPORT(Q2AG, q2ag_, 16, orvel::quad::q2ag_entry<float>);
-ORVEL_EXPORT(DQ2AG, dq2ag_, 16, orvel::quad::q2ag_entry<double>);
-ORVEL_EXPORT(Q3AG, q3ag_, 17, orvel::quad::q3ag_entry<float>);
-ORVEL_EXPORT(DQ3AG, dq3ag_, 17, orvel::quad::q3ag_entry<double>);
+ORVEL_EXPORT_REALS(QDAG, qdag_, DQDAG, dqdag_, 8, orvel::quad::qdag);
+ORVEL_EXPORT_REALS(Q2AG, q2ag_, DQ2AG, dq2ag_, 16, orvel::quad::q2ag);
+ORVEL_EXPORT_REALS(Q3AG, q3ag_, DQ3AG, dq3ag_, 17, orvel::quad::q3ag);

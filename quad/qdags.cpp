@@ -166,20 +166,20 @@ Integral<T> Qags<T>::extrapolated()
 }
 
 template <class T>
-Integral<T> q3ags(const UserFunction<T>& f, T a, T b, const Tolerance<T>& tolerance, Pieces<T>& pieces)
+Integral<T> integrate(const UserFunction<T>& f, T a, T b, const Tolerance<T>& tolerance, Pieces<T>& pieces)
 {
     if (pieces.room() < 1) return {0, 0, no_room};
     return Qags<T>(f, tolerance, pieces).integrate(a, b);
 }
 
 template <class T>
-void q3ags_entry(T (*f)(const T*), const T* a, const T* b, const T* errabs, const T* errrel,
-                 const int32_t* maxsub, T* result, T* esterr, int32_t* neval, int32_t* ier, T* sublo,
-                 T* subhi, T* subres, T* suberr, int32_t* subord, int32_t* nsub)
+void q3ags(frame::State& s, T (*f)(const T*), T a, T b, T errabs, T errrel, int32_t maxsub, T* result,
+           T* esterr, int32_t* neval, int32_t* ier, T* sublo, T* subhi, T* subres, T* suberr, int32_t* subord,
+           int32_t* nsub)
 {
-    Routine<T, "Q3AGS"> me;
-    Pieces<T> pieces(*maxsub, sublo, subhi, subres, suberr, subord);
-    const Integral<T> integral = q3ags<T>({me.state(), f}, *a, *b, {*errabs, *errrel}, pieces);
+    Routine<T, "Q3AGS"> me(s);
+    Pieces<T> pieces(maxsub, sublo, subhi, subres, suberr, subord);
+    const Integral<T> integral = integrate<T>({s, f}, a, b, {errabs, errrel}, pieces);
     *result = integral.result;
     *esterr = integral.error;
     *ier = integral.code;
@@ -189,8 +189,8 @@ void q3ags_entry(T (*f)(const T*), const T* a, const T* b, const T* errabs, cons
 
 // False when there is no storage for the lists of a front, and then nothing is changed.
 template <class T>
-bool q2ags(frame::State& s, T (*f)(const T*), T a, T b, T errabs, T errrel, T* result, T* esterr,
-           int32_t* neval, int32_t* nsub, Pieces<T>& pieces)
+bool integrate_into(frame::State& s, T (*f)(const T*), T a, T b, T errabs, T errrel, T* result, T* esterr,
+                    int32_t* neval, int32_t* nsub, Pieces<T>& pieces)
 {
     Routine<T, "Q2AGS"> me(s);
     if (pieces.room() < 1)
@@ -199,7 +199,7 @@ bool q2ags(frame::State& s, T (*f)(const T*), T a, T b, T errabs, T errrel, T* r
     check_tolerance(me, 2, errabs, errrel);
     if (me.failed()) return true;
 
-    const Integral<T> integral = q3ags<T>({s, f}, a, b, {errabs, errrel}, pieces);
+    const Integral<T> integral = integrate<T>({s, f}, a, b, {errabs, errrel}, pieces);
     if (integral.code == no_storage) return false;
     *result = integral.result;
     *esterr = integral.error;
@@ -230,12 +230,12 @@ bool q2ags(frame::State& s, T (*f)(const T*), T a, T b, T errabs, T errrel, T* r
 }
 
 template <class T>
-void q2ags_entry(T (*f)(const T*), const T* a, const T* b, const T* errabs, const T* errrel, T* result,
-                 T* esterr, const int32_t* maxsub, int32_t* neval, int32_t* nsub, T* sublo, T* subhi,
-                 T* subres, T* suberr, int32_t* subord)
+void q2ags(frame::State& s, T (*f)(const T*), T a, T b, T errabs, T errrel, T* result, T* esterr,
+           int32_t maxsub, int32_t* neval, int32_t* nsub, T* sublo, T* subhi, T* subres, T* suberr,
+           int32_t* subord)
 {
-    Pieces<T> pieces(*maxsub, sublo, subhi, subres, suberr, subord);
-    q2ags(frame::state(), f, *a, *b, *errabs, *errrel, result, esterr, neval, nsub, pieces);
+    Pieces<T> pieces(maxsub, sublo, subhi, subres, suberr, subord);
+    integrate_into(s, f, a, b, errabs, errrel, result, esterr, neval, nsub, pieces);
 }
 
 template <class T>
@@ -244,7 +244,7 @@ void qdags(T (*f)(const T*), const T* a, const T* b, const T* errabs, const T* e
     Routine<T, "QDAGS"> me;
     Pieces<T> pieces;
     int32_t neval, nsub;
-    if (!q2ags(me.state(), f, *a, *b, *errabs, *errrel, result, esterr, &neval, &nsub, pieces))
+    if (!integrate_into(me.state(), f, *a, *b, *errabs, *errrel, result, esterr, &neval, &nsub, pieces))
         no_lists(me, 6);
 }
 
@@ -252,9 +252,6 @@ void qdags(T (*f)(const T*), const T* a, const T* b, const T* errabs, const T* e
 
 }  // namespace orvel::quad
 
-ORVEL_EXPORT(QDAGS, qdags_, 7, orvel::quad::qdags<float>);
-ORVEL_EXPORT(DQDAGS, dqdags_, 7, orvel::quad::qdags<double>);
-ORVEL_EXPORT(Q2AGS, q2ags_, 15, orvel::quad::q2ags_entry<float>);
-ORVEL_EXPORT(DQ2AGS, dq2ags_, 15, orvel::quad::q2ags_entry<double>);
-ORVEL_EXPORT(Q3AGS, q3ags_, 16, orvel::quad::q3ags_entry<float>);
-ORVEL_EXPORT(DQ3AGS, dq3ags_, 16, orvel::quad::q3ags_entry<double>);
+ORVEL_EXPORT_REALS(QDAGS, qdags_, DQDAGS, dqdags_, 7, orvel::quad::qdags);
+ORVEL_EXPORT_REALS(Q2AGS, q2ags_, DQ2AGS, dq2ags_, 15, orvel::quad::q2ags);
+ORVEL_EXPORT_REALS(Q3AGS, q3ags_, DQ3AGS, dq3ags_, 16, orvel::quad::q3ags);

@@ -137,15 +137,9 @@ template Estimate<double> gauss_kronrod<double, 30>(const UserFunction<double>&,
 
 }  // namespace orvel::quad
 
-ORVEL_EXPORT(Q4AG, q4ag_, 7, (orvel::quad::apply_rule<float, 7, "Q4AG">));
-ORVEL_EXPORT(DQ4AG, dq4ag_, 7, (orvel::quad::apply_rule<double, 7, "Q4AG">));
-ORVEL_EXPORT(Q5AG, q5ag_, 7, (orvel::quad::apply_rule<float, 15, "Q5AG">));
-ORVEL_EXPORT(DQ5AG, dq5ag_, 7, (orvel::quad::apply_rule<double, 15, "Q5AG">));
-ORVEL_EXPORT(Q6AG, q6ag_, 7, (orvel::quad::apply_rule<float, 20, "Q6AG">));
-ORVEL_EXPORT(DQ6AG, dq6ag_, 7, (orvel::quad::apply_rule<double, 20, "Q6AG">));
-ORVEL_EXPORT(Q7AG, q7ag_, 7, (orvel::quad::apply_rule<float, 25, "Q7AG">));
-ORVEL_EXPORT(DQ7AG, dq7ag_, 7, (orvel::quad::apply_rule<double, 25, "Q7AG">));
-ORVEL_EXPORT(Q8AG, q8ag_, 7, (orvel::quad::apply_rule<float, 30, "Q8AG">));
-ORVEL_EXPORT(DQ8AG, dq8ag_, 7, (orvel::quad::apply_rule<double, 30, "Q8AG">));
-ORVEL_EXPORT(Q9AG, q9ag_, 7, (orvel::quad::apply_rule<float, 10, "Q9AG">));
-ORVEL_EXPORT(DQ9AG, dq9ag_, 7, (orvel::quad::apply_rule<double, 10, "Q9AG">));
+ORVEL_EXPORT_REALS(Q4AG, q4ag_, DQ4AG, dq4ag_, 7, orvel::quad::apply_rule, 7, "Q4AG");
+ORVEL_EXPORT_REALS(Q5AG, q5ag_, DQ5AG, dq5ag_, 7, orvel::quad::apply_rule, 15, "Q5AG");
+ORVEL_EXPORT_REALS(Q6AG, q6ag_, DQ6AG, dq6ag_, 7, orvel::quad::apply_rule, 20, "Q6AG");
+ORVEL_EXPORT_REALS(Q7AG, q7ag_, DQ7AG, dq7ag_, 7, orvel::quad::apply_rule, 25, "Q7AG");
+ORVEL_EXPORT_REALS(Q8AG, q8ag_, DQ8AG, dq8ag_, 7, orvel::quad::apply_rule, 30, "Q8AG");
+ORVEL_EXPORT_REALS(Q9AG, q9ag_, DQ9AG, dq9ag_, 7, orvel::quad::apply_rule, 10, "Q9AG");

@@ -13,16 +13,6 @@ namespace {
 // Below this, a fill goes number by number.
 constexpr int64_t few = 12;
 
-uint32_t fill_by_lanes(int which, uint32_t s, int64_t n, float* r)
-{
-    return loops().single_congruential(which, s, n, r);
-}
-
-uint32_t fill_by_lanes(int which, uint32_t s, int64_t n, double* r)
-{
-    return loops().double_congruential(which, s, n, r);
-}
-
 // The table takes quotients, not products with the scale.
 template <class T>
 [[gnu::noinline]] void fill_table(orvel_r2ncom& c)
@@ -46,7 +36,8 @@ void fill_congruential(orvel_r2ncom& c, int64_t n, T* r)
     if (n < few)
         for (int64_t k = 0; k < n; ++k) r[k] = next_congruential<T>(c);
     else
-        keep_state(c, fill_by_lanes(which_multiplier(c.option), state_of(c), n, r));
+        keep_state(
+            c, isa::of_type<T>(number_loops()).congruential(which_multiplier(c.option), state_of(c), n, r));
 }
 
 template <class T>
@@ -59,12 +50,12 @@ void fill_shuffled(orvel_r2ncom& c, int64_t n, T* r)
         return;
     }
     T* const table = shuffle_table<T>(c);
-    const Loops& fast = loops();
+    const auto run = state_loops().congruential;
     const int which = which_multiplier(c.option);
     uint32_t s = state_of(c), states[512];
     for (int64_t at = 0; at < n;) {
         const int64_t count = std::min<int64_t>(n - at, std::size(states));
-        s = fast.states(which, s, count, states);
+        s = run(which, s, count, states);
         for (int64_t k = 0; k < count; ++k) r[at + k] = exchange(table, states[k]);
         at += count;
     }
@@ -153,10 +144,7 @@ void rnisd(const int32_t* iseed1, int32_t* iseed2)
 
 }  // namespace orvel::random
 
-ORVEL_EXPORT(R1INS, r1ins_, 0, orvel::random::r1ins<float>);
-ORVEL_EXPORT(DR1INS, dr1ins_, 0, orvel::random::r1ins<double>);
-ORVEL_EXPORT(RNGES, rnges_, 1, orvel::random::rnges<float>);
-ORVEL_EXPORT(DRNGES, drnges_, 1, orvel::random::rnges<double>);
-ORVEL_EXPORT(RNSES, rnses_, 1, orvel::random::rnses<float>);
-ORVEL_EXPORT(DRNSES, drnses_, 1, orvel::random::rnses<double>);
+ORVEL_EXPORT_REALS(R1INS, r1ins_, DR1INS, dr1ins_, 0, orvel::random::r1ins);
+ORVEL_EXPORT_REALS(RNGES, rnges_, DRNGES, drnges_, 1, orvel::random::rnges);
+ORVEL_EXPORT_REALS(RNSES, rnses_, DRNSES, drnses_, 1, orvel::random::rnses);
 ORVEL_EXPORT(RNISD, rnisd_, 2, orvel::random::rnisd);

@@ -18,9 +18,9 @@ void fill(Stream& g, int64_t n, T* r)
     else if (option == shift_register)
         fill_register(c, n, r);
     else if (option == twister32)
-        fill_twister32(g, n, r, g.place32->ready == 1 ? 21641 : c.seed);
+        fill_twister<uint32_t>(g, n, r, g.place32->ready == 1 ? Twister<uint32_t>::default_seed : c.seed);
     else if (option == twister64)
-        fill_twister64(g, n, r, g.place64->ready == 1 ? 19650218 : c.seed);
+        fill_twister<uint64_t>(g, n, r, g.place64->ready == 1 ? Twister<uint64_t>::default_seed : c.seed);
     else
         fill_congruential(c, n, r);
 }
@@ -77,11 +77,11 @@ T rnunf()
                 return next_of_register<T>(c);
             break;
         case twister32:
-            if (is_at_hand(*g.place32, 624))
+            if (is_at_hand(*g.place32, Twister<uint32_t>::length))
                 return static_cast<T>(deviate(g.words32->word[g.place32->position++ - 1]));
             break;
         case twister64:
-            if (is_at_hand(*g.place64, 312))
+            if (is_at_hand(*g.place64, Twister<uint64_t>::length))
                 return static_cast<T>(deviate(g.words64->word[g.place64->position++ - 1]));
             break;
         default:
@@ -94,7 +94,5 @@ T rnunf()
 
 }  // namespace orvel::random
 
-ORVEL_EXPORT(RNUN, rnun_, 2, orvel::random::rnun<float>);
-ORVEL_EXPORT(DRNUN, drnun_, 2, orvel::random::rnun<double>);
-ORVEL_EXPORT(RNUNF, rnunf_, 0, orvel::random::rnunf<float>);
-ORVEL_EXPORT(DRNUNF, drnunf_, 0, orvel::random::rnunf<double>);
+ORVEL_EXPORT_REALS(RNUN, rnun_, DRNUN, drnun_, 2, orvel::random::rnun);
+ORVEL_EXPORT_REALS(RNUNF, rnunf_, DRNUNF, drnunf_, 0, orvel::random::rnunf);

@@ -5,6 +5,7 @@
 
 #include "orvel/random.h"
 #include "random/isa/loops.h"
+#include "random/isa/twister.h"
 
 namespace orvel::random {
 
@@ -163,32 +164,14 @@ T next_of_register(orvel_r2ncom& c)
 template <class T>
 void fill_register(orvel_r2ncom& c, int64_t n, T* r);
 
-inline uint32_t tempered(uint32_t y)
-{
-    y ^= y >> 11;
-    y ^= (y << 7) & 0x9D2C5680u;
-    y ^= (y << 15) & 0xEFC60000u;
-    return y ^ (y >> 18);
-}
-
-inline uint64_t tempered(uint64_t x)
-{
-    x ^= (x >> 29) & 0x5555555555555555u;
-    x ^= (x << 17) & 0x71D67FFFEDA60000u;
-    x ^= (x << 37) & 0xFFF7EEE000000000u;
-    return x ^ (x >> 43);
-}
-
 inline double deviate(uint32_t word) { return (static_cast<double>(tempered(word)) + 0.5) / 4294967295.0; }
 inline double deviate(uint64_t word)
 {
     return static_cast<double>(static_cast<int64_t>(tempered(word) >> 11)) * 0x1p-53;
 }
 
-// Numbers of a twister; one that is not ready is seeded from `seed`.
-template <class T>
-void fill_twister32(Stream& g, int64_t n, T* r, int32_t seed);
-template <class T>
-void fill_twister64(Stream& g, int64_t n, T* r, int32_t seed);
+// Numbers of the twister of words of this kind; one that is not ready is seeded from `seed`.
+template <class Word, class T>
+void fill_twister(Stream& g, int64_t n, T* r, int32_t seed);
 
 }  // namespace orvel::random

@@ -91,16 +91,6 @@ Bits jumped(const Bits& from)
     c.words_ready = -1;
 }
 
-int32_t fill_words_out(int32_t* words, int32_t* p, int32_t* q, int64_t n, float* r)
-{
-    return loops().single_register(words, p, q, n, r);
-}
-
-int32_t fill_words_out(int32_t* words, int32_t* p, int32_t* q, int64_t n, double* r)
-{
-    return loops().double_register(words, p, q, n, r);
-}
-
 }  // namespace
 
 template <class T>
@@ -115,7 +105,7 @@ void fill_register(orvel_r2ncom& c, int64_t n, T* r)
         return;
     }
     int32_t p = c.first - 1, q = c.second - 1;
-    const int32_t word = fill_words_out(c.words, &p, &q, n, r);
+    const int32_t word = isa::of_type<T>(number_loops()).shift_register(c.words, &p, &q, n, r);
     c.first = p + 1;
     c.second = q + 1;
     keep_state(c, static_cast<uint32_t>(word));

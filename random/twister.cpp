@@ -24,13 +24,10 @@ namespace orvel::random {
 
 namespace {
 
-// What the two twisters differ in: the published constants, and where the thread keeps them.
-struct Twister32 {
+// The two twisters, with the places where the thread keeps them.
+struct Twister32 : Twister<uint32_t> {
     using Word = uint32_t;
     using Signed = int32_t;
-    static constexpr int32_t length = 624, default_seed = 21641;
-    static constexpr int shift = 30;
-    static constexpr Word seeding = 1812433253u, first_key = 1664525u, second_key = 1566083941u;
     static constexpr std::string_view key_name = "KEY LENGTH";
     using Init = Routine<float, "RNIN32">;
     using Get = Routine<float, "RNGE32">;
@@ -38,9 +35,12 @@ struct Twister32 {
 
     static orvel_mt_state1& place(Stream& g) { return *g.place32; }
     static Word* words(Stream& g) { return g.words32->word; }
-    static void refill(Word* w) { loops().refill32(w); }
-    static void temper(const Word* w, int64_t n, float* r) { loops().single_temper32(w, n, r); }
-    static void temper(const Word* w, int64_t n, double* r) { loops().double_temper32(w, n, r); }
+    static void refill(Word* w) { state_loops().refill32(w); }
+    template <class T>
+    static void numbers(const Word* w, int64_t n, T* r)
+    {
+        isa::of_type<T>(number_loops()).from_words32(w, n, r);
+    }
     static void write_masks()
     {
         MT_MASK1 = 0x80000000u;
@@ -48,13 +48,9 @@ struct Twister32 {
     }
 };
 
-struct Twister64 {
+struct Twister64 : Twister<uint64_t> {
     using Word = uint64_t;
     using Signed = int64_t;
-    static constexpr int32_t length = 312, default_seed = 19650218;
-    static constexpr int shift = 62;
-    static constexpr Word seeding = 6364136223846793005u, first_key = 3935559000370003845u,
-                          second_key = 2862933555777941757u;
     static constexpr std::string_view key_name = "key length";
     using Init = Routine<float, "RNIN64">;
     using Get = Routine<float, "RNGE64">;
@@ -62,15 +58,21 @@ struct Twister64 {
 
     static orvel_mt_state1& place(Stream& g) { return *g.place64; }
     static Word* words(Stream& g) { return g.words64->word; }
-    static void refill(Word* w) { loops().refill64(w); }
-    static void temper(const Word* w, int64_t n, float* r) { loops().single_temper64(w, n, r); }
-    static void temper(const Word* w, int64_t n, double* r) { loops().double_temper64(w, n, r); }
+    static void refill(Word* w) { state_loops().refill64(w); }
+    template <class T>
+    static void numbers(const Word* w, int64_t n, T* r)
+    {
+        isa::of_type<T>(number_loops()).from_words64(w, n, r);
+    }
     static void write_masks()
     {
         MT_MASK3[0] = 0xFFFFFFFF80000000u;
         MT_MASK3[1] = 0x7FFFFFFFu;
     }
 };
+
+template <class Word>
+constexpr int shift = 8 * sizeof(Word) - 2;
 
 template <class M>
 void seed_twister(Stream& g, int32_t seed)
@@ -79,7 +81,7 @@ void seed_twister(Stream& g, int32_t seed)
     Word* const w = M::words(g);
     w[0] = static_cast<Word>(static_cast<typename M::Signed>(seed));
     for (int32_t k = 1; k < M::length; ++k)
-        w[k] = M::seeding * (w[k - 1] ^ (w[k - 1] >> M::shift)) + static_cast<Word>(k);
+        w[k] = M::seeding * (w[k - 1] ^ (w[k - 1] >> shift<Word>)) + static_cast<Word>(k);
     M::place(g) = {1, M::length + 1};
     M::write_masks();
 }
@@ -88,10 +90,10 @@ template <class M>
 void seed_by_key(Stream& g, const typename M::Signed* key, int32_t length)
 {
     using Word = typename M::Word;
-    seed_twister<M>(g, 19650218);
+    seed_twister<M>(g, seed_of_keys);
     Word* const w = M::words(g);
     int32_t k = 1, j = 0;
-    const auto mixed = [&](Word factor) { return w[k] ^ ((w[k - 1] ^ (w[k - 1] >> M::shift)) * factor); };
+    const auto mixed = [&](Word factor) { return w[k] ^ ((w[k - 1] ^ (w[k - 1] >> shift<Word>)) * factor); };
     const auto next = [&] {
         if (++k < M::length) return;
         w[0] = w[M::length - 1];
@@ -109,9 +111,8 @@ void seed_by_key(Stream& g, const typename M::Signed* key, int32_t length)
     w[0] = Word{1} << (8 * sizeof(Word) - 1);
 }
 
-// Numbers of a twister that is not ready come from `seed`.
 template <class M, class T>
-void fill_twister(Stream& g, int64_t n, T* r, int32_t seed)
+void fill(Stream& g, int64_t n, T* r, int32_t seed)
 {
     orvel_mt_state1& place = M::place(g);
     typename M::Word* const w = M::words(g);
@@ -127,7 +128,7 @@ void fill_twister(Stream& g, int64_t n, T* r, int32_t seed)
         if (count == 1)
             *r = static_cast<T>(deviate(w[at]));
         else
-            M::temper(w + at, count, r);
+            M::numbers(w + at, count, r);
         at += count;
         r += count;
         n -= count;
@@ -138,7 +139,7 @@ void fill_twister(Stream& g, int64_t n, T* r, int32_t seed)
 template <class M, class T>
 void from_twister(const int32_t* nr, T* r)
 {
-    fill_twister<M>(stream(), *nr, r, M::default_seed);
+    fill<M>(stream(), *nr, r, M::default_seed);
 }
 
 template <class M>
@@ -181,22 +182,16 @@ void rnse(const typename M::Signed* mtable)
 
 }  // namespace
 
-template <class T>
-void fill_twister32(Stream& g, int64_t n, T* r, int32_t seed)
+template <class Word, class T>
+void fill_twister(Stream& g, int64_t n, T* r, int32_t seed)
 {
-    fill_twister<Twister32>(g, n, r, seed);
+    fill<std::conditional_t<sizeof(Word) == 4, Twister32, Twister64>>(g, n, r, seed);
 }
 
-template <class T>
-void fill_twister64(Stream& g, int64_t n, T* r, int32_t seed)
-{
-    fill_twister<Twister64>(g, n, r, seed);
-}
-
-template void fill_twister32<float>(Stream&, int64_t, float*, int32_t);
-template void fill_twister32<double>(Stream&, int64_t, double*, int32_t);
-template void fill_twister64<float>(Stream&, int64_t, float*, int32_t);
-template void fill_twister64<double>(Stream&, int64_t, double*, int32_t);
+template void fill_twister<uint32_t>(Stream&, int64_t, float*, int32_t);
+template void fill_twister<uint32_t>(Stream&, int64_t, double*, int32_t);
+template void fill_twister<uint64_t>(Stream&, int64_t, float*, int32_t);
+template void fill_twister<uint64_t>(Stream&, int64_t, double*, int32_t);
 
 }  // namespace orvel::random
 

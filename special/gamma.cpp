@@ -99,5 +99,4 @@ T gamma_function(const T* x)
 
 }  // namespace orvel::special
 
-ORVEL_EXPORT(GAMMA, gamma_, 1, orvel::special::gamma_function<float>);
-ORVEL_EXPORT(DGAMMA, dgamma_, 1, orvel::special::gamma_function<double>);
+ORVEL_EXPORT_REALS(GAMMA, gamma_, DGAMMA, dgamma_, 1, orvel::special::gamma_function);

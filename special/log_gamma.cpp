@@ -114,7 +114,5 @@ template LogGamma<double> log_gamma_and_sign(frame::State&, double);
 
 }  // namespace orvel::special
 
-ORVEL_EXPORT(ALNGAM, alngam_, 1, orvel::special::log_gamma_function<float>);
-ORVEL_EXPORT(DLNGAM, dlngam_, 1, orvel::special::log_gamma_function<double>);
-ORVEL_EXPORT(ALGAMS, algams_, 3, orvel::special::log_gamma_with_sign<float>);
-ORVEL_EXPORT(DLGAMS, dlgams_, 3, orvel::special::log_gamma_with_sign<double>);
+ORVEL_EXPORT_REALS(ALNGAM, alngam_, DLNGAM, dlngam_, 1, orvel::special::log_gamma_function);
+ORVEL_EXPORT_REALS(ALGAMS, algams_, DLGAMS, dlgams_, 3, orvel::special::log_gamma_with_sign);

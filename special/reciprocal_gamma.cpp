@@ -39,5 +39,4 @@ T reciprocal_gamma(const T* px)
 
 }  // namespace orvel::special
 
-ORVEL_EXPORT(GAMR, gamr_, 1, orvel::special::reciprocal_gamma<float>);
-ORVEL_EXPORT(DGAMR, dgamr_, 1, orvel::special::reciprocal_gamma<double>);
+ORVEL_EXPORT_REALS(GAMR, gamr_, DGAMR, dgamr_, 1, orvel::special::reciprocal_gamma);

@@ -48,7 +48,5 @@ T csevl(const T* x, const T* cs, const int32_t* n)
 
 }  // namespace orvel::special
 
-ORVEL_EXPORT(INITS, inits_, 3, orvel::special::inits<float>);
-ORVEL_EXPORT(INITDS, initds_, 3, orvel::special::inits<double>);
-ORVEL_EXPORT(CSEVL, csevl_, 3, orvel::special::csevl<float>);
-ORVEL_EXPORT(DCSEVL, dcsevl_, 3, orvel::special::csevl<double>);
+ORVEL_EXPORT_REALS(INITS, inits_, INITDS, initds_, 3, orvel::special::inits);
+ORVEL_EXPORT_REALS(CSEVL, csevl_, DCSEVL, dcsevl_, 3, orvel::special::csevl);

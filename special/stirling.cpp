@@ -36,7 +36,5 @@ void range(T* xmin, T* xmax)
 
 }  // namespace orvel::special
 
-ORVEL_EXPORT(R9LGMC, r9lgmc_, 1, orvel::special::log_gamma_correction<float>);
-ORVEL_EXPORT(D9LGMC, d9lgmc_, 1, orvel::special::log_gamma_correction<double>);
-ORVEL_EXPORT(R9GAML, r9gaml_, 2, orvel::special::range<float>);
-ORVEL_EXPORT(D9GAML, d9gaml_, 2, orvel::special::range<double>);
+ORVEL_EXPORT_REALS(R9LGMC, r9lgmc_, D9LGMC, d9lgmc_, 1, orvel::special::log_gamma_correction);
+ORVEL_EXPORT_REALS(R9GAML, r9gaml_, D9GAML, d9gaml_, 2, orvel::special::range);

@@ -46,19 +46,19 @@ Converted whole_number(std::string_view text)
 
 namespace {
 
-void c1iarg_entry(const int32_t* iarg, const char* nmarg, const int32_t* lo, const int32_t* hi,
-                  int32_t* icode, std::size_t length)
+// The exported routine has no name on the stack, so no pop follows that could stop.
+void stopping_c1iarg(frame::State& s, int32_t iarg, const char* nmarg, int32_t lo, int32_t hi, int32_t* icode,
+                     std::size_t length)
 {
-    frame::State& s = frame::state();
     const int32_t code = *icode;
-    const bool bad = *iarg < *lo || (*lo <= *hi && *iarg > *hi);
-    c1iarg(s, *iarg, frame::text_argument(nmarg, length), *lo, *hi, *icode);
+    const bool bad = iarg < lo || (lo <= hi && iarg > hi);
+    c1iarg(s, iarg, frame::text_argument(nmarg, length), lo, hi, *icode);
     if (bad) frame::stop_without_pop(s, terminal, code);
 }
 
-void c1tci(const char* chrstr, const int32_t* slen, int32_t* num, int32_t* ier, std::size_t length)
+void c1tci(const char* chrstr, int32_t slen, int32_t* num, int32_t* ier, std::size_t length)
 {
-    const std::size_t used = static_cast<std::size_t>(std::max(*slen, 0));
+    const std::size_t used = static_cast<std::size_t>(std::max(slen, 0));
     const Converted value = whole_number(frame::text_argument(chrstr, length).substr(0, used));
     *num = value.number;
     *ier = value.error;
@@ -68,5 +68,5 @@ void c1tci(const char* chrstr, const int32_t* slen, int32_t* num, int32_t* ier, 
 
 }  // namespace orvel::util
 
-ORVEL_EXPORT(C1IARG, c1iarg_, 6, orvel::util::c1iarg_entry);
+ORVEL_EXPORT(C1IARG, c1iarg_, 6, orvel::util::stopping_c1iarg);
 ORVEL_EXPORT(C1TCI, c1tci_, 5, orvel::util::c1tci);

@@ -197,13 +197,6 @@ void p2rma(frame::State& s, const int32_t* nra, const int32_t* nca, const T* a, 
 }
 
 template <class T>
-void p2rma_alone(const int32_t* nra, const int32_t* nca, const T* a, const int32_t* lda,
-                 const int32_t* ipermu, const int32_t* ipath, T* aper, const int32_t* ldaper, T* work)
-{
-    p2rma(frame::state(), nra, nca, a, lda, ipermu, ipath, aper, ldaper, work);
-}
-
-template <class T>
 void perma(const int32_t* nra, const int32_t* nca, const T* a, const int32_t* lda, const int32_t* ipermu,
            const int32_t* ipath, T* aper, const int32_t* ldaper)
 {
@@ -222,9 +215,6 @@ void perma(const int32_t* nra, const int32_t* nca, const T* a, const int32_t* ld
 
 }  // namespace orvel::util
 
-ORVEL_EXPORT(PERMU, permu_, 5, orvel::util::permu<float>);
-ORVEL_EXPORT(DPERMU, dpermu_, 5, orvel::util::permu<double>);
-ORVEL_EXPORT(P2RMA, p2rma_, 9, orvel::util::p2rma_alone<float>);
-ORVEL_EXPORT(DP2RMA, dp2rma_, 9, orvel::util::p2rma_alone<double>);
-ORVEL_EXPORT(PERMA, perma_, 8, orvel::util::perma<float>);
-ORVEL_EXPORT(DPERMA, dperma_, 8, orvel::util::perma<double>);
+ORVEL_EXPORT_REALS(PERMU, permu_, DPERMU, dpermu_, 5, orvel::util::permu);
+ORVEL_EXPORT_REALS(P2RMA, p2rma_, DP2RMA, dp2rma_, 9, orvel::util::p2rma);
+ORVEL_EXPORT_REALS(PERMA, perma_, DPERMA, dperma_, 8, orvel::util::perma);

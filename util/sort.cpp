@@ -137,15 +137,11 @@ template Difficulties sort_labelled(int64_t, int32_t*, int32_t*);
 
 }  // namespace orvel::util
 
-ORVEL_EXPORT(SVRGN, svrgn_, 3, orvel::util::svrgn<float>);
-ORVEL_EXPORT(DSVRGN, dsvrgn_, 3, orvel::util::svrgn<double>);
-ORVEL_EXPORT(SVRGP, svrgp_, 4, orvel::util::svrgp<float>);
-ORVEL_EXPORT(DSVRGP, dsvrgp_, 4, orvel::util::svrgp<double>);
+ORVEL_EXPORT_REALS(SVRGN, svrgn_, DSVRGN, dsvrgn_, 3, orvel::util::svrgn);
+ORVEL_EXPORT_REALS(SVRGP, svrgp_, DSVRGP, dsvrgp_, 4, orvel::util::svrgp);
 ORVEL_EXPORT(SVIGN, svign_, 3, orvel::util::svign);
 ORVEL_EXPORT(SVIGP, svigp_, 4, orvel::util::svigp);
-ORVEL_EXPORT(SVRBN, svrbn_, 3, orvel::util::svrbn<float>);
-ORVEL_EXPORT(DSVRBN, dsvrbn_, 3, orvel::util::svrbn<double>);
-ORVEL_EXPORT(SVRBP, svrbp_, 4, orvel::util::svrbp<float>);
-ORVEL_EXPORT(DSVRBP, dsvrbp_, 4, orvel::util::svrbp<double>);
+ORVEL_EXPORT_REALS(SVRBN, svrbn_, DSVRBN, dsvrbn_, 3, orvel::util::svrbn);
+ORVEL_EXPORT_REALS(SVRBP, svrbp_, DSVRBP, dsvrbp_, 4, orvel::util::svrbp);
 ORVEL_EXPORT(SVIBN, svibn_, 3, orvel::util::svibn);
 ORVEL_EXPORT(SVIBP, svibp_, 4, orvel::util::svibp);

@@ -8,7 +8,7 @@
 namespace orvel::util {
 
 // Sorts n >= 0 elements in place by value, ascending, and moves the labels, if there are any, as the
-// elements. What is not a number comes last.
+// elements. NaN come last.
 template <class T>
 Difficulties sort_labelled(int64_t n, T* x, int32_t* labels);
 

@@ -163,5 +163,4 @@ void zreal(T (*f)(const T*), const T* errabs, const T* errrel, const T* eps, con
 
 }  // namespace orvel::zeros
 
-ORVEL_EXPORT(ZREAL, zreal_, 10, orvel::zeros::zreal<float>);
-ORVEL_EXPORT(DZREAL, dzreal_, 10, orvel::zeros::zreal<double>);
+ORVEL_EXPORT_REALS(ZREAL, zreal_, DZREAL, dzreal_, 10, orvel::zeros::zreal);

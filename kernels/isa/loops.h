@@ -1,8 +1,8 @@
 // kernels/isa/loops.h - tables of the hot loops, one set for each instruction-set level
 //
-// The files beside this one are compiled once per level. They include nothing but this header, lanes.h and
-// <stdint.h>, keep everything in unnamed namespaces, and so leave no symbol that the linker could merge with
-// code of another level.
+// The files beside this one are compiled once per level. They include nothing but each other, the folder isa/
+// and <stdint.h>, keep everything in unnamed namespaces, and so leave no symbol that the linker could merge
+// with code of another level.
 #pragma once
 
 #include <stdint.h>
@@ -54,8 +54,8 @@ struct WideSums {
     void (*complex_products)(int64_t n, const float* x, const float* y, double s[4]);
 };
 
-// Index, from 0, of the first of the n > 0 elements that is strictly better than all before it. What is no
-// number is never better; in front, nothing is better than it. A complex element counts as |re| + |im|, and n
+// Index, from 0, of the first of the n > 0 elements that is strictly better than all before it. A NaN is
+// never better; nothing is better than a NaN at the front. A complex element counts as |re| + |im|, and n
 // counts elements.
 template <class R>
 struct Searches {

@@ -1,8 +1,8 @@
 // kernels/isa/searches.cpp - index of the best element of a contiguous vector
 //
 // Every lane keeps its best key and the group of vectors in which it first met it. The earliest group among
-// the lanes that hold the best key of all contains the first best element. Comparisons are false for what is
-// no number, so that a lane never takes it up.
+// the lanes that hold the best key of all contains the first best element. Comparisons with NaN are false,
+// so that a lane never takes one up.
 #include "kernels/isa/lanes.h"
 #include "kernels/isa/loops.h"
 
@@ -60,7 +60,7 @@ inline int64_t search_plain(const R* x, int64_t first, int64_t last, int64_t at)
 }
 
 // The best of the lanes by choose(a, b), which takes vectors and numbers. Vectors of 8 bytes are not
-// compared: what the rest of their register holds might be no number and raise a trap.
+// compared: the rest of their register might hold a NaN, which would raise a trap.
 template <class E, int N, class F>
 inline __attribute__((always_inline)) E fold_lanes(isa::Vector<E, N> v, F choose)
 {

@@ -130,8 +130,8 @@ R triple_products(int64_t n, const R* x, const R* y, const R* z)
         .a;
 }
 
-// x, or the limit where that is less; what is no number stays. Compilers find the instruction for it by
-// themselves, but at the level that has masks.
+// x, or the limit where that is less; a NaN stays. Compilers find the instruction for it by themselves,
+// except at the level that has masks.
 template <class V>
 inline __attribute__((always_inline)) V cut(V x, V limit)
 {

@@ -30,7 +30,7 @@ struct Elimination {
     int64_t (*step)(int64_t c, int64_t m, int64_t n, const R* t, const R* s, R* p, PanelShape shape);
 
     // The first row from c on where |x| * s is largest; complex magnitudes are |re| + |im|. s has room for
-    // whole vectors. What is no number is never chosen before the others.
+    // whole vectors. A NaN is chosen only where there is nothing else.
     int64_t (*pivot)(int64_t c, int64_t m, const R* x, const R* s, PanelShape shape);
 };
 

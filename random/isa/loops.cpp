@@ -6,6 +6,7 @@
 #include "random/isa/loops.h"
 
 #include "isa/vector.h"
+#include "random/isa/twister.h"
 
 namespace orvel::random {
 
@@ -139,14 +140,15 @@ int32_t shift_register(int32_t* words, int32_t* first, int32_t* second, int64_t 
     return last;
 }
 
-// MT19937 and MT19937-64.
-template <class Word, int length, int middle, Word matrix>
-[[gnu::always_inline]] inline void refill(Word* w)
+template <class Word>
+void refill(Word* w)
 {
+    using M = Twister<Word>;
     constexpr Word lower = 0x7FFFFFFF;
+    constexpr int length = M::length, middle = M::middle;
     const auto twist = [](Word a, Word b, Word c) {
         const Word y = (a & ~lower) | (b & lower);
-        return static_cast<Word>(c ^ (y >> 1) ^ (-(b & 1) & matrix));
+        return static_cast<Word>(c ^ (y >> 1) ^ (-(b & 1) & M::matrix));
     };
     for (int k = 0; k < length - middle; ++k) w[k] = twist(w[k], w[k + 1], w[k + middle]);
     Word* const v = w + (length - middle);
@@ -155,35 +157,24 @@ template <class Word, int length, int middle, Word matrix>
     w[length - 1] = twist(w[length - 1], w[0], w[middle - 1]);
 }
 
-void refill32(uint32_t* word) { refill<uint32_t, 624, 397, 0x9908B0DFu>(word); }
-void refill64(uint64_t* word) { refill<uint64_t, 312, 156, 0xB5026F5AA96619E9u>(word); }
-
 // (y + 0.5) / (2^32 - 1) is x (2^-32 + 2^-64 + 2^-96 ...) for x = y + 0.5. The sum below, rounded to single,
 // equals the division for each of the 2^32 words, as a run over all of them has shown; as a double it misses
 // the last bit of one.
 template <class T>
-void temper32(const uint32_t* word, int64_t n, T* __restrict out)
+void from_words32(const uint32_t* word, int64_t n, T* __restrict out)
 {
     for (int64_t k = 0; k < n; ++k) {
-        uint32_t y = word[k];
-        y ^= y >> 11;
-        y ^= (y << 7) & 0x9D2C5680u;
-        y ^= (y << 15) & 0xEFC60000u;
-        y ^= y >> 18;
+        const uint32_t y = tempered(word[k]);
         const double x = static_cast<double>(static_cast<int32_t>(y ^ 0x80000000u)) + 2147483648.5;
         out[k] = static_cast<T>(sizeof(T) == 4 ? x * 0x1p-32 + x * 0x1.00000001p-64 : x / 4294967295.0);
     }
 }
 
 template <class T>
-void temper64(const uint64_t* word, int64_t n, T* __restrict out)
+void from_words64(const uint64_t* word, int64_t n, T* __restrict out)
 {
     for (int64_t k = 0; k < n; ++k) {
-        uint64_t x = word[k];
-        x ^= (x >> 29) & 0x5555555555555555u;
-        x ^= (x << 17) & 0x71D67FFFEDA60000u;
-        x ^= (x << 37) & 0xFFF7EEE000000000u;
-        x ^= x >> 43;
+        const uint64_t x = tempered(word[k]);
         // 53 bits as a double: the upper 21 in front of 2^84, the lower 32 in front of 2^52; all exact.
         const auto upper = __builtin_bit_cast(double, (x >> 43) | 0x4530000000000000u);
         const auto lower = __builtin_bit_cast(double, ((x >> 11) & 0xFFFFFFFFu) | 0x4330000000000000u);
@@ -191,20 +182,12 @@ void temper64(const uint64_t* word, int64_t n, T* __restrict out)
     }
 }
 
+template <class T>
+constexpr NumberLoops<T> numbers = {congruential<T>, shift_register<T>, from_words32<T>, from_words64<T>};
+
 }  // namespace
 
-const Loops ORVEL_ISA::loops = {
-    congruential<float>,
-    congruential<double>,
-    congruential<uint32_t>,
-    shift_register<float>,
-    shift_register<double>,
-    refill32,
-    refill64,
-    temper32<float>,
-    temper32<double>,
-    temper64<float>,
-    temper64<double>,
-};
+const isa::ForReals<NumberLoops> ORVEL_ISA::number_loops = {numbers<float>, numbers<double>};
+const StateLoops ORVEL_ISA::state_loops = {congruential<uint32_t>, refill<uint32_t>, refill<uint64_t>};
 
 }  // namespace orvel::random

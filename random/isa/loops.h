@@ -17,26 +17,27 @@ inline constexpr uint32_t modulus = 2147483647;
 inline constexpr double reciprocal = 1.0 / 2147483647.0;
 inline constexpr float single_scale = 0x1.fffffep-32f;
 
-struct Loops {
-    // n >= 0 numbers, or states, after `state`; returns the last state.
-    uint32_t (*single_congruential)(int which, uint32_t state, int64_t n, float* out);
-    uint32_t (*double_congruential)(int which, uint32_t state, int64_t n, double* out);
-    uint32_t (*states)(int which, uint32_t state, int64_t n, uint32_t* out);
-
+template <class T>
+struct NumberLoops {
+    // n >= 0 numbers after the state; returns the last state.
+    uint32_t (*congruential)(int which, uint32_t state, int64_t n, T* out);
     // n >= 1 numbers of the shift register at the zero-based indices p and q, which move on; returns the last
     // word.
-    int32_t (*single_register)(int32_t* words, int32_t* p, int32_t* q, int64_t n, float* out);
-    int32_t (*double_register)(int32_t* words, int32_t* p, int32_t* q, int64_t n, double* out);
-
-    // The next block of a twister, and numbers from words of a block.
-    void (*refill32)(uint32_t* word);
-    void (*refill64)(uint64_t* word);
-    void (*single_temper32)(const uint32_t* word, int64_t n, float* out);
-    void (*double_temper32)(const uint32_t* word, int64_t n, double* out);
-    void (*single_temper64)(const uint64_t* word, int64_t n, float* out);
-    void (*double_temper64)(const uint64_t* word, int64_t n, double* out);
+    int32_t (*shift_register)(int32_t* words, int32_t* p, int32_t* q, int64_t n, T* out);
+    // Numbers from words of a block of a twister.
+    void (*from_words32)(const uint32_t* word, int64_t n, T* out);
+    void (*from_words64)(const uint64_t* word, int64_t n, T* out);
 };
 
-ORVEL_LEVEL_TABLE(Loops, loops);
+struct StateLoops {
+    // n >= 0 states of a congruential generator after the state; returns the last one.
+    uint32_t (*congruential)(int which, uint32_t state, int64_t n, uint32_t* out);
+    // The next block of a twister.
+    void (*refill32)(uint32_t* word);
+    void (*refill64)(uint64_t* word);
+};
+
+ORVEL_LEVEL_TABLE(isa::ForReals<NumberLoops>, number_loops);
+ORVEL_LEVEL_TABLE(StateLoops, state_loops);
 
 }  // namespace orvel::random

@@ -26,7 +26,7 @@ std::size_t in_use() { return mallinfo2().uordblks + mallinfo2().hblkhd; }
 
 // A routine with three arrays that calls a function of its user.
 template <class T>
-T front(int32_t n, T (*f)(T), T result)
+T front(int32_t n, T (*f)(const T*), T result)
 {
     Routine<T, "FRONT"> me;
     Scratch<T> a;
@@ -40,8 +40,7 @@ T front(int32_t n, T (*f)(T), T result)
     }
     if (n == 2) me.post(fatal, 3, "X = %(R1).", {r(1, 1.5)});
     std::memset(a, 0, static_cast<std::size_t>(n) * sizeof(T));
-    const UserCode user(me.state());
-    return f(a[n - 1]);
+    return UserFunction<T>(me.state(), f)(a[n - 1]);
 }
 
 template <class T>
@@ -51,7 +50,7 @@ void inner(int32_t type, int32_t code)
     me.post(type, code, "Text.");
 }
 
-float plus_one(float x) { return x + 1; }
+float plus_one(const float* x) { return *x + 1; }
 
 TEST_F(Frame, EveryFailedRequestIsReportedAndNothingIsKept)
 {
@@ -94,7 +93,7 @@ TEST_F(Frame, EveryFailedRequestIsReportedAndNothingIsKept)
     write_with(measure, &at_print);
     const std::size_t before = in_use();
     front(
-        2 << 20, +[](float x) { return inner<float>(note, 1), x; }, 0.0f);
+        2 << 20, +[](const float* x) { return inner<float>(note, 1), *x; }, 0.0f);
     const std::size_t inside = at_print;
     front(2, plus_one, 0.0f);
     EXPECT_LT(at_print, before + (1 << 20));
@@ -149,18 +148,15 @@ TEST_F(Frame, NamesAndNumbersFollowThePrecision)
     EXPECT_EQ(name(), "DINNER  ");
 }
 
-TEST_F(Frame, UserCodeIsTheUser)
+TEST_F(Frame, FunctionsOfTheUserAreTheUser)
 {
     {
         Routine<float, "OUTER"> me;
         inner<float>(warning, 1);
         EXPECT_EQ(page.take(), "");
         me.clear();
-        {
-            const UserCode user(me.state());
-            inner<float>(warning, 2);
-            EXPECT_NE(page.take().find("ERROR 2 from INNER.  Text.\n"), std::string::npos);
-        }
+        UserFunction<float>(me.state(), [](const float* x) { return inner<float>(warning, 2), *x; })(1.0f);
+        EXPECT_NE(page.take().find("ERROR 2 from INNER.  Text.\n"), std::string::npos);
         me.clear();
         inner<float>(warning, 3);
         EXPECT_EQ(page.take(), "");
@@ -175,7 +171,7 @@ struct PostsOnTheWay {
 };
 
 template <int32_t type>
-float on_the_way_of(float)
+float on_the_way_of(const float*)
 {
     const PostsOnTheWay local{type};
     throw 8;
@@ -186,7 +182,7 @@ TEST_F(Frame, ExceptionLeavesTheLevelSilently)
     set_switches(0, 1, 1);
     on_stop(throwing);
     set_switches(2, 0, 0);
-    const auto thrown = [&](float (*f)(float)) {
+    const auto thrown = [&](float (*f)(const float*)) {
         try {
             const Outcome stop = stop_of([&] { front(2, f, 0.0f); });
             return 10 * stop.type + stop.code;
@@ -195,7 +191,7 @@ TEST_F(Frame, ExceptionLeavesTheLevelSilently)
         }
     };
     // FRONT has posted FATAL 3, which would print and stop.
-    EXPECT_EQ(thrown([](float) -> float { throw 7; }), 7);
+    EXPECT_EQ(thrown([](const float*) -> float { throw 7; }), 7);
     EXPECT_EQ(page.take(), "");
     EXPECT_EQ((std::array{ERCOM1.level, ERCOM1.ertype[0], ERCOM4.user[1]}), (std::array{1, 0, 0}));
     EXPECT_EQ(thrown(plus_one), 43);
@@ -226,15 +222,6 @@ void catch_and_post(int32_t type = note)
 TEST_F(Frame, ExceptionsAreCountedFromTheRoutinesOwnError)
 {
     using Outer = Routine<float, "OUTER">;
-    const auto in_user_code = [](Outer& me) {
-        me.post(fatal, 3, "Text.");
-        const UserCode user(me.state());
-        {
-            const UserCode inside(me.state());
-            catch_and_post();
-        }
-        throw 7;
-    };
     const auto in_user_function = [](Outer& me) {
         me.post(fatal, 3, "Text.");
         const UserFunction<float> f(me.state(), [](const float* x) { return catch_and_post(), *x; });
@@ -260,7 +247,6 @@ TEST_F(Frame, ExceptionsAreCountedFromTheRoutinesOwnError)
     // An error of a routine that is called on an exception's way is its own, and is judged when it returns.
     catch_and_post(warning);
     EXPECT_EQ(page.take(), "\n *** WARNING  ERROR 9 from INNER.  Text.\n");
-    check(in_user_code);
     check(in_user_function);
     check(in_writer);
     catch_and_post();

@@ -23,10 +23,10 @@ using namespace orvel_test;
 namespace {
 
 #define ORVEL_ADDRESS_AT(level, family, table) &orvel::family::level::table,
-#define ORVEL_EXPECT_TABLE(family, table)                                                     \
-    {                                                                                         \
-        const void* const tables[] = {ORVEL_FOR_EACH_LEVEL(ORVEL_ADDRESS_AT, family, table)}; \
-        EXPECT_EQ(static_cast<const void*>(&orvel::family::table()), tables[k]) << level;     \
+#define ORVEL_EXPECT_TABLE(for_each, family, table)                                       \
+    {                                                                                     \
+        const void* const tables[] = {for_each(ORVEL_ADDRESS_AT, family, table)};         \
+        EXPECT_EQ(static_cast<const void*>(&orvel::family::table()), tables[k]) << level; \
     }
 
 TEST(Levels, EveryFamilyTakesTheTablesOfTheLevelInUse)
@@ -34,22 +34,23 @@ TEST(Levels, EveryFamilyTakesTheTablesOfTheLevelInUse)
     int k = 0;
     on_every_level([&](const std::string& level) {
         EXPECT_EQ(orvel_level(), level);
-        ORVEL_EXPECT_TABLE(kernels, update_loops);
-        ORVEL_EXPECT_TABLE(kernels, sum_loops);
-        ORVEL_EXPECT_TABLE(kernels, wide_sum_loops);
-        ORVEL_EXPECT_TABLE(kernels, search_loops);
-        ORVEL_EXPECT_TABLE(kernels, level2_loops);
-        ORVEL_EXPECT_TABLE(kernels, real_product_loops);
-        ORVEL_EXPECT_TABLE(kernels, complex_product_loops);
-        ORVEL_EXPECT_TABLE(kernels, triangle_loops);
-        ORVEL_EXPECT_TABLE(linsys, elimination_loops);
-        ORVEL_EXPECT_TABLE(linsys, vector_loops);
-        ORVEL_EXPECT_TABLE(linsys, small_matrix_loops);
-        ORVEL_EXPECT_TABLE(linsys, residual_loops);
-        ORVEL_EXPECT_TABLE(linsys, excess_loops);
-        ORVEL_EXPECT_TABLE(random, loops);
-        ORVEL_EXPECT_TABLE(util, sort_table);
-        ORVEL_EXPECT_TABLE(interp, akima_loops);
+        ORVEL_EXPECT_TABLE(ORVEL_FOR_EACH_LEVEL, kernels, update_loops);
+        ORVEL_EXPECT_TABLE(ORVEL_FOR_EACH_LEVEL, kernels, sum_loops);
+        ORVEL_EXPECT_TABLE(ORVEL_FOR_EACH_LEVEL, kernels, wide_sum_loops);
+        ORVEL_EXPECT_TABLE(ORVEL_FOR_EACH_LEVEL, kernels, search_loops);
+        ORVEL_EXPECT_TABLE(ORVEL_FOR_EACH_LEVEL, kernels, level2_loops);
+        ORVEL_EXPECT_TABLE(ORVEL_FOR_EACH_LEVEL, kernels, real_product_loops);
+        ORVEL_EXPECT_TABLE(ORVEL_FOR_EACH_LEVEL, kernels, complex_product_loops);
+        ORVEL_EXPECT_TABLE(ORVEL_FOR_EACH_LEVEL, kernels, triangle_loops);
+        ORVEL_EXPECT_TABLE(ORVEL_FOR_EACH_LEVEL, linsys, elimination_loops);
+        ORVEL_EXPECT_TABLE(ORVEL_FOR_EACH_LEVEL, linsys, vector_loops);
+        ORVEL_EXPECT_TABLE(ORVEL_FOR_EACH_LEVEL, linsys, small_matrix_loops);
+        ORVEL_EXPECT_TABLE(ORVEL_FOR_EACH_LEVEL, linsys, residual_loops);
+        ORVEL_EXPECT_TABLE(ORVEL_FOR_EACH_LEVEL, linsys, excess_loops);
+        ORVEL_EXPECT_TABLE(ORVEL_FOR_EACH_LEVEL, random, number_loops);
+        ORVEL_EXPECT_TABLE(ORVEL_FOR_EACH_LEVEL, random, state_loops);
+        ORVEL_EXPECT_TABLE(ORVEL_FOR_EACH_OUTER_LEVEL, util, sort_table);
+        ORVEL_EXPECT_TABLE(ORVEL_FOR_EACH_LEVEL, interp, akima_loops);
         ++k;
     });
 }

@@ -10,8 +10,8 @@
 // A part of more than seven eighths costs the segment one of log2 N chances, and from then on the
 // pivots of its parts are chosen among elements from anywhere in them: what natural patterns (two runs, a
 // pipe of organs, a wave) leave at the usual places divides badly again and again. After the last chance a
-// segment is sorted by heapsort, so that no input takes more than O(N log N) steps. What is not a number is
-// moved behind the others first; all other keys are ordered, which the unguarded scans rely on.
+// segment is sorted by heapsort, so that no input takes more than O(N log N) steps. NaN are moved behind
+// the others first; all other keys are ordered, which the unguarded scans rely on.
 #pragma once
 
 #include "util/isa/partition.h"

@@ -31,6 +31,6 @@ struct SortTable {
     Sorts<int32_t> i;
 };
 
-ORVEL_LEVEL_TABLE(SortTable, sort_table);
+ORVEL_OUTER_LEVEL_TABLE(SortTable, sort_table);
 
 }  // namespace orvel::util

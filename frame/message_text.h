@@ -1,4 +1,4 @@
-// frame/page.h - text that is put together in a room of fixed size
+// frame/message_text.h - text of a message, put together in a room of fixed size
 #pragma once
 
 #include <algorithm>

@@ -1,6 +1,7 @@
-// kernels/trmv.cpp - TRMV and TRSV: product and solution with a triangular matrix and one vector
+// kernels/triangular_vector.cpp - TRMV and TRSV: product and solution with a triangular matrix and one vector
 #include "frame/export.h"
-#include "kernels/level2.h"
+#include "kernels/checks.h"
+#include "kernels/columns.h"
 #include "kernels/triangular.h"
 #include "orvel/kernels.h"
 
@@ -107,26 +108,13 @@ void apply_plainly(Action action, const Triangle<T>& t, int64_t n, T* x, int64_t
 }
 
 template <class T, Action action>
-void triangular(const char* uplo, const char* trans, const char* diag, const int32_t* n, const T* a,
-                const int32_t* lda, T* x, const int32_t* incx)
+void triangular_vector(const char* uplo, const char* trans, const char* diag, const int32_t* n, const T* a,
+                       const int32_t* lda, T* x, const int32_t* incx)
 {
-    const auto bad = [](int32_t code, std::string_view text,
-                        std::initializer_list<frame::Parameter> parameters) {
-        complain<T>(action == Action::solve ? "TRSV" : "TRMV", code, text, parameters);
-    };
-    if (*n < 0) return bad(1, "N must be greater than or equal to zero while %(I1) is given.", {i(1, *n)});
-    if (*lda < *n || *lda <= 0)
-        return bad(
-            2,
-            "LDA must be greater than or equal to N and greater than zero while LDA = %(I1) and N = %(I2) are given.",
-            {i(1, *lda), i(2, *n)});
-    if (!is_one_of(uplo, "UL"))
-        return bad(3, "UPLO must be set equal to U or L while %(L1) is given.", {l(1, {uplo, 1})});
-    if (!is_one_of(trans, "NTC"))
-        return bad(4, "TRANS must be set equal to N or T or C while %(L1) is given.", {l(1, {trans, 1})});
-    if (!is_one_of(diag, "UN"))
-        return bad(5, "DIAG must be set equal to U or N while %(L1) is given.", {l(1, {diag, 1})});
-    if (*incx == 0) return bad(6, "INCX must not be equal to zero while %(I1) is given.", {i(1, *incx)});
+    constexpr Checks check = checks_of<T>(action == Action::solve ? "TRSV" : "TRMV");
+    if (check.n(1, *n) || check.lda_of_n(2, *lda, *n) || check.uplo(3, uplo) || check.trans(4, trans) ||
+        check.diag(5, diag) || check.incx(6, *incx))
+        return;
 
     if (*n == 0) return;
     const Triangle<T> t{
@@ -155,11 +143,7 @@ template void solve_triangle(bool, bool, int64_t, const orvel_dcomplex*, int64_t
 
 }  // namespace orvel::kernels
 
-ORVEL_EXPORT_UPPER(STRMV, 8, (orvel::kernels::triangular<float, orvel::kernels::multiply>));
-ORVEL_EXPORT_UPPER(DTRMV, 8, (orvel::kernels::triangular<double, orvel::kernels::multiply>));
-ORVEL_EXPORT_UPPER(CTRMV, 8, (orvel::kernels::triangular<orvel_complex, orvel::kernels::multiply>));
-ORVEL_EXPORT_UPPER(ZTRMV, 8, (orvel::kernels::triangular<orvel_dcomplex, orvel::kernels::multiply>));
-ORVEL_EXPORT_UPPER(STRSV, 8, (orvel::kernels::triangular<float, orvel::kernels::solve>));
-ORVEL_EXPORT_UPPER(DTRSV, 8, (orvel::kernels::triangular<double, orvel::kernels::solve>));
-ORVEL_EXPORT_UPPER(CTRSV, 8, (orvel::kernels::triangular<orvel_complex, orvel::kernels::solve>));
-ORVEL_EXPORT_UPPER(ZTRSV, 8, (orvel::kernels::triangular<orvel_dcomplex, orvel::kernels::solve>));
+ORVEL_EXPORT_UPPER_ALL(STRMV, DTRMV, CTRMV, ZTRMV, 8, orvel::kernels::triangular_vector,
+                       orvel::kernels::multiply);
+ORVEL_EXPORT_UPPER_ALL(STRSV, DTRSV, CTRSV, ZTRSV, 8, orvel::kernels::triangular_vector,
+                       orvel::kernels::solve);

@@ -1,4 +1,4 @@
-// kernels/level2.h - what the kernels of level 2 share
+// kernels/columns.h - products of the columns of a matrix with vectors, for the kernels of level 2
 #pragma once
 
 #include <algorithm>

@@ -1,10 +1,11 @@
-// kernels/triangular.cpp - TRMM and TRSM: products and solutions with a triangular matrix
+// kernels/triangular_matrix.cpp - TRMM and TRSM: products and solutions with a triangular matrix
 //
 // Every case is turned into one: B = L * B or L * X = B with a lower triangle L. The right side is the
 // transposed left side, and an upper triangle read from its end is a lower one.
 #include <algorithm>
 
 #include "frame/export.h"
+#include "kernels/checks.h"
 #include "kernels/isa/loops.h"
 #include "kernels/product.h"
 #include "kernels/triangular.h"
@@ -127,28 +128,15 @@ void apply_oriented(Action action, bool left, bool lower, bool unit, int64_t m, 
 }
 
 template <class T, Action action>
-void triangular(const char* side, const char* uplo, const char* transa, const char* diag, const int32_t* m,
-                const int32_t* n, const T* alpha, const T* a, const int32_t* lda, T* b, const int32_t* ldb)
+void triangular_matrix(const char* side, const char* uplo, const char* transa, const char* diag,
+                       const int32_t* m, const int32_t* n, const T* alpha, const T* a, const int32_t* lda,
+                       T* b, const int32_t* ldb)
 {
-    constexpr std::string_view kernel = action == Action::solve ? "TRSM" : "TRMM";
-    const auto bad = [](int32_t code, std::string_view text,
-                        std::initializer_list<frame::Parameter> parameters) {
-        complain<T>(kernel, code, text, parameters);
-    };
-    if (*m < 0) return bad(1, "M must be greater than or equal to zero while %(I1) is given.", {i(1, *m)});
-    if (*n < 0) return bad(2, "N must be greater than or equal to zero while %(I1) is given.", {i(1, *n)});
-    if (*ldb < *m || *ldb <= 0)
-        return bad(
-            3,
-            "LDB must be greater than or equal to M and greater than zero while LDB = %(I1) and M = %(I2) are given.",
-            {i(1, *ldb), i(2, *m)});
-    if (complain_of_side(precision_letter<T>, kernel, side, *m, *n, *lda)) return;
-    if (!is_one_of(uplo, "UL"))
-        return bad(7, "UPLO must be set equal to U or L while %(L1) is given.", {l(1, {uplo, 1})});
-    if (!is_one_of(transa, "NTC"))
-        return bad(8, "TRANSA must be set equal to N or T or C while %(L1) is given.", {l(1, {transa, 1})});
-    if (!is_one_of(diag, "UN"))
-        return bad(9, "DIAG must be set equal to U or N while %(L1) is given.", {l(1, {diag, 1})});
+    constexpr Checks check = checks_of<T>(action == Action::solve ? "TRSM" : "TRMM");
+    if (check.m(1, *m) || check.n(2, *n) || check.ldb_of_m(3, *ldb, *m) ||
+        check.lda_of_left(4, side, *lda, *m) || check.lda_of_right(5, side, *lda, *n) ||
+        check.side(6, side) || check.uplo(7, uplo) || check.transa(8, transa) || check.diag(9, diag))
+        return;
 
     if (*m == 0 || *n == 0) return;
     scale<T>(*m, *n, *alpha, by_columns(b, *ldb));
@@ -189,11 +177,7 @@ template void divide_by_triangle(int64_t, int64_t, TriangleKind, const orvel_dco
 
 }  // namespace orvel::kernels
 
-ORVEL_EXPORT_UPPER(STRMM, 11, (orvel::kernels::triangular<float, orvel::kernels::multiply>));
-ORVEL_EXPORT_UPPER(DTRMM, 11, (orvel::kernels::triangular<double, orvel::kernels::multiply>));
-ORVEL_EXPORT_UPPER(CTRMM, 11, (orvel::kernels::triangular<orvel_complex, orvel::kernels::multiply>));
-ORVEL_EXPORT_UPPER(ZTRMM, 11, (orvel::kernels::triangular<orvel_dcomplex, orvel::kernels::multiply>));
-ORVEL_EXPORT_UPPER(STRSM, 11, (orvel::kernels::triangular<float, orvel::kernels::solve>));
-ORVEL_EXPORT_UPPER(DTRSM, 11, (orvel::kernels::triangular<double, orvel::kernels::solve>));
-ORVEL_EXPORT_UPPER(CTRSM, 11, (orvel::kernels::triangular<orvel_complex, orvel::kernels::solve>));
-ORVEL_EXPORT_UPPER(ZTRSM, 11, (orvel::kernels::triangular<orvel_dcomplex, orvel::kernels::solve>));
+ORVEL_EXPORT_UPPER_ALL(STRMM, DTRMM, CTRMM, ZTRMM, 11, orvel::kernels::triangular_matrix,
+                       orvel::kernels::multiply);
+ORVEL_EXPORT_UPPER_ALL(STRSM, DTRSM, CTRSM, ZTRSM, 11, orvel::kernels::triangular_matrix,
+                       orvel::kernels::solve);
