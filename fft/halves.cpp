@@ -21,15 +21,10 @@ Factors half_of(const Factors& f)
     return h;
 }
 
-HalvesLoop<float> join_loop(float) { return halves_loops().join_s; }
-HalvesLoop<double> join_loop(double) { return halves_loops().join_d; }
-HalvesLoop<float> split_loop(float) { return halves_loops().split_s; }
-HalvesLoop<double> split_loop(double) { return halves_loops().split_d; }
-
 // All elements between the first and the middle one, with their opposites. The last pass has the first of the
 // roots that join them.
 template <class R>
-void for_pairs(HalvesLoop<R> loop, const Factors& h, const Halves<R>& at, const R* roots_of_passes)
+void for_pairs(typename JoinSplit<R>::Loop loop, const Factors& h, const Halves<R>& at, const R* roots_of_passes)
 {
     const int64_t m = h.n, end = (m + 1) / 2;
     const R one = 1, zero = 0;
@@ -75,7 +70,7 @@ void even_forward(const Factors& f, const R* in, R* out, R* scratch, const R* ro
     out[f.n - 1] = re[0] - im[0];
     if (m == 1) return;
     const R* const turn = roots_of_passes + f.n - 2;
-    for_pairs<R>(join_loop(R()), h, {m, re, im, out, turn[0], turn[1]}, roots_of_passes);
+    for_pairs<R>(isa::of_type<R>(join_split_loops()).join, h, {m, re, im, out, turn[0], turn[1]}, roots_of_passes);
     if (m % 2 == 0) {
         out[m - 1] = re[m / 2];
         out[m] = -im[m / 2];
@@ -99,7 +94,7 @@ void even_backward(const Factors& f, const R* in, R* out, R* scratch, const R* r
             middle_im = m % 2 == 0 ? c[m] : R(0);
     if (m > 1) {
         const R* const turn = roots_of_passes + f.n - 2;
-        for_pairs<R>(split_loop(R()), h, {m, re, im, c, turn[0], turn[1]}, roots_of_passes);
+        for_pairs<R>(isa::of_type<R>(join_split_loops()).split, h, {m, re, im, c, turn[0], turn[1]}, roots_of_passes);
     }
     re[0] = first + last;
     im[0] = first - last;

@@ -31,11 +31,6 @@ int64_t numbers_of_blocks(const Factors& h)
     return h.count == 1 && h.n > largest_general ? h.n + 1 : 2 * (h.n - h.factor[0]);
 }
 
-void join_parts(const OddReal<float>& x) { odd_real_loops().join_s(x); }
-void join_parts(const OddReal<double>& x) { odd_real_loops().join_d(x); }
-void split_parts(const OddReal<float>& x) { odd_real_loops().split_s(x); }
-void split_parts(const OddReal<double>& x) { odd_real_loops().split_d(x); }
-
 // The parts of a transform, with storage.
 template <class R>
 class InParts {
@@ -67,14 +62,14 @@ public:
             run(given_, x_.parts + (i + 1) / 2 * 2 * m, true);
         }
         x_.c = out;
-        join_parts(x_);
+        isa::of_type<R>(odd_part_loops()).join(x_);
     }
 
     void backward(const R* in, R* out)
     {
         const int64_t m = x_.m, r = x_.r;
         x_.c = const_cast<R*>(in);
-        split_parts(x_);
+        isa::of_type<R>(odd_part_loops()).split(x_);
         for (int64_t i = 0; i < r; i += i == 0 ? 1 : 2) {
             run(x_.parts + (i + 1) / 2 * 2 * m, given_, false);
             for (int64_t j = 0; j < m; ++j) {
@@ -93,7 +88,7 @@ private:
     Factors h_;
     const R* blocks_;
     R circle_[2 * most_parts];
-    OddReal<R> x_;
+    OddParts<R> x_;
     R *given_, *spare_;
     SmallScratch<R, 1024> memory_;
 };

@@ -5,23 +5,10 @@
 
 namespace orvel::fft {
 
-namespace {
-
-void run_roots(int64_t n, int64_t start, int64_t step, int64_t count, int64_t stride, float* c, float* s)
-{
-    root_loop().s(n, start, step, count, stride, c, s);
-}
-void run_roots(int64_t n, int64_t start, int64_t step, int64_t count, int64_t stride, double* c, double* s)
-{
-    root_loop().d(n, start, step, count, stride, c, s);
-}
-
-}  // namespace
-
 template <class R>
 void roots(int64_t n, int64_t start, int64_t step, int64_t count, int64_t stride, R* cosine, R* sine)
 {
-    run_roots(n, start, step, count, stride, cosine, sine);
+    isa::of_type<R>(root_loops())(n, start, step, count, stride, cosine, sine);
 }
 
 namespace {

@@ -136,12 +136,12 @@ void for_chirp(int64_t r, Use use)
     }
 }
 
-const PassLoop& pass_loop(int64_t factor);
-const PassLoop& block_loop();
-const RootLoop& root_loop();
-const HalvesLoops& halves_loops();
-const OddRealLoops& odd_real_loops();
-void run_pass(const PassLoop& loop, const Pass<float>& pass);
-void run_pass(const PassLoop& loop, const Pass<double>& pass);
+inline const isa::ForReals<PassLoop>& pass_loop(int64_t factor)
+{
+    return factor % 2 == 0 ? even_passes() : factor <= 7 ? small_odd_passes() : general_odd_passes();
+}
+inline const isa::ForReals<PassLoop>& block_loop() { return block_passes(); }
+template <class R>
+void run_pass(const isa::ForReals<PassLoop>& loop, const Pass<R>& pass) { isa::of_type<R>(loop)(pass); }
 
 }  // namespace orvel::fft

@@ -142,9 +142,6 @@ void roots(int64_t n, int64_t start, int64_t step, int64_t count, int64_t stride
 
 }  // namespace
 
-namespace ORVEL_ISA {
-extern const RootLoop root_loop;
-const RootLoop root_loop = {roots<float>, roots<double>};
-}  // namespace ORVEL_ISA
+const isa::ForReals<RootLoop> ORVEL_ISA::root_loops = {roots<float>, roots<double>};
 
 }  // namespace orvel::fft
