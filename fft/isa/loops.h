@@ -66,8 +66,9 @@ ORVEL_LEVEL_TABLE(isa::ForReals<PassLoop>, small_odd_passes);
 ORVEL_LEVEL_TABLE(isa::ForReals<PassLoop>, general_odd_passes);
 ORVEL_LEVEL_TABLE(isa::ForReals<PassLoop>, block_passes);
 
-// Odd factors up to this one are multiplied out; those up to the other have roots that the loops know.
-inline constexpr int64_t largest_general = 127, largest_known = 13;
+// Odd factors beyond the first one and up to the second one are multiplied out. Of 11 and 13 the loops know
+// the roots; the others need `circle`.
+inline constexpr int64_t largest_small_odd = 7, largest_general = 127;
 
 // Cosines and sines of 2 pi * (start + step * k) / n for k < count, every `stride`th number; n < 2^34, and
 // start + step * k < 2^44.

@@ -2,7 +2,8 @@
 #include <gtest/gtest.h>
 
 #include "fft/short.h"
-#include "fft/transform.h"
+#include "fft/factors.h"
+#include "fft/roots.h"
 #include "tests/fft/transforms.h"
 #include "tests/levels.h"
 #include "tests/refusing_memory.h"

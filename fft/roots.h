@@ -1,0 +1,30 @@
+// fft/roots.h - roots of unity, and the tables of twiddle factors of a length
+#pragma once
+
+#include "fft/plan.h"
+
+namespace orvel::fft {
+
+// `count` roots exp(2 pi i (start + step k) / n), cosine and sine `stride` apart from the next.
+template <class R>
+void roots(int64_t n, int64_t start, int64_t step, int64_t count, int64_t stride, R* cosine, R* sine);
+
+// The tables of all passes; see Group and table_at. They take 2 * (n - factor[0]) numbers. A single factor
+// has none, but beyond largest_general its chirp of n + 1 numbers.
+template <class R>
+void store_tables(const Factors& f, R* tables);
+
+// Calls use(x, count, cosine, sine) for the roots w(n)^x, x < n / 5 at least, of a transform that goes in
+// two, some at a time.
+template <class R, class Use>
+void for_last_roots(const Factors& f, const R* tables, Use use)
+{
+    const int64_t last = f.factor[f.count - 1], all = f.n / last, l = length_of_rows(f), before = all / l;
+    const R* const rows = table_at(f, tables, all);
+    for (int64_t x = 0; x < all; x += root_row) {
+        const R* const row = rows + 2 * (last - 1) * root_row * (x % l / root_row * before + x / l);
+        use(x, int64_t{root_row}, row, row + root_row);
+    }
+}
+
+}  // namespace orvel::fft
