@@ -1,4 +1,4 @@
-// frame/host.cpp - the host interface: writers, stop policy, defaults of new threads, reset
+// frame/host.cpp - the host interface: writers, stop policy, defaults of new threads, reset, level
 #include "frame/host.h"
 
 #include <pthread.h>
@@ -9,6 +9,7 @@
 #include "frame/export.h"
 #include "frame/print_lock.h"
 #include "frame/state.h"
+#include "isa/levels.h"
 
 namespace orvel::frame {
 
@@ -159,4 +160,8 @@ ORVEL_VISIBLE int32_t orvel_set_thread_defaults(int32_t type, int32_t print, int
 }
 
 ORVEL_VISIBLE void orvel_reset(void) { orvel::frame::reset(); }
+
+ORVEL_VISIBLE int32_t orvel_use_level(const char* name) { return orvel::isa::use_level(name) ? 1 : 0; }
+
+ORVEL_VISIBLE const char* orvel_level(void) { return orvel::isa::level_name(orvel::isa::level()); }
 }

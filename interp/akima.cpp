@@ -6,7 +6,6 @@
 #include <algorithm>
 
 #include "frame/export.h"
-#include "frame/levels.h"
 #include "frame/scratch.h"
 #include "interp/interp.h"
 #include "interp/isa/akima.h"
@@ -15,30 +14,7 @@
 
 namespace orvel::interp {
 
-#define ORVEL_AKIMA_TABLE(isa)           \
-    namespace isa {                      \
-    extern const AkimaTable akima_table; \
-    }
-#define ORVEL_AKIMA_TABLE_ADDRESS(isa) &isa::akima_table,
-
-ORVEL_FOR_EACH_LEVEL(ORVEL_AKIMA_TABLE)
-
 namespace {
-
-const AkimaTable& table()
-{
-    static constexpr const AkimaTable* tables[] = {ORVEL_FOR_EACH_LEVEL(ORVEL_AKIMA_TABLE_ADDRESS)};
-    return *frame::at_level(tables);
-}
-
-template <class T>
-const AkimaLoops<T>& akima_loops()
-{
-    if constexpr (std::is_same_v<T, float>)
-        return table().s;
-    else
-        return table().d;
-}
 
 constexpr int64_t longest = 128;
 
@@ -91,7 +67,8 @@ void c2akm(frame::State& s, int32_t ndata, const T* xdata, const T* fdata, T* br
     if (me.failed()) return;
     const int64_t pieces = points.n - 1;
     for (int64_t first = 0; first < pieces; first += longest)
-        make_block(akima_loops<T>(), points, first, std::min(pieces - first, longest), brkpt, spcoef);
+        make_block(isa::of_type<T>(akima_loops()), points, first, std::min(pieces - first, longest), brkpt,
+                   spcoef);
     spcoef[4 * pieces + 2] = spcoef[4 * pieces + 3] = 0;
 }
 
@@ -113,8 +90,6 @@ void c2akm_alone(const int32_t* ndata, const T* xdata, const T* fdata, T* brkpt,
 }
 
 }  // namespace
-
-const char* akima_level() { return table().level; }
 
 }  // namespace orvel::interp
 

@@ -57,9 +57,6 @@ void no_work_storage(Frame& me, int32_t ndata)
         {i(1, ndata)});
 }
 
-// For tests: the level of Akima's loops that run.
-const char* akima_level();
-
 extern template Points<float> sorted(frame::State&, int64_t, const float*, const float*, float*, float*,
                                      int64_t, int32_t*);
 extern template Points<double> sorted(frame::State&, int64_t, const double*, const double*, double*, double*,

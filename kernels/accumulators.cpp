@@ -3,13 +3,11 @@
 // The definition is a sum in quadruple precision, 113 bits, split into a head and a tail. It is computed as
 // an exact sum of doubles, whose remainder is rounded to the last place that a quadruple number has. What
 // that cannot do, near the ends of the range and in exact ties, is left to quadruple arithmetic itself.
-//
-// T. Dekker, A floating-point technique for extending the available precision, 1971 (products); D. Knuth, The
-// Art of Computer Programming, volume 2, 1969, section 4.2.2 (sums).
 #include <bit>
 #include <cmath>
 
 #include "frame/export.h"
+#include "isa/two_doubles.h"
 #include "kernels/vectors.h"
 #include "orvel/kernels.h"
 
@@ -23,32 +21,8 @@ typedef long double Quadruple;
 __extension__ typedef __float128 Quadruple;
 #endif
 
-struct Pair {
-    double head, tail;
-};
-
-// head is the rounded sum, tail its error.
-inline Pair two_sum(double a, double b)
-{
-    const double sum = a + b;
-    const double part = sum - a;
-    return {sum, (a - (sum - part)) + (b - part)};
-}
-
-// 26 leading bits and the rest.
-inline Pair split(double a)
-{
-    const double shifted = 134217729.0 * a;  // 2^27 + 1
-    const double head = shifted - (shifted - a);
-    return {head, a - head};
-}
-
-inline Pair two_product(double a, double b)
-{
-    const double product = a * b;
-    const Pair x = split(a), y = split(b);
-    return {product, ((x.head * y.head - product) + x.head * y.tail + x.tail * y.head) + x.tail * y.tail};
-}
+using Pair = isa::TwoDoubles<double>;
+using isa::two_sum;
 
 [[gnu::noinline, gnu::cold]] void add_quadruple(double a, double b, double* head, double* tail)
 {
@@ -124,7 +98,7 @@ inline void add_product(Pair p, double a, double b, double* head, double* tail)
 void multiply_add(double a, double b, double* head, double* tail)
 {
     if (moderate(a, b)) [[likely]]
-        add_product(two_product(a, b), a, b, head, tail);
+        add_product(isa::two_product<true>(a, b), a, b, head, tail);
     else
         add_quadruple(a, b, head, tail);
 }

@@ -12,9 +12,9 @@ void axpy(int64_t n, T a, const T* x, int64_t incx, T* y, int64_t incy)
     if (n < 1 || a == T()) return;
     if (incx == 1 && incy == 1 && in_step(n, x, y)) {
         if constexpr (is_complex<T>)
-            update_loops<T>().complex_axpy(2 * n, a.real(), a.imag(), parts(x), parts(y));
+            of_type<Part<T>>(update_loops()).complex_axpy(2 * n, a.real(), a.imag(), parts(x), parts(y));
         else
-            update_loops<T>().axpy(n, a, x, y);
+            of_type<Part<T>>(update_loops()).axpy(n, a, x, y);
         return;
     }
     const T* from = start(x, n, incx);
@@ -30,9 +30,9 @@ void multiple(int64_t n, A a, const T* x, int64_t incx, T* y, int64_t incy)
 {
     if (incx == 1 && incy == 1 && in_step(n, x, y)) {
         if constexpr (is_complex<A>)
-            update_loops<T>().complex_scale(2 * n, a.real(), a.imag(), parts(x), parts(y));
+            of_type<Part<T>>(update_loops()).complex_scale(2 * n, a.real(), a.imag(), parts(x), parts(y));
         else
-            update_loops<T>().scale(Number<T>::parts * n, a, parts(x), parts(y));
+            of_type<Part<T>>(update_loops()).scale(Number<T>::parts * n, a, parts(x), parts(y));
         return;
     }
     for (int64_t k = 0; k < n; ++k) y[k * incy] = a * x[k * incx];

@@ -11,7 +11,7 @@ void set(int64_t n, T a, T* x, int64_t incx)
 {
     if (n < 1 || incx < 0) return;
     if (incx == 1)
-        update_loops<T>().set(Number<T>::parts * n, first_part(a), second_part(a), parts(x));
+        of_type<Part<T>>(update_loops()).set(Number<T>::parts * n, first_part(a), second_part(a), parts(x));
     else
         for (int64_t k = 0; k < n; ++k) x[k * incx] = a;
 }
@@ -21,7 +21,7 @@ void copy(int64_t n, const T* x, int64_t incx, T* y, int64_t incy)
 {
     if (n < 1) return;
     if (incx == 1 && incy == 1 && in_step(n, x, y)) {
-        update_loops<T>().copy(Number<T>::parts * n, parts(x), parts(y));
+        of_type<Part<T>>(update_loops()).copy(Number<T>::parts * n, parts(x), parts(y));
         return;
     }
     const T* from = start(x, n, incx);
@@ -34,7 +34,7 @@ void swap(int64_t n, T* x, int64_t incx, T* y, int64_t incy)
 {
     if (n < 1) return;
     if (incx == 1 && incy == 1 && in_step(n, x, y) && in_step(n, y, x)) {
-        update_loops<T>().swap(Number<T>::parts * n, parts(x), parts(y));
+        of_type<Part<T>>(update_loops()).swap(Number<T>::parts * n, parts(x), parts(y));
         return;
     }
     T* from = start(x, n, incx);

@@ -18,14 +18,14 @@ W products(int64_t n, const T* x, int64_t incx, const T* y, int64_t incy)
         if constexpr (is_complex<T>) {
             Part<W> s[4];
             if constexpr (wide)
-                loops().sums->wide.complex_products(2 * n, parts(x), parts(y), s);
+                wide_sum_loops().complex_products(2 * n, parts(x), parts(y), s);
             else
-                sum_loops<T>().complex_products(2 * n, parts(x), parts(y), s);
+                of_type<Part<T>>(sum_loops()).complex_products(2 * n, parts(x), parts(y), s);
             return conjugated ? W(s[0] + s[1], s[2] - s[3]) : W(s[0] - s[1], s[2] + s[3]);
         } else if constexpr (wide) {
-            return loops().sums->wide.products(n, x, y);
+            return wide_sum_loops().products(n, x, y);
         } else {
-            return sum_loops<T>().products(n, x, y);
+            return of_type<Part<T>>(sum_loops()).products(n, x, y);
         }
     }
     x = start(x, n, incx);

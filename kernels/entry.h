@@ -41,32 +41,7 @@ private:
 template <auto function>
 constexpr Entry<function> entry{};
 
-template <class T>
-inline const auto& update_loops()
-{
-    if constexpr (std::is_same_v<Part<T>, float>)
-        return loops().updates->s;
-    else
-        return loops().updates->d;
-}
-
-template <class T>
-inline const auto& sum_loops()
-{
-    if constexpr (std::is_same_v<Part<T>, float>)
-        return loops().sums->s;
-    else
-        return loops().sums->d;
-}
-
-template <class T>
-inline const auto& search_loops()
-{
-    if constexpr (std::is_same_v<Part<T>, float>)
-        return loops().searches->s;
-    else
-        return loops().searches->d;
-}
+using isa::of_type;
 
 // Whether the loops, which load a block before they store one, give what the plain loop gives: not where
 // `written` begins inside `read`, a vector of n elements, and within a block of its begin. Vectors that only

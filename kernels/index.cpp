@@ -32,7 +32,7 @@ bool better(R a, R b)
 template <Search search, class T>
 int64_t contiguous(int64_t n, const T* x)
 {
-    const auto& loops = search_loops<T>();
+    const auto& loops = of_type<Part<T>>(search_loops());
     switch (search) {
         case Search::largest_magnitude:
             return (is_complex<T> ? loops.complex_largest : loops.largest_magnitude)(n, parts(x));

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <algorithm>
+#include <type_traits>
 
 #include "frame/scratch.h"
 #include "kernels/isa/loops.h"
@@ -12,46 +13,26 @@ namespace orvel::kernels {
 
 // y(m) += A(m, n) * x(n), columns in ascending order; y(n) = A^T * x(m), or with the conjugated matrix. All
 // vectors are contiguous.
-inline void add_columns(int64_t m, int64_t n, const float* a, int64_t lda, bool, const float* x, float* y)
+template <class T>
+inline void add_columns(int64_t m, int64_t n, const T* a, int64_t lda, bool conjugated,
+                        const std::type_identity_t<T>* x, std::type_identity_t<T>* y)
 {
-    loops().level2->s.add_columns(m, n, a, lda, x, y);
+    const auto& run = isa::of_type<T>(level2_loops());
+    if constexpr (is_complex<T>)
+        run.add_columns(m, n, parts(a), lda, conjugated, parts(x), parts(y));
+    else
+        run.add_columns(m, n, a, lda, x, y);
 }
-inline void add_columns(int64_t m, int64_t n, const double* a, int64_t lda, bool, const double* x, double* y)
+template <class T>
+inline void dot_columns(int64_t m, int64_t n, const T* a, int64_t lda, bool conjugated,
+                        const std::type_identity_t<T>* x, std::type_identity_t<T>* y)
 {
-    loops().level2->d.add_columns(m, n, a, lda, x, y);
+    const auto& run = isa::of_type<T>(level2_loops());
+    if constexpr (is_complex<T>)
+        run.dot_columns(m, n, parts(a), lda, conjugated, parts(x), parts(y));
+    else
+        run.dot_columns(m, n, a, lda, x, y);
 }
-inline void add_columns(int64_t m, int64_t n, const orvel_complex* a, int64_t lda, bool conjugated,
-                        const orvel_complex* x, orvel_complex* y)
-{
-    loops().level2->c.add_columns(m, n, parts(a), lda, conjugated, parts(x), parts(y));
-}
-inline void add_columns(int64_t m, int64_t n, const orvel_dcomplex* a, int64_t lda, bool conjugated,
-                        const orvel_dcomplex* x, orvel_dcomplex* y)
-{
-    loops().level2->z.add_columns(m, n, parts(a), lda, conjugated, parts(x), parts(y));
-}
-
-inline void dot_columns(int64_t m, int64_t n, const float* a, int64_t lda, bool, const float* x, float* y)
-{
-    loops().level2->s.dot_columns(m, n, a, lda, x, y);
-}
-inline void dot_columns(int64_t m, int64_t n, const double* a, int64_t lda, bool, const double* x, double* y)
-{
-    loops().level2->d.dot_columns(m, n, a, lda, x, y);
-}
-inline void dot_columns(int64_t m, int64_t n, const orvel_complex* a, int64_t lda, bool conjugated,
-                        const orvel_complex* x, orvel_complex* y)
-{
-    loops().level2->c.dot_columns(m, n, parts(a), lda, conjugated, parts(x), parts(y));
-}
-inline void dot_columns(int64_t m, int64_t n, const orvel_dcomplex* a, int64_t lda, bool conjugated,
-                        const orvel_dcomplex* x, orvel_dcomplex* y)
-{
-    loops().level2->z.dot_columns(m, n, parts(a), lda, conjugated, parts(x), parts(y));
-}
-
-inline const RealLevel2<float>& level2_loops(float) { return loops().level2->s; }
-inline const RealLevel2<double>& level2_loops(double) { return loops().level2->d; }
 
 template <class T>
 inline T dot_column(int64_t m, const T* a, bool conjugated, const T* x)

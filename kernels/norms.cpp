@@ -38,7 +38,7 @@ template <class T>
 T sum(int64_t n, const T* x, int64_t incx)
 {
     if (n < 1 || incx < 0) return T();
-    if (incx == 1) return sum_loops<T>().sum(n, x);
+    if (incx == 1) return of_type<Part<T>>(sum_loops()).sum(n, x);
     T total = 0;
     each_part(n, x, incx, [&](T part) { total += part; });
     return total;
@@ -50,7 +50,7 @@ template <class T>
 Part<T> asum(int64_t n, const T* x, int64_t incx)
 {
     if (n < 1 || incx < 0) return 0;
-    if (incx == 1) return sum_loops<T>().magnitudes(Number<T>::parts * n, parts(x));
+    if (incx == 1) return of_type<Part<T>>(sum_loops()).magnitudes(Number<T>::parts * n, parts(x));
     Part<T> total = 0;
     each_part(n, x, incx, [&](Part<T> part) { total += std::abs(part); });
     return total;
@@ -69,7 +69,7 @@ void norms(int64_t n, const T* x, int64_t incx, Part<T> cuthi, Part<T> s[2])
         const int64_t here = std::min(section, n - first);
         R part_sums[2] = {0, 0};
         if (incx == 1)
-            sum_loops<T>().norms(Number<T>::parts * here, parts(x + first), most, part_sums);
+            of_type<Part<T>>(sum_loops()).norms(Number<T>::parts * here, parts(x + first), most, part_sums);
         else
             each_part(here, x + first * incx, incx, [&](R part) {
                 const R size = std::abs(part), cut = size > most ? most : size;

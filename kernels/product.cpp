@@ -11,10 +11,14 @@ namespace orvel::kernels {
 
 namespace {
 
-inline const RealLevel3<float>& product_loops(float) { return *loops().gemm_s; }
-inline const RealLevel3<double>& product_loops(double) { return *loops().gemm_d; }
-inline const ComplexLevel3<float>& product_loops(std::complex<float>) { return *loops().gemm_c; }
-inline const ComplexLevel3<double>& product_loops(std::complex<double>) { return *loops().gemm_z; }
+template <class T>
+inline const auto& product_loops()
+{
+    if constexpr (is_complex<T>)
+        return isa::of_type<T>(complex_product_loops());
+    else
+        return isa::of_type<T>(real_product_loops());
+}
 
 template <class R>
 Product<R> task(int64_t m, int64_t n, int64_t k, R alpha, const Factor<R>& a, const Factor<R>& b,
@@ -61,7 +65,7 @@ void copy_block(int64_t rows, int64_t columns, const Factor<T>& from, T* to)
 {
     if constexpr (!is_complex<T>)
         if (from.view.columns == 1)
-            return product_loops(T()).transpose(columns, rows, from.view.p, from.view.rows, to, rows);
+            return product_loops<T>().transpose(columns, rows, from.view.p, from.view.rows, to, rows);
     for (int64_t s = 0; s < rows; ++s)
         for (int64_t t = 0; t < columns; ++t) to[t * rows + s] = from(s, t);
 }
@@ -71,6 +75,7 @@ void by_blocks(int64_t m, int64_t n, int64_t k, T alpha, const Factor<T>& a, con
                const View<T>& c, bool from_zero)
 {
     constexpr int64_t size = stack_block<T>, most_depth = stack_depth<T>;
+    const auto& run = product_loops<T>();
     OnStack<T, size * most_depth> block_of_a, block_of_b;
     for (int64_t j = 0; j < n; j += size)
         for (int64_t q = 0; q < k; q += most_depth) {
@@ -90,7 +95,7 @@ void by_blocks(int64_t m, int64_t n, int64_t k, T alpha, const Factor<T>& a, con
                 }
                 const Target here{from_zero && q == 0};
                 const auto p = task(rows, columns, depth, T(1), first, second, c.from(r, j), here);
-                product_loops(T()).direct(&p);
+                run.direct(&p);
             }
         }
 }
@@ -103,7 +108,7 @@ void by_small_panels(int64_t m, int64_t n, int64_t k, std::complex<R> alpha, con
 {
     constexpr int64_t size = stack_block<std::complex<R>>, depth = sizeof(R) == 4 ? size : size / 2;
     alignas(64) R panels[8 * size * depth];  // for rows up to the next whole tile
-    const auto& run = product_loops(alpha);
+    const auto& run = product_loops<std::complex<R>>();
     for (int64_t j = 0; j < n; j += size)
         for (int64_t q = 0; q < k; q += depth)
             for (int64_t r = 0; r < m; r += size) {
@@ -118,7 +123,7 @@ template <class T>
 bool by_panels(int64_t m, int64_t n, int64_t k, T alpha, const Factor<T>& a, const Factor<T>& b,
                const View<T>& c, Target target)
 {
-    const auto& run = product_loops(T());
+    const auto& run = product_loops<T>();
     Scratch<Part<T>> panels;
     if (!panels.allocate(run.workspace(m, n, k))) return false;
     const auto p = task(m, n, k, alpha, a, b, c, target);
@@ -133,7 +138,7 @@ bool add_small_product(int64_t m, int64_t n, int64_t k, const T* a, int64_t lda,
                        int64_t b_columns, bool b_conjugated, T* c, int64_t ldc, bool from_zero)
 {
     if (m > direct_limit<T> || k > direct_limit<T>) return false;
-    const auto& run = product_loops(T());
+    const auto& run = product_loops<T>();
     if constexpr (is_complex<T>) {
         const ComplexProduct<Part<T>> p{m,         n,      k,         parts(a),     1,      lda,      false,
                                         parts(b),  b_rows, b_columns, b_conjugated, {1, 0}, parts(c), ldc,

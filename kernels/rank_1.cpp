@@ -18,7 +18,7 @@ void add_column(int64_t first, int64_t last, T factor, const T* x, int64_t incx,
     for (int64_t r = first; r < last; r += piece) {
         const int64_t rows = std::min(piece, last - r);
         for (int64_t k = 0; k < rows; ++k) part[k] = x[(r + k) * incx];
-        add_columns(rows, 1, part, 1, false, &factor, column + r);
+        add_columns<T>(rows, 1, part, 1, false, &factor, column + r);
     }
 }
 
@@ -31,7 +31,7 @@ void add_columns_of(int64_t m, int64_t n, R alpha, const R* x, const R* y, int64
     for (int64_t j = 0; j < n; j += piece) {
         const int64_t columns = std::min(piece, n - j);
         for (int64_t k = 0; k < columns; ++k) factors[k] = alpha * y[(j + k) * incy];
-        level2_loops(alpha).add_rank_1(m, columns, x, factors, a + j * lda, lda);
+        isa::of_type<R>(level2_loops()).add_rank_1(m, columns, x, factors, a + j * lda, lda);
     }
 }
 

@@ -14,7 +14,7 @@ template <class T>
 void transform(int64_t n, const Part<T> (&h)[4], T* x, int64_t incx, T* y, int64_t incy)
 {
     if (incx == 1 && incy == 1 && in_step(n, x, y) && in_step(n, y, x)) {
-        update_loops<T>().transform(Number<T>::parts * n, h, parts(x), parts(y));
+        of_type<Part<T>>(update_loops()).transform(Number<T>::parts * n, h, parts(x), parts(y));
         return;
     }
     x = start(x, n, incx);

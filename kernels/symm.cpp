@@ -15,21 +15,30 @@ template <class T>
 struct Symmetric {
     View<const T> stored;
     bool lower, hermitian;
-
-    T operator()(int64_t row, int64_t column) const
-    {
-        const bool here = lower ? row >= column : row <= column;
-        const T x = here ? stored(row, column) : stored(column, row);
-        if (!hermitian) return x;
-        return row == column ? T(std::real(x)) : here ? x : conjugate(x);
-    }
 };
 
+// to(rows, columns) = the block of the full matrix that begins at (row, column).
 template <class T>
 void expand(const Symmetric<T>& a, int64_t row, int64_t column, int64_t rows, int64_t columns, T* to)
 {
-    for (int64_t j = 0; j < columns; ++j)
-        for (int64_t r = 0; r < rows; ++r) to[j * rows + r] = a(row + r, column + j);
+    for (int64_t j = 0; j < columns; ++j, to += rows) {
+        const int64_t c = column + j, diagonal = std::clamp<int64_t>(c - row, 0, rows);
+        const auto copy = [&](int64_t first, int64_t last) {
+            std::copy(&a.stored(row + first, c), &a.stored(row + last, c), to + first);
+        };
+        const auto mirror = [&](int64_t first, int64_t last) {
+            for (int64_t r = first; r < last; ++r)
+                to[r] = a.hermitian ? conjugate(a.stored(c, row + r)) : a.stored(c, row + r);
+        };
+        if (a.lower) {
+            mirror(0, diagonal);
+            copy(diagonal, rows);
+        } else {
+            copy(0, diagonal);
+            mirror(diagonal, rows);
+        }
+        if (a.hermitian && diagonal < rows && c >= row) to[diagonal] = std::real(to[diagonal]);
+    }
 }
 
 // The full matrix is formed block by block, a slab of the inner index at a time; on the stack where memory is

@@ -20,7 +20,7 @@ void add_square(int64_t n, bool lower, const T* a, int64_t lda, const T* x, T* y
                 y[r] += value * x[c];
             }
     } else {
-        level2_loops(T()).add_small_symmetric(n, lower, a, lda, x, y);
+        isa::of_type<T>(level2_loops()).add_small_symmetric(n, lower, a, lda, x, y);
     }
 }
 
@@ -32,7 +32,7 @@ void both(int64_t m, int64_t n, const T* a, int64_t lda, const T* x, T* y, const
         add_columns(m, n, a, lda, false, x, y);
         dot_columns(m, n, a, lda, true, z, sums);
     } else {
-        level2_loops(T()).both(m, n, a, lda, x, y, z, sums);
+        isa::of_type<T>(level2_loops()).both(m, n, a, lda, x, y, z, sums);
     }
 }
 

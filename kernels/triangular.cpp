@@ -17,9 +17,6 @@ namespace {
 
 enum class Action { multiply, solve };
 
-inline const Triangles<float>& triangle_loops(float) { return *loops().triangles_s; }
-inline const Triangles<double>& triangle_loops(double) { return *loops().triangles_d; }
-
 constexpr int64_t smallest = 32;    // triangles up to this order are applied on the stack
 constexpr int64_t most_width = 64;  // real columns of a block there
 
@@ -30,22 +27,28 @@ void pack(int64_t n, const Factor<T>& l, T* to)
         for (int64_t c = 0; c <= r; ++c) to[r * n + c] = l(r, c);
 }
 
-// Visits the block in the order in which b lies in memory.
-template <class T, class Visit>
-void for_block(int64_t n, int64_t here, const View<T>& b, Visit visit)
+// Copies the first columns of b, whose rows or columns are contiguous, to a block by rows, and back.
+template <class R>
+void load_block(int64_t n, int64_t columns, const View<R>& b, R* block, int64_t width)
 {
-    if (b.columns == 1)
-        for (int64_t r = 0; r < n; ++r)
-            for (int64_t c = 0; c < here; ++c) visit(r, c);
-    else
-        for (int64_t c = 0; c < here; ++c)
-            for (int64_t r = 0; r < n; ++r) visit(r, c);
+    const auto transpose = isa::of_type<R>(real_product_loops()).transpose;
+    if (b.rows == 1) return transpose(n, columns, b.p, b.columns, block, width);
+    if (b.rows == -1) return transpose(n, columns, &b(n - 1, 0), b.columns, block + (n - 1) * width, -width);
+    for (int64_t r = 0; r < n; ++r) std::copy_n(&b(r, 0), columns, block + r * width);
+}
+template <class R>
+void store_block(int64_t n, int64_t columns, const R* block, int64_t width, const View<R>& b)
+{
+    const auto transpose = isa::of_type<R>(real_product_loops()).transpose;
+    if (b.rows == 1) return transpose(columns, n, block, width, b.p, b.columns);
+    if (b.rows == -1) return transpose(columns, n, block + (n - 1) * width, -width, &b(n - 1, 0), b.columns);
+    for (int64_t r = 0; r < n; ++r) std::copy_n(block + r * width, columns, &b(r, 0));
 }
 
 template <class R>
 void apply_small(Action action, int64_t n, int64_t m, const Factor<R>& l, bool unit, View<R> b)
 {
-    const Triangles<R>& run = triangle_loops(R());
+    const Triangles<R>& run = isa::of_type<R>(triangle_loops());
     const int64_t width = run.width;
     alignas(64) R triangle[smallest * smallest];
     alignas(64) R block[smallest * most_width];
@@ -53,9 +56,9 @@ void apply_small(Action action, int64_t n, int64_t m, const Factor<R>& l, bool u
     for (int64_t j = 0; j < m; j += width) {
         const int64_t here = std::min(width, m - j);
         if (here < width) std::fill_n(block, n * width, R(0));
-        for_block(n, here, b, [&](int64_t r, int64_t c) { block[r * width + c] = b(r, j + c); });
+        load_block(n, here, b.from(0, j), block, width);
         (action == Action::solve ? run.solve : run.multiply)(n, triangle, unit, block);
-        for_block(n, here, b, [&](int64_t r, int64_t c) { b(r, j + c) = block[r * width + c]; });
+        store_block(n, here, block, width, b.from(0, j));
     }
 }
 
@@ -63,7 +66,7 @@ template <class R>
 void apply_small(Action action, int64_t n, int64_t m, const Factor<std::complex<R>>& l, bool unit,
                  View<std::complex<R>> b)
 {
-    const Triangles<R>& run = triangle_loops(R());
+    const Triangles<R>& run = isa::of_type<R>(triangle_loops());
     const int64_t width = run.complex_width;
     OnStack<std::complex<R>, smallest * smallest> triangle;
     alignas(64) R block[smallest * most_width];

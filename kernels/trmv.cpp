@@ -32,7 +32,7 @@ template <class T>
 void apply_columns(Action action, const Triangle<T>& t, int64_t first, int64_t last, T* x)
 {
     if constexpr (!is_complex<T>) {
-        const RealLevel2<T>& run = level2_loops(T());
+        const RealLevel2<T>& run = isa::of_type<T>(level2_loops());
         return (action == Action::solve ? run.solve_small : run.multiply_small)(
             last - first, {t.lower, t.transposed, t.unit}, t.a + first * (t.lda + 1), t.lda, x + first);
     }

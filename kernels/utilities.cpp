@@ -12,7 +12,7 @@ template <class T>
 void add(int64_t n, T a, T* x, int64_t incx)
 {
     if (incx == 1)
-        update_loops<T>().add(Number<T>::parts * n, first_part(a), second_part(a), parts(x));
+        of_type<Part<T>>(update_loops()).add(Number<T>::parts * n, first_part(a), second_part(a), parts(x));
     else if (incx >= 0)
         for (int64_t k = 0; k < n; ++k) x[k * incx] += a;
 }
@@ -21,7 +21,8 @@ template <class T>
 void sub(int64_t n, T a, T* x, int64_t incx)
 {
     if (incx == 1)
-        update_loops<T>().subtract_from(Number<T>::parts * n, first_part(a), second_part(a), parts(x));
+        of_type<Part<T>>(update_loops())
+            .subtract_from(Number<T>::parts * n, first_part(a), second_part(a), parts(x));
     else if (incx >= 0)
         for (int64_t k = 0; k < n; ++k) x[k * incx] = a - x[k * incx];
 }
@@ -29,7 +30,7 @@ void sub(int64_t n, T a, T* x, int64_t incx)
 template <class T>
 T xyz(int64_t n, const T* x, int64_t incx, const T* y, int64_t incy, const T* z, int64_t incz)
 {
-    if (incx == 1 && incy == 1 && incz == 1) return sum_loops<T>().triple_products(n, x, y, z);
+    if (incx == 1 && incy == 1 && incz == 1) return of_type<Part<T>>(sum_loops()).triple_products(n, x, y, z);
     x = start(x, n, incx);
     y = start(y, n, incy);
     z = start(z, n, incz);
@@ -42,7 +43,7 @@ template <class T>
 void hprod(int64_t n, const T* x, int64_t incx, const T* y, int64_t incy, T* z, int64_t incz)
 {
     if (incx == 1 && incy == 1 && incz == 1 && in_step(n, x, z) && in_step(n, y, z)) {
-        update_loops<T>().multiply(n, x, y, z);
+        of_type<Part<T>>(update_loops()).multiply(n, x, y, z);
         return;
     }
     x = start(x, n, incx);

@@ -134,7 +134,7 @@ void solve_for_growth(int64_t n, const T* fact, int64_t ldfac, T* result)
         constexpr int64_t lanes = 64 / static_cast<int64_t>(sizeof(Part<T>));  // of the widest level
         alignas(64) Part<T> before[lanes] = {}, after[lanes] = {};
         visit([&](int64_t count, const T* u, T* behind) {
-            of_type<T>(all_vector_loops())
+            of_type<T>(vector_loops())
                 .grow(count, kernels::parts(u), kernels::parts(&wm), kernels::parts(&wp),
                       kernels::parts(behind), before, after);
         });

@@ -68,7 +68,7 @@ void split(int64_t n, const R* from, R* to, int64_t)
 template <class R>
 void split(int64_t n, const std::complex<R>* from, R* to, int64_t half)
 {
-    of_type<std::complex<R>>(all_vector_loops()).split(n, kernels::parts(from), to, to + half);
+    of_type<std::complex<R>>(vector_loops()).split(n, kernels::parts(from), to, to + half);
 }
 template <class R>
 void join(int64_t n, const R* from, int64_t, R* to)
@@ -78,7 +78,7 @@ void join(int64_t n, const R* from, int64_t, R* to)
 template <class R>
 void join(int64_t n, const R* from, int64_t half, std::complex<R>* to)
 {
-    of_type<std::complex<R>>(all_vector_loops()).join(n, from, from + half, kernels::parts(to));
+    of_type<std::complex<R>>(vector_loops()).join(n, from, from + half, kernels::parts(to));
 }
 
 // The columns first..last-1 of the panel, which have the products with the columns before: they are
@@ -87,7 +87,7 @@ template <class T>
 void factor_leaf(const Panel<T>& panel, int64_t first, int64_t last, Part<T> small, int32_t* ipvt,
                  Record& record)
 {
-    const auto& run = of_type<T>(eliminations());
+    const auto& run = of_type<T>(elimination_loops());
     // The leaf as a panel of its own, whose first row is that of its first step.
     Part<T>* const corner = panel.column(first) + first;
     Part<T>* const s = panel.s + first;
@@ -131,7 +131,7 @@ template <class T>
 int64_t factor_panel(const Panel<T>& panel, Part<T> small, T* fact, int64_t ldfac, int32_t* ipvt,
                      Record& record, bool& skips)
 {
-    const auto& run = of_type<T>(eliminations());
+    const auto& run = of_type<T>(elimination_loops());
     skips = false;
     record.count = 0;
     int64_t done = 0;
@@ -167,7 +167,7 @@ void eliminate_plainly(const Panel<T>& panel, int64_t steps, const Record& recor
             for (int64_t r = c + 1; r < panel.rows; r += piece) {
                 const int64_t rows = std::min(piece, panel.rows - r);
                 join(rows, panel.column(c) + r, panel.shape.half, static_cast<T*>(multipliers));
-                kernels::add_columns(rows, 1, multipliers, 1, false, column + c, column + r);
+                kernels::add_columns<T>(rows, 1, multipliers, 1, false, column + c, column + r);
             }
         }
     }
@@ -207,7 +207,7 @@ void eliminate_right(const Panel<T>& panel, int64_t steps, const Gather& gather,
                      int64_t ldfac, Part<T>* block, T* row)
 {
     constexpr int64_t group = 8;
-    const auto& run = of_type<T>(eliminations());
+    const auto& run = of_type<T>(elimination_loops());
     for (int64_t j = 0; j < n; j += group) {
         const int64_t columns = std::min(group, n - j);
         for (int64_t c = 0; c < columns; ++c) {

@@ -35,10 +35,10 @@ bool scale_and_factor(int64_t n, const T* a, int64_t lda, T* fact, int64_t ldfac
 {
     const Part<T> small = smallest_pivot<T>();
     if (n <= small_order)
-        return of_type<T>(small_matrices())(n, kernels::parts(a), lda, kernels::parts(fact), ldfac, s, ipvt,
-                                            small, invert<T>);
+        return of_type<T>(small_matrix_loops())(n, kernels::parts(a), lda, kernels::parts(fact), ldfac, s,
+                                                ipvt, small, invert<T>);
     // Copied and measured column by column, while the column is near.
-    const auto raise_maxima = of_type<T>(all_vector_loops()).raise_maxima;
+    const auto raise_maxima = of_type<T>(vector_loops()).raise_maxima;
     std::fill_n(s, n, Part<T>(0));
     for (int64_t j = 0; j < n; ++j) {
         if (fact != a || ldfac != lda) kernels::copy<T>(n, a + j * lda, 1, fact + j * ldfac, 1);

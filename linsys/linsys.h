@@ -16,6 +16,7 @@
 
 namespace orvel::linsys {
 
+using isa::of_type;
 using kernels::conjugate;
 using kernels::is_complex;
 using kernels::Part;
@@ -69,20 +70,6 @@ template <class T>
 inline Part<T> epsilon()
 {
     return machine<Part<T>>(4);
-}
-
-// The hot loops for matrices of a type, out of a set for all of them.
-template <class T, class Set>
-inline const auto& of_type(const Set& set)
-{
-    if constexpr (std::is_same_v<T, float>)
-        return set.s;
-    else if constexpr (std::is_same_v<T, double>)
-        return set.d;
-    else if constexpr (std::is_same_v<T, std::complex<float>>)
-        return set.c;
-    else
-        return set.z;
 }
 
 // Whether an error of this type ends a computation: FATAL and TERMINAL do, WARNING does not.

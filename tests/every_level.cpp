@@ -2,7 +2,7 @@
 // the machine
 #include <gtest/gtest.h>
 
-#include "frame/levels.h"
+#include "isa/levels.h"
 
 namespace {
 
@@ -10,9 +10,9 @@ namespace {
 class Forcer : public testing::EmptyTestEventListener {
     void OnTestIterationStart(const testing::UnitTest&, int iteration) override
     {
-        const char* const level = orvel::frame::level_name(iteration % orvel::frame::level_count());
+        const char* const level = orvel::isa::level_name(iteration % orvel::isa::level_count());
         std::printf("level %s\n", level);
-        ASSERT_TRUE(orvel::frame::force_level(level));
+        ASSERT_TRUE(orvel::isa::use_level(level));
     }
 };
 
@@ -21,7 +21,7 @@ class Forcer : public testing::EmptyTestEventListener {
 int main(int argc, char** argv)
 {
     testing::InitGoogleTest(&argc, argv);
-    testing::GTEST_FLAG(repeat) = orvel::frame::level_count();
+    testing::GTEST_FLAG(repeat) = orvel::isa::level_count();
     testing::UnitTest::GetInstance()->listeners().Append(new Forcer);
     return RUN_ALL_TESTS();
 }

@@ -6,26 +6,24 @@
 #include <string>
 #include <type_traits>
 
-#include "frame/levels.h"
-#include "kernels/isa/loops.h"
+#include "isa/levels.h"
 
 namespace orvel_test {
 
-// Runs body(level) or body() with each level forced, and proves that it is the one in use.
+// Runs body(level) or body() with each level of the machine.
 template <class Body>
 void on_every_level(Body body)
 {
-    using namespace orvel::frame;
+    using namespace orvel::isa;
     for (int k = 0; k < level_count(); ++k) {
-        ASSERT_TRUE(force_level(level_name(k)));
-        ASSERT_STREQ(orvel::kernels::loops().level, level_name(k));
+        ASSERT_TRUE(use_level(level_name(k)));
         SCOPED_TRACE(level_name(k));
         if constexpr (std::is_invocable_v<Body, std::string>)
             body(std::string(level_name(k)));
         else
             body();
     }
-    force_level(nullptr);
+    use_level(nullptr);
 }
 
 template <class Body>

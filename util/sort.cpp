@@ -4,38 +4,12 @@
 #include <cstring>
 
 #include "frame/export.h"
-#include "frame/levels.h"
 #include "frame/routine.h"
 #include "orvel/util.h"
 
 namespace orvel::util {
 
-#define ORVEL_SORT_TABLE(isa)          \
-    namespace isa {                    \
-    extern const SortTable sort_table; \
-    }
-#define ORVEL_SORT_TABLE_ADDRESS(isa) &isa::sort_table,
-
-ORVEL_FOR_EACH_LEVEL(ORVEL_SORT_TABLE)
-
 namespace {
-
-const SortTable& table()
-{
-    static constexpr const SortTable* tables[] = {ORVEL_FOR_EACH_LEVEL(ORVEL_SORT_TABLE_ADDRESS)};
-    return *frame::at_level(tables);
-}
-
-template <class T>
-const Sorts<T>& sorts()
-{
-    if constexpr (std::is_same_v<T, float>)
-        return table().s;
-    else if constexpr (std::is_same_v<T, double>)
-        return table().d;
-    else
-        return table().i;
-}
 
 template <class T>
 void copy(int32_t n, const T* from, T* to)
@@ -47,14 +21,14 @@ template <class T>
 void by_value(int32_t n, const T* from, T* to, int32_t* labels)
 {
     copy(n, from, to);
-    sorts<T>().by_value(n, to, labels);
+    isa::of_type<T>(sort_table()).by_value(n, to, labels);
 }
 
 template <class T>
 void by_magnitude(int32_t n, const T* from, T* to, int32_t* labels)
 {
     copy(n, from, to);
-    sorts<T>().by_magnitude(n, to, labels);
+    isa::of_type<T>(sort_table()).by_magnitude(n, to, labels);
 }
 
 // The text of each check is that of its routine; they differ in a comma and in the place of the number.
@@ -151,12 +125,10 @@ void svibp(const int32_t* n, const int32_t* ia, int32_t* ib, int32_t* iperm)
 
 }  // namespace
 
-const char* sorts_level() { return table().level; }
-
 template <class T>
 Difficulties sort_labelled(int64_t n, T* x, int32_t* labels)
 {
-    return sorts<T>().by_value(n, x, labels);
+    return isa::of_type<T>(sort_table()).by_value(n, x, labels);
 }
 
 template Difficulties sort_labelled(int64_t, float*, int32_t*);

@@ -12,7 +12,4 @@ namespace orvel::util {
 template <class T>
 Difficulties sort_labelled(int64_t n, T* x, int32_t* labels);
 
-// For tests: the level of the sorts that run.
-const char* sorts_level();
-
 }  // namespace orvel::util

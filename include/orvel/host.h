@@ -1,7 +1,8 @@
 /* include/orvel/host.h - what a service, a window program, an interpreter or a test needs beyond the
- * classic interface: where messages go, what a stop does, and the switches of threads that start later.
+ * classic interface: where messages go, what a stop does, the switches of threads that start later, and
+ * the instruction-set level.
  *
- * Settings are process-wide and may be made from any thread at any time.
+ * Arguments go by value. Settings are process-wide and may be made from any thread at any time.
  */
 #ifndef ORVEL_HOST_H
 #define ORVEL_HOST_H
@@ -23,45 +24,83 @@ ORVEL_BEGIN
  */
 typedef void (*orvel_writer)(void* context, int32_t unit, const char* text, size_t length);
 
-/* Send UNIT to WRITER from now on; a null WRITER gives the unit back to its stream or file. Returns 1, or 0
- * when 64 other units are bound already. When it returns, no other thread is inside the writer that was bound
- * before, nor will be: what that one uses may go. So hold nothing that it waits for. */
+/* Sends the output for a unit to a writer from now on. Returns 1, or 0 when 64 other units are bound
+ * already. When it returns, no other thread is inside the writer that was bound before, nor will be: what
+ * that one uses may go. So hold nothing that it waits for.
+ *
+ *     UNIT     in        the number of the unit
+ *     WRITER   function  the writer; null gives the unit back to its stream or file
+ *     CONTEXT  in        handed on to the writer
+ */
 int32_t orvel_bind_unit(int32_t unit, orvel_writer writer, void* context);
 
 /* Called in place of ending the process, on the thread that stops, with the type and code of the error. It
  * may be called on several threads at once. It may
- *   - throw a C++ exception: routines on the way are left properly and the exception reaches the caller;
- *   - leave by longjmp and then call orvel_reset;
- *   - end its thread by pthread_exit: routines on the way are left properly, too;
- *   - return: the process ends.
+ *
+ *     - throw a C++ exception: routines on the way are left properly and the exception reaches the caller;
+ *     - leave by longjmp and then call orvel_reset;
+ *     - end its thread by pthread_exit: routines on the way are left properly, too;
+ *     - return: the process ends.
  *
  *     static void to_exception(void *, int32_t type, int32_t code) { throw numeric_error(type, code); }
  *     orvel_set_stop_handler(to_exception, nullptr);
  */
 typedef void (*orvel_stop_handler)(void* context, int32_t type, int32_t code);
+
+/* Sets what a stop does.
+ *
+ *     HANDLER  function  the handler; null ends the process
+ *     CONTEXT  in        handed on to the handler
+ */
 void orvel_set_stop_handler(orvel_stop_handler handler, void* context);
 
-/* Exit status of a stop; 0 unless set.
+/* Sets the exit status of a stop, 0 unless set.
+ *
+ *     STATUS  in  the status
  *
  *     orvel_set_stop_status(3);       // let the shell see that the run was stopped
  */
 void orvel_set_stop_status(int32_t status);
 
-/* Print and stop switches with which threads start that have not yet called the library; arguments as in
- * ERSET (type 0..5; -1 as is, 0 off, 1 on, 2 the initial value). Threads that have called it keep theirs.
- * Returns 1, or 0 for an argument out of range. In ERSET, action 2 is always the library's initial value.
+/* Print and stop switches with which threads start that have not yet called the library. Threads that have
+ * called it keep theirs. In ERSET, action 2 is always the library's initial value. Returns 1, or 0 for an
+ * argument out of range.
+ *
+ *     TYPE   in  0: all types; 1 to 5 one type, as in ERSET
+ *     PRINT  in  -1: as is; 0: off; 1: on; 2: the initial value
+ *     STOP   in  -1: as is; 0: off; 1: on; 2: the initial value
  *
  *     orvel_set_thread_defaults(0, -1, 0);   // no thread of an OpenMP team stops the program
  */
 int32_t orvel_set_thread_defaults(int32_t type, int32_t print, int32_t stop);
 
-/* Bring the calling thread's routine stack back to level 1, without error, message or print lock, after a
+/* Brings the calling thread's routine stack back to level 1, without error, message or print lock, after a
  * stop handler or a writer left by longjmp. Switches and units stay as they are. Scratch storage of the
  * routines that were jumped over is lost; throw where that matters.
  *
  *     if (setjmp(mark) == 0) run(); else orvel_reset();
  */
 void orvel_reset(void);
+
+/* Uses the hot loops of an instruction-set level from now on. Returns 1, or 0 for a level that is unknown or
+ * that the machine does not have; then nothing changes.
+ *
+ *     NAME(*)  in  the level, as compilers name it for -march: x86-64, x86-64-v3 or x86-64-v4; on other
+ *                  processors there is one level, native; null goes back to the best level of the machine,
+ *                  which is also what is used until somebody asks
+ *
+ * Levels round differently, since only some have fused operations. The same call gives the same bits on all
+ * machines of a cluster when each of them uses the level of the oldest.
+ *
+ * Threads: the choice holds for all threads from their next call on. It is safe while calls are under way;
+ * such a call may finish at the new level, and its results are then those of neither.
+ *
+ *     if (!orvel_use_level("x86-64-v3")) fputs("this machine is too old\n", stderr);
+ */
+int32_t orvel_use_level(const char* name);
+
+/* The name of the instruction-set level in use. It stays valid until the library is unloaded. */
+const char* orvel_level(void);
 
 ORVEL_END
 

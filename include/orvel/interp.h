@@ -1,8 +1,8 @@
 /* include/orvel/interp.h - cubic splines: interpolation, values, derivatives, integrals
  *
  * A spline is returned in two arrays. BRKPT(NDATA) has the abscissas in ascending order, between which lie
- * NINTV = NDATA - 1 pieces. SPCOEF(4,NDATA) has a column for each piece: the value and the first, second and
- * third derivative at its left end. With h = X - BRKPT(i) the spline is
+ * NINTV = NDATA - 1 pieces. SPCOEF(4,NDATA) has a column for each piece: the value and the first, second
+ * and third derivative at its left end. With h = X - BRKPT(i) the spline is
  *
  *     SPCOEF(1,i) + SPCOEF(2,i) h + SPCOEF(3,i) h^2 / 2 + SPCOEF(4,i) h^3 / 6.
  *
@@ -16,9 +16,14 @@
  * Data and results may lie anywhere in the range of their precision: data multiplied by powers of two give
  * the same digits, as far as coefficients and their sums are normal numbers.
  *
- * Data may be in any order, which costs a sort. What is not a number among them gives coefficients that are
- * none, and so do spacings and differences that overflow; a spacing so small that quotients by it overflow
- * gives infinities. Nothing of it is posted.
+ * NaN: a NaN or an infinity among the data makes the coefficients NaN, and so do spacings and differences
+ * that overflow; a spacing so small that quotients by it overflow gives infinities. Nothing of it is
+ * posted.
+ *
+ *     cause  no storage
+ *            "The required storage cannot be allocated.  The specified NDATA may be too large, where NDATA
+ *            = %(I1)."
+ *            -> use the worker with scratch of your own
  */
 #ifndef ORVEL_INTERP_H
 #define ORVEL_INTERP_H
@@ -27,18 +32,35 @@
 
 ORVEL_BEGIN
 
-/* ---- construction --------------------------------------------------------------------------------
+/* ---- construction --------------------------------------------------------------------------------------
  *
- * NDATA, XDATA(NDATA), FDATA(NDATA) in; BRKPT(NDATA), SPCOEF(4,NDATA) out, not complete after an error. The
- * workers C2INT, C2DEC, C2AKM, C2PER take IWK(NDATA) scratch besides, C2PER also WK(6*NDATA) scratch, before
- * it. All post
+ *     NDATA            in       the number of data points
+ *     XDATA(NDATA)     in       the abscissas, in any order, which costs a sort
+ *     FDATA(NDATA)     in       the ordinates
+ *     BRKPT(NDATA)     out      the break points
+ *     SPCOEF(4,NDATA)  out      the coefficients
+ *     IWK(NDATA)       scratch  of the workers C2INT, C2DEC, C2AKM, C2PER
+ *     cause            NDATA < 2
+ *                      "The number of data points must be 2 or more while NDATA = %(I1) is given."
+ *     cause            NDATA < 4
+ *                      "The number of data points must be 4 or more while NDATA = %(I1) is given."
  *
- *     TERMINAL 1 (NDATA below 2, for CSAKM and CSPER below 4), 5 (no storage; not the workers),
- *     TERMINAL 2 from C1SOR (two abscissas are equal; the message has their places in XDATA). */
+ * Passes up the error of C1SOR, TERMINAL 2, from every routine: two abscissas are equal.
+ *
+ * After an error: BRKPT and SPCOEF are not complete.
+ *
+ * Time: of the order NDATA for ascending abscissas, else of a sort.
+ */
 
-/* With third derivatives continuous at the second and the last but one break point (not-a-knot); a straight
- * line through two points, a parabola through three. Source: C. de Boor, A Practical Guide to Splines,
- * Springer, 1978. */
+/* Cubic spline with the not-a-knot condition. Third derivatives are continuous at the second and the last
+ * but one break point; a straight line through two points, a parabola through three. Passes up the errors
+ * of C1SOR.
+ *
+ *     TERMINAL 1  NDATA < 2
+ *     TERMINAL 5  no storage
+ *
+ * Source: C. de Boor, A Practical Guide to Splines, Springer, 1978.
+ */
 void CSINT(const int32_t* ndata, const float* xdata, const float* fdata, float* brkpt, float* spcoef);
 void DCSINT(const int32_t* ndata, const double* xdata, const double* fdata, double* brkpt, double* spcoef);
 void C2INT(const int32_t* ndata, const float* xdata, const float* fdata, float* brkpt, float* spcoef,
@@ -46,8 +68,21 @@ void C2INT(const int32_t* ndata, const float* xdata, const float* fdata, float* 
 void DC2INT(const int32_t* ndata, const double* xdata, const double* fdata, double* brkpt, double* spcoef,
             int32_t* iwk);
 
-/* With a condition at each end: ILEFT, IRIGHT in, 0 not-a-knot, 1 the first derivative is VLEFT (VRIGHT), 2
- * the second one is; VLEFT, VRIGHT in. Posts also TERMINAL 2 (ILEFT), 3 (IRIGHT). Source: as CSINT. */
+/* Cubic spline with a condition at each end. Passes up the errors of C1SOR.
+ *
+ *     ILEFT       in  0: not-a-knot; 1: VLEFT is the first derivative; 2: VLEFT is the second derivative
+ *     VLEFT       in  the derivative at the left end
+ *     IRIGHT      in  0: not-a-knot; 1: VRIGHT is the first derivative; 2: VRIGHT is the second derivative
+ *     VRIGHT      in  the derivative at the right end
+ *     TERMINAL 1  NDATA < 2
+ *     TERMINAL 2  ILEFT is not 0, 1 or 2
+ *                 "The argument ILEFT = %(I1).  It must be 0, 1 or 2."
+ *     TERMINAL 3  IRIGHT is not 0, 1 or 2
+ *                 "The argument IRIGHT = %(I1).  It must be 0, 1 or 2."
+ *     TERMINAL 5  no storage
+ *
+ * Source: C. de Boor, A Practical Guide to Splines, Springer, 1978.
+ */
 void CSDEC(const int32_t* ndata, const float* xdata, const float* fdata, const int32_t* ileft,
            const float* vleft, const int32_t* iright, const float* vright, float* brkpt, float* spcoef);
 void DCSDEC(const int32_t* ndata, const double* xdata, const double* fdata, const int32_t* ileft,
@@ -59,9 +94,15 @@ void DC2DEC(const int32_t* ndata, const double* xdata, const double* fdata, cons
             const double* vleft, const int32_t* iright, const double* vright, double* brkpt, double* spcoef,
             int32_t* iwk);
 
-/* Akima's spline, whose slopes depend on the four neighbouring pieces only; its second derivative may jump.
- * Source: H. Akima, A new method of interpolation and smooth curve fitting based on local procedures, Journal
- * of the ACM 17, 1970. */
+/* Akima's spline, whose slopes depend on the four neighbouring pieces only. Its second derivative may jump.
+ * Passes up the errors of C1SOR.
+ *
+ *     TERMINAL 1  NDATA < 4
+ *     TERMINAL 5  no storage
+ *
+ * Source: H. Akima, A new method of interpolation and smooth curve fitting based on local procedures,
+ * Journal of the ACM 17, 1970.
+ */
 void CSAKM(const int32_t* ndata, const float* xdata, const float* fdata, float* brkpt, float* spcoef);
 void DCSAKM(const int32_t* ndata, const double* xdata, const double* fdata, double* brkpt, double* spcoef);
 void C2AKM(const int32_t* ndata, const float* xdata, const float* fdata, float* brkpt, float* spcoef,
@@ -69,12 +110,21 @@ void C2AKM(const int32_t* ndata, const float* xdata, const float* fdata, float* 
 void DC2AKM(const int32_t* ndata, const double* xdata, const double* fdata, double* brkpt, double* spcoef,
             int32_t* iwk);
 
-/* Periodic spline: value, first and second derivative agree at both ends. Posts WARNING 1 where the ordinates
- * of the smallest and the largest abscissa differ (what is not a number differs), and then uses the first for
- * both. The elimination is carried in SPCOEF: in rows 2 to 4 of column i stand p, q, v with slope(i) =
- * p - q slope(i+1) - v slope(NDATA-1), then a, b for p, v with slope(i) = a - b slope(NDATA-1). WK is not
- * touched, and CSPER does not ask for it. Source: elimination of a cyclic diagonally dominant system, as in
- * G. H. Golub, C. F. Van Loan, Matrix Computations, Johns Hopkins University Press, 1996. */
+/* Periodic cubic spline. Value, first and second derivative agree at both ends. The elimination is carried
+ * in SPCOEF: in rows 2 to 4 of column i stand p, q, v with slope(i) = p - q slope(i+1) - v slope(NDATA-1),
+ * then a, b for p, v with slope(i) = a - b slope(NDATA-1). Passes up the errors of C1SOR.
+ *
+ *     WK(6*NDATA)  scratch  not touched, and CSPER does not ask for it
+ *     TERMINAL 1   NDATA < 4
+ *     TERMINAL 5   no storage
+ *     WARNING 1    the ordinates of the smallest and the largest abscissa differ; the first is used for
+ *                  both
+ *                  "The function values at smallest and largest XDATA points, %(R1) and %(R2), are not
+ *                  equal.  They are %(R3) and %(R4),  respectively.  %(R3) is used."
+ *
+ * Source: elimination of a cyclic diagonally dominant system, as in G. H. Golub, C. F. Van Loan, Matrix
+ * Computations, Johns Hopkins University Press, 1996.
+ */
 void CSPER(const int32_t* ndata, const float* xdata, const float* fdata, float* brkpt, float* spcoef);
 void DCSPER(const int32_t* ndata, const double* xdata, const double* fdata, double* brkpt, double* spcoef);
 void C2PER(const int32_t* ndata, const float* xdata, const float* fdata, float* brkpt, float* spcoef,
@@ -82,28 +132,53 @@ void C2PER(const int32_t* ndata, const float* xdata, const float* fdata, float* 
 void DC2PER(const int32_t* ndata, const double* xdata, const double* fdata, double* brkpt, double* spcoef,
             double* wk, int32_t* iwk);
 
-/* Sort and check data: BRKPT(NDATA) out, the abscissas; SPCOEF(LDC,NDATA) out, the ordinates in its first
- * row; IWK(NDATA) scratch, where the data were not ascending their places in XDATA. Posts TERMINAL 2 (two
- * abscissas are equal). */
+/* Sorts and checks data.
+ *
+ *     SPCOEF(LDC,NDATA)  out      the ordinates in its first row
+ *     LDC                in       the leading dimension of SPCOEF
+ *     IWK(NDATA)         scratch  where the data were not ascending, their places in XDATA
+ *     TERMINAL 2         two abscissas are equal; the message has their places in XDATA
+ *                        "Points in the data point abscissas array, XDATA, must be distinct, but
+ *                        XDATA(%(I1)) = XDATA(%(I2)) = %(R1)."
+ */
 void C1SOR(const int32_t* ndata, const float* xdata, const float* fdata, float* brkpt, float* spcoef,
            const int32_t* ldc, int32_t* iwk);
 void DC1SOR(const int32_t* ndata, const double* xdata, const double* fdata, double* brkpt, double* spcoef,
             const int32_t* ldc, int32_t* iwk);
 
-/* ---- evaluation ----------------------------------------------------------------------------------
+/* ---- evaluation ----------------------------------------------------------------------------------------
  *
- * All in. The PP members take piecewise polynomials of any order: PCOEF(KORDER,NINTV), row j the derivative
- * of order j - 1 at the left ends; the CS members have order 4. The first piece serves every X below
- * BRKPT(2), the last one every X from BRKPT(NINTV) on, which is the last element that is read; a break point
- * between belongs to the piece on its right. What is not a number gives such. Post from PPDER
+ *     X                    in  the argument
+ *     KORDER               in  the order of the polynomials, the number of their coefficients
+ *     NINTV                in  the number of pieces
+ *     BRKPT(NINTV)         in  the break points, ascending
+ *     SPCOEF(4,NINTV)      in  the coefficients of a cubic spline
+ *     PCOEF(KORDER,NINTV)  in  the coefficients of a piecewise polynomial, row j the derivative of order j
+ *                              - 1 at the left ends
+ *     IDERIV               in  the order of the derivative, at least 0
+ *     A                    in  one limit
+ *     B                    in  the other limit, in any order
+ *     cause                NINTV < 1
+ *                          "The number of intervals must be at least 1 while NINTV = %(I1) is given. "
+ *     cause                IDERIV < 0
+ *                          "The order of the derivative must be positive while IDERIV = %(I1) is given."
+ *     cause                KORDER < 1
+ *                          "The order of the interpolating polynomial must be positive while KORDER = %(I1)
+ *                          is given."
  *
- *     TERMINAL 1 (NINTV below 1), 2 (IDERIV below 0), 3 (KORDER below 1),
+ * The PP members take piecewise polynomials of any order; the CS members have order 4 and pass up errors of
+ * their PP members. The first piece serves every X below BRKPT(2), the last one every X from BRKPT(NINTV)
+ * on, which is the last element that is read; a break point between belongs to the piece on its right.
  *
- * or from PPITG TERMINAL 1 (NINTV), 2 (KORDER), and then return 0.
+ * After an error: the value is 0.
  *
- * Each thread remembers the piece that it found last, and looks there, at the next one and nearby first. */
+ * NaN: a NaN as argument gives NaN.
+ *
+ * Threads: each thread remembers the piece that it found last, and looks there, at the next one and nearby
+ * first.
+ */
 
-/* The value at X. */
+/* The value of a spline at X. Passes up the errors of PPDER. */
 float CSVAL(const float* x, const int32_t* nintv, const float* brkpt, const float* spcoef);
 double DCSVAL(const double* x, const int32_t* nintv, const double* brkpt, const double* spcoef);
 float PPVAL(const float* x, const int32_t* korder, const int32_t* nintv, const float* brkpt,
@@ -111,7 +186,13 @@ float PPVAL(const float* x, const int32_t* korder, const int32_t* nintv, const f
 double DPPVAL(const double* x, const int32_t* korder, const int32_t* nintv, const double* brkpt,
               const double* pcoef);
 
-/* The derivative of order IDERIV at X; 0 from the order of the polynomial on. */
+/* The derivative of order IDERIV of a spline at X. It is 0 from the order of the polynomial on. PPDER posts
+ * the errors, CSDER passes them up.
+ *
+ *     TERMINAL 1  NINTV < 1
+ *     TERMINAL 2  IDERIV < 0
+ *     TERMINAL 3  KORDER < 1
+ */
 float CSDER(const int32_t* ideriv, const float* x, const int32_t* nintv, const float* brkpt,
             const float* spcoef);
 double DCSDER(const int32_t* ideriv, const double* x, const int32_t* nintv, const double* brkpt,
@@ -121,8 +202,12 @@ float PPDER(const int32_t* ideriv, const float* x, const int32_t* korder, const 
 double DPPDER(const int32_t* ideriv, const double* x, const int32_t* korder, const int32_t* nintv,
               const double* brkpt, const double* pcoef);
 
-/* The integral from A to B, in either direction and beyond the break points; the sum over the pieces loses no
- * digits by their number. */
+/* The integral of a spline from A to B. The limits may lie beyond the break points; the sum over the pieces
+ * loses no digits by their number. PPITG posts the errors, CSITG passes them up.
+ *
+ *     TERMINAL 1  NINTV < 1
+ *     TERMINAL 2  KORDER < 1
+ */
 float CSITG(const float* a, const float* b, const int32_t* nintv, const float* brkpt, const float* spcoef);
 double DCSITG(const double* a, const double* b, const int32_t* nintv, const double* brkpt,
               const double* spcoef);
@@ -131,7 +216,11 @@ float PPITG(const float* a, const float* b, const int32_t* korder, const int32_t
 double DPPITG(const double* a, const double* b, const int32_t* korder, const int32_t* nintv,
               const double* brkpt, const double* pcoef);
 
-/* The piece of X: LEFT out, 1..NINTV, 1 also for NINTV below 1. KORDER is not used. Posts nothing. */
+/* The piece that an argument lies in. Posts nothing.
+ *
+ *     KORDER  in   not used
+ *     LEFT    out  the index of the piece, 1 to NINTV; 1 also for NINTV < 1
+ */
 void P3DER(const int32_t* korder, const int32_t* nintv, const float* brkpt, const float* x, int32_t* left);
 void DP3DER(const int32_t* korder, const int32_t* nintv, const double* brkpt, const double* x, int32_t* left);
 

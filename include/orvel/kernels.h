@@ -1,42 +1,54 @@
-/* include/orvel/kernels.h - vector and matrix kernels
+/* include/orvel/kernels.h - kernels on vectors: level 1, vector utilities, accumulators
  *
- * A vector is given as (N, X, INCX): N elements INCX apart. In routines with two or three vectors a negative
- * increment runs backwards through the vector: its first element is X(1 + (1 - N)*INCX). A matrix is stored
- * by columns with a leading dimension. The first letter tells the precision: S single, D double, C single
- * complex, Z double complex.
+ * The first letter tells the precision: S single, D double, C single complex, Z double complex. A vector is
+ * given as (N, X, INCX): N elements INCX apart. In routines with two or three vectors a negative increment
+ * runs backwards through the vector: its first element is X(1 + (1 - N)*INCX). N < 1 means no elements:
+ * nothing is read or written, a function returns zero, an index function 0. INCX = 0 uses X(1) N times. A
+ * routine with one vector takes it as empty when INCX < 0. The routines check nothing else and post
+ * nothing.
  *
- * The upper-case names are in liborvel. The lower-case Fortran names of the standard kernels (dgemm_ and so
- * on) are in liborvel_blas, so that loading liborvel never takes over another library's kernels.
+ * Index arithmetic is done in 64 bits, so that every N and INCX that an array can have are good. Vectors
+ * may be the same or overlap: the result is that of the loop that treats one element after the other, from
+ * the first to the last.
  *
  * Sums are formed from several partial sums; the result depends on the arguments and on the instruction set
- * of the machine, never on alignment, threads or time. No kernel keeps state.
+ * of the machine, never on alignment, threads or time. No kernel keeps state. Complex products are formed
+ * by the plain rule, without care for infinities.
  *
- * Source of the standard kernels: C. Lawson, R. Hanson, D. Kincaid, F. Krogh, Basic linear algebra
- * subprograms for Fortran usage, 1979; J. Dongarra, J. Du Croz, S. Hammarling, R. Hanson, An extended set,
- * 1988; J. Dongarra, J. Du Croz, I. Duff, S. Hammarling, A set of level 3 basic linear algebra subprograms,
- * 1990.
+ *     N          in  the number of elements
+ *     A          in  a factor or an addend
+ *     X(N:INCX)  in  a vector
+ *     INCX       in  the increment of X
+ *     Y(N:INCY)  in  a vector
+ *     INCY       in  the increment of Y
+ *     Z(N:INCZ)  in  a vector
+ *     INCZ       in  the increment of Z
+ *
+ * NaN: goes through all arithmetic as IEEE 754 has it, where a routine says nothing else.
+ *
+ * Time: of the order N.
+ *
+ * Source: C. Lawson, R. Hanson, D. Kincaid, F. Krogh, Basic linear algebra subprograms for Fortran usage,
+ * 1979.
  */
 #ifndef ORVEL_KERNELS_H
 #define ORVEL_KERNELS_H
 
+#include "orvel/matrices.h"
 #include "orvel/types.h"
 
 ORVEL_BEGIN
 
-/* ---- level 1: vectors ---------------------------------------------------------------------------
+/* ---- level 1 -------------------------------------------------------------------------------------------
  *
- * In all routines on vectors N < 1 means no elements: nothing is read or written, a function returns zero, an
- * index function 0. INCX = 0 uses X(1) N times. A routine with one vector takes it as empty when INCX < 0.
- * The routines check nothing else and post nothing. Index arithmetic is done in 64 bits, so that every N and
- * INCX that an array can have are good.
- *
- * Vectors may be the same or overlap: the result is that of the loop that treats one element after the
- * other, from the first to the last. What is no number goes through all arithmetic as IEEE 754 has it; where
- * a routine says more, it says so below. Complex products are formed by the plain rule, without care for
- * infinities.
+ * The lower-case Fortran names of these are in liborvel_blas, so that loading liborvel never takes over
+ * another library's kernels.
  */
 
-/* Y = A*X + Y. X(N) in, Y(N) in and out. With A = 0 nothing is read or written, whatever X holds. */
+/* Y = A*X + Y. With A = 0 nothing is read or written, whatever X holds.
+ *
+ *     Y(N:INCY)  inout  a vector
+ */
 void SAXPY(const int32_t* n, const float* a, const float* x, const int32_t* incx, float* y,
            const int32_t* incy);
 void DAXPY(const int32_t* n, const double* a, const double* x, const int32_t* incx, double* y,
@@ -46,7 +58,10 @@ void CAXPY(const int32_t* n, const orvel_complex* a, const orvel_complex* x, con
 void ZAXPY(const int32_t* n, const orvel_dcomplex* a, const orvel_dcomplex* x, const int32_t* incx,
            orvel_dcomplex* y, const int32_t* incy);
 
-/* Y = X. X(N) in, Y(N) out. INCX = 0 fills Y with X(1). */
+/* Y = X. INCX = 0 fills Y with X(1).
+ *
+ *     Y(N:INCY)  out  the copy
+ */
 void SCOPY(const int32_t* n, const float* x, const int32_t* incx, float* y, const int32_t* incy);
 void DCOPY(const int32_t* n, const double* x, const int32_t* incx, double* y, const int32_t* incy);
 void CCOPY(const int32_t* n, const orvel_complex* x, const int32_t* incx, orvel_complex* y,
@@ -54,8 +69,10 @@ void CCOPY(const int32_t* n, const orvel_complex* x, const int32_t* incx, orvel_
 void ZCOPY(const int32_t* n, const orvel_dcomplex* x, const int32_t* incx, orvel_dcomplex* y,
            const int32_t* incy);
 
-/* X = A*X. X(N) in and out. A real A is in CSSCAL and ZDSCAL. A = 0 multiplies like any other, so that what
- * is no number stays. */
+/* X = A*X. A real A is in CSSCAL and ZDSCAL. A = 0 multiplies like any other, so that a NaN stays.
+ *
+ *     X(N:INCX)  inout  a vector
+ */
 void SSCAL(const int32_t* n, const float* a, float* x, const int32_t* incx);
 void DSCAL(const int32_t* n, const double* a, double* x, const int32_t* incx);
 void CSCAL(const int32_t* n, const orvel_complex* a, orvel_complex* x, const int32_t* incx);
@@ -63,13 +80,17 @@ void ZSCAL(const int32_t* n, const orvel_dcomplex* a, orvel_dcomplex* x, const i
 void CSSCAL(const int32_t* n, const float* a, orvel_complex* x, const int32_t* incx);
 void ZDSCAL(const int32_t* n, const double* a, orvel_dcomplex* x, const int32_t* incx);
 
-/* Exchanges X and Y. X(N), Y(N) in and out. */
+/* Exchanges X and Y.
+ *
+ *     X(N:INCX)  inout  a vector
+ *     Y(N:INCY)  inout  a vector
+ */
 void SSWAP(const int32_t* n, float* x, const int32_t* incx, float* y, const int32_t* incy);
 void DSWAP(const int32_t* n, double* x, const int32_t* incx, double* y, const int32_t* incy);
 void CSWAP(const int32_t* n, orvel_complex* x, const int32_t* incx, orvel_complex* y, const int32_t* incy);
 void ZSWAP(const int32_t* n, orvel_dcomplex* x, const int32_t* incx, orvel_dcomplex* y, const int32_t* incy);
 
-/* Sum of X(i)*Y(i), in the precision of the arguments; DOTC: of conj(X(i))*Y(i). X(N), Y(N) in. */
+/* Sum of X(i)*Y(i), in the precision of the arguments. DOTC: of conj(X(i))*Y(i). */
 float SDOT(const int32_t* n, const float* x, const int32_t* incx, const float* y, const int32_t* incy);
 double DDOT(const int32_t* n, const double* x, const int32_t* incx, const double* y, const int32_t* incy);
 orvel_complex CDOTU(const int32_t* n, const orvel_complex* x, const int32_t* incx, const orvel_complex* y,
@@ -81,39 +102,54 @@ orvel_complex CDOTC(const int32_t* n, const orvel_complex* x, const int32_t* inc
 orvel_dcomplex ZDOTC(const int32_t* n, const orvel_dcomplex* x, const int32_t* incx, const orvel_dcomplex* y,
                      const int32_t* incy);
 
-/* Sum of X(i)*Y(i) of single-precision vectors, products and sum in double. SDSDOT adds the start value SB,
- * in, and rounds once at the end; for N < 1 it returns SB. */
+/* Sum of X(i)*Y(i) of single-precision vectors, products and sum in double. SDSDOT adds the start value SB
+ * and rounds once at the end; for N < 1 it returns SB.
+ *
+ *     SB  in  the start value
+ */
 double DSDOT(const int32_t* n, const float* x, const int32_t* incx, const float* y, const int32_t* incy);
 float SDSDOT(const int32_t* n, const float* sb, const float* x, const int32_t* incx, const float* y,
              const int32_t* incy);
 
-/* Euclidean norm without harmful overflow or underflow. X(N) in. INCX = 0 gives |X(1)|*sqrt(N).
+/* Euclidean norm without harmful overflow or underflow. INCX = 0 gives |X(1)|*sqrt(N).
  *
  * With TINY = AMACH(1), HUGE = AMACH(2), EPS = AMACH(4) of the precision, CUTLO = sqrt(TINY/EPS), CUTHI =
  * sqrt(HUGE*EPS) and S the sum of the magnitudes of the N elements (of the 2N parts, with 2N for N, of
  * complex ones): S above CUTHI scales all elements by CUTLO/CUTHI, S below N*CUTLO scales them by
- * 1/(CUTLO*EPS), else the plain squares are summed. What is no number gives no number, infinities give
- * infinity. Source: J. Blue, A portable Fortran program to find the Euclidean norm of a vector, 1978. */
+ * 1/(CUTLO*EPS), else the plain squares are summed.
+ *
+ * NaN: a NaN gives NaN, an infinity infinity.
+ *
+ * Source: J. Blue, A portable Fortran program to find the Euclidean norm of a vector, 1978.
+ */
 float SNRM2(const int32_t* n, const float* x, const int32_t* incx);
 double DNRM2(const int32_t* n, const double* x, const int32_t* incx);
 float SCNRM2(const int32_t* n, const orvel_complex* x, const int32_t* incx);
 double DZNRM2(const int32_t* n, const orvel_dcomplex* x, const int32_t* incx);
 
-/* Sum of |X(i)|; of |Re X(i)| + |Im X(i)| for complex vectors. X(N) in. */
+/* Sum of |X(i)|, of |Re X(i)| + |Im X(i)| for complex vectors. */
 float SASUM(const int32_t* n, const float* x, const int32_t* incx);
 double DASUM(const int32_t* n, const double* x, const int32_t* incx);
 float SCASUM(const int32_t* n, const orvel_complex* x, const int32_t* incx);
 double DZASUM(const int32_t* n, const orvel_dcomplex* x, const int32_t* incx);
 
-/* One-based index of the first element of largest magnitude, |Re| + |Im| for complex vectors. X(N) in. For N
- * = 1 the value is 1 and neither X nor INCX is read; for N > 1, INCX = 0 gives 1 and INCX < 0 gives 0. An
- * element that is no number is passed over, but where X(1) is none the value is 1. */
+/* One-based index of the first element of largest magnitude, |Re| + |Im| for complex vectors. For N = 1 the
+ * value is 1 and neither X nor INCX is read; for N > 1, INCX = 0 gives 1 and INCX < 0 gives 0.
+ *
+ * NaN: a NaN is passed over, but where X(1) is one the value is 1.
+ */
 int32_t ISAMAX(const int32_t* n, const float* x, const int32_t* incx);
 int32_t IDAMAX(const int32_t* n, const double* x, const int32_t* incx);
 int32_t ICAMAX(const int32_t* n, const orvel_complex* x, const int32_t* incx);
 int32_t IZAMAX(const int32_t* n, const orvel_dcomplex* x, const int32_t* incx);
 
-/* Plane rotation: (X, Y) = (C*X + S*Y, C*Y - S*X). X(N), Y(N) in and out; C and S real, in. */
+/* Plane rotation: (X, Y) = (C*X + S*Y, C*Y - S*X).
+ *
+ *     X(N:INCX)  inout  a vector
+ *     Y(N:INCY)  inout  a vector
+ *     C          in     the cosine, real
+ *     S          in     the sine, real
+ */
 void SROT(const int32_t* n, float* x, const int32_t* incx, float* y, const int32_t* incy, const float* c,
           const float* s);
 void DROT(const int32_t* n, double* x, const int32_t* incx, double* y, const int32_t* incy, const double* c,
@@ -123,16 +159,25 @@ void CSROT(const int32_t* n, orvel_complex* x, const int32_t* incx, orvel_comple
 void ZDROT(const int32_t* n, orvel_dcomplex* x, const int32_t* incx, orvel_dcomplex* y, const int32_t* incy,
            const double* c, const double* s);
 
-/* Sets up the rotation that takes (A, B) to (R, 0). C, S out; A returns R, which has the sign of the larger
- * of A and B (of B when they are equal); B returns Z: S when |A| > |B|, else 1/C, or 1 when C = 0, from which
- * C and S can be had again. A = B = 0 gives C = 1, S = R = Z = 0. Nothing overflows but R itself, and Z where
- * 1/C does. */
+/* Sets up the rotation that takes (A, B) to (R, 0). A = B = 0 gives C = 1, S = R = Z = 0. Nothing overflows
+ * but R itself, and Z where 1/C does.
+ *
+ *     A  inout  A, then R, which has the sign of the larger of A and B (of B when they are equal)
+ *     B  inout  B, then Z: S when |A| > |B|, else 1/C, or 1 when C = 0, from which C and S can be had again
+ *     C  out    the cosine
+ *     S  out    the sine
+ */
 void SROTG(float* a, float* b, float* c, float* s);
 void DROTG(double* a, double* b, double* c, double* s);
 
-/* Modified rotation: (X, Y) = (H11*X + H12*Y, H21*X + H22*Y), of complex vectors too. X(N), Y(N) in and out.
- * PARAM(5) in: FLAG, H11, H21, H12, H22. FLAG < 0 takes the whole matrix; 0 takes H21 and H12, with H11 = H22
- * = 1; above 0 H11 and H22, with H21 = -1, H12 = 1; -2 changes nothing. */
+/* Modified rotation: (X, Y) = (H11*X + H12*Y, H21*X + H22*Y), of complex vectors too. FLAG < 0 takes the
+ * whole matrix; 0 takes H21 and H12, with H11 = H22 = 1; above 0 H11 and H22, with H21 = -1, H12 = 1; -2
+ * changes nothing.
+ *
+ *     X(N:INCX)  inout  a vector
+ *     Y(N:INCY)  inout  a vector
+ *     PARAM(5)   in     FLAG, H11, H21, H12, H22
+ */
 void SROTM(const int32_t* n, float* x, const int32_t* incx, float* y, const int32_t* incy,
            const float* param);
 void DROTM(const int32_t* n, double* x, const int32_t* incx, double* y, const int32_t* incy,
@@ -142,25 +187,36 @@ void CSROTM(const int32_t* n, orvel_complex* x, const int32_t* incx, orvel_compl
 void ZDROTM(const int32_t* n, orvel_dcomplex* x, const int32_t* incx, orvel_dcomplex* y, const int32_t* incy,
             const double* param);
 
-/* Sets up the modified rotation that makes the second component of (sqrt(D1)*X1, sqrt(D2)*Y1) zero. D1, D2,
- * X1 in and out; Y1 in; PARAM(5) out, of which only what its flag takes is set. D1 and D2 are brought back
- * between 2**(-24) and 2**24 as often as it takes, and then the whole matrix is set (FLAG = -1). D1 < 0, or a
- * rotation that does not exist, sets matrix, D1, D2 and X1 to zero. */
+/* Sets up the modified rotation that makes the second component of (sqrt(D1)*X1, sqrt(D2)*Y1) zero. D1 and
+ * D2 are brought back between 2**(-24) and 2**24 as often as it takes, and then the whole matrix is set
+ * (FLAG = -1). D1 < 0, or a rotation that does not exist, sets matrix, D1, D2 and X1 to zero.
+ *
+ *     D1        inout  the first weight
+ *     D2        inout  the second weight
+ *     X1        inout  the first component
+ *     Y1        in     the second component
+ *     PARAM(5)  out    FLAG, H11, H21, H12, H22, of which only what the flag takes is set
+ */
 void SROTMG(float* d1, float* d2, float* x1, const float* y1, float* param);
 void DROTMG(double* d1, double* d2, double* x1, const double* y1, double* param);
 
-/* ---- vector utilities and accumulators of the library -------------------------------------------
+/* ---- vector utilities ----------------------------------------------------------------------------------
  *
- * Counts, increments and overlaps as in level 1.
  */
 
-/* X = A. X(N) out. */
+/* X = A.
+ *
+ *     X(N:INCX)  out  a vector
+ */
 void SSET(const int32_t* n, const float* a, float* x, const int32_t* incx);
 void DSET(const int32_t* n, const double* a, double* x, const int32_t* incx);
 void CSET(const int32_t* n, const orvel_complex* a, orvel_complex* x, const int32_t* incx);
 void ZSET(const int32_t* n, const orvel_dcomplex* a, orvel_dcomplex* x, const int32_t* incx);
 
-/* Y = A*X. X(N) in, Y(N) out. A real A is in CSVCAL and ZDVCAL. */
+/* Y = A*X. A real A is in CSVCAL and ZDVCAL.
+ *
+ *     Y(N:INCY)  out  a vector
+ */
 void SVCAL(const int32_t* n, const float* a, const float* x, const int32_t* incx, float* y,
            const int32_t* incy);
 void DVCAL(const int32_t* n, const double* a, const double* x, const int32_t* incx, double* y,
@@ -174,36 +230,48 @@ void CSVCAL(const int32_t* n, const float* a, const orvel_complex* x, const int3
 void ZDVCAL(const int32_t* n, const double* a, const orvel_dcomplex* x, const int32_t* incx,
             orvel_dcomplex* y, const int32_t* incy);
 
-/* X = X + A. X(N) in and out. */
+/* X = X + A.
+ *
+ *     X(N:INCX)  inout  a vector
+ */
 void SADD(const int32_t* n, const float* a, float* x, const int32_t* incx);
 void DADD(const int32_t* n, const double* a, double* x, const int32_t* incx);
 void CADD(const int32_t* n, const orvel_complex* a, orvel_complex* x, const int32_t* incx);
 void ZADD(const int32_t* n, const orvel_dcomplex* a, orvel_dcomplex* x, const int32_t* incx);
 
-/* X = A - X: the constant minus the element. X(N) in and out. */
+/* X = A - X, the constant minus the element.
+ *
+ *     X(N:INCX)  inout  a vector
+ */
 void SSUB(const int32_t* n, const float* a, float* x, const int32_t* incx);
 void DSUB(const int32_t* n, const double* a, double* x, const int32_t* incx);
 void CSUB(const int32_t* n, const orvel_complex* a, orvel_complex* x, const int32_t* incx);
 void ZSUB(const int32_t* n, const orvel_dcomplex* a, orvel_dcomplex* x, const int32_t* incx);
 
-/* Sum of X(i), with its signs. X(N) in. */
+/* Sum of X(i), with its signs. */
 float SSUM(const int32_t* n, const float* x, const int32_t* incx);
 double DSUM(const int32_t* n, const double* x, const int32_t* incx);
 
-/* Sum of X(i)*Y(i)*Z(i). X(N), Y(N), Z(N) in. */
+/* Sum of X(i)*Y(i)*Z(i). */
 float SXYZ(const int32_t* n, const float* x, const int32_t* incx, const float* y, const int32_t* incy,
            const float* z, const int32_t* incz);
 double DXYZ(const int32_t* n, const double* x, const int32_t* incx, const double* y, const int32_t* incy,
             const double* z, const int32_t* incz);
 
-/* Z(i) = X(i)*Y(i). X(N), Y(N) in, Z(N) out. */
+/* Z(i) = X(i)*Y(i).
+ *
+ *     Z(N:INCZ)  out  a vector
+ */
 void SHPROD(const int32_t* n, const float* x, const int32_t* incx, const float* y, const int32_t* incy,
             float* z, const int32_t* incz);
 void DHPROD(const int32_t* n, const double* x, const int32_t* incx, const double* y, const int32_t* incy,
             double* z, const int32_t* incz);
 
 /* One-based index of the first element of smallest magnitude (AMIN), of largest (MAX) and smallest (MIN)
- * signed value. X(N) in. N, INCX and what is no number as in ISAMAX. */
+ * signed value. N and INCX as in ISAMAX.
+ *
+ * NaN: a NaN is passed over, but where X(1) is one the value is 1.
+ */
 int32_t ISAMIN(const int32_t* n, const float* x, const int32_t* incx);
 int32_t IDAMIN(const int32_t* n, const double* x, const int32_t* incx);
 int32_t ICAMIN(const int32_t* n, const orvel_complex* x, const int32_t* incx);
@@ -213,9 +281,12 @@ int32_t IDMAX(const int32_t* n, const double* x, const int32_t* incx);
 int32_t ISMIN(const int32_t* n, const float* x, const int32_t* incx);
 int32_t IDMIN(const int32_t* n, const double* x, const int32_t* incx);
 
-/* Dot products of single complex vectors, carried in double complex and rounded once: CZDOTU gives C + the
- * sum of X(i)*Y(i), CZDOTC C + the sum of conj(X(i))*Y(i), CZCDOT the latter without a start value. X(N),
- * Y(N), C in. For N < 1 the value is C, or 0 of CZCDOT. */
+/* Dot products of single complex vectors, carried in double complex and rounded once. CZDOTU gives C + the
+ * sum of X(i)*Y(i), CZDOTC C + the sum of conj(X(i))*Y(i), CZCDOT the latter without a start value. For N <
+ * 1 the value is C, or 0 of CZCDOT.
+ *
+ *     C  in  the start value
+ */
 orvel_complex CZDOTU(const int32_t* n, const orvel_complex* c, const orvel_complex* x, const int32_t* incx,
                      const orvel_complex* y, const int32_t* incy);
 orvel_complex CZDOTC(const int32_t* n, const orvel_complex* c, const orvel_complex* x, const int32_t* incx,
@@ -223,311 +294,58 @@ orvel_complex CZDOTC(const int32_t* n, const orvel_complex* c, const orvel_compl
 orvel_complex CZCDOT(const int32_t* n, const orvel_complex* x, const int32_t* incx, const orvel_complex* y,
                      const int32_t* incy);
 
-/* Accumulators of double length: ACC(2) holds a head and a tail whose sum is the value. DQINI sets ACC = (A,
- * 0); DQADD adds A; DQMUL adds A*B; DQSTO stores head + tail in A. The sum is the one of quadruple precision
- * (113 bits), split again: the head is the sum rounded to double, the tail what is left, rounded to double. A
- * sum beyond the range of double therefore leaves an infinite head and the opposite infinity as tail, of
- * which DQSTO makes no number. Source: T. Dekker, A floating-point technique for extending the available
- * precision, 1971; D. Knuth, The Art of Computer Programming, volume 2, 1969. */
+/* ---- accumulators of double length ---------------------------------------------------------------------
+ *
+ *     A  in  the number
+ *     B  in  another number
+ *
+ * Source: T. Dekker, A floating-point technique for extending the available precision, 1971; D. Knuth, The
+ * Art of Computer Programming, volume 2, 1969.
+ */
+
+/* ACC = (A, 0). The sum of the two parts of ACC is the value of the accumulator, head and tail.
+ *
+ *     ACC(2)  out  the accumulator
+ */
 void DQINI(const double* a, double* acc);
+
+/* DQADD adds A to an accumulator, DQMUL adds A*B. The sum is the one of quadruple precision (113 bits),
+ * split again: the head is the sum rounded to double, the tail what is left, rounded to double. A sum
+ * beyond the range of double therefore leaves an infinite head and the opposite infinity as tail, of which
+ * DQSTO makes a NaN.
+ *
+ *     ACC(2)  inout  the accumulator
+ */
 void DQADD(const double* a, double* acc);
 void DQMUL(const double* a, const double* b, double* acc);
+
+/* Stores head + tail.
+ *
+ *     ACC(2)  in   the accumulator
+ *     A       out  the number
+ */
 void DQSTO(const double* acc, double* a);
 
-/* The same with complex numbers: ACC(2) double complex, ACC(1) the heads, ACC(2) the tails. Each part is
- * accumulated as by DQADD and DQMUL; ZQMUL adds two products to each, one after the other. */
+/* ACC = (A, 0), complex: ACC(1) the heads, ACC(2) the tails.
+ *
+ *     ACC(2)  out  the accumulator
+ */
 void ZQINI(const orvel_dcomplex* a, orvel_dcomplex* acc);
+
+/* ZQADD adds A to a complex accumulator, ZQMUL adds A*B. Each part is accumulated as by DQADD and DQMUL;
+ * ZQMUL adds two products to each, one after the other.
+ *
+ *     ACC(2)  inout  the accumulator
+ */
 void ZQADD(const orvel_dcomplex* a, orvel_dcomplex* acc);
 void ZQMUL(const orvel_dcomplex* a, const orvel_dcomplex* b, orvel_dcomplex* acc);
+
+/* Stores heads + tails.
+ *
+ *     ACC(2)  in   the accumulator
+ *     A       out  the number
+ */
 void ZQSTO(const orvel_dcomplex* acc, orvel_dcomplex* a);
-
-/* ---- levels 2 and 3: matrices ------------------------------------------------------------------- */
-
-/* Options are single letters in upper or lower case: TRANS N (op(A) = A), T (its transpose), C (its conjugate
- * transpose); UPLO U or L; DIAG U (unit) or N; SIDE L or R. A bad argument posts one TERMINAL error, the
- * first in the order of the codes given below, under the kernel's own name, and nothing is computed. All
- * products of an element are added in a fixed order, so that the size of a matrix or its position never
- * changes a result. An element of a matrix outside the part that is named is neither read nor written.
- * Vectors must not overlap the matrices and vectors that are written. A NaN enters a result where the formula
- * has it; with alpha = 0 the products, with beta = 0 the old values are not formed at all. */
-
-/* LOGICAL: are the two letters equal, whatever their case? */
-int32_t L1AME(const char* ca, const char* cb);
-
-/* y = alpha*op(A)*x + beta*y. A(LDA,N) in, M rows; x has N elements for TRANS = N, else M; y the other
- * number. y is not read when beta = 0. Posts 1 (M), 2 (N), 3 (LDA), 4 (TRANS), 5 (INCX), 6 (INCY). */
-void SGEMV(const char* trans, const int32_t* m, const int32_t* n, const float* alpha, const float* a,
-           const int32_t* lda, const float* x, const int32_t* incx, const float* beta, float* y,
-           const int32_t* incy);
-void DGEMV(const char* trans, const int32_t* m, const int32_t* n, const double* alpha, const double* a,
-           const int32_t* lda, const double* x, const int32_t* incx, const double* beta, double* y,
-           const int32_t* incy);
-void CGEMV(const char* trans, const int32_t* m, const int32_t* n, const orvel_complex* alpha,
-           const orvel_complex* a, const int32_t* lda, const orvel_complex* x, const int32_t* incx,
-           const orvel_complex* beta, orvel_complex* y, const int32_t* incy);
-void ZGEMV(const char* trans, const int32_t* m, const int32_t* n, const orvel_dcomplex* alpha,
-           const orvel_dcomplex* a, const int32_t* lda, const orvel_dcomplex* x, const int32_t* incx,
-           const orvel_dcomplex* beta, orvel_dcomplex* y, const int32_t* incy);
-
-/* The same for a band: A(LDA,N) in, element (i, j) at row KU + 1 + i - j, KL diagonals below and KU above the
- * main one. Posts 1 (M), 2 (N), 3 (KL), 4 (KU), 5 (LDA < KL + KU + 1), 6 (TRANS), 7 (INCX), 8 (INCY). */
-void SGBMV(const char* trans, const int32_t* m, const int32_t* n, const int32_t* kl, const int32_t* ku,
-           const float* alpha, const float* a, const int32_t* lda, const float* x, const int32_t* incx,
-           const float* beta, float* y, const int32_t* incy);
-void DGBMV(const char* trans, const int32_t* m, const int32_t* n, const int32_t* kl, const int32_t* ku,
-           const double* alpha, const double* a, const int32_t* lda, const double* x, const int32_t* incx,
-           const double* beta, double* y, const int32_t* incy);
-void CGBMV(const char* trans, const int32_t* m, const int32_t* n, const int32_t* kl, const int32_t* ku,
-           const orvel_complex* alpha, const orvel_complex* a, const int32_t* lda, const orvel_complex* x,
-           const int32_t* incx, const orvel_complex* beta, orvel_complex* y, const int32_t* incy);
-void ZGBMV(const char* trans, const int32_t* m, const int32_t* n, const int32_t* kl, const int32_t* ku,
-           const orvel_dcomplex* alpha, const orvel_dcomplex* a, const int32_t* lda, const orvel_dcomplex* x,
-           const int32_t* incx, const orvel_dcomplex* beta, orvel_dcomplex* y, const int32_t* incy);
-
-/* y = alpha*A*x + beta*y, A symmetric: A(LDA,N) in, the triangle UPLO of it is read. Posts 1 (N), 2 (LDA), 3
- * (UPLO), 4 (INCX), 5 (INCY). */
-void SSYMV(const char* uplo, const int32_t* n, const float* alpha, const float* a, const int32_t* lda,
-           const float* x, const int32_t* incx, const float* beta, float* y, const int32_t* incy);
-void DSYMV(const char* uplo, const int32_t* n, const double* alpha, const double* a, const int32_t* lda,
-           const double* x, const int32_t* incx, const double* beta, double* y, const int32_t* incy);
-
-/* The same, A Hermitian; imaginary parts on the diagonal are taken as zero. */
-void CHEMV(const char* uplo, const int32_t* n, const orvel_complex* alpha, const orvel_complex* a,
-           const int32_t* lda, const orvel_complex* x, const int32_t* incx, const orvel_complex* beta,
-           orvel_complex* y, const int32_t* incy);
-void ZHEMV(const char* uplo, const int32_t* n, const orvel_dcomplex* alpha, const orvel_dcomplex* a,
-           const int32_t* lda, const orvel_dcomplex* x, const int32_t* incx, const orvel_dcomplex* beta,
-           orvel_dcomplex* y, const int32_t* incy);
-
-/* The same for a symmetric band of K diagonals on either side: A(LDA,N) in, for UPLO = L element (i, j) at
- * row 1 + i - j, for UPLO = U at row K + 1 + i - j. Posts 1 (N), 2 (K), 3 (LDA < K + 1), 4 (UPLO), 5 (INCX),
- * 6 (INCY). */
-void SSBMV(const char* uplo, const int32_t* n, const int32_t* k, const float* alpha, const float* a,
-           const int32_t* lda, const float* x, const int32_t* incx, const float* beta, float* y,
-           const int32_t* incy);
-void DSBMV(const char* uplo, const int32_t* n, const int32_t* k, const double* alpha, const double* a,
-           const int32_t* lda, const double* x, const int32_t* incx, const double* beta, double* y,
-           const int32_t* incy);
-
-/* The same, the band Hermitian. */
-void CHBMV(const char* uplo, const int32_t* n, const int32_t* k, const orvel_complex* alpha,
-           const orvel_complex* a, const int32_t* lda, const orvel_complex* x, const int32_t* incx,
-           const orvel_complex* beta, orvel_complex* y, const int32_t* incy);
-void ZHBMV(const char* uplo, const int32_t* n, const int32_t* k, const orvel_dcomplex* alpha,
-           const orvel_dcomplex* a, const int32_t* lda, const orvel_dcomplex* x, const int32_t* incx,
-           const orvel_dcomplex* beta, orvel_dcomplex* y, const int32_t* incy);
-
-/* x = op(A)*x, A triangular: A(LDA,N) in, the triangle UPLO of it is read, its diagonal not when DIAG = U.
- * Posts 1 (N), 2 (LDA), 3 (UPLO), 4 (TRANS), 5 (DIAG), 6 (INCX). */
-void STRMV(const char* uplo, const char* trans, const char* diag, const int32_t* n, const float* a,
-           const int32_t* lda, float* x, const int32_t* incx);
-void DTRMV(const char* uplo, const char* trans, const char* diag, const int32_t* n, const double* a,
-           const int32_t* lda, double* x, const int32_t* incx);
-void CTRMV(const char* uplo, const char* trans, const char* diag, const int32_t* n, const orvel_complex* a,
-           const int32_t* lda, orvel_complex* x, const int32_t* incx);
-void ZTRMV(const char* uplo, const char* trans, const char* diag, const int32_t* n, const orvel_dcomplex* a,
-           const int32_t* lda, orvel_dcomplex* x, const int32_t* incx);
-
-/* Solves op(A)*x = b; x holds b on entry. No test of singularity: a zero on the diagonal divides. Posts as
- * TRMV. */
-void STRSV(const char* uplo, const char* trans, const char* diag, const int32_t* n, const float* a,
-           const int32_t* lda, float* x, const int32_t* incx);
-void DTRSV(const char* uplo, const char* trans, const char* diag, const int32_t* n, const double* a,
-           const int32_t* lda, double* x, const int32_t* incx);
-void CTRSV(const char* uplo, const char* trans, const char* diag, const int32_t* n, const orvel_complex* a,
-           const int32_t* lda, orvel_complex* x, const int32_t* incx);
-void ZTRSV(const char* uplo, const char* trans, const char* diag, const int32_t* n, const orvel_dcomplex* a,
-           const int32_t* lda, orvel_dcomplex* x, const int32_t* incx);
-
-/* The same for a triangular band of K diagonals besides the main one, stored as in SBMV. Posts 1 (N), 2 (K),
- * 3 (LDA < K + 1), 4 (UPLO), 5 (TRANS), 6 (DIAG), 7 (INCX). */
-void STBMV(const char* uplo, const char* trans, const char* diag, const int32_t* n, const int32_t* k,
-           const float* a, const int32_t* lda, float* x, const int32_t* incx);
-void DTBMV(const char* uplo, const char* trans, const char* diag, const int32_t* n, const int32_t* k,
-           const double* a, const int32_t* lda, double* x, const int32_t* incx);
-void CTBMV(const char* uplo, const char* trans, const char* diag, const int32_t* n, const int32_t* k,
-           const orvel_complex* a, const int32_t* lda, orvel_complex* x, const int32_t* incx);
-void ZTBMV(const char* uplo, const char* trans, const char* diag, const int32_t* n, const int32_t* k,
-           const orvel_dcomplex* a, const int32_t* lda, orvel_dcomplex* x, const int32_t* incx);
-
-/* Solves with a triangular band. Posts as TBMV. */
-void STBSV(const char* uplo, const char* trans, const char* diag, const int32_t* n, const int32_t* k,
-           const float* a, const int32_t* lda, float* x, const int32_t* incx);
-void DTBSV(const char* uplo, const char* trans, const char* diag, const int32_t* n, const int32_t* k,
-           const double* a, const int32_t* lda, double* x, const int32_t* incx);
-void CTBSV(const char* uplo, const char* trans, const char* diag, const int32_t* n, const int32_t* k,
-           const orvel_complex* a, const int32_t* lda, orvel_complex* x, const int32_t* incx);
-void ZTBSV(const char* uplo, const char* trans, const char* diag, const int32_t* n, const int32_t* k,
-           const orvel_dcomplex* a, const int32_t* lda, orvel_dcomplex* x, const int32_t* incx);
-
-/* A = A + alpha*x*y^T. A(LDA,N) in and out, M rows. Posts 1 (M), 2 (N), 3 (LDA), 4 (INCX), 5 (INCY). */
-void SGER(const int32_t* m, const int32_t* n, const float* alpha, const float* x, const int32_t* incx,
-          const float* y, const int32_t* incy, float* a, const int32_t* lda);
-void DGER(const int32_t* m, const int32_t* n, const double* alpha, const double* x, const int32_t* incx,
-          const double* y, const int32_t* incy, double* a, const int32_t* lda);
-
-/* The same for complex matrices. */
-void CGERU(const int32_t* m, const int32_t* n, const orvel_complex* alpha, const orvel_complex* x,
-           const int32_t* incx, const orvel_complex* y, const int32_t* incy, orvel_complex* a,
-           const int32_t* lda);
-void ZGERU(const int32_t* m, const int32_t* n, const orvel_dcomplex* alpha, const orvel_dcomplex* x,
-           const int32_t* incx, const orvel_dcomplex* y, const int32_t* incy, orvel_dcomplex* a,
-           const int32_t* lda);
-
-/* A = A + alpha*x*y^H. */
-void CGERC(const int32_t* m, const int32_t* n, const orvel_complex* alpha, const orvel_complex* x,
-           const int32_t* incx, const orvel_complex* y, const int32_t* incy, orvel_complex* a,
-           const int32_t* lda);
-void ZGERC(const int32_t* m, const int32_t* n, const orvel_dcomplex* alpha, const orvel_dcomplex* x,
-           const int32_t* incx, const orvel_dcomplex* y, const int32_t* incy, orvel_dcomplex* a,
-           const int32_t* lda);
-
-/* A = A + alpha*x*x^T, on the triangle UPLO of A(LDA,N). Posts 1 (N), 2 (LDA), 3 (UPLO), 4 (INCX). */
-void SSYR(const char* uplo, const int32_t* n, const float* alpha, const float* x, const int32_t* incx,
-          float* a, const int32_t* lda);
-void DSYR(const char* uplo, const int32_t* n, const double* alpha, const double* x, const int32_t* incx,
-          double* a, const int32_t* lda);
-
-/* A = A + alpha*x*x^H with a real alpha; the diagonal becomes real. */
-void CHER(const char* uplo, const int32_t* n, const float* alpha, const orvel_complex* x, const int32_t* incx,
-          orvel_complex* a, const int32_t* lda);
-void ZHER(const char* uplo, const int32_t* n, const double* alpha, const orvel_dcomplex* x,
-          const int32_t* incx, orvel_dcomplex* a, const int32_t* lda);
-
-/* A = A + alpha*x*y^T + alpha*y*x^T, on the triangle UPLO. Posts 1 (N), 2 (LDA), 3 (UPLO), 4 (INCX), 5
- * (INCY). */
-void SSYR2(const char* uplo, const int32_t* n, const float* alpha, const float* x, const int32_t* incx,
-           const float* y, const int32_t* incy, float* a, const int32_t* lda);
-void DSYR2(const char* uplo, const int32_t* n, const double* alpha, const double* x, const int32_t* incx,
-           const double* y, const int32_t* incy, double* a, const int32_t* lda);
-
-/* A = A + alpha*x*y^H + conj(alpha)*y*x^H; the diagonal becomes real. */
-void CHER2(const char* uplo, const int32_t* n, const orvel_complex* alpha, const orvel_complex* x,
-           const int32_t* incx, const orvel_complex* y, const int32_t* incy, orvel_complex* a,
-           const int32_t* lda);
-void ZHER2(const char* uplo, const int32_t* n, const orvel_dcomplex* alpha, const orvel_dcomplex* x,
-           const int32_t* incx, const orvel_dcomplex* y, const int32_t* incy, orvel_dcomplex* a,
-           const int32_t* lda);
-
-/* C = alpha*op(A)*op(B) + beta*C. C(LDC,N) in and out, M rows; op(A) has M rows and K columns, op(B) K rows
- * and N columns. beta*C is formed first; C is not read when beta = 0. Posts 1 (M), 2 (N), 3 (K), 4 (LDC), 5
- * (LDA, TRANSA = N), 6 (LDA, TRANSA = T or C), 7 (TRANSA), 8 (LDB, TRANSB = N), 9 (LDB, TRANSB = T or C), 10
- * (TRANSB). */
-void SGEMM(const char* transa, const char* transb, const int32_t* m, const int32_t* n, const int32_t* k,
-           const float* alpha, const float* a, const int32_t* lda, const float* b, const int32_t* ldb,
-           const float* beta, float* c, const int32_t* ldc);
-void DGEMM(const char* transa, const char* transb, const int32_t* m, const int32_t* n, const int32_t* k,
-           const double* alpha, const double* a, const int32_t* lda, const double* b, const int32_t* ldb,
-           const double* beta, double* c, const int32_t* ldc);
-void CGEMM(const char* transa, const char* transb, const int32_t* m, const int32_t* n, const int32_t* k,
-           const orvel_complex* alpha, const orvel_complex* a, const int32_t* lda, const orvel_complex* b,
-           const int32_t* ldb, const orvel_complex* beta, orvel_complex* c, const int32_t* ldc);
-void ZGEMM(const char* transa, const char* transb, const int32_t* m, const int32_t* n, const int32_t* k,
-           const orvel_dcomplex* alpha, const orvel_dcomplex* a, const int32_t* lda, const orvel_dcomplex* b,
-           const int32_t* ldb, const orvel_dcomplex* beta, orvel_dcomplex* c, const int32_t* ldc);
-
-/* C = alpha*A*B + beta*C (SIDE = L) or alpha*B*A + beta*C (SIDE = R), A symmetric, its triangle UPLO is read;
- * B and C have M rows and N columns. Posts 1 (M), 2 (N), 3 (LDC), 4 (LDA, SIDE = L), 5 (LDA, SIDE = R), 6
- * (SIDE), 7 (LDB), 8 (UPLO). */
-void SSYMM(const char* side, const char* uplo, const int32_t* m, const int32_t* n, const float* alpha,
-           const float* a, const int32_t* lda, const float* b, const int32_t* ldb, const float* beta,
-           float* c, const int32_t* ldc);
-void DSYMM(const char* side, const char* uplo, const int32_t* m, const int32_t* n, const double* alpha,
-           const double* a, const int32_t* lda, const double* b, const int32_t* ldb, const double* beta,
-           double* c, const int32_t* ldc);
-void CSYMM(const char* side, const char* uplo, const int32_t* m, const int32_t* n, const orvel_complex* alpha,
-           const orvel_complex* a, const int32_t* lda, const orvel_complex* b, const int32_t* ldb,
-           const orvel_complex* beta, orvel_complex* c, const int32_t* ldc);
-void ZSYMM(const char* side, const char* uplo, const int32_t* m, const int32_t* n,
-           const orvel_dcomplex* alpha, const orvel_dcomplex* a, const int32_t* lda, const orvel_dcomplex* b,
-           const int32_t* ldb, const orvel_dcomplex* beta, orvel_dcomplex* c, const int32_t* ldc);
-
-/* The same, A Hermitian; imaginary parts on the diagonal are taken as zero. */
-void CHEMM(const char* side, const char* uplo, const int32_t* m, const int32_t* n, const orvel_complex* alpha,
-           const orvel_complex* a, const int32_t* lda, const orvel_complex* b, const int32_t* ldb,
-           const orvel_complex* beta, orvel_complex* c, const int32_t* ldc);
-void ZHEMM(const char* side, const char* uplo, const int32_t* m, const int32_t* n,
-           const orvel_dcomplex* alpha, const orvel_dcomplex* a, const int32_t* lda, const orvel_dcomplex* b,
-           const int32_t* ldb, const orvel_dcomplex* beta, orvel_dcomplex* c, const int32_t* ldc);
-
-/* C = alpha*op(A)*op(A)^T + beta*C on the triangle UPLO of C(LDC,N); op(A) has N rows and K columns. TRANS:
- * N, T or C for real, N or T for complex matrices. Posts 1 (N), 2 (K), 3 (LDC), 4 (LDA, TRANS = N), 5 (LDA,
- * TRANS = T or C), 6 (TRANS), 7 (UPLO). */
-void SSYRK(const char* uplo, const char* trans, const int32_t* n, const int32_t* k, const float* alpha,
-           const float* a, const int32_t* lda, const float* beta, float* c, const int32_t* ldc);
-void DSYRK(const char* uplo, const char* trans, const int32_t* n, const int32_t* k, const double* alpha,
-           const double* a, const int32_t* lda, const double* beta, double* c, const int32_t* ldc);
-void CSYRK(const char* uplo, const char* trans, const int32_t* n, const int32_t* k,
-           const orvel_complex* alpha, const orvel_complex* a, const int32_t* lda, const orvel_complex* beta,
-           orvel_complex* c, const int32_t* ldc);
-void ZSYRK(const char* uplo, const char* trans, const int32_t* n, const int32_t* k,
-           const orvel_dcomplex* alpha, const orvel_dcomplex* a, const int32_t* lda,
-           const orvel_dcomplex* beta, orvel_dcomplex* c, const int32_t* ldc);
-
-/* C = alpha*op(A)*op(A)^H + beta*C with real alpha and beta; TRANS: N or C. The diagonal becomes real. Posts
- * as SYRK. */
-void CHERK(const char* uplo, const char* trans, const int32_t* n, const int32_t* k, const float* alpha,
-           const orvel_complex* a, const int32_t* lda, const float* beta, orvel_complex* c,
-           const int32_t* ldc);
-void ZHERK(const char* uplo, const char* trans, const int32_t* n, const int32_t* k, const double* alpha,
-           const orvel_dcomplex* a, const int32_t* lda, const double* beta, orvel_dcomplex* c,
-           const int32_t* ldc);
-
-/* C = alpha*op(A)*op(B)^T + alpha*op(B)*op(A)^T + beta*C on the triangle UPLO. Every element gets all its
- * products of the first kind before those of the second. Posts 1 to 6 as SYRK, 7 (LDB, TRANS = N), 8 (LDB,
- * TRANS = T or C), 9 (UPLO). */
-void SSYR2K(const char* uplo, const char* trans, const int32_t* n, const int32_t* k, const float* alpha,
-            const float* a, const int32_t* lda, const float* b, const int32_t* ldb, const float* beta,
-            float* c, const int32_t* ldc);
-void DSYR2K(const char* uplo, const char* trans, const int32_t* n, const int32_t* k, const double* alpha,
-            const double* a, const int32_t* lda, const double* b, const int32_t* ldb, const double* beta,
-            double* c, const int32_t* ldc);
-void CSYR2K(const char* uplo, const char* trans, const int32_t* n, const int32_t* k,
-            const orvel_complex* alpha, const orvel_complex* a, const int32_t* lda, const orvel_complex* b,
-            const int32_t* ldb, const orvel_complex* beta, orvel_complex* c, const int32_t* ldc);
-void ZSYR2K(const char* uplo, const char* trans, const int32_t* n, const int32_t* k,
-            const orvel_dcomplex* alpha, const orvel_dcomplex* a, const int32_t* lda, const orvel_dcomplex* b,
-            const int32_t* ldb, const orvel_dcomplex* beta, orvel_dcomplex* c, const int32_t* ldc);
-
-/* C = alpha*op(A)*op(B)^H + conj(alpha)*op(B)*op(A)^H + beta*C with a real beta; TRANS: N or C. The diagonal
- * becomes real. Posts as SYR2K. */
-void CHER2K(const char* uplo, const char* trans, const int32_t* n, const int32_t* k,
-            const orvel_complex* alpha, const orvel_complex* a, const int32_t* lda, const orvel_complex* b,
-            const int32_t* ldb, const float* beta, orvel_complex* c, const int32_t* ldc);
-void ZHER2K(const char* uplo, const char* trans, const int32_t* n, const int32_t* k,
-            const orvel_dcomplex* alpha, const orvel_dcomplex* a, const int32_t* lda, const orvel_dcomplex* b,
-            const int32_t* ldb, const double* beta, orvel_dcomplex* c, const int32_t* ldc);
-
-/* B = alpha*op(A)*B (SIDE = L) or alpha*B*op(A) (SIDE = R), A triangular, its triangle UPLO is read, its
- * diagonal not when DIAG = U. B(LDB,N) in and out, M rows; not read when alpha = 0. Posts 1 (M), 2 (N), 3
- * (LDB), 4 (LDA, SIDE = L), 5 (LDA, SIDE = R), 6 (SIDE), 7 (UPLO), 8 (TRANSA), 9 (DIAG). */
-void STRMM(const char* side, const char* uplo, const char* transa, const char* diag, const int32_t* m,
-           const int32_t* n, const float* alpha, const float* a, const int32_t* lda, float* b,
-           const int32_t* ldb);
-void DTRMM(const char* side, const char* uplo, const char* transa, const char* diag, const int32_t* m,
-           const int32_t* n, const double* alpha, const double* a, const int32_t* lda, double* b,
-           const int32_t* ldb);
-void CTRMM(const char* side, const char* uplo, const char* transa, const char* diag, const int32_t* m,
-           const int32_t* n, const orvel_complex* alpha, const orvel_complex* a, const int32_t* lda,
-           orvel_complex* b, const int32_t* ldb);
-void ZTRMM(const char* side, const char* uplo, const char* transa, const char* diag, const int32_t* m,
-           const int32_t* n, const orvel_dcomplex* alpha, const orvel_dcomplex* a, const int32_t* lda,
-           orvel_dcomplex* b, const int32_t* ldb);
-
-/* Solves op(A)*X = alpha*B (SIDE = L) or X*op(A) = alpha*B (SIDE = R); X takes the place of B. No test of
- * singularity: a zero on the diagonal divides. Posts as TRMM. */
-void STRSM(const char* side, const char* uplo, const char* transa, const char* diag, const int32_t* m,
-           const int32_t* n, const float* alpha, const float* a, const int32_t* lda, float* b,
-           const int32_t* ldb);
-void DTRSM(const char* side, const char* uplo, const char* transa, const char* diag, const int32_t* m,
-           const int32_t* n, const double* alpha, const double* a, const int32_t* lda, double* b,
-           const int32_t* ldb);
-void CTRSM(const char* side, const char* uplo, const char* transa, const char* diag, const int32_t* m,
-           const int32_t* n, const orvel_complex* alpha, const orvel_complex* a, const int32_t* lda,
-           orvel_complex* b, const int32_t* ldb);
-void ZTRSM(const char* side, const char* uplo, const char* transa, const char* diag, const int32_t* m,
-           const int32_t* n, const orvel_dcomplex* alpha, const orvel_dcomplex* a, const int32_t* lda,
-           orvel_dcomplex* b, const int32_t* ldb);
 
 ORVEL_END
 

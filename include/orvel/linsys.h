@@ -1,30 +1,95 @@
 /* include/orvel/linsys.h - dense linear systems
  *
  * Matrices are by columns with a leading dimension, arrays contiguous, indices one-based. Real members have
- * RG in their names, complex ones CG; a leading D means double precision. Every routine frees its scratch
- * before it returns. Sizes are formed in 64 bits; what cannot be had posts TERMINAL 2 (after code -1, which
- * marks the level).
+ * RG in their names, complex ones CG; a leading D means double precision. The second character 2 marks the
+ * workers, which take the scratch of their fronts as arguments; complex members take a complex WK of the
+ * same length. Every routine frees its scratch before it returns. Sizes are formed in 64 bits; storage that
+ * cannot be had posts TERMINAL 2 of the front.
+ *
+ *     N               in       the order of A
+ *     A(LDA,N)        in       the matrix
+ *     LDA             in       the leading dimension of A, at least N
+ *     B(N)            in       the right-hand side
+ *     IPATH           in       1: A*X = B; 2: A^H*X = B
+ *     X(N)            out      the solution; may be B
+ *     FACT(LDFAC,N)   in       the factorization of LFTRG or LFCRG
+ *     LDFAC           in       the leading dimension of FACT, at least N
+ *     IPVT(N)         in       the interchanges
+ *     AINV(LDAINV,N)  out      the inverse; may be A where LDAINV = LDA
+ *     LDAINV          in       the leading dimension of AINV, at least N
+ *     RCOND           out      an estimate of the reciprocal of the L1 condition number
+ *     WK(N)           scratch
+ *     cause           N < 1
+ *                     "The number of equations must be positive while N = %(I1) is given."
+ *     cause           N < 1: the order
+ *                     "The order of the matrix must be positive while N = %(I1) is given."
+ *     cause           N > LDA
+ *                     "The order of the matrix must be less than or equal to its leading dimension while N
+ *                     = %(I1) and LDA = %(I2) are given."
+ *     cause           N > LDFAC
+ *                     "The order of the matrix must be less than or equal to its leading dimension while N
+ *                     = %(I1) and LDFAC = %(I2) are given."
+ *     cause           N > LDAINV
+ *                     "The order of the matrix must be less than or equal to its leading dimension while N
+ *                     = %(I1) and LDAINV = %(I2) are given."
+ *     cause           IPATH is neither 1 nor 2
+ *                     "IPATH must be either 1 or 2 while a value of %(I1) is given."
+ *     cause           an element of IPVT is not a row, 1 to N
+ *                     "The elements of IPVT must be rows of the matrix, from 1 to N = %(I1), while
+ *                     IPVT(%(I2)) = %(I3) is given."
+ *                     -> pass FACT and IPVT of one factorization
+ *     cause           no storage
+ *                     "The required storage cannot be allocated.  The workspace is based on N, where N =
+ *                     %(I1)."
+ *                     -> use the worker with scratch of your own
+ *     cause           no storage for a copy of B
+ *                     "The required storage cannot be allocated.  The workspace is based on N, where N =
+ *                     %(I1)."
+ *                     -> give X an array of its own
+ *     cause           option 17 is neither 1 nor 2
+ *                     "The flag value for computing the matrix condition number must be 1 or 2 while %(I1)
+ *                     is given."
+ *                     -> set it with IUMAG
+ *     cause           A is singular
+ *                     "The input matrix is singular.  Some of the diagonal elements of the upper triangular
+ *                     matrix U of the LU factorization are close to zero."
+ *                     -> a row or column depends on others
+ *     cause           RCOND is not above eps
+ *                     "The matrix is too ill-conditioned. An estimate of the reciprocal of its L1 condition
+ *                     number is RCOND = %(R1).  The solution might not be accurate."
+ *                     -> scale rows and columns, or use the double member
+ *
+ * NaN: a NaN in A gives a singular matrix or NaN in the results, a NaN in B NaN in X.
+ *
+ * Time: solving and factoring take 2/3 N^3 operations, an inverse 2 N^3, a solve from a factorization and a
+ * step of refinement 2 N^2 (complex: four times as many).
  */
 #ifndef ORVEL_LINSYS_H
 #define ORVEL_LINSYS_H
-
-#include <stddef.h>
 
 #include "orvel/types.h"
 
 ORVEL_BEGIN
 
-/* Solves A*X = B (IPATH = 1) or A^H*X = B (IPATH = 2) with iterative refinement. A(LDA,N) in, B(N) in, X(N)
- * out; X may be B. The result is as accurate as the working precision allows while RCOND is above 100 eps.
+/* Solves A*X = B or A^H*X = B with iterative refinement. The result is as accurate as the working precision
+ * allows while RCOND is above 100 eps. The workers make all their checks even when one has failed.
  *
- * Posts TERMINAL 1 (N < 1), 2 (N > LDA, or no storage), 3 (IPATH), 4 (option 17), 5 (no storage for a copy
- * of B where X is B); FATAL 2: A is singular; X is untouched after these. WARNING 1: RCOND, an estimate of
- * the reciprocal of the L1 condition number, is not above eps, or the refinement made no progress; X holds
- * the last iterate.
+ *     FACT(N,N)   out  the factorization afterwards, see LFTRG
+ *     IPVT(N)     out  the interchanges
+ *     TERMINAL 1  N < 1
+ *     TERMINAL 2  N > LDA
+ *     TERMINAL 2  no storage
+ *     TERMINAL 3  IPATH is neither 1 nor 2
+ *     TERMINAL 4  option 17 is neither 1 nor 2
+ *     TERMINAL 5  no storage for a copy of B
+ *     FATAL 2     A is singular
+ *     WARNING 1   RCOND is not above eps, or the refinement makes no progress
+ *                 "The matrix is too ill-conditioned. An estimate of the reciprocal of its L1 condition
+ *                 number is RCOND = %(R1).  The solution might not be accurate."
+ *                 -> scale rows and columns, or use the double member
  *
- * The worker takes its scratch as arguments: FACT(N,N) and IPVT(N), which hold the factorization afterwards
- * (see LFTRG), and WK(N). It makes all its checks even when one has failed, and so do L2LRG, L2CRG, LFIRG,
- * L2NRG and LFSRG. Complex members take a complex WK of the same length, as everywhere below. */
+ * After an error: X is untouched after TERMINAL and FATAL errors, and the last iterate after a WARNING.
+ */
 void LSARG(const int32_t* n, const float* a, const int32_t* lda, const float* b, const int32_t* ipath,
            float* x);
 void DLSARG(const int32_t* n, const double* a, const int32_t* lda, const double* b, const int32_t* ipath,
@@ -42,11 +107,26 @@ void L2ACG(const int32_t* n, const orvel_complex* a, const int32_t* lda, const o
 void DL2ACG(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const orvel_dcomplex* b,
             const int32_t* ipath, orvel_dcomplex* x, orvel_dcomplex* fact, int32_t* ipvt, orvel_dcomplex* wk);
 
-/* Solves as LSARG, without refinement. Posts as LSARG, and TERMINAL 4: option 16 has a padding count P < 0 or
- * a modulus M < 1.
+/* Solves A*X = B or A^H*X = B without refinement. The worker uses FACT with a leading dimension of N + P
+ * where M divides N, else of N, P and M being the values of option 16; the initial P is 0, and a program
+ * that sets another calls the worker with FACT(N + P, N).
  *
- * The worker uses FACT with a leading dimension of N + P where M divides N, else of N. The initial P is 0;
- * who sets another calls it with FACT(N + P, N). */
+ *     FACT(N,N)   out  the factorization afterwards, see LFTRG
+ *     IPVT(N)     out  the interchanges
+ *     TERMINAL 1  N < 1
+ *     TERMINAL 2  N > LDA
+ *     TERMINAL 2  no storage
+ *     TERMINAL 3  IPATH is neither 1 nor 2
+ *     TERMINAL 4  option 17 is neither 1 nor 2
+ *     TERMINAL 4  option 16 has P < 0 or M < 1
+ *                 "The option values 3,4 must be respectively not less than zero, and non-negative while
+ *                 %(I1) and %(I2) are given."
+ *                 -> set it with IUMAG
+ *     FATAL 2     A is singular
+ *     WARNING 1   RCOND is not above eps
+ *
+ * After an error: X is untouched after TERMINAL and FATAL errors.
+ */
 void LSLRG(const int32_t* n, const float* a, const int32_t* lda, const float* b, const int32_t* ipath,
            float* x);
 void DLSLRG(const int32_t* n, const double* a, const int32_t* lda, const double* b, const int32_t* ipath,
@@ -64,15 +144,28 @@ void L2LCG(const int32_t* n, const orvel_complex* a, const int32_t* lda, const o
 void DL2LCG(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const orvel_dcomplex* b,
             const int32_t* ipath, orvel_dcomplex* x, orvel_dcomplex* fact, int32_t* ipvt, orvel_dcomplex* wk);
 
-/* Factors A(LDA,N) into FACT(LDFAC,N) and IPVT(N), as LFTRG, and estimates the reciprocal RCOND of its L1
- * condition number; RCOND = 1 where it is not estimated (option 17 is 1, or A is singular). The estimate is
- * seldom below the true value, and may be above it by a factor of 10. FACT may be A when LDFAC = LDA.
+/* Factors a matrix, as LFTRG, and estimates its condition number. RCOND = 1 where it is not estimated
+ * (option 17 is 1, or A is singular). The estimate is seldom below the true value, and may be above it by a
+ * factor of 10.
  *
- * Posts TERMINAL 1 (N < 1), 2 (N > LDA, or no storage), 3 (N > LDFAC), 4 (option 17 is not 1 or 2); FATAL 2:
- * A is singular, FACT and IPVT hold what was reached; WARNING 1: RCOND is not above eps.
+ *     FACT(LDFAC,N)  out  the factorization; may be A where LDFAC = LDA
+ *     IPVT(N)        out  the interchanges
+ *     TERMINAL 1     N < 1: the order
+ *     TERMINAL 2     N > LDA
+ *     TERMINAL 2     no storage
+ *     TERMINAL 3     N > LDFAC
+ *     TERMINAL 4     option 17 is neither 1 nor 2
+ *     FATAL 2        A is singular
+ *     WARNING 1      RCOND is not above eps: the matrix
+ *                    "The matrix is algorithmically singular.  An estimate of the reciprocal of its L1
+ *                    condition number is RCOND = %(R1)."
  *
- * Worker: WK(N). Source: A. Cline, C. Moler, G. Stewart and J. Wilkinson, An estimate for the condition
- * number of a matrix, 1979. */
+ * After an error: FACT and IPVT are untouched after a TERMINAL error, and hold what was reached after FATAL
+ * 2.
+ *
+ * Source: A. Cline, C. Moler, G. Stewart and J. Wilkinson, An estimate for the condition number of a
+ * matrix, 1979.
+ */
 void LFCRG(const int32_t* n, const float* a, const int32_t* lda, float* fact, const int32_t* ldfac,
            int32_t* ipvt, float* rcond);
 void DLFCRG(const int32_t* n, const double* a, const int32_t* lda, double* fact, const int32_t* ldfac,
@@ -90,8 +183,7 @@ void L2CCG(const int32_t* n, const orvel_complex* a, const int32_t* lda, orvel_c
 void DL2CCG(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, orvel_dcomplex* fact,
             const int32_t* ldfac, int32_t* ipvt, double* rcond, orvel_dcomplex* wk);
 
-/* Factors A(LDA,N) into FACT(LDFAC,N) and IPVT(N) by elimination with row-scaled partial pivoting. FACT may
- * be A when LDFAC = LDA.
+/* Factors a matrix by elimination with row-scaled partial pivoting.
  *
  *     FACT  upper triangle with diagonal: U
  *           below it, column k: the negated multipliers of step k, in the row order of step k
@@ -99,15 +191,25 @@ void DL2CCG(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, orvel
  *
  * The pivot of a step is the row with the largest |FACT(i,k)| * S(i), S(i) = 1 / max |A(i,j)| (1 where the
  * row is below the smallest number with a reciprocal); the lowest row of equal ones. Magnitudes of complex
- * numbers are |Re| + |Im|. A step whose pivot is no larger than that smallest number leaves its column as it
- * is, and the elimination goes on. An element gets its products in ascending order of the steps, so that the
- * result has the same bits whatever the size.
+ * numbers are |Re| + |Im|. A step whose pivot is no larger than that smallest number leaves its column as
+ * it is, and the elimination goes on. An element gets its products in ascending order of the steps, so that
+ * the result has the same bits whatever the size.
  *
- * Posts TERMINAL 1 (N < 1), 2 (N > LDA, or no storage), 3 (N > LDFAC), the first only; FATAL 2: A is
- * singular. NaN in A gives a singular matrix or NaN in FACT.
+ *     FACT(LDFAC,N)  out      the factorization; may be A where LDFAC = LDA
+ *     IPVT(N)        out      the interchanges
+ *     WK(N)          scratch  holds S, interchanged with the rows (in the storage of its first N reals in
+ *                             complex members)
+ *     TERMINAL 1     N < 1: the order
+ *     TERMINAL 2     N > LDA
+ *     TERMINAL 2     no storage
+ *     TERMINAL 3     N > LDFAC
+ *     FATAL 2        A is singular
  *
- * Worker: WK(N) holds S, interchanged with the rows (in the storage of its first N reals in complex members).
- * Source: J. Dongarra, C. Moler, J. Bunch and G. Stewart, LINPACK Users' Guide, 1979. */
+ * After an error: only the first TERMINAL error is posted, and FACT and IPVT are untouched; after FATAL 2
+ * they hold what was reached.
+ *
+ * Source: J. Dongarra, C. Moler, J. Bunch and G. Stewart, LINPACK Users' Guide, 1979.
+ */
 void LFTRG(const int32_t* n, const float* a, const int32_t* lda, float* fact, const int32_t* ldfac,
            int32_t* ipvt);
 void DLFTRG(const int32_t* n, const double* a, const int32_t* lda, double* fact, const int32_t* ldfac,
@@ -125,10 +227,21 @@ void L2TCG(const int32_t* n, const orvel_complex* a, const int32_t* lda, orvel_c
 void DL2TCG(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, orvel_dcomplex* fact,
             const int32_t* ldfac, int32_t* ipvt, orvel_dcomplex* wk);
 
-/* Solves A*X = B (IPATH = 1) or A^H*X = B (IPATH = 2) from the factorization of LFTRG or LFCRG. FACT(LDFAC,N)
- * in, IPVT(N) in; B(N) in, X(N) out; X may be B. Posts TERMINAL 1 (N < 1), 2 (N > LDFAC), 3 (IPATH = 1: the
- * diagonal of U has an element close to zero), 4 (the same, IPATH = 2), 5 (IPATH), 6 (an element of IPVT is
- * not a row, 1 to N; X is untouched). */
+/* Solves A*X = B or A^H*X = B from the factorization of LFTRG or LFCRG.
+ *
+ *     TERMINAL 1  N < 1
+ *     TERMINAL 2  N > LDFAC
+ *     TERMINAL 3  IPATH = 1, and the diagonal of U has an element close to zero
+ *                 "The input matrix is singular.  Some of the diagonal elements of the upper triangular
+ *                 matrix U of the LU factorization are close to zero."
+ *     TERMINAL 4  IPATH = 2, and the diagonal of U has an element close to zero
+ *                 "The input matrix is singular.  Some of the diagonal elements of the upper triangular
+ *                 matrix U of the LU factorization are close to zero."
+ *     TERMINAL 5  IPATH is neither 1 nor 2
+ *     TERMINAL 6  an element of IPVT is not a row, 1 to N
+ *
+ * After an error: X is untouched after 1, 2, 5 and 6.
+ */
 void LFSRG(const int32_t* n, const float* fact, const int32_t* ldfac, const int32_t* ipvt, const float* b,
            const int32_t* ipath, float* x);
 void DLFSRG(const int32_t* n, const double* fact, const int32_t* ldfac, const int32_t* ipvt, const double* b,
@@ -138,13 +251,27 @@ void LFSCG(const int32_t* n, const orvel_complex* fact, const int32_t* ldfac, co
 void DLFSCG(const int32_t* n, const orvel_dcomplex* fact, const int32_t* ldfac, const int32_t* ipvt,
             const orvel_dcomplex* b, const int32_t* ipath, orvel_dcomplex* x);
 
-/* Solves as LFSRG and refines the solution with residuals of A(LDA,N) in twice the working precision, until a
- * correction is below eps or does not shrink. RES(N) out: the last correction. X may be B. Posts TERMINAL 1
- * (N < 1), 2 (N > LDA), 3 (N > LDFAC), 4 (IPATH), 5 (no storage for a copy of B where X is B), 6 (an element
- * of IPVT is not a row, 1 to N; X is untouched); WARNING 2: no convergence, or an element of the residual
- * that is larger than 4(N+1) eps (|A| |X| + |B|) after it, as when growth in the elimination has spoiled
- * FACT; X holds the last iterate. The second may take one more pass over A. What LFSRG posts ends it. Source:
- * R. Skeel, Iterative refinement implies numerical stability for Gaussian elimination, 1980. */
+/* Solves as LFSRG and refines the solution, with residuals of A in twice the working precision, until a
+ * correction is below eps or does not shrink. A WARNING also stands for an element of the residual that is
+ * larger than 4(N+1) eps (|A| |X| + |B|) afterwards, as when growth in the elimination has spoiled FACT;
+ * this may take one more pass over A. Passes up the errors 3 and 4 of LFSRG, which end it.
+ *
+ *     RES(N)      out  the last correction
+ *     TERMINAL 1  N < 1
+ *     TERMINAL 2  N > LDA
+ *     TERMINAL 3  N > LDFAC
+ *     TERMINAL 4  IPATH is neither 1 nor 2
+ *     TERMINAL 5  no storage for a copy of B
+ *     TERMINAL 6  an element of IPVT is not a row, 1 to N
+ *     WARNING 2   the refinement makes no progress
+ *                 "The matrix is too ill-conditioned for iterative refinement to be effective."
+ *                 -> scale rows and columns, or use the double member
+ *
+ * After an error: X is untouched after a TERMINAL error of this routine, and the last iterate after the
+ * WARNING.
+ *
+ * Source: R. Skeel, Iterative refinement implies numerical stability for Gaussian elimination, 1980.
+ */
 void LFIRG(const int32_t* n, const float* a, const int32_t* lda, const float* fact, const int32_t* ldfac,
            const int32_t* ipvt, const float* b, const int32_t* ipath, float* x, float* res);
 void DLFIRG(const int32_t* n, const double* a, const int32_t* lda, const double* fact, const int32_t* ldfac,
@@ -156,10 +283,19 @@ void DLFICG(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const
             const int32_t* ldfac, const int32_t* ipvt, const orvel_dcomplex* b, const int32_t* ipath,
             orvel_dcomplex* x, orvel_dcomplex* res);
 
-/* Determinant DET1 * 10^DET2 from a factorization; 1 <= |DET1| < 10, complex magnitudes being |Re| + |Im|.
- * When a diagonal element of U is zero DET1 is 0, and DET2 the exponent reached before it. An infinite DET1
- * stays as it is. Posts TERMINAL 1 (N < 1), 2 (N > LDFAC), 3 (an element of IPVT is not a row, 1 to N), the
- * first only, and leaves DET1 and DET2 then. */
+/* Determinant DET1 * 10^DET2 from a factorization.
+ *
+ *     DET1        out  the mantissa, 1 <= |DET1| < 10, complex magnitudes being |Re| + |Im|; 0 when a
+ *                      diagonal element of U is zero; an infinite one stays as it is
+ *     DET2        out  the exponent; that reached before a zero
+ *     TERMINAL 1  N < 1: the order
+ *     TERMINAL 2  N > LDFAC
+ *     TERMINAL 3  an element of IPVT is not a row, 1 to N
+ *
+ * After an error: DET1 and DET2 are unchanged; only the first error is posted.
+ *
+ * Time: of the order N.
+ */
 void LFDRG(const int32_t* n, const float* fact, const int32_t* ldfac, const int32_t* ipvt, float* det1,
            float* det2);
 void DLFDRG(const int32_t* n, const double* fact, const int32_t* ldfac, const int32_t* ipvt, double* det1,
@@ -169,9 +305,26 @@ void LFDCG(const int32_t* n, const orvel_complex* fact, const int32_t* ldfac, co
 void DLFDCG(const int32_t* n, const orvel_dcomplex* fact, const int32_t* ldfac, const int32_t* ipvt,
             orvel_dcomplex* det1, double* det2);
 
-/* Inverse AINV(LDAINV,N) of A(LDA,N); AINV may be A when LDAINV = LDA. Posts TERMINAL 1 (N < 1), 2 (N > LDA,
- * or no storage), 3 (N > LDAINV), 4 (option 17); FATAL 2: A is singular, AINV holds the factorization
- * reached; WARNING 1: RCOND is not above eps. Worker: WK(N + N*(N-1)/2), IWK(N). */
+/* Inverse of a matrix.
+ *
+ *     WK(N+N*(N-1)/2)  scratch
+ *     IWK(N)           scratch
+ *     TERMINAL 1       N < 1: the order
+ *     TERMINAL 2       N > LDA
+ *     TERMINAL 2       no storage: the scratch
+ *                      "The required storage cannot be allocated."
+ *                      -> use the worker with scratch of your own
+ *     TERMINAL 3       N > LDAINV
+ *     TERMINAL 4       option 17 is neither 1 nor 2
+ *     FATAL 2          A is singular
+ *     WARNING 1        RCOND is not above eps: the inverse
+ *                      "The matrix is too ill-conditioned. An estimate of the reciprocal of its L1
+ *                      condition number is RCOND = %(R1).  The inverse might not be accurate."
+ *                      -> scale rows and columns, or use the double member
+ *
+ * After an error: AINV is untouched after a TERMINAL error, and holds the factorization reached after FATAL
+ * 2.
+ */
 void LINRG(const int32_t* n, const float* a, const int32_t* lda, float* ainv, const int32_t* ldainv);
 void DLINRG(const int32_t* n, const double* a, const int32_t* lda, double* ainv, const int32_t* ldainv);
 void LINCG(const int32_t* n, const orvel_complex* a, const int32_t* lda, orvel_complex* ainv,
@@ -187,10 +340,21 @@ void L2NCG(const int32_t* n, const orvel_complex* a, const int32_t* lda, orvel_c
 void DL2NCG(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, orvel_dcomplex* ainv,
             const int32_t* ldainv, orvel_dcomplex* wk, int32_t* iwk);
 
-/* Inverse of a triangle of A(LDA,N), lower for IPATH = 1, upper for IPATH = 2, into the same triangle of
- * AINV(LDAINV,N); the other triangles are neither read nor written. AINV may be A when LDAINV = LDA. Posts
- * TERMINAL 1 (N < 1), 2 (N > LDA), 3 (N > LDAINV), 4 (IPATH), 5 (a diagonal element is close to zero; AINV is
- * untouched). */
+/* Inverse of a triangle, into the same triangle of AINV. The other triangles are neither read nor written.
+ *
+ *     IPATH       in  1: the lower triangle; 2: the upper triangle
+ *     TERMINAL 1  N < 1: the order
+ *     TERMINAL 2  N > LDA
+ *     TERMINAL 3  N > LDAINV
+ *     TERMINAL 4  IPATH is neither 1 nor 2
+ *     TERMINAL 5  a diagonal element is close to zero
+ *                 "The matrix to be inverted is singular.  The index of the first zero diagonal element of
+ *                 A is %(I1)."
+ *
+ * After an error: AINV is untouched.
+ *
+ * Time: N^3 / 3 operations.
+ */
 void LINRT(const int32_t* n, const float* a, const int32_t* lda, const int32_t* ipath, float* ainv,
            const int32_t* ldainv);
 void DLINRT(const int32_t* n, const double* a, const int32_t* lda, const int32_t* ipath, double* ainv,
@@ -200,29 +364,72 @@ void LINCT(const int32_t* n, const orvel_complex* a, const int32_t* lda, const i
 void DLINCT(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const int32_t* ipath,
             orvel_dcomplex* ainv, const int32_t* ldainv);
 
-/* Helpers, which check nothing: copy of A(LDA,N) to B(LDB,N); ANORM = largest column sum of magnitudes of
- * A(LDA,NCA), NRA rows; L = the first i, one-based, with the largest |X(i)| * S(i), i = 1..N, or 0. */
+/* ---- helpers, which check nothing ----------------------------------------------------------------------
+ *
+ */
+
+/* Copies a matrix to B.
+ *
+ *     B(LDB,N)  out  the copy
+ *     LDB       in   its leading dimension
+ */
 void CRGRG(const int32_t* n, const float* a, const int32_t* lda, float* b, const int32_t* ldb);
 void DCRGRG(const int32_t* n, const double* a, const int32_t* lda, double* b, const int32_t* ldb);
 void CCGCG(const int32_t* n, const orvel_complex* a, const int32_t* lda, orvel_complex* b,
            const int32_t* ldb);
 void DCCGCG(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, orvel_dcomplex* b,
             const int32_t* ldb);
+
+/* Largest column sum of magnitudes of A.
+ *
+ *     NRA         in   the number of rows
+ *     NCA         in   the number of columns
+ *     A(LDA,NCA)  in   the matrix
+ *     ANORM       out  the norm
+ */
 void NR1RR(const int32_t* nra, const int32_t* nca, const float* a, const int32_t* lda, float* anorm);
 void DNR1RR(const int32_t* nra, const int32_t* nca, const double* a, const int32_t* lda, double* anorm);
 void NR1CR(const int32_t* nra, const int32_t* nca, const orvel_complex* a, const int32_t* lda, float* anorm);
 void DNR1CR(const int32_t* nra, const int32_t* nca, const orvel_dcomplex* a, const int32_t* lda,
             double* anorm);
+
+/* The first element of largest |X(i)| * S(i).
+ *
+ *     N     in   the number of elements
+ *     X(N)  in   the elements
+ *     S(N)  in   their weights
+ *     L     out  the index, one-based; 0 for N < 1
+ */
 void L4TRG(const int32_t* n, const float* x, const float* s, int32_t* l);
 void DL4TRG(const int32_t* n, const double* x, const double* s, int32_t* l);
 void L4TCG(const int32_t* n, const orvel_complex* x, const float* s, int32_t* l);
 void DL4TCG(const int32_t* n, const orvel_dcomplex* x, const double* s, int32_t* l);
-/* The calling thread's option values. CHAPTER: MATH, LEN characters, which follow by value; IACT = 1 reads, 2
- * sets; IOPT the option; IVALS(NVALS) its values. Unknown names, actions, options or counts post TERMINAL 1
- * to 4 and change nothing.
+
+/* ---- options -------------------------------------------------------------------------------------------
+ *
+ */
+
+/* Reads or sets the calling thread's option values.
  *
  *     16  padding count P and modulus M of L2LRG's factor array; initially 0 and 1
- *     17  1 no estimate of the condition number, 2 estimate (initially) */
+ *     17  1 no estimate of the condition number, 2 estimate (initially)
+ *
+ *     CHAPTER(*)    in      MATH
+ *     IACT          in      1: reads; 2: sets
+ *     IOPT          in      the option, 16 or 17
+ *     NVALS         in      the number of its values, 2 for option 16, 1 for option 17
+ *     IVALS(NVALS)  in/out  the values
+ *     TERMINAL 1    CHAPTER is not MATH
+ *                   "The name of the chapter must be MATH while %(L1) is given."
+ *     TERMINAL 2    IACT is neither 1 nor 2
+ *                   "The action IACT must be 1 to read or 2 to set while %(I1) is given."
+ *     TERMINAL 3    IOPT is neither 16 nor 17
+ *                   "The option IOPT must be 16 or 17 while %(I1) is given."
+ *     TERMINAL 4    NVALS is not the number of values of the option
+ *                   "Option IOPT = %(I1) has %(I2) values while NVALS = %(I3) is given."
+ *
+ * After an error: nothing is changed.
+ */
 void IUMAG(const char* chapter, const int32_t* iact, const int32_t* iopt, const int32_t* nvals,
            int32_t* ivals, size_t chapter_len);
 

@@ -8,6 +8,7 @@
 #include "orvel/interp.h"
 #include "orvel/kernels.h"
 #include "orvel/linsys.h"
+#include "orvel/matrices.h"
 #include "orvel/optim.h"
 #include "orvel/quad.h"
 #include "orvel/random.h"

@@ -55,14 +55,6 @@ constexpr AkimaLoops<T> loops = {differences<T>, slopes<T>, columns<T>};
 
 }  // namespace
 
-#define ORVEL_NAME_OF(isa) #isa
-#define ORVEL_LEVEL_NAME(isa) ORVEL_NAME_OF(isa)
-
-namespace ORVEL_ISA {
-
-extern const AkimaTable akima_table;
-const AkimaTable akima_table = {ORVEL_LEVEL_NAME(ORVEL_ISA), loops<float>, loops<double>};
-
-}  // namespace ORVEL_ISA
+const isa::ForReals<AkimaLoops> ORVEL_ISA::akima_loops = {loops<float>, loops<double>};
 
 }  // namespace orvel::interp

@@ -5,6 +5,8 @@
 
 #include <stdint.h>
 
+#include "isa/levels.h"
+
 namespace orvel::interp {
 
 template <class T>
@@ -19,10 +21,6 @@ struct AkimaLoops {
                     T* spcoef);
 };
 
-struct AkimaTable {
-    const char* level;
-    AkimaLoops<float> s;
-    AkimaLoops<double> d;
-};
+ORVEL_LEVEL_TABLE(isa::ForReals<AkimaLoops>, akima_loops);
 
 }  // namespace orvel::interp

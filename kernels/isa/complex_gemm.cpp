@@ -21,45 +21,71 @@ struct Place {
     bool from_zero;
 };
 
+// Elements of C at a place, which is at c, apart from each other. What does not exist is not touched, and
+// zero in the tile.
+template <class R, int V, int N>
+struct TileOfC {
+    static constexpr int rows = V * lanes<R>;
+
+    void load(const R* c, int64_t ldc, const Place& place)
+    {
+        const auto fill = [&](auto exists) __attribute__((always_inline))
+        {
+            for (int j = 0; j < N; ++j)
+                for (int i = 0; i < rows; ++i) {
+                    re[j][i] = exists(i, j) ? c[2 * (j * ldc + i)] : R(0);
+                    im[j][i] = exists(i, j) ? c[2 * (j * ldc + i) + 1] : R(0);
+                }
+        };
+        if (place.from_zero)
+            fill([](int, int) { return false; });
+        else if (is_whole(place))
+            fill([](int, int) { return true; });
+        else
+            fill([&place](int i, int j) { return is_at(place, i, j); });
+    }
+    void store(R* c, int64_t ldc, const Place& place) const
+    {
+        const bool whole = is_whole(place);
+        for (int j = 0; j < N; ++j)
+            for (int i = 0; i < place.rows; ++i)
+                if (whole || is_at(place, i, j)) {
+                    c[2 * (j * ldc + i)] = re[j][i];
+                    c[2 * (j * ldc + i) + 1] = im[j][i];
+                }
+    }
+
+    R re[N][rows], im[N][rows];
+
+private:
+    static bool is_whole(const Place& place) { return place.rows == rows && place.triangle == 'A'; }
+    static bool is_at(const Place& place, int i, int j)
+    {
+        return i < place.rows && is_in(place.triangle, place.row + i, place.column + j);
+    }
+};
+
 // One tile of V vectors by N columns.
 template <class R, int V, int N>
 void complex_tile(int64_t k, const R* a, const R* b, R* c, int64_t ldc, const Place& place)
 {
     constexpr int L = lanes<R>;
-    using Lane = Vector<R, L>;
-    Lane re[N][V], im[N][V];
-    R buffer[2][N][V * L];
-    const int m = place.rows;
-    const bool whole = m == V * L && place.triangle == 'A';
-    const auto exists = [&place, m](int i, int j) {
-        return i < m && is_in(place.triangle, place.row + i, place.column + j);
-    };
-    for (int j = 0; j < N; ++j)
-        if (place.from_zero)
-            for (int i = 0; i < V * L; ++i) buffer[0][j][i] = buffer[1][j][i] = R(0);
-        else if (whole)
-            for (int i = 0; i < V * L; ++i) {
-                buffer[0][j][i] = c[2 * (j * ldc + i)];
-                buffer[1][j][i] = c[2 * (j * ldc + i) + 1];
-            }
-        else
-            for (int i = 0; i < V * L; ++i) {
-                buffer[0][j][i] = exists(i, j) ? c[2 * (j * ldc + i)] : R(0);
-                buffer[1][j][i] = exists(i, j) ? c[2 * (j * ldc + i) + 1] : R(0);
-            }
+    Vector<R, L> re[N][V], im[N][V];
+    TileOfC<R, V, N> tile;
+    tile.load(c, ldc, place);
 #pragma GCC unroll 16
     for (int j = 0; j < N; ++j)
 #pragma GCC unroll 16
         for (int v = 0; v < V; ++v) {
-            re[j][v] = *reinterpret_cast<const Lane*>(buffer[0][j] + v * L);
-            im[j][v] = *reinterpret_cast<const Lane*>(buffer[1][j] + v * L);
+            re[j][v] = at<L>(tile.re[j] + v * L);
+            im[j][v] = at<L>(tile.im[j] + v * L);
         }
     for (int64_t l = 0; l < k; ++l) {
-        Lane x[V], y[V];
+        Vector<R, L> x[V], y[V];
 #pragma GCC unroll 16
         for (int v = 0; v < V; ++v) {
-            x[v] = *reinterpret_cast<const Lane*>(a + v * L);
-            y[v] = *reinterpret_cast<const Lane*>(a + (V + v) * L);
+            x[v] = at<L>(a + v * L);
+            y[v] = at<L>(a + (V + v) * L);
         }
 #pragma GCC unroll 16
         for (int j = 0; j < N; ++j)
@@ -77,15 +103,10 @@ void complex_tile(int64_t k, const R* a, const R* b, R* c, int64_t ldc, const Pl
     for (int j = 0; j < N; ++j)
 #pragma GCC unroll 16
         for (int v = 0; v < V; ++v) {
-            *reinterpret_cast<Lane*>(buffer[0][j] + v * L) = re[j][v];
-            *reinterpret_cast<Lane*>(buffer[1][j] + v * L) = im[j][v];
+            at<L>(tile.re[j] + v * L) = re[j][v];
+            at<L>(tile.im[j] + v * L) = im[j][v];
         }
-    for (int j = 0; j < N; ++j)
-        for (int i = 0; i < m; ++i)
-            if (whole || exists(i, j)) {
-                c[2 * (j * ldc + i)] = buffer[0][j][i];
-                c[2 * (j * ldc + i) + 1] = buffer[1][j][i];
-            }
+    tile.store(c, ldc, place);
 }
 
 // Panels of most_rows rows, the last one narrower by whole vectors: real parts, then imaginary parts, of a
@@ -198,14 +219,14 @@ inline Vector<R, L> turned(Vector<R, L> z)
 {
     Vector<R, L> sign = {};
     for (int k = 0; k < L; k += 2) sign[k] = R(-1), sign[k + 1] = R(1);
-    return swapped<R, L>(z) * sign;
+    return isa::exchanged<R, L>(z) * sign;
 }
 
 // C(V*L/2, N) += A(V*L/2, k) * B(k, N); L counts real numbers.
 template <class R, int L, int V, int N>
 void direct_tile(const ComplexProduct<R>& p, int64_t row, int64_t column)
 {
-    using Pairs = Vector<R, L>;
+    typedef Vector<R, L> Pairs;
     R* c = p.c + 2 * (row + column * p.c_columns);
     const R* a = p.a + 2 * row;
     const R* b = p.b + 2 * column * p.b_columns;
@@ -215,13 +236,12 @@ void direct_tile(const ComplexProduct<R>& p, int64_t row, int64_t column)
     for (int j = 0; j < N; ++j)
 #pragma GCC unroll 16
         for (int v = 0; v < V; ++v)
-            sum[j][v] =
-                p.from_zero ? Pairs{} : *reinterpret_cast<const Pairs*>(c + 2 * j * p.c_columns + v * L);
+            sum[j][v] = p.from_zero ? Pairs{} : at<L>(c + 2 * j * p.c_columns + v * L);
     for (int64_t l = 0; l < p.k; ++l) {
         Pairs x[V], y[V];
 #pragma GCC unroll 16
         for (int v = 0; v < V; ++v) {
-            x[v] = *reinterpret_cast<const Pairs*>(a + v * L);
+            x[v] = at<L>(a + v * L);
             y[v] = turned<R, L>(x[v]);
         }
 #pragma GCC unroll 16
@@ -239,7 +259,7 @@ void direct_tile(const ComplexProduct<R>& p, int64_t row, int64_t column)
 #pragma GCC unroll 16
     for (int j = 0; j < N; ++j)
 #pragma GCC unroll 16
-        for (int v = 0; v < V; ++v) *reinterpret_cast<Pairs*>(c + 2 * j * p.c_columns + v * L) = sum[j][v];
+        for (int v = 0; v < V; ++v) at<L>(c + 2 * j * p.c_columns + v * L) = sum[j][v];
 }
 
 template <class R, int L, int V>
@@ -316,13 +336,7 @@ constexpr ComplexLevel3<R> complex_loops = {direct<R>, packed<R>, workspace<R>};
 
 }  // namespace
 
-namespace ORVEL_ISA {
-
-extern const ComplexLevel3<float> gemm_c;
-const ComplexLevel3<float> gemm_c = complex_loops<float>;
-extern const ComplexLevel3<double> gemm_z;
-const ComplexLevel3<double> gemm_z = complex_loops<double>;
-
-}  // namespace ORVEL_ISA
+const isa::ForComplex<ComplexLevel3> ORVEL_ISA::complex_product_loops = {complex_loops<float>,
+                                                                         complex_loops<double>};
 
 }  // namespace orvel::kernels

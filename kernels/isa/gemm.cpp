@@ -60,12 +60,10 @@ void pack_a(int64_t m, int64_t k, const R* a, Strides s, R* __restrict to)
     for (int64_t i = 0; i < m; i += rows, to += rows * k, a += rows * s.rows) {
         const int here = m - i < rows ? static_cast<int>(m - i) : rows;
         if (here == rows && s.rows == 1) {
-            typedef Vector<R, lanes<R>> Lane;
             for (int64_t l = 0; l < k; ++l)
 #pragma GCC unroll 8
                 for (int r = 0; r < rows; r += lanes<R>)
-                    *reinterpret_cast<Lane*>(to + l * rows + r) =
-                        *reinterpret_cast<const Lane*>(a + l * s.columns + r);
+                    at<lanes<R>>(to + l * rows + r) = at<lanes<R>>(a + l * s.columns + r);
         } else if (here == rows && s.rows == -1) {
             for (int64_t l = 0; l < k; ++l)
 #pragma GCC ivdep
@@ -203,13 +201,6 @@ constexpr RealLevel3<R> real = {direct<R>, packed<R>, workspace<R>, transpose_ma
 
 }  // namespace
 
-namespace ORVEL_ISA {
-
-extern const RealLevel3<float> gemm_s;
-const RealLevel3<float> gemm_s = real<float>;
-extern const RealLevel3<double> gemm_d;
-const RealLevel3<double> gemm_d = real<double>;
-
-}  // namespace ORVEL_ISA
+const isa::ForReals<RealLevel3> ORVEL_ISA::real_product_loops = {real<float>, real<double>};
 
 }  // namespace orvel::kernels

@@ -10,34 +10,24 @@ namespace orvel::kernels {
 
 namespace {
 
-template <class R>
-using Lane = Vector<R, lanes<R>>;
-
-template <class R>
-inline const Lane<R>& at(const R* p)
-{
-    return *reinterpret_cast<const Lane<R>*>(p);
-}
-template <class R>
-inline Lane<R>& at(R* p)
-{
-    return *reinterpret_cast<Lane<R>*>(p);
-}
+using isa::held;
+using isa::Wide;
+using isa::wide;
 
 // V vectors of rows stay in registers while N columns pass.
 template <class R, int V, int N>
 inline void add_block(const R* a, int64_t lda, const R* x, R* y)
 {
     constexpr int L = lanes<R>;
-    Lane<R> sum[V];
+    Wide<R> sum[V];
 #pragma GCC unroll 8
-    for (int v = 0; v < V; ++v) sum[v] = at(y + v * L);
+    for (int v = 0; v < V; ++v) sum[v] = wide(y + v * L);
 #pragma GCC unroll 8
     for (int j = 0; j < N; ++j)
 #pragma GCC unroll 8
-        for (int v = 0; v < V; ++v) sum[v] += at(a + j * lda + v * L) * x[j];
+        for (int v = 0; v < V; ++v) sum[v] += wide(a + j * lda + v * L) * x[j];
 #pragma GCC unroll 8
-    for (int v = 0; v < V; ++v) at(y + v * L) = sum[v];
+    for (int v = 0; v < V; ++v) wide(y + v * L) = sum[v];
 }
 
 template <class R, int N>
@@ -65,19 +55,19 @@ void add_columns(int64_t m, int64_t n, const R* a, int64_t lda, const R* x, R* y
 }
 
 // The sums of lanes that are 16 bytes apart: halves of the vector are added until 16 bytes are left.
-template <class R, int bytes = vector_bytes>
-inline Vector<R, 16 / static_cast<int>(sizeof(R))> folded(typename Lanes<R, bytes>::Vector sum)
+template <class R, int N>
+inline Vector<R, narrow<R>> folded(Vector<R, N> sum)
 {
-    if constexpr (bytes == 16)
+    if constexpr (N == narrow<R>)
         return sum;
     else
-        return folded<R, bytes / 2>(fold<R, bytes>(sum));
+        return folded<R, N / 2>(isa::fold<R, N>(sum));
 }
 
 template <class R>
-inline R total(Lane<R> sum)
+inline R total(Wide<R> sum)
 {
-    const auto parts = folded<R>(sum);
+    const auto parts = folded<R, lanes<R>>(sum);
     if constexpr (sizeof(R) == 8)
         return parts[0] + parts[1];
     else
@@ -86,9 +76,9 @@ inline R total(Lane<R> sum)
 
 // The sums of the lanes of even and of odd index.
 template <class R>
-inline void total_of_pairs(Lane<R> sum, R& even, R& odd)
+inline void total_of_pairs(Wide<R> sum, R& even, R& odd)
 {
-    const auto parts = folded<R>(sum);
+    const auto parts = folded<R, lanes<R>>(sum);
     even = parts[0];
     odd = parts[1];
     if constexpr (sizeof(R) == 4) {
@@ -101,16 +91,16 @@ template <class R, int N>
 void dot_strip(int64_t m, const R* a, int64_t lda, const R* x, R* y)
 {
     constexpr int L = lanes<R>;
-    Lane<R> sum[N][2];
+    Wide<R> sum[N][2];
 #pragma GCC unroll 8
-    for (int j = 0; j < N; ++j) sum[j][0] = sum[j][1] = Lane<R>{};
+    for (int j = 0; j < N; ++j) sum[j][0] = sum[j][1] = Wide<R>{};
     int64_t i = 0;
     for (; i + 2 * L <= m; i += 2 * L) {
-        const Lane<R> low = at(x + i), high = at(x + i + L);
+        const Wide<R> low = wide(x + i), high = wide(x + i + L);
 #pragma GCC unroll 8
         for (int j = 0; j < N; ++j) {
-            sum[j][0] += at(a + j * lda + i) * low;
-            sum[j][1] += at(a + j * lda + i + L) * high;
+            sum[j][0] += wide(a + j * lda + i) * low;
+            sum[j][1] += wide(a + j * lda + i + L) * high;
         }
     }
 #pragma GCC unroll 8
@@ -133,21 +123,21 @@ template <class R, int N>
 void both_strip(int64_t m, const R* a, int64_t lda, const R* x, R* y, const R* z, R* sums)
 {
     constexpr int L = lanes<R>;
-    Lane<R> sum[N] = {};
+    Wide<R> sum[N] = {};
     R factor[N];
 #pragma GCC unroll 8
     for (int j = 0; j < N; ++j) factor[j] = x[j];
     int64_t i = 0;
     for (; i + L <= m; i += L) {
-        Lane<R> to = at(y + i);
-        const Lane<R> from = at(z + i);
+        Wide<R> to = wide(y + i);
+        const Wide<R> from = wide(z + i);
 #pragma GCC unroll 8
         for (int j = 0; j < N; ++j) {
-            const Lane<R> e = held(at(a + j * lda + i));
+            const Wide<R> e = held(wide(a + j * lda + i));
             to += e * factor[j];
             sum[j] += e * from;
         }
-        at(y + i) = to;
+        wide(y + i) = to;
     }
     R rest[N] = {};
     for (; i < m; ++i)
@@ -175,9 +165,9 @@ void add_rank_1_strip(int64_t m, const R* x, const R* y, R* a, int64_t lda)
     constexpr int L = lanes<R>;
     int64_t i = 0;
     for (; i + L <= m; i += L) {
-        const Lane<R> e = at(x + i);
+        const Wide<R> e = wide(x + i);
 #pragma GCC unroll 4
-        for (int j = 0; j < N; ++j) at(a + j * lda + i) += e * y[j];
+        for (int j = 0; j < N; ++j) wide(a + j * lda + i) += e * y[j];
     }
     for (; i < m; ++i)
 #pragma GCC unroll 4
@@ -309,7 +299,7 @@ void add_complex_strip(int64_t m, const R* a, int64_t lda, bool conjugate, const
     constexpr int L = lanes<R>;
     // y += a * x: each pair of y gets (re, im) * re(x), then (im, re) * (-+ im(x), +- im(x)). For a
     // conjugated matrix the factors are those of conj(a) * x.
-    Lane<R> same[N] = {}, cross[N] = {};
+    Wide<R> same[N] = {}, cross[N] = {};
     for (int j = 0; j < N; ++j)
         for (int k = 0; k < L; k += 2) {
             const R re = x[2 * j], im = x[2 * j + 1];
@@ -320,25 +310,25 @@ void add_complex_strip(int64_t m, const R* a, int64_t lda, bool conjugate, const
         }
     int64_t i = 0;
     for (; i + L <= 2 * m; i += L) {
-        Lane<R> sum = at(y + i);
+        Wide<R> sum = wide(y + i);
 #pragma GCC unroll 8
         for (int j = 0; j < N; ++j) {
-            const Lane<R> z = held(at(a + 2 * j * lda + i));
+            const Wide<R> z = held(wide(a + 2 * j * lda + i));
             sum += z * same[j];
-            sum += swapped<R, lanes<R>>(z) * cross[j];
+            sum += isa::exchanged<R, lanes<R>>(z) * cross[j];
         }
-        at(y + i) = sum;
+        wide(y + i) = sum;
     }
-    using Two = Vector<R, 2>;
+    typedef Vector<R, 2> Two;
     for (; i < 2 * m; i += 2) {
-        Two sum = *reinterpret_cast<const Two*>(y + i);
+        Two sum = at<2>(y + i);
 #pragma GCC unroll 8
         for (int j = 0; j < N; ++j) {
-            const Two z = held(*reinterpret_cast<const Two*>(a + 2 * j * lda + i));
+            const Two z = held(at<2>(a + 2 * j * lda + i));
             sum = held(sum + z * Two{same[j][0], same[j][1]});
-            sum = held(sum + swapped<R, 2>(z) * Two{cross[j][0], cross[j][1]});
+            sum = held(sum + isa::exchanged<R, 2>(z) * Two{cross[j][0], cross[j][1]});
         }
-        *reinterpret_cast<Two*>(y + i) = sum;
+        at<2>(y + i) = sum;
     }
 }
 
@@ -354,14 +344,14 @@ template <class R, int N>
 void dot_complex_strip(int64_t m, const R* a, int64_t lda, bool conjugate, const R* x, R* y)
 {
     constexpr int L = lanes<R>;
-    Lane<R> same[N], cross[N];  // sums of (re re, im im) and of (re im, im re)
-    for (int j = 0; j < N; ++j) same[j] = cross[j] = Lane<R>{};
+    Wide<R> same[N], cross[N];  // sums of (re re, im im) and of (re im, im re)
+    for (int j = 0; j < N; ++j) same[j] = cross[j] = Wide<R>{};
     int64_t i = 0;
     for (; i + L <= 2 * m; i += L) {
-        const Lane<R> z = at(x + i), turned = swapped<R, lanes<R>>(z);
+        const Wide<R> z = wide(x + i), turned = isa::exchanged<R, lanes<R>>(z);
 #pragma GCC unroll 8
         for (int j = 0; j < N; ++j) {
-            const Lane<R> e = held(at(a + 2 * j * lda + i));
+            const Wide<R> e = held(wide(a + 2 * j * lda + i));
             same[j] += e * z;
             cross[j] += e * turned;
         }
@@ -399,12 +389,7 @@ constexpr ComplexLevel2<R> complex_loops = {add_complex_columns<R>, dot_complex_
 
 }  // namespace
 
-namespace ORVEL_ISA {
-
-extern const Level2Loops level2;
-const Level2Loops level2 = {real_loops<float>, real_loops<double>, complex_loops<float>,
-                            complex_loops<double>};
-
-}  // namespace ORVEL_ISA
+const Level2Loops ORVEL_ISA::level2_loops = {real_loops<float>, real_loops<double>, complex_loops<float>,
+                                             complex_loops<double>};
 
 }  // namespace orvel::kernels

@@ -7,6 +7,8 @@
 
 #include <stdint.h>
 
+#include "isa/levels.h"
+
 namespace orvel::kernels {
 
 // Loops over contiguous vectors. R is float or double; n counts real numbers, n >= 0, where nothing else is
@@ -65,21 +67,10 @@ struct Searches {
     int64_t (*complex_smallest)(int64_t n, const R* x);
 };
 
-struct Level1Updates {
-    Updates<float> s;
-    Updates<double> d;
-};
-
-struct Level1Sums {
-    Sums<float> s;
-    Sums<double> d;
-    WideSums wide;
-};
-
-struct Level1Searches {
-    Searches<float> s;
-    Searches<double> d;
-};
+ORVEL_LEVEL_TABLE(isa::ForReals<Updates>, update_loops);
+ORVEL_LEVEL_TABLE(isa::ForReals<Sums>, sum_loops);
+ORVEL_LEVEL_TABLE(WideSums, wide_sum_loops);
+ORVEL_LEVEL_TABLE(isa::ForReals<Searches>, search_loops);
 
 // C(m, n) += A(m, k) * (alpha * B(k, n)), each element's products in ascending order of the inner index.
 // Element (i, l) of A is at a[i * a_rows + l * a_columns], likewise B; the rows of C are contiguous.
@@ -172,28 +163,11 @@ struct ComplexLevel2 {
     void (*dot_columns)(int64_t m, int64_t n, const R* a, int64_t lda, bool conjugate, const R* x, R* y);
 };
 
-struct Level2Loops {
-    RealLevel2<float> s;
-    RealLevel2<double> d;
-    ComplexLevel2<float> c;
-    ComplexLevel2<double> z;
-};
+using Level2Loops = isa::ForAll<RealLevel2, ComplexLevel2>;
 
-struct Loops {
-    const char* level;
-    const Level1Updates* updates;
-    const Level1Sums* sums;
-    const Level1Searches* searches;
-    const Level2Loops* level2;
-    const RealLevel3<float>* gemm_s;
-    const RealLevel3<double>* gemm_d;
-    const ComplexLevel3<float>* gemm_c;
-    const ComplexLevel3<double>* gemm_z;
-    const Triangles<float>* triangles_s;
-    const Triangles<double>* triangles_d;
-};
-
-// The loops of the level in use, see frame/levels.h.
-const Loops& loops();
+ORVEL_LEVEL_TABLE(Level2Loops, level2_loops);
+ORVEL_LEVEL_TABLE(isa::ForReals<RealLevel3>, real_product_loops);
+ORVEL_LEVEL_TABLE(isa::ForComplex<ComplexLevel3>, complex_product_loops);
+ORVEL_LEVEL_TABLE(isa::ForReals<Triangles>, triangle_loops);
 
 }  // namespace orvel::kernels

@@ -10,6 +10,8 @@ namespace orvel::kernels {
 
 namespace {
 
+using isa::held;
+
 // Keys of real elements. The order of a search is that of `better`.
 template <class R, bool absolute, bool least>
 struct RealKey {
@@ -21,7 +23,7 @@ struct RealKey {
         else
             return a > b;
     }
-    static R one(const R* x) { return absolute ? Single<R>::magnitude(*x) : *x; }
+    static R one(const R* x) { return absolute ? Lanes<R, 1>::magnitude(*x) : *x; }
     template <class L>
     static typename L::Vector some(L, const R* x)
     {
@@ -33,12 +35,12 @@ struct RealKey {
 template <class R, bool least>
 struct ComplexKey : RealKey<R, true, least> {
     static constexpr int parts = 2;
-    static R one(const R* x) { return Single<R>::magnitude(x[0]) + Single<R>::magnitude(x[1]); }
+    static R one(const R* x) { return Lanes<R, 1>::magnitude(x[0]) + Lanes<R, 1>::magnitude(x[1]); }
     template <class L>
     static typename L::Vector some(L, const R* x)
     {
         const auto v = held(L::magnitude(L::load(x)));
-        return held(v + L::exchange(v));
+        return held(v + L::exchanged(v));
     }
 };
 
@@ -59,35 +61,29 @@ inline int64_t search_plain(const R* x, int64_t first, int64_t last, int64_t at)
 
 // The best of the lanes by choose(a, b), which takes vectors and numbers. Vectors of 8 bytes are not
 // compared: what the rest of their register holds might be no number and raise a trap.
-template <class V, int lanes, class F>
-inline __attribute__((always_inline)) auto fold_lanes(V v, F choose)
+template <class E, int N, class F>
+inline __attribute__((always_inline)) E fold_lanes(isa::Vector<E, N> v, F choose)
 {
-    typedef __typeof__(v[0] + v[0]) Element;
-    if constexpr (lanes == 2) {
-        return choose(static_cast<Element>(v[0]), static_cast<Element>(v[1]));
-    } else if constexpr (sizeof(V) == 16) {
-        return choose(choose(static_cast<Element>(v[0]), static_cast<Element>(v[1])),
-                      choose(static_cast<Element>(v[2]), static_cast<Element>(v[3])));
+    if constexpr (N == 2) {
+        return choose(v[0], v[1]);
+    } else if constexpr (N * sizeof(E) == 16) {
+        return choose(choose(v[0], v[1]), choose(v[2], v[3]));
     } else {
-        typedef Element Half __attribute__((vector_size(lanes / 2 * sizeof(Element))));
-        union {
-            V whole;
-            Half half[2];
-        } parts = {v};
-        return fold_lanes<Half, lanes / 2>(choose(parts.half[0], parts.half[1]), choose);
+        const isa::Halves<E, N> parts = {v};
+        return fold_lanes<E, N / 2>(choose(parts.half[0], parts.half[1]), choose);
     }
 }
 
 // The same for all n parts, in groups of `size` vectors. The last group reaches back into the one before
 // it: what both contain is found in the earlier one.
-template <class R, class Key, int bytes, int size>
+template <class R, class Key, int N, int size>
 inline int64_t search_groups(int64_t n, const R* x)
 {
-    typedef Lanes<R, bytes> L;
+    typedef Lanes<R, N> L;
     typedef typename L::Vector Vector;
     typedef typename L::Integers Integers;
-    typedef typename L::Int Int;
-    constexpr int64_t length = size * L::count;
+    typedef isa::Integer<R> Int;
+    constexpr int64_t length = size * N;
     const auto choose = [](auto a, auto b) __attribute__((always_inline))
     {
         return Key::better(b, a) ? b : a;
@@ -118,29 +114,28 @@ inline int64_t search_groups(int64_t n, const R* x)
     }
     if (i < n) visit(x + n - length);
 
-    const R found = fold_lanes<Vector, L::count>(best, choose);
+    const R found = fold_lanes<R, N>(best, choose);
     if (found == front) return 0;
     const Integers none = Integers{} + static_cast<Int>(INT32_MAX);
-    const int64_t first = fold_lanes<Integers, L::count>(best == L::all(found) ? where : none, least);
+    const int64_t first = fold_lanes<Int, N>(best == L::all(found) ? where : none, least);
     const int64_t from = n - first * length >= length ? first * length : n - length;
-    Integers place{}, earliest = none;
-    for (int k = 0; k < L::count; ++k) place[k] = k;
+    Integers place = isa::numbered<R, N>(), earliest = none;
 #pragma GCC unroll 8
     for (int k = 0; k < size; ++k) {
         earliest = least(earliest, Key::some(L(), x + from + k * L::count) == L::all(found) ? place : none);
         place += static_cast<Int>(L::count);
     }
-    return (from + fold_lanes<Integers, L::count>(earliest, least)) / Key::parts;
+    return (from + fold_lanes<Int, N>(earliest, least)) / Key::parts;
 }
 
 template <class R, class Key>
 int64_t search(int64_t n, const R* x)
 {
-    typedef Lanes<R, widest> L;
+    constexpr int L = isa::lanes<R>;
     const int64_t parts = n * Key::parts;
-    if (parts >= far<R>) return search_groups<R, Key, 16, 8>(parts, x);
-    if (parts >= 8 * L::count) return search_groups<R, Key, widest, 8>(parts, x);
-    if (parts >= L::count) return search_groups<R, Key, widest, 1>(parts, x);
+    if (parts >= far<R>) return search_groups<R, Key, narrow<R>, 8>(parts, x);
+    if (parts >= 8 * L) return search_groups<R, Key, L, 8>(parts, x);
+    if (parts >= L) return search_groups<R, Key, L, 1>(parts, x);
     return search_plain<R, Key>(x, 1, n, 0);
 }
 
@@ -151,11 +146,6 @@ constexpr Searches<R> searches = {search<R, RealKey<R, true, false>>,  search<R,
 
 }  // namespace
 
-namespace ORVEL_ISA {
-
-extern const Level1Searches level1_searches;
-const Level1Searches level1_searches = {searches<float>, searches<double>};
-
-}  // namespace ORVEL_ISA
+const isa::ForReals<Searches> ORVEL_ISA::search_loops = {searches<float>, searches<double>};
 
 }  // namespace orvel::kernels

@@ -10,6 +10,8 @@ namespace orvel::kernels {
 
 namespace {
 
+using isa::held;
+
 // What is summed at once: one or two vectors.
 template <class L>
 struct One {
@@ -63,46 +65,40 @@ struct Chains<S, L, 1> {
 };
 
 // Folds the lanes down to `finest`, one or two; each width takes its part of the rest.
-template <class R, int bytes, int finest, template <class> class S, class F>
-inline __attribute__((always_inline)) auto folded(S<Lanes<R, bytes>> sums, int64_t i, int64_t n, F add)
+template <class R, int N, int finest, template <class> class S, class F>
+inline __attribute__((always_inline)) auto folded(S<Lanes<R, N>> sums, int64_t i, int64_t n, F add)
 {
-    if constexpr (Lanes<R, bytes>::count == finest) {
+    if constexpr (N == finest) {
         return sums;
-    } else if constexpr (Lanes<R, bytes>::count == 2) {
-        S<Single<R>> last;
-        last.a = sums.a[0] + sums.a[1];
-        if constexpr (sizeof(last) > sizeof(R)) last.b = sums.b[0] + sums.b[1];
-        if (n > i) add(Single<R>(), last, i);
-        return last;
     } else {
-        typedef Lanes<R, bytes / 2> Half;
+        typedef Lanes<R, N / 2> Half;
         S<Half> half;
-        half.a = fold<R, bytes>(sums.a);
-        if constexpr (sizeof(half) > sizeof(half.a)) half.b = fold<R, bytes>(sums.b);
+        half.a = isa::fold<R, N>(sums.a);
+        if constexpr (sizeof(half) > sizeof(half.a)) half.b = isa::fold<R, N>(sums.b);
         if (n - i >= Half::count) {
             add(Half(), half, i);
             i += Half::count;
         }
-        return folded<R, bytes / 2, finest, S>(half, i, n, add);
+        return folded<R, N / 2, finest, S>(half, i, n, add);
     }
 }
 
-template <class R, int bytes, template <class> class S, int chains, int finest, class F>
+template <class R, int N, template <class> class S, int chains, int finest, class F>
 inline __attribute__((always_inline)) auto sum_width(int64_t n, F add)
 {
-    typedef Lanes<R, bytes> L;
+    typedef Lanes<R, N> L;
     Chains<S<L>, L, chains> sums;
     int64_t i = 0;
-    for (; n - i >= chains * L::count; i += chains * L::count) sums.add_to_all(i, add);
+    for (; n - i >= chains * N; i += chains * N) sums.add_to_all(i, add);
     i = sums.add_to_some(i, n, add);
-    return folded<R, bytes, finest, S>(sums.joined(), i, n, add);
+    return folded<R, N, finest, S>(sums.joined(), i, n, add);
 }
 
 template <class R, template <class> class S, int chains, int finest, class F>
 inline __attribute__((always_inline)) auto sum_lanes(int64_t n, F add)
 {
-    return n < far<R> ? sum_width<R, widest, S, chains, finest>(n, add)
-                      : sum_width<R, 16, S, 8, finest>(n, add);
+    return n < far<R> ? sum_width<R, isa::lanes<R>, S, chains, finest>(n, add)
+                      : sum_width<R, narrow<R>, S, 8, finest>(n, add);
 }
 
 template <class R>
@@ -141,8 +137,10 @@ inline __attribute__((always_inline)) V cut(V x, V limit)
 {
 #ifdef __AVX512F__
     typedef __typeof__(x[0] + x[0]) R;
-    if constexpr (sizeof(V) == 64 && sizeof(R) == 4) return (V)_mm512_min_ps((__m512)limit, (__m512)x);
-    if constexpr (sizeof(V) == 64 && sizeof(R) == 8) return (V)_mm512_min_pd((__m512d)limit, (__m512d)x);
+    if constexpr (sizeof(V) == 64 && sizeof(R) == 4)
+        return (V)_mm512_maskz_min_ps(static_cast<__mmask16>(-1), (__m512)limit, (__m512)x);
+    if constexpr (sizeof(V) == 64 && sizeof(R) == 8)
+        return (V)_mm512_maskz_min_pd(static_cast<__mmask8>(-1), (__m512d)limit, (__m512d)x);
 #endif
     return limit < x ? limit : x;
 }
@@ -177,39 +175,28 @@ void complex_products(int64_t n, const R* x, const R* y, R result[4])
                                         [=](auto l, auto& s, int64_t i) {
                                             const auto u = held(l.load(x + i)), v = held(l.load(y + i));
                                             s.a += u * v;
-                                            s.b += u * l.exchange(v);
+                                            s.b += u * l.exchanged(v);
                                         }),
                 result);
-}
-
-// Lanes of doubles, loaded from floats.
-template <class L>
-inline __attribute__((always_inline)) typename L::Vector widen(L, const float* p)
-{
-    if constexpr (L::count == 1) {
-        return static_cast<double>(*p);
-    } else {
-        typedef float Floats __attribute__((vector_size(L::count * 4), aligned(4), may_alias));
-        return __builtin_convertvector(*reinterpret_cast<const Floats*>(p), typename L::Vector);
-    }
 }
 
 // Conversions limit these sums, not the memory: the full width always.
 double wide_products(int64_t n, const float* x, const float* y)
 {
-    return sum_width<double, widest, One, 8, 1>(
-               n, [=](auto l, auto& s, int64_t i) { s.a += widen(l, x + i) * widen(l, y + i); })
+    return sum_width<double, isa::lanes<double>, One, 8, 1>(
+               n, [=](auto l, auto& s, int64_t i) { s.a += l.widened(x + i) * l.widened(y + i); })
         .a;
 }
 
 void wide_complex_products(int64_t n, const float* x, const float* y, double result[4])
 {
-    store_pairs(sum_width<double, widest, Two, 4, 2>(n,
-                                                     [=](auto l, auto& s, int64_t i) {
-                                                         const auto u = widen(l, x + i), v = widen(l, y + i);
-                                                         s.a += u * v;
-                                                         s.b += u * l.exchange(v);
-                                                     }),
+    store_pairs(sum_width<double, isa::lanes<double>, Two, 4, 2>(n,
+                                                                 [=](auto l, auto& s, int64_t i) {
+                                                                     const auto u = l.widened(x + i),
+                                                                                v = l.widened(y + i);
+                                                                     s.a += u * v;
+                                                                     s.b += u * l.exchanged(v);
+                                                                 }),
                 result);
 }
 
@@ -219,11 +206,7 @@ constexpr Sums<R> sums = {sum<R>,   magnitudes<R>,      products<R>, triple_prod
 
 }  // namespace
 
-namespace ORVEL_ISA {
-
-extern const Level1Sums level1_sums;
-const Level1Sums level1_sums = {sums<float>, sums<double>, {wide_products, wide_complex_products}};
-
-}  // namespace ORVEL_ISA
+const isa::ForReals<Sums> ORVEL_ISA::sum_loops = {sums<float>, sums<double>};
+const WideSums ORVEL_ISA::wide_sum_loops = {wide_products, wide_complex_products};
 
 }  // namespace orvel::kernels

@@ -10,26 +10,25 @@ namespace orvel::kernels {
 
 namespace {
 
+using isa::Wide;
+
 constexpr int row_vectors = 4;
 
 template <class R>
-using Lane = Vector<R, lanes<R>>;
-
-template <class R>
-inline Lane<R>* row_of(R* x, int64_t row, int vectors)
+inline Wide<R>* row_of(R* x, int64_t row)
 {
-    return reinterpret_cast<Lane<R>*>(x) + row * vectors;
+    return &isa::wide(x) + row * row_vectors;
 }
 
 template <class R>
 void solve(int64_t n, const R* l, bool unit, R* x)
 {
     for (int64_t i = 0; i < n; ++i) {
-        Lane<R>* const row = row_of(x, i, row_vectors);
-        Lane<R> sum[row_vectors];
+        Wide<R>* const row = row_of(x, i);
+        Wide<R> sum[row_vectors];
         for (int v = 0; v < row_vectors; ++v) sum[v] = row[v];
         for (int64_t k = 0; k < i; ++k)
-            for (int v = 0; v < row_vectors; ++v) sum[v] -= l[i * n + k] * row_of(x, k, row_vectors)[v];
+            for (int v = 0; v < row_vectors; ++v) sum[v] -= l[i * n + k] * row_of(x, k)[v];
         for (int v = 0; v < row_vectors; ++v) row[v] = unit ? sum[v] : sum[v] / l[i * n + i];
     }
 }
@@ -38,11 +37,11 @@ template <class R>
 void multiply(int64_t n, const R* l, bool unit, R* x)
 {
     for (int64_t i = n - 1; i >= 0; --i) {
-        Lane<R>* const row = row_of(x, i, row_vectors);
-        Lane<R> sum[row_vectors];
+        Wide<R>* const row = row_of(x, i);
+        Wide<R> sum[row_vectors];
         for (int v = 0; v < row_vectors; ++v) sum[v] = unit ? row[v] : l[i * n + i] * row[v];
         for (int64_t k = i - 1; k >= 0; --k)
-            for (int v = 0; v < row_vectors; ++v) sum[v] += l[i * n + k] * row_of(x, k, row_vectors)[v];
+            for (int v = 0; v < row_vectors; ++v) sum[v] += l[i * n + k] * row_of(x, k)[v];
         for (int v = 0; v < row_vectors; ++v) row[v] = sum[v];
     }
 }
@@ -59,47 +58,51 @@ inline bool is_large(R x)
 // Divides a row by the complex number (re, im), scaled by its larger part: R. L. Smith, Algorithm 116:
 // Complex division. Large numbers are divided by 4 first, so that no sum of two parts overflows.
 template <class R>
-void divide(R re, R im, Lane<R>* row)
+void divide(R re, R im, Wide<R>* row)
 {
+    R back = 1;  // what the quotients are multiplied by in the end
+    const auto reduce = [&] {
+        for (int v = 0; v < row_vectors; ++v) row[v] *= R(0.25);
+    };
     if (is_large(re) || is_large(im)) {
         re *= R(0.25);
         im *= R(0.25);
-        for (int v = 0; v < row_vectors; ++v) row[v] *= R(0.25);
+        reduce();
     } else {
-        Lane<R> most = row[0] < 0 ? -row[0] : row[0];
+        Wide<R> most = row[0] < 0 ? -row[0] : row[0];
         for (int v = 1; v < row_vectors; ++v) {
-            const Lane<R> size = row[v] < 0 ? -row[v] : row[v];
+            const Wide<R> size = row[v] < 0 ? -row[v] : row[v];
             most = most < size ? size : most;
         }
         bool overflows = false;
         for (int k = 0; k < lanes<R>; ++k) overflows |= is_large(most[k]);
         if (overflows) {
-            for (int v = 0; v < row_vectors; ++v) row[v] *= R(0.25);
-            divide(re, im, row);
-            for (int v = 0; v < row_vectors; ++v) row[v] *= R(4);
-            return;
+            back = 4;
+            reduce();
         }
     }
     const bool swapped = (re < 0 ? -re : re) < (im < 0 ? -im : im);
     const R ratio = swapped ? re / im : im / re;
     const R denominator = swapped ? im + re * ratio : re + im * ratio;
     for (int v = 0; v < half; ++v) {
-        const Lane<R> a = row[v], b = row[half + v];
+        const Wide<R> a = row[v], b = row[half + v];
         row[v] = (swapped ? a * ratio + b : a + b * ratio) / denominator;
         row[half + v] = (swapped ? b * ratio - a : b - a * ratio) / denominator;
     }
+    if (back != 1)
+        for (int v = 0; v < row_vectors; ++v) row[v] *= back;
 }
 
 template <class R>
 void solve_complex(int64_t n, const R* l, bool unit, R* x)
 {
     for (int64_t i = 0; i < n; ++i) {
-        Lane<R>* const row = row_of(x, i, row_vectors);
-        Lane<R> re[half], im[half];
+        Wide<R>* const row = row_of(x, i);
+        Wide<R> re[half], im[half];
         for (int v = 0; v < half; ++v) re[v] = row[v], im[v] = row[half + v];
         for (int64_t k = 0; k < i; ++k) {
             const R a = l[2 * (i * n + k)], b = l[2 * (i * n + k) + 1];
-            const Lane<R>* const known = row_of(x, k, row_vectors);
+            const Wide<R>* const known = row_of(x, k);
             for (int v = 0; v < half; ++v) {
                 re[v] -= a * known[v];
                 im[v] -= b * known[v];
@@ -116,16 +119,16 @@ template <class R>
 void multiply_complex(int64_t n, const R* l, bool unit, R* x)
 {
     for (int64_t i = n - 1; i >= 0; --i) {
-        Lane<R>* const row = row_of(x, i, row_vectors);
+        Wide<R>* const row = row_of(x, i);
         const R c = unit ? R(1) : l[2 * (i * n + i)], d = unit ? R(0) : l[2 * (i * n + i) + 1];
-        Lane<R> re[half], im[half];
+        Wide<R> re[half], im[half];
         for (int v = 0; v < half; ++v) {
             re[v] = unit ? row[v] : c * row[v] - d * row[half + v];
             im[v] = unit ? row[half + v] : c * row[half + v] + d * row[v];
         }
         for (int64_t k = i - 1; k >= 0; --k) {
             const R a = l[2 * (i * n + k)], b = l[2 * (i * n + k) + 1];
-            const Lane<R>* const other = row_of(x, k, row_vectors);
+            const Wide<R>* const other = row_of(x, k);
             for (int v = 0; v < half; ++v) {
                 re[v] += a * other[v];
                 im[v] += b * other[v];
@@ -143,13 +146,6 @@ constexpr Triangles<R> triangles = {row_vectors* lanes<R>, solve<R>,         mul
 
 }  // namespace
 
-namespace ORVEL_ISA {
-
-extern const Triangles<float> triangles_s;
-const Triangles<float> triangles_s = triangles<float>;
-extern const Triangles<double> triangles_d;
-const Triangles<double> triangles_d = triangles<double>;
-
-}  // namespace ORVEL_ISA
+const isa::ForReals<Triangles> ORVEL_ISA::triangle_loops = {triangles<float>, triangles<double>};
 
 }  // namespace orvel::kernels

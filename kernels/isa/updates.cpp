@@ -6,6 +6,8 @@ namespace orvel::kernels {
 
 namespace {
 
+using isa::held;
+
 template <class R>
 void copy(int64_t n, const R* x, R* y)
 {
@@ -32,7 +34,7 @@ void axpy(int64_t n, R a, const R* x, R* y)
 template <class R>
 void scale(int64_t n, R a, const R* x, R* y)
 {
-    for_width<R, written, 1>(n, [=](auto l, int64_t i) { l.store(y + i, a * l.load(x + i)); });
+    for_width<R, written<R>, 1>(n, [=](auto l, int64_t i) { l.store(y + i, a * l.load(x + i)); });
 }
 
 template <class R>
@@ -58,7 +60,7 @@ void complex_axpy(int64_t n, R a, R b, const R* x, R* y)
     const Pairs<R> turn(-b, b);
     for_lanes<R, 2>(n, [=](auto l, int64_t i) {
         const auto v = held(l.load(x + i));
-        l.store(y + i, turn.of(l) * l.exchange(v) + (a * v + l.load(y + i)));
+        l.store(y + i, turn.of(l) * l.exchanged(v) + (a * v + l.load(y + i)));
     });
 }
 
@@ -68,7 +70,7 @@ void complex_scale(int64_t n, R a, R b, const R* x, R* y)
     const Pairs<R> turn(-b, b);
     for_lanes<R, 2>(n, [=](auto l, int64_t i) {
         const auto v = held(l.load(x + i));
-        l.store(y + i, a * v + turn.of(l) * l.exchange(v));
+        l.store(y + i, a * v + turn.of(l) * l.exchanged(v));
     });
 }
 
@@ -100,11 +102,6 @@ constexpr Updates<R> updates = {copy<R>,     swap<R>,      axpy<R>,         scal
 
 }  // namespace
 
-namespace ORVEL_ISA {
-
-extern const Level1Updates level1_updates;
-const Level1Updates level1_updates = {updates<float>, updates<double>};
-
-}  // namespace ORVEL_ISA
+const isa::ForReals<Updates> ORVEL_ISA::update_loops = {updates<float>, updates<double>};
 
 }  // namespace orvel::kernels

@@ -42,7 +42,8 @@ inline __attribute__((always_inline)) void apply_triangle(const R* a, PanelShape
 #pragma GCC unroll 8
         for (int j = 0; j < N; ++j) {
             Here next = sum[j][0];
-            next.add(m, broadcast<R>(sum[j][0].re, t), Complex ? broadcast<R>(sum[j][0].im, t) : Lane<R>{});
+            next.add(m, broadcast<R, lanes<R>>(sum[j][0].re, t),
+                     Complex ? broadcast<R, lanes<R>>(sum[j][0].im, t) : Wide<R>{});
             sum[j][0] = Here::choose(rest, next, sum[j][0]);
         }
     }
@@ -69,20 +70,20 @@ inline __attribute__((always_inline)) void eliminate_rows(int64_t k, int64_t row
 // Vectors of rows and columns of a tile, as the registers allow.
 #if defined(__AVX512F__)
 template <bool Complex>
-constexpr int tall = Complex ? 1 : 3;
+constexpr int tile_vectors = Complex ? 1 : 3;
 template <bool Complex>
-constexpr int wide = 8;
+constexpr int tile_columns = 8;
 #else
 template <bool Complex>
-constexpr int tall = 1;
+constexpr int tile_vectors = 1;
 template <bool Complex>
-constexpr int wide = Complex ? 4 : 8;
+constexpr int tile_columns = Complex ? 4 : 8;
 #endif
 
 template <class R, bool Complex, int N>
 void eliminate_columns(int64_t k, int64_t m, const R* p, R* c, PanelShape shape)
 {
-    constexpr int L = lanes<R>, V = tall<Complex>;
+    constexpr int L = lanes<R>, V = tile_vectors<Complex>;
     int64_t row = 0;
     for (; row < k; row += L) eliminate_rows<R, Complex, 1, N, true>(row, row, p, c, shape);
     for (; row + (V - 1) * L < m; row += V * L) eliminate_rows<R, Complex, V, N, false>(k, row, p, c, shape);
@@ -92,7 +93,7 @@ void eliminate_columns(int64_t k, int64_t m, const R* p, R* c, PanelShape shape)
 template <class R, bool Complex>
 void eliminate(int64_t k, int64_t m, int64_t n, const R* p, R* c, PanelShape shape)
 {
-    constexpr int N = wide<Complex>;
+    constexpr int N = tile_columns<Complex>;
     int64_t j = 0;
     for (; j + N <= n; j += N) eliminate_columns<R, Complex, N>(k, m, p, c + j * shape.step, shape);
     for (; j + N / 2 <= n; j += N / 2)
@@ -106,12 +107,8 @@ constexpr Elimination<R> elimination = {lanes<R> > 8 ? lanes<R> : 8, eliminate<R
 
 }  // namespace
 
-namespace ORVEL_ISA {
-
-extern const Eliminations eliminations;
-const Eliminations eliminations = {elimination<float, false>, elimination<float, true>,
-                                   elimination<double, false>, elimination<double, true>};
-
-}  // namespace ORVEL_ISA
+const isa::ForAll<Elimination> ORVEL_ISA::elimination_loops = {
+    elimination<float, false>, elimination<double, false>, elimination<float, true>,
+    elimination<double, true>};
 
 }  // namespace orvel::linsys

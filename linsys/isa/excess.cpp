@@ -11,22 +11,22 @@ namespace {
 template <class R>
 constexpr double tiny = sizeof(R) == 4 ? static_cast<double>(__FLT_MIN__) : __DBL_MIN__;
 
-inline double size_of(double x) { return x < 0 ? -x : x; }
-inline Lane size_of(Lane x) { return kernels::Lanes<double, sizeof(Lane)>::magnitude(x); }
+inline double size_of(double x) { return isa::magnitude<double, 1>(x); }
+inline Wide size_of(Wide x) { return isa::magnitude<double, L>(x); }
 
 // The magnitudes of pairs, in both lanes of each.
-inline Lane size_of_pairs(Lane x)
+inline Wide size_of_pairs(Wide x)
 {
-    const Lane size = size_of(x);
-    return size + kernels::swapped<double, L>(size);
+    const Wide size = size_of(x);
+    return size + exchanged(size);
 }
 template <bool Complex>
-inline Lane size(Lane x)
+inline Wide size(Wide x)
 {
     return Complex ? size_of_pairs(x) : size_of(x);
 }
 
-inline bool any(Lane size, Lane bound)
+inline bool any(Wide size, Wide bound)
 {
     bool found = false;
     for (int k = 0; k < L; ++k) found |= size[k] > bound[k];
@@ -39,10 +39,10 @@ struct Front {
     const R* p;
     int64_t count;
 
-    Lane whole() const
+    Wide whole() const
     {
         if (count >= L) return widened(p);
-        Lane v = {};
+        Wide v = {};
         for (int64_t k = 0; k < count; ++k) v[k] = static_cast<double>(p[k]);
         return v;
     }
@@ -65,25 +65,25 @@ bool exceeds_by_columns(int64_t m, int64_t n, const R* a, int64_t lda, const R* 
     constexpr int vectors = 8, parts = Complex ? 2 : 1;
     for (int64_t first = 0; first < parts * m; first += vectors * L) {
         Sum<L> sums[vectors];
-        Lane bounds[vectors];
+        Wide bounds[vectors];
         const auto rows = [=](const R* p, int v) {
             return Front<R>{p + first + v * L, parts * m - first - v * L}.whole();
         };
         for (int v = 0; v < vectors; ++v) {
-            const Lane right = rows(b, v);
+            const Wide right = rows(b, v);
             sums[v] = Sum<L>::from(-right);
             bounds[v] = size<Complex>(right);
         }
         for (int64_t j = 0; j < n; ++j) {
             const double re = static_cast<double>(x[parts * j]), scale = size_of_element<R, Complex>(x, j);
-            Lane cross = {};
+            Wide cross = {};
             if constexpr (Complex)
                 for (int k = 0; k < L; ++k)
                     cross[k] = k & 1 ? static_cast<double>(x[2 * j + 1]) : -static_cast<double>(x[2 * j + 1]);
             for (int v = 0; v < vectors; ++v) {
-                const Lane e = rows(a + parts * j * lda, v);
-                sums[v].add_product(e, Lane{} + re);
-                if constexpr (Complex) sums[v].add_product(kernels::swapped<double, L>(e), cross);
+                const Wide e = rows(a + parts * j * lda, v);
+                sums[v].add_product(e, Wide{} + re);
+                if constexpr (Complex) sums[v].add_product(exchanged(e), cross);
                 bounds[v] += size<Complex>(e) * scale;
             }
         }
@@ -98,7 +98,7 @@ template <template <int> class Sum, class R, bool Complex>
 bool exceeds_by_rows(int64_t m, int64_t n, const R* a, int64_t lda, const R* x, const R* b, double limit)
 {
     constexpr int parts = Complex ? 2 : 1;
-    Lane turn = {};
+    Wide turn = {};
     for (int k = 0; k < L; ++k) turn[k] = k & 1 ? -1.0 : 1.0;
     const auto total = [](const Sum<L>& lanes, R start) {
         const R nothing = 0;
@@ -106,13 +106,13 @@ bool exceeds_by_rows(int64_t m, int64_t n, const R* a, int64_t lda, const R* x, 
                                               &nothing, &nothing));
     };
     for (int64_t j = 0; j < n; ++j) {
-        Sum<L> same = Sum<L>::from(Lane{}), cross = same;
-        Lane bounds = {};
+        Sum<L> same = Sum<L>::from(Wide{}), cross = same;
+        Wide bounds = {};
         for (int64_t i = 0; i < parts * m; i += L) {
             const int64_t rest = parts * m - i;
-            const Lane e = Front<R>{a + parts * j * lda + i, rest}.whole(), u = Front<R>{x + i, rest}.whole();
+            const Wide e = Front<R>{a + parts * j * lda + i, rest}.whole(), u = Front<R>{x + i, rest}.whole();
             same.add_product(e, u);
-            if constexpr (Complex) cross.add_product(e * turn, kernels::swapped<double, L>(u));
+            if constexpr (Complex) cross.add_product(e * turn, exchanged(u));
             bounds += size<Complex>(e) * (size<Complex>(u) + tiny<R>);
         }
         double bound = 0;
@@ -130,16 +130,11 @@ bool exceeds_by_rows(int64_t m, int64_t n, const R* a, int64_t lda, const R* x, 
 
 }  // namespace
 
-namespace ORVEL_ISA {
-
-extern const ExcessLoops excess_loops;
-const ExcessLoops excess_loops = {
+const isa::ForAll<Excess> ORVEL_ISA::excess_loops = {
     {exceeds_by_columns<Plain, float, false>, exceeds_by_rows<Plain, float, false>},
-    {exceeds_by_columns<Plain, float, true>, exceeds_by_rows<Plain, float, true>},
     {exceeds_by_columns<Pair, double, false>, exceeds_by_rows<Pair, double, false>},
+    {exceeds_by_columns<Plain, float, true>, exceeds_by_rows<Plain, float, true>},
     {exceeds_by_columns<Pair, double, true>, exceeds_by_rows<Pair, double, true>},
 };
-
-}  // namespace ORVEL_ISA
 
 }  // namespace orvel::linsys

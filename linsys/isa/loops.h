@@ -5,6 +5,8 @@
 
 #include <stdint.h>
 
+#include "isa/levels.h"
+
 namespace orvel::linsys {
 
 // A panel holds columns of a matrix being eliminated. Column c begins at p + c * step; complex columns hold
@@ -73,36 +75,10 @@ struct Excess {
     bool (*by_rows)(int64_t m, int64_t n, const R* a, int64_t lda, const R* x, const R* b, double limit);
 };
 
-struct Eliminations {
-    Elimination<float> s, c;
-    Elimination<double> d, z;
-};
-
-struct AllVectorLoops {
-    VectorLoops<float> s, c;
-    VectorLoops<double> d, z;
-};
-
-struct SmallMatrices {
-    SmallMatrix<float> s, c;
-    SmallMatrix<double> d, z;
-};
-
-struct ResidualLoops {
-    Residuals<float> s, c;
-    Residuals<double> d, z;
-};
-
-struct ExcessLoops {
-    Excess<float> s, c;
-    Excess<double> d, z;
-};
-
-// The loops of the level in use, see frame/levels.h.
-const Eliminations& eliminations();
-const AllVectorLoops& all_vector_loops();
-const SmallMatrices& small_matrices();
-const ResidualLoops& residual_loops();
-const ExcessLoops& excess_loops();
+ORVEL_LEVEL_TABLE(isa::ForAll<Elimination>, elimination_loops);
+ORVEL_LEVEL_TABLE(isa::ForAll<VectorLoops>, vector_loops);
+ORVEL_LEVEL_TABLE(isa::ForAll<SmallMatrix>, small_matrix_loops);
+ORVEL_LEVEL_TABLE(isa::ForAll<Residuals>, residual_loops);
+ORVEL_LEVEL_TABLE(isa::ForAll<Excess>, excess_loops);
 
 }  // namespace orvel::linsys

@@ -6,13 +6,12 @@ namespace orvel::linsys {
 namespace {
 
 // ---- A by columns: all rows of a piece get their terms column by column
-// -------------------------------------
 
 template <int N, class Sum, class R>
 inline void add_columns(const R* a, int64_t lda, const double* x, Sum& sum)
 {
 #pragma GCC unroll 8
-    for (int j = 0; j < N; ++j) sum.add_product(widened(a + j * lda), Lane{} + x[j]);
+    for (int j = 0; j < N; ++j) sum.add_product(widened(a + j * lda), Wide{} + x[j]);
 }
 
 constexpr int64_t piece = 32 * L;  // rows whose sums are kept at a time
@@ -45,7 +44,7 @@ void by_columns(int64_t m, int64_t n, const R* a, int64_t lda, const R* x, const
                     ends[i - whole].add_product(static_cast<double>(columns[i + k * lda]), factor[k]);
         }
         for (int64_t i = 0; i < whole; i += L) {
-            const Lane value = sums[i / L].value();
+            const Wide value = sums[i / L].value();
             for (int k = 0; k < L; ++k) r[first + i + k] = static_cast<R>(value[k]);
         }
         for (int64_t i = whole; i < rows; ++i) r[first + i] = static_cast<R>(ends[i - whole].value());
@@ -53,7 +52,6 @@ void by_columns(int64_t m, int64_t n, const R* a, int64_t lda, const R* x, const
 }
 
 // ---- A by rows of its transpose: sums in lanes along a column
-// ----------------------------------------------
 
 template <template <int> class Sum, class R>
 void by_rows(int64_t m, int64_t n, const R* a, int64_t lda, const R* x, const R* b, R* r)
@@ -62,11 +60,11 @@ void by_rows(int64_t m, int64_t n, const R* a, int64_t lda, const R* x, const R*
     for (int64_t j = 0; j < n; j += N) {
         const int64_t here = n - j < N ? n - j : N;
         Sum<L> sums[N][2];
-        for (auto& column : sums) column[0] = column[1] = Sum<L>::from(Lane{});
+        for (auto& column : sums) column[0] = column[1] = Sum<L>::from(Wide{});
         const R* const columns[N] = {a + j * lda, here > 1 ? a + (j + 1) * lda : a + j * lda};
         int64_t i = 0;
         for (; i + 2 * L <= m; i += 2 * L) {
-            const Lane low = widened(x + i), high = widened(x + i + L);
+            const Wide low = widened(x + i), high = widened(x + i + L);
 #pragma GCC unroll 2
             for (int c = 0; c < N; ++c) {
                 sums[c][0].add_product(widened(columns[c] + i), low);
@@ -82,7 +80,6 @@ void by_rows(int64_t m, int64_t n, const R* a, int64_t lda, const R* x, const R*
 }
 
 // ---- complex: interleaved pairs, real and imaginary sums side by side
-// ---------------------------------------
 
 // r(m) = A * x - b. A pair of lanes gets (re, im) * re(x) and (im, re) * (-im(x), im(x)).
 template <template <int> class Sum, class R>
@@ -99,11 +96,11 @@ void complex_by_columns(int64_t m, int64_t n, const R* a, int64_t lda, const R* 
         for (int64_t j = 0; j < n; ++j) {
             const R* const column = a + 2 * j * lda + first;
             const double re = static_cast<double>(x[2 * j]), im = static_cast<double>(x[2 * j + 1]);
-            Lane cross = {};
+            Wide cross = {};
             for (int k = 0; k < L; ++k) cross[k] = k & 1 ? im : -im;
             for (int64_t i = 0; i < whole; i += L) {
-                sums[i / L].add_product(widened(column + i), Lane{} + re);
-                sums[i / L].add_product(swapped_pairs(column + i), cross);
+                sums[i / L].add_product(widened(column + i), Wide{} + re);
+                sums[i / L].add_product(exchanged(widened(column + i)), cross);
             }
             for (int64_t i = whole; i < rows; ++i) {
                 ends[i - whole].add_product(static_cast<double>(column[i]), re);
@@ -111,7 +108,7 @@ void complex_by_columns(int64_t m, int64_t n, const R* a, int64_t lda, const R* 
             }
         }
         for (int64_t i = 0; i < whole; i += L) {
-            const Lane value = sums[i / L].value();
+            const Wide value = sums[i / L].value();
             for (int k = 0; k < L; ++k) r[first + i + k] = static_cast<R>(value[k]);
         }
         for (int64_t i = whole; i < rows; ++i) r[first + i] = static_cast<R>(ends[i - whole].value());
@@ -122,16 +119,16 @@ void complex_by_columns(int64_t m, int64_t n, const R* a, int64_t lda, const R* 
 template <template <int> class Sum, class R>
 void complex_by_rows(int64_t m, int64_t n, const R* a, int64_t lda, const R* x, const R* b, R* r)
 {
-    Lane turn = {};
+    Wide turn = {};
     for (int k = 0; k < L; ++k) turn[k] = k & 1 ? -1.0 : 1.0;
     for (int64_t j = 0; j < n; ++j) {
         const R* const column = a + 2 * j * lda;
-        Sum<L> same = Sum<L>::from(Lane{}), cross = same;
+        Sum<L> same = Sum<L>::from(Wide{}), cross = same;
         int64_t i = 0;
         for (; i + L <= 2 * m; i += L) {
-            const Lane e = widened(column + i);
+            const Wide e = widened(column + i);
             same.add_product(e, widened(x + i));
-            cross.add_product(e * turn, swapped_pairs(x + i));
+            cross.add_product(e * turn, exchanged(widened(x + i)));
         }
         const auto re = Sum<1>::from(-static_cast<double>(b[2 * j]));
         const auto im = Sum<1>::from(-static_cast<double>(b[2 * j + 1]));
@@ -149,16 +146,11 @@ void complex_by_rows(int64_t m, int64_t n, const R* a, int64_t lda, const R* x, 
 
 }  // namespace
 
-namespace ORVEL_ISA {
-
-extern const ResidualLoops residual_loops;
-const ResidualLoops residual_loops = {
+const isa::ForAll<Residuals> ORVEL_ISA::residual_loops = {
     {by_columns<Plain, float>, by_rows<Plain, float>},
-    {complex_by_columns<Plain, float>, complex_by_rows<Plain, float>},
     {by_columns<Pair, double>, by_rows<Pair, double>},
+    {complex_by_columns<Plain, float>, complex_by_rows<Plain, float>},
     {complex_by_columns<Pair, double>, complex_by_rows<Pair, double>},
 };
-
-}  // namespace ORVEL_ISA
 
 }  // namespace orvel::linsys

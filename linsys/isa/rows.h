@@ -4,57 +4,32 @@
 // levels.
 #pragma once
 
-#include "kernels/isa/lanes.h"
-#include "kernels/isa/tile.h"
+#include "isa/vector.h"
 #include "linsys/isa/loops.h"
 
 namespace orvel::linsys {
 
 namespace {
 
-using kernels::held;
-using kernels::lanes;
-using kernels::Vector;
-using kernels::WholeOf;
+using isa::broadcast;
+using isa::held;
+using isa::lanes;
+using isa::Wide;
+using isa::wide;
 
 template <class R>
-using Lane = Vector<R, lanes<R>>;
-
-// Whole numbers in lanes as wide as those of R.
-template <class R>
-struct WholeLane;
-template <>
-struct WholeLane<float> {
-    typedef int32_t type __attribute__((vector_size(kernels::vector_bytes)));
-};
-template <>
-struct WholeLane<double> {
-    typedef int64_t type __attribute__((vector_size(kernels::vector_bytes)));
-};
-template <class R>
-using Whole = typename WholeLane<R>::type;
-
-template <class R>
-inline Lane<R>& at(R* p)
-{
-    return *reinterpret_cast<Lane<R>*>(p);
-}
-template <class R>
-inline const Lane<R>& at(const R* p)
-{
-    return *reinterpret_cast<const Lane<R>*>(p);
-}
+using Whole = isa::Integers<R, lanes<R>>;
 
 // A vector of rows, and one number; imaginary parts are not touched in real panels.
 template <class R, bool Complex>
 struct Rows {
-    Lane<R> re, im;
+    Wide<R> re, im;
 
-    static Rows load(const R* p, int64_t half) { return {at(p), Complex ? at(p + half) : Lane<R>{}}; }
+    static Rows load(const R* p, int64_t half) { return {wide(p), Complex ? wide(p + half) : Wide<R>{}}; }
     void store(R* p, int64_t half) const
     {
-        at(p) = re;
-        if constexpr (Complex) at(p + half) = im;
+        wide(p) = re;
+        if constexpr (Complex) wide(p + half) = im;
     }
     // += m * u
     template <class U>
@@ -71,36 +46,27 @@ struct Rows {
     template <class Mask>
     static Rows choose(Mask chosen, const Rows& a, const Rows& b)
     {
-        return {chosen ? a.re : b.re, Complex ? (chosen ? a.im : b.im) : Lane<R>{}};
+        return {chosen ? a.re : b.re, Complex ? (chosen ? a.im : b.im) : Wide<R>{}};
     }
 };
 
 template <class R>
 inline Whole<R> lane_numbers()
 {
-    Whole<R> lane = {};
-    for (int k = 0; k < lanes<R>; ++k) lane[k] = static_cast<typename WholeOf<R>::type>(k);
-    return lane;
+    return isa::numbered<R, lanes<R>>();
 }
 
 // Rows within a vector that lie below row t of it.
 template <class R>
 inline Whole<R> below(int64_t t)
 {
-    return lane_numbers<R>() > static_cast<typename WholeOf<R>::type>(t);
+    return lane_numbers<R>() > static_cast<isa::Integer<R>>(t);
 }
 
 template <class R>
-inline Lane<R> broadcast(Lane<R> v, int t)
+inline Wide<R> magnitude(Wide<R> x)
 {
-    const Whole<R> order = Whole<R>{} + static_cast<typename WholeOf<R>::type>(t);
-    return __builtin_shuffle(v, order);
-}
-
-template <class R>
-inline Lane<R> magnitude(Lane<R> x)
-{
-    return kernels::Lanes<R, kernels::vector_bytes>::magnitude(x);
+    return isa::magnitude<R, lanes<R>>(x);
 }
 
 }  // namespace

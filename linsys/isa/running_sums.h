@@ -7,31 +7,27 @@
 // Accurate sum and dot product, 2005. Everything here has internal linkage, as in rows.h.
 #pragma once
 
-#include "kernels/isa/lanes.h"
-#include "kernels/isa/tile.h"
+#include "isa/two_doubles.h"
 #include "linsys/isa/loops.h"
 
 namespace orvel::linsys {
 
 namespace {
 
-using kernels::held;
+constexpr int L = isa::lanes<double>;
+using Wide = isa::Wide<double>;
 
-constexpr int L = kernels::lanes<double>;
-using Lane = kernels::Vector<double, L>;
-typedef float Floats __attribute__((vector_size(L * sizeof(float)), aligned(4), may_alias));
-
-inline const Lane& at(const double* p) { return *reinterpret_cast<const Lane*>(p); }
-inline Lane widened(const double* p) { return at(p); }
-inline Lane widened(const float* p)
+// L numbers as doubles.
+template <class R>
+inline Wide widened(const R* p)
 {
-    return __builtin_convertvector(*reinterpret_cast<const Floats*>(p), Lane);
+    return isa::widened<L>(p);
 }
 
 // Of one double or of L side by side.
 template <int W>
 struct Plain {
-    using V = kernels::Vector<double, W>;
+    using V = isa::Vector<double, W>;
     V sum;
 
     static Plain from(V b) { return {b}; }
@@ -40,48 +36,25 @@ struct Plain {
     V value() const { return sum; }
 };
 
-// Numbers that the factor would make infinite are split as smaller ones.
-template <class V>
-inline void split(V a, V& high, V& low)
-{
-    const V large = a < 0 ? -a : a;
-    const auto is_large = large > 0x1p990;
-    const V one = V{} + 1.0, down = is_large ? one * 0x1p-40 : one, up = is_large ? one * 0x1p40 : one;
-    const V scaled = a * down, c = held(134217729.0 * scaled);
-    high = held(c - held(c - scaled));
-    low = (scaled - high) * up;
-    high *= up;
-}
-
 template <int W>
 struct Pair {
-    using V = kernels::Vector<double, W>;
+    using V = isa::Vector<double, W>;
     V head, tail;
 
     static Pair from(V b) { return {b, b - b}; }
 
     void add_product(V a, V x)
     {
-        const V product = held(a * x);
-#ifdef __FMA__
-        // Of another copy of a: as the same product the compiler would take the rounded one.
-        const V error = held(a) * x - product;
-#else
-        V a_high, a_low, x_high, x_low;
-        split(a, a_high, a_low);
-        split(x, x_high, x_low);
-        const V error = a_low * x_low - (((product - a_high * x_high) - a_low * x_high) - a_high * x_low);
-#endif
-        add(Pair{product, error});
+        const auto product = isa::two_product<false>(a, x);
+        add({product.head, product.tail});
     }
 
     void add(const Pair& other)
     {
-        const V sum = held(head + other.head), part = sum - head;
-        const V error = (head - (sum - part)) + (other.head - part);
-        const V rest = tail + other.tail + error;
-        head = held(sum + rest);
-        tail = rest - (head - sum);
+        const auto sum = isa::two_sum(head, other.head);
+        const V rest = tail + other.tail + sum.tail;
+        head = isa::held(sum.head + rest);
+        tail = rest - (head - sum.head);
     }
 
     V value() const { return head + tail; }
@@ -102,11 +75,8 @@ inline double lanes_and_rest(Sum<1> total, const Sum<L>& sum, int64_t first, int
     return total.value();
 }
 
-template <class R>
-inline Lane swapped_pairs(const R* p)
-{
-    return kernels::swapped<double, L>(widened(p));
-}
+// Real and imaginary parts exchanged.
+inline Wide exchanged(Wide pairs) { return isa::exchanged<double, L>(pairs); }
 
 }  // namespace
 

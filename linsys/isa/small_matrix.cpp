@@ -12,7 +12,7 @@ inline void load_column(int64_t n, const R* from, R* to, int64_t half)
     constexpr int L = lanes<R>;
     int64_t i = 0;
     if constexpr (!Complex)
-        for (; i + L <= n; i += L) at(to + i) = at(from + i);
+        for (; i + L <= n; i += L) wide(to + i) = wide(from + i);
 #pragma GCC unroll 1
     for (; i < n; ++i) {
         to[i] = from[Complex ? 2 * i : i];
@@ -26,7 +26,7 @@ inline void store_column(int64_t n, const R* from, R* to, int64_t half)
     constexpr int L = lanes<R>;
     int64_t i = 0;
     if constexpr (!Complex)
-        for (; i + L <= n; i += L) at(to + i) = at(from + i);
+        for (; i + L <= n; i += L) wide(to + i) = wide(from + i);
 #pragma GCC unroll 1
     for (; i < n; ++i) {
         to[Complex ? 2 * i : i] = from[i];
@@ -52,15 +52,15 @@ inline void scale_factors(int64_t n, const R* p, PanelShape shape, R small, R* s
 {
     constexpr int L = lanes<R>;
     for (int64_t row = 0; row < n; row += L) {
-        Lane<R> largest = {};
+        Wide<R> largest = {};
         for (int64_t j = 0; j < n; ++j) {
             const auto x = Rows<R, Complex>::load(p + j * shape.step + row, shape.half);
-            Lane<R> size = magnitude<R>(x.re);
+            Wide<R> size = magnitude<R>(x.re);
             if constexpr (Complex) size = held(size + magnitude<R>(x.im));
             largest = size > largest ? size : largest;
         }
-        const Lane<R> one = Lane<R>{} + R(1), most = Lane<R>{} + largest_number<R>;
-        at(s + row) = one / (largest >= small ? (largest > most ? most : largest) : one);
+        const Wide<R> one = Wide<R>{} + R(1), most = Wide<R>{} + largest_number<R>;
+        wide(s + row) = one / (largest >= small ? (largest > most ? most : largest) : one);
     }
     for (int64_t row = n; row % L != 0; ++row) s[row] = 0;
 }
@@ -77,8 +77,8 @@ bool factor_small(int64_t n, const R* a, int64_t lda, R* fact, int64_t ldfac, R*
     for (int64_t j = 0; j < n; ++j) {
         R* const column = p + j * shape.step;
         if (half > n) {
-            at(column + half - L) = Lane<R>{};
-            if constexpr (Complex) at(column + 2 * half - L) = Lane<R>{};
+            wide(column + half - L) = Wide<R>{};
+            if constexpr (Complex) wide(column + 2 * half - L) = Wide<R>{};
         }
         load_column<R, Complex>(n, a + parts * j * lda, column, half);
     }
@@ -121,12 +121,8 @@ bool factor_small(int64_t n, const R* a, int64_t lda, R* fact, int64_t ldfac, R*
 
 }  // namespace
 
-namespace ORVEL_ISA {
-
-extern const SmallMatrices small_matrices;
-const SmallMatrices small_matrices = {factor_small<float, false>, factor_small<float, true>,
-                                      factor_small<double, false>, factor_small<double, true>};
-
-}  // namespace ORVEL_ISA
+const isa::ForAll<SmallMatrix> ORVEL_ISA::small_matrix_loops = {
+    factor_small<float, false>, factor_small<double, false>, factor_small<float, true>,
+    factor_small<double, true>};
 
 }  // namespace orvel::linsys

@@ -14,29 +14,29 @@ class Search {
 public:
     explicit Search(int64_t row) : none_(row)
     {
-        best_ = Lane<R>{} - R(1);
+        best_ = Wide<R>{} - R(1);
         row_ = Whole<R>{};
     }
 
     // Rows from `row` on, where `chosen`.
     template <bool Complex, class Mask>
-    void see(int64_t row, const Rows<R, Complex>& x, Lane<R> s, Mask chosen)
+    void see(int64_t row, const Rows<R, Complex>& x, Wide<R> s, Mask chosen)
     {
-        Lane<R> size = magnitude<R>(x.re);
+        Wide<R> size = magnitude<R>(x.re);
         if constexpr (Complex) size = held(size + magnitude<R>(x.im));
         size *= s;
         const auto better = (size > best_) & chosen;
         best_ = better ? size : best_;
-        row_ = better ? Whole<R>{} + static_cast<typename WholeOf<R>::type>(row) : row_;
+        row_ = better ? Whole<R>{} + static_cast<isa::Integer<R>>(row) : row_;
     }
 
     // Without branches: which row it is, nobody can predict.
     int64_t first_of_largest(int64_t m) const
     {
-        Lane<R> largest = best_;
+        Wide<R> largest = best_;
 #pragma GCC unroll 4
         for (int w = 1; w < lanes<R>; w *= 2) {
-            const Lane<R> other = __builtin_shuffle(largest, apart(w));
+            const Wide<R> other = __builtin_shuffle(largest, apart(w));
             largest = other > largest ? other : largest;
         }
         // What no row has reached counts as the first row beyond all.
@@ -51,12 +51,12 @@ public:
     }
 
 private:
-    static constexpr auto beyond = static_cast<typename WholeOf<R>::type>(INT32_MAX);
+    static constexpr auto beyond = static_cast<isa::Integer<R>>(INT32_MAX);
 
-    static Whole<R> apart(int w) { return lane_numbers<R>() ^ static_cast<typename WholeOf<R>::type>(w); }
+    static Whole<R> apart(int w) { return lane_numbers<R>() ^ static_cast<isa::Integer<R>>(w); }
 
     int64_t none_;
-    Lane<R> best_;
+    Wide<R> best_;
     Whole<R> row_;
 };
 
@@ -66,10 +66,10 @@ int64_t pivot(int64_t c, int64_t m, const R* x, const R* s, PanelShape shape)
     constexpr int L = lanes<R>;
     Search<R> search(c);
     int64_t row = c / L * L;
-    search.template see<Complex>(row, Rows<R, Complex>::load(x + row, shape.half), at(s + row),
+    search.template see<Complex>(row, Rows<R, Complex>::load(x + row, shape.half), wide(s + row),
                                  below<R>(c - row - 1));
     for (row += L; row < m; row += L)
-        search.template see<Complex>(row, Rows<R, Complex>::load(x + row, shape.half), at(s + row),
+        search.template see<Complex>(row, Rows<R, Complex>::load(x + row, shape.half), wide(s + row),
                                      below<R>(-1));
     return search.first_of_largest(m);
 }
@@ -81,7 +81,7 @@ inline Rows<R, Complex> times(const R* t, const Rows<R, Complex>& x)
     if constexpr (Complex)
         return {held(t[0] * x.re) - held(t[1] * x.im), held(t[0] * x.im) + held(t[1] * x.re)};
     else
-        return {t[0] * x.re, Lane<R>{}};
+        return {t[0] * x.re, Wide<R>{}};
 }
 
 template <class R, bool Complex>
@@ -111,7 +111,7 @@ int64_t step(int64_t c, int64_t m, int64_t n, const R* t, const R* s, R* p, Pane
             Here sum = before;
             sum.add(m_first, u_re[j], u_im[j]);
             Here::choose(rest, sum, before).store(column, shape.half);
-            if (j == 0) search.template see<Complex>(first, sum, at(s + first), rest);
+            if (j == 0) search.template see<Complex>(first, sum, wide(s + first), rest);
         }
     }
     for (int64_t row = first + L; row < m; row += L) {
@@ -123,7 +123,7 @@ int64_t step(int64_t c, int64_t m, int64_t n, const R* t, const R* s, R* p, Pane
         Here sum = Here::load(next + row, shape.half);
         sum.add(mult, u_re[0], u_im[0]);
         sum.store(next + row, shape.half);
-        search.template see<Complex>(row, sum, at(s + row), below<R>(-1));
+        search.template see<Complex>(row, sum, wide(s + row), below<R>(-1));
         for (int64_t j = 1; j < others; ++j) {
             R* const column = next + j * shape.step + row;
             Here other = Here::load(column, shape.half);

@@ -36,9 +36,9 @@ void split(int64_t m, const R* pairs, R* re, R* im)
     const Whole<R> even = 2 * lane_numbers<R>(), odd = even + 1;
     int64_t i = 0;
     for (; i + L <= m; i += L) {
-        const Lane<R> low = at(pairs + 2 * i), high = at(pairs + 2 * i + L);
-        at(re + i) = __builtin_shuffle(low, high, even);
-        at(im + i) = __builtin_shuffle(low, high, odd);
+        const Wide<R> low = wide(pairs + 2 * i), high = wide(pairs + 2 * i + L);
+        wide(re + i) = __builtin_shuffle(low, high, even);
+        wide(im + i) = __builtin_shuffle(low, high, odd);
     }
     for (; i < m; ++i) re[i] = pairs[2 * i], im[i] = pairs[2 * i + 1];
 }
@@ -50,9 +50,9 @@ void join(int64_t m, const R* re, const R* im, R* pairs)
     const Whole<R> lane = lane_numbers<R>(), low = lane / 2 + (lane & 1) * L, high = low + L / 2;
     int64_t i = 0;
     for (; i + L <= m; i += L) {
-        const Lane<R> a = at(re + i), b = at(im + i);
-        at(pairs + 2 * i) = __builtin_shuffle(a, b, low);
-        at(pairs + 2 * i + L) = __builtin_shuffle(a, b, high);
+        const Wide<R> a = wide(re + i), b = wide(im + i);
+        wide(pairs + 2 * i) = __builtin_shuffle(a, b, low);
+        wide(pairs + 2 * i + L) = __builtin_shuffle(a, b, high);
     }
     for (; i < m; ++i) pairs[2 * i] = re[i], pairs[2 * i + 1] = im[i];
 }
@@ -61,10 +61,10 @@ void join(int64_t m, const R* re, const R* im, R* pairs)
 
 // w * u on a vector of pairs; the factors are (re, re) and (-im, im).
 template <class R, bool Complex>
-inline Lane<R> product(Lane<R> same, Lane<R> cross, Lane<R> u)
+inline Wide<R> product(Wide<R> same, Wide<R> cross, Wide<R> u)
 {
     if constexpr (Complex)
-        return same * u + cross * kernels::swapped<R, lanes<R>>(u);
+        return same * u + cross * isa::exchanged<R, lanes<R>>(u);
     else
         return same * u;
 }
@@ -74,33 +74,28 @@ void grow(int64_t n, const R* u, const R* wm, const R* wp, R* z, R* before, R* a
 {
     constexpr int L = lanes<R>;
     const int64_t count = Complex ? 2 * n : n;
-    const Lane<R> sign = Complex ? ((lane_numbers<R>() & 1) == 0 ? Lane<R>{} - 1 : Lane<R>{} + 1) : Lane<R>{};
-    const Lane<R> minus = Lane<R>{} + wm[0], plus = Lane<R>{} + wp[0];
-    const Lane<R> minus_cross = Complex ? sign * wm[1] : sign, plus_cross = Complex ? sign * wp[1] : sign;
-    Lane<R> old_sums = at(before), new_sums = at(after);
+    const Wide<R> sign = Complex ? ((lane_numbers<R>() & 1) == 0 ? Wide<R>{} - 1 : Wide<R>{} + 1) : Wide<R>{};
+    const Wide<R> minus = Wide<R>{} + wm[0], plus = Wide<R>{} + wp[0];
+    const Wide<R> minus_cross = Complex ? sign * wm[1] : sign, plus_cross = Complex ? sign * wp[1] : sign;
+    Wide<R> old_sums = wide(before), new_sums = wide(after);
     for (int64_t i = 0; i < count; i += L) {
-        const Lane<R> e = at(u + i), old = at(z + i);
+        const Wide<R> e = wide(u + i), old = wide(z + i);
         old_sums += magnitude<R>(old + product<R, Complex>(minus, minus_cross, e));
-        const Lane<R> now = old + product<R, Complex>(plus, plus_cross, e);
+        const Wide<R> now = old + product<R, Complex>(plus, plus_cross, e);
         new_sums += magnitude<R>(now);
-        at(z + i) = now;
+        wide(z + i) = now;
     }
-    at(before) = old_sums;
-    at(after) = new_sums;
+    wide(before) = old_sums;
+    wide(after) = new_sums;
 }
 
 template <class R, bool Complex>
-constexpr VectorLoops<R> vector_loops = {Complex ? raise_complex_maxima<R> : raise_maxima<R>, split<R>,
-                                         join<R>, grow<R, Complex>};
+constexpr VectorLoops<R> loops = {Complex ? raise_complex_maxima<R> : raise_maxima<R>, split<R>, join<R>,
+                                  grow<R, Complex>};
 
 }  // namespace
 
-namespace ORVEL_ISA {
-
-extern const AllVectorLoops all_vector_loops;
-const AllVectorLoops all_vector_loops = {vector_loops<float, false>, vector_loops<float, true>,
-                                         vector_loops<double, false>, vector_loops<double, true>};
-
-}  // namespace ORVEL_ISA
+const isa::ForAll<VectorLoops> ORVEL_ISA::vector_loops = {loops<float, false>, loops<double, false>,
+                                                          loops<float, true>, loops<double, true>};
 
 }  // namespace orvel::linsys

@@ -5,24 +5,20 @@
 // 2^31 is folded to 1, which leaves a residue of 1..2^31 - 2, since a residue of 0 cannot occur.
 #include "random/isa/loops.h"
 
+#include "isa/vector.h"
+
 namespace orvel::random {
 
 namespace {
 
-#if defined(__AVX512F__)
-constexpr int width = 8;
-#elif defined(__AVX2__)
-constexpr int width = 4;
-#else
-constexpr int width = 2;
-#endif
+constexpr int width = isa::lanes<double>;
 constexpr int vectors = 4;  // in flight, to hide the latency of the product
 constexpr int lanes = width * vectors;
 
-typedef uint64_t Wide __attribute__((vector_size(8 * width)));
-typedef double Reals __attribute__((vector_size(8 * width)));
-typedef float Floats __attribute__((vector_size(4 * width)));
-typedef int32_t Halves __attribute__((vector_size(8 * width)));
+typedef isa::Vector<uint64_t, width> Wide;
+typedef isa::Vector<double, width> Reals;
+typedef isa::Vector<float, width> Floats;
+typedef isa::Vector<int32_t, 2 * width> Halves;
 
 // Products of the low halves.
 [[gnu::always_inline]] inline Wide product(Wide a, Wide b)
@@ -70,23 +66,17 @@ constexpr Powers powers[3] = {powers_of(multipliers[0]), powers_of(multipliers[1
     return reinterpret_cast<Reals>(x | 0x4330000000000000u) - 0x1p52;
 }
 
-[[gnu::always_inline]] inline void store(double* out, Wide x)
-{
-    const Reals r = real(x) * reciprocal;
-    __builtin_memcpy(out, &r, sizeof r);
-}
+[[gnu::always_inline]] inline void store(double* out, Wide x) { isa::at<width>(out) = real(x) * reciprocal; }
 
 [[gnu::always_inline]] inline void store(float* out, Wide x)
 {
-    const Floats r = __builtin_convertvector(real(x) * static_cast<double>(single_scale), Floats);
-    __builtin_memcpy(out, &r, sizeof r);
+    isa::at<width>(out) = __builtin_convertvector(real(x) * static_cast<double>(single_scale), Floats);
 }
 
 [[gnu::always_inline]] inline void store(uint32_t* out, Wide x)
 {
-    typedef uint32_t Words __attribute__((vector_size(4 * width)));
-    const Words w = __builtin_convertvector(x, Words);
-    __builtin_memcpy(out, &w, sizeof w);
+    typedef isa::Vector<uint32_t, width> Words;
+    isa::at<width>(out) = __builtin_convertvector(x, Words);
 }
 
 double number(double, uint64_t x) { return static_cast<double>(x) * reciprocal; }
@@ -203,10 +193,7 @@ void temper64(const uint64_t* word, int64_t n, T* __restrict out)
 
 }  // namespace
 
-#define ORVEL_TABLE_(isa) loops_##isa
-#define ORVEL_TABLE(isa) ORVEL_TABLE_(isa)
-extern const Loops ORVEL_TABLE(ORVEL_ISA);
-const Loops ORVEL_TABLE(ORVEL_ISA) = {
+const Loops ORVEL_ISA::loops = {
     congruential<float>,
     congruential<double>,
     congruential<uint32_t>,

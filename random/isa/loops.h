@@ -5,6 +5,8 @@
 
 #include <cstdint>
 
+#include "isa/levels.h"
+
 namespace orvel::random {
 
 inline constexpr int register_length = 1563;
@@ -35,7 +37,6 @@ struct Loops {
     void (*double_temper64)(const uint64_t* word, int64_t n, double* out);
 };
 
-// The loops of the level in use, see frame/levels.h.
-const Loops& loops();
+ORVEL_LEVEL_TABLE(Loops, loops);
 
 }  // namespace orvel::random

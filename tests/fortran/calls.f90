@@ -24,7 +24,7 @@ contains
 end module capture
 
 program calls
-  use, intrinsic :: iso_c_binding, only: c_funloc, c_null_ptr, c_int32_t
+  use, intrinsic :: iso_c_binding, only: c_associated, c_funloc, c_int32_t, c_null_char, c_null_ptr
   use capture
   use amach_int
   use orvel_frame
@@ -44,6 +44,9 @@ program calls
 
   call check(orvel_bind_unit(6_c_int32_t, c_funloc(keep), c_null_ptr) == 1, 'unit is bound')
   call erset(0, -1, 0)
+  call check(orvel_use_level('none'//c_null_char) == 0, 'unknown level')
+  call check(orvel_use_level() == 1, 'best level')
+  call check(c_associated(orvel_level()), 'level in use')
   call literals
   call untouched
   call same_array

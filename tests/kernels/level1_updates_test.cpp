@@ -210,25 +210,4 @@ TEST(LongVectors, GiveWhatShortOnesGive)
     });
 }
 
-#define ORVEL_NAME_OF(isa) #isa,
-
-// One rounding for a product and a sum where the level has the instruction, two where it has not.
-TEST(Levels, TheForcedOneRuns)
-{
-    const int32_t n = 40, one = 1;
-    const double a = 1 + 0x1p-30;
-    on_every_level([&] {
-        std::vector<double> x(n, a), y(n, -1);
-        DAXPY(&n, &a, x.data(), &one, y.data(), &one);
-        const std::string level = orvel::kernels::loops().level;
-        const double expected = level == "x86_64" ? 0x1p-29 : 0x1p-29 + 0x1p-60;
-        for (const double value : y) EXPECT_EQ(value, expected) << level;
-    });
-    // All families take their tables at the level, in one place.
-    static const char* const names[] = {ORVEL_FOR_EACH_LEVEL(ORVEL_NAME_OF)};
-    on_every_level([](const std::string& level) { EXPECT_EQ(level, orvel::frame::at_level(names)); });
-    EXPECT_FALSE(orvel::frame::force_level("none"));
-    EXPECT_STREQ(orvel::kernels::loops().level, orvel::frame::level_name(orvel::frame::level_count() - 1));
-}
-
 }  // namespace

@@ -100,7 +100,7 @@ TYPED_TEST(Level3, ProductsAreAddedInOrder)
     using T = TypeParam;
     using R = Real<T>;
     on_every_level([&](const std::string& level) {
-        const bool fused = level != orvel::frame::level_name(0);
+        const bool fused = level != orvel::isa::level_name(0);
         const auto add = [fused](R x, R y, R sum) { return fused ? std::fma(x, y, sum) : sum + x * y; };
         for (const Size& s : {Size{3, 3, 3}, Size{40, 20, 47}, Size{150, 30, 150}, Size{170, 40, 300}}) {
             for (const char ta : {'N', 'T'}) {
@@ -278,6 +278,30 @@ TYPED_TEST(Level3, Triangles)
             ASSERT_NO_FATAL_FAILURE(compare(
                 back, b, T(0), 16, 'A', [&](int32_t i, int32_t j) { return wide(alpha) * wide(b(i, j)); },
                 "trsm " + what));
+        });
+    });
+}
+
+// A column that is not finite ends so, and leaves the columns beside it alone.
+TYPED_TEST(Level3, InfinityStaysInItsColumn)
+{
+    using T = TypeParam;
+    on_every_level([&](const std::string& level) {
+        every_one_of(std::string("UL"), std::string("NTC"))([&](char uplo, char trans) {
+            const int32_t n = 20, columns = 3;
+            const Matrix<T> a = triangle<T>(n, uplo, 'N', this->random), b(n, columns, this->random);
+            const T one(1);
+            const auto solve = [&](Matrix<T> x) {
+                trsm<T>("L", &uplo, &trans, "N", &n, &columns, &one, a.elements.data(), &a.ld, x.data(),
+                        &x.ld);
+                return x;
+            };
+            Matrix<T> spoiled = b;
+            spoiled(n / 2, 1) = std::numeric_limits<Real<T>>::infinity();
+            const Matrix<T> x = solve(b), y = solve(spoiled);
+            EXPECT_FALSE(std::isfinite(std::real(y(n / 2, 1)))) << level << uplo << trans;
+            for (int32_t i = 0; i < n; ++i)
+                EXPECT_TRUE(y(i, 0) == x(i, 0) && y(i, 2) == x(i, 2)) << level << uplo << trans;
         });
     });
 }

@@ -7,7 +7,7 @@ set -euo pipefail
 cd "$(dirname "$0")/../.."
 skip() { echo "bare machine: skipped, $1"; exit 0; }
 
-deciding=$(git ls-files -co --exclude-standard run CMakePresets.json README.md cmake include fortran examples tests/packaging \
+deciding=$(git ls-files -co --exclude-standard run CMakePresets.json README.md cmake include tools examples tests/packaging \
     '*CMakeLists.txt')
 stamp=${XDG_CACHE_HOME:-$HOME/.cache}/orvel/bare-$(sha256sum $deciding | sha256sum | cut -c1-32)
 [ ! -e "$stamp" ] || skip "it passed with the same files"

@@ -1,20 +1,21 @@
 #!/usr/bin/env bash
-# tests/packaging/exports.sh BUILD - the shared libraries export the listed names and nothing else, and need no
+# tests/packaging/exports.sh BUILD - the shared libraries export the names of the public headers and nothing else, and need no
 # library beyond the language run-times
 set -euo pipefail
 cd "$(dirname "$0")/../.."
 build=$1
-listed() { grep -v '^#' "$1" | tr ' ' '\n' | sort; }
+listed() { sed -n 's/^  \([A-Za-z].*\);$/\1/p' "$build/$1.map" | sort; }
 exported() { nm -D --defined-only "$1" | awk '$2 != "A" { sub(/@.*/, "", $3); print $3 }' | sort; }
 library=$build/liborvel.so
-diff <(listed tools/exports.txt) <(exported "$library")
-diff <(listed tools/exports_blas.txt) <(exported "$build/liborvel_blas.so")
-address() { nm "$library" | awk -v n="$1" '$3 == n { print $1 }'; }
-while read -r upper lower; do
-    [ -z "$lower" ] || [ "$(address "$upper")" = "$(address "$lower")" ] ||
-        { echo "$upper and $lower differ"; exit 1; }
-done < <(grep -v '^#' tools/exports.txt)
-both=$(comm -12 <(listed tools/exports.txt) <(listed tools/exports_blas.txt))
+diff <(listed orvel) <(exported "$library")
+diff <(listed orvel_blas) <(exported "$build/liborvel_blas.so")
+nm -D --defined-only "$library" | sed 's/@.*//' | awk '
+    { address[$3] = $1; spelled[tolower($3)] = $3 }
+    END { for (lower in address) if (lower ~ /_$/) {
+        upper = spelled[substr(lower, 1, length(lower) - 1)]
+        if (address[upper] != address[lower]) { print upper " and " lower " differ"; bad = 1 } }
+        exit bad }'
+both=$(comm -12 <(listed orvel) <(listed orvel_blas))
 [ -z "$both" ] || { echo "in both libraries: $both"; exit 1; }
 
 # Every name of liborvel_blas jumps to the upper-case one of liborvel, with nothing done on the way.
@@ -22,7 +23,7 @@ jumps=$(objdump -dr "$build"/CMakeFiles/orvel_blas_objects.dir/blas/*.o | awk '
     /^[0-9a-f]+ <.*>:$/ { name = $2; gsub(/[<>:]/, "", name); steps = 0 }
     /^ +[0-9a-f]+:\t/ && !/\t(nop|endbr64|xchg +%ax,%ax|cs nopw|data16)/ { ++steps; jump = /\tjmp/ }
     /R_X86_64_/ { target = $3; sub(/[-+]0x.*/, "", target); if (steps == 1 && jump && toupper(target "_") == toupper(name)) print name }')
-diff <(listed tools/exports_blas.txt) <(sort <<<"$jumps")
+diff <(listed orvel_blas) <(sort <<<"$jumps")
 
 for file in "$library" "$build/liborvel_blas.so"; do
     needed=$(objdump -p "$file" | awk '$1 == "NEEDED" { print $2 }' |
@@ -33,4 +34,4 @@ for file in "$library" "$build/liborvel_blas.so"; do
 done
 ! objdump -p "$library" | grep 'NEEDED.*liborvel' || { echo "liborvel needs its own forwarders"; exit 1; }
 ! readelf -d "$library" | grep STATIC_TLS || { echo "needs static TLS"; exit 1; }
-echo "exports are those of tools/exports.txt and tools/exports_blas.txt"
+echo "exports are the names of the public headers"

@@ -9,6 +9,6 @@ while read -r object; do
     [ -z "$bad$undefined" ] || { printf '%s:\n%s\n%s\n' "$object" "$bad" "$undefined"; exit 1; }
     [ "$(nm -C "$object" | grep -cE ' [DR] ')" -ge 1 ] || { echo "$object: no table"; exit 1; }
     count=$((count + 1))
-done < <(find "$1" -path '*/isa/*.o' ! -name 'dispatch*')
+done < <(find "$1" -path '*/orvel_*.dir/*/isa/*.o')
 [ "$count" -gt 0 ]
 echo "$count objects of instruction-set levels define their tables only"

@@ -119,8 +119,7 @@ TYPED_TEST_SUITE(Sort, Types);
 
 TYPED_TEST(Sort, OrdersAndKeepsEveryElement)
 {
-    on_every_level([&](const std::string& level) {
-        EXPECT_EQ(orvel::util::sorts_level(), level);
+    on_every_level([&] {
         for (int n = 1; n < 5000; n += n < 140 ? 1 : n / 3)
             for (int pattern = 0; pattern < 6; ++pattern) {
                 SCOPED_TRACE(::testing::Message() << "n " << n << " pattern " << pattern);

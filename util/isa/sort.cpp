@@ -18,14 +18,6 @@ constexpr Sorts<T> sorts = {sort<ByValue, T>, sort<ByMagnitude, T>};
 
 }  // namespace
 
-#define ORVEL_NAME_OF(isa) #isa
-#define ORVEL_LEVEL_NAME(isa) ORVEL_NAME_OF(isa)
-
-namespace ORVEL_ISA {
-
-extern const SortTable sort_table;
-const SortTable sort_table = {ORVEL_LEVEL_NAME(ORVEL_ISA), sorts<float>, sorts<double>, sorts<int32_t>};
-
-}  // namespace ORVEL_ISA
+const SortTable ORVEL_ISA::sort_table = {sorts<float>, sorts<double>, sorts<int32_t>};
 
 }  // namespace orvel::util

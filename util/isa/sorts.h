@@ -7,6 +7,8 @@
 
 #include <stdint.h>
 
+#include "isa/levels.h"
+
 namespace orvel::util {
 
 // What a sort met: divisions that left a part nearly as large as the whole, and elements of segments that
@@ -24,10 +26,11 @@ struct Sorts {
 };
 
 struct SortTable {
-    const char* level;
     Sorts<float> s;
     Sorts<double> d;
     Sorts<int32_t> i;
 };
+
+ORVEL_LEVEL_TABLE(SortTable, sort_table);
 
 }  // namespace orvel::util

@@ -1,0 +1,194 @@
+// isa/vector.h - vectors of numbers, as wide as the registers of the instruction-set level
+//
+// Files of hot loops include it, each of which is compiled for several levels: everything is local to them.
+#pragma once
+
+#include <stdint.h>
+
+namespace orvel::isa {
+
+namespace {
+
+// Bytes of a register.
+#if defined(__AVX512F__)
+constexpr int width = 64;
+#elif defined(__AVX2__)
+constexpr int width = 32;
+#else
+constexpr int width = 16;
+#endif
+
+// Numbers in a register.
+template <class R>
+constexpr int lanes = width / static_cast<int>(sizeof(R));
+
+// N numbers side by side, which may be part of any array and lie anywhere. One number is itself.
+template <class R, int N>
+struct VectorOf {
+    typedef R type __attribute__((vector_size(N * sizeof(R)), aligned(alignof(R)), may_alias));
+};
+template <class R>
+struct VectorOf<R, 1> {
+    typedef R type;
+};
+template <class R, int N>
+using Vector = typename VectorOf<R, N>::type;
+
+// Whole numbers as wide as R: the results of comparisons, and the order of a shuffle.
+template <class R>
+struct IntegerOf {
+    typedef int64_t type;
+};
+template <>
+struct IntegerOf<float> {
+    typedef int32_t type;
+};
+template <class R>
+using Integer = typename IntegerOf<R>::type;
+template <class R, int N>
+using Integers = Vector<Integer<R>, N>;
+
+// The vector that begins at p.
+template <int N, class R>
+inline Vector<R, N>& at(R* p)
+{
+    return *reinterpret_cast<Vector<R, N>*>(p);
+}
+template <int N, class R>
+inline const Vector<R, N>& at(const R* p)
+{
+    return *reinterpret_cast<const Vector<R, N>*>(p);
+}
+
+// The same of the width of a register.
+template <class R>
+using Wide = Vector<R, lanes<R>>;
+template <class R>
+inline Wide<R>& wide(R* p)
+{
+    return at<lanes<R>>(p);
+}
+template <class R>
+inline const Wide<R>& wide(const R* p)
+{
+    return at<lanes<R>>(p);
+}
+
+// Numbers of single precision as doubles.
+template <int N>
+inline const Vector<double, N>& widened(const double* p)
+{
+    return at<N>(p);
+}
+template <int N>
+inline Vector<double, N> widened(const float* p)
+{
+    if constexpr (N == 1)
+        return static_cast<double>(*p);
+    else
+        return __builtin_convertvector(at<N>(p), Vector<double, N>);
+}
+
+// A vector in a register: what is made of it neither reads the memory again nor is contracted with what made
+// it.
+template <class V>
+inline V held(V v)
+{
+#ifdef __x86_64__
+    if constexpr (sizeof(V) >= 8) __asm__("" : "+x"(v));
+#endif
+    return v;
+}
+
+template <class R, int N>
+inline Vector<R, N> all(R a)
+{
+    return a - Vector<R, N>{};  // the difference keeps a negative zero
+}
+
+// 0, 1, 2 ... in the lanes.
+template <class R, int N>
+inline Integers<R, N> numbered()
+{
+    Integers<R, N> lane{};
+    for (int k = 0; k < N; ++k) lane[k] = static_cast<Integer<R>>(k);
+    return lane;
+}
+
+template <class R, int N>
+inline Vector<R, N> broadcast(Vector<R, N> v, int lane)
+{
+    return __builtin_shuffle(v, Integers<R, N>{} + static_cast<Integer<R>>(lane));
+}
+
+template <class R, int N>
+inline Vector<R, N> magnitude(Vector<R, N> v)
+{
+    if constexpr (N == 1) {
+        return v < 0 ? -v : v + R(0);
+    } else {
+        constexpr auto mask = static_cast<Integer<R>>(~(static_cast<uint64_t>(1) << (8 * sizeof(R) - 1)));
+        return reinterpret_cast<Vector<R, N>>(reinterpret_cast<Integers<R, N>>(v) & mask);
+    }
+}
+
+// Even and odd lanes exchanged: pairs (re, im) become (im, re).
+template <class R, int N>
+inline __attribute__((always_inline)) Vector<R, N> exchanged(Vector<R, N> v)
+{
+    Integers<R, N> order{};
+    for (int k = 0; k < N; ++k) order[k] = static_cast<Integer<R>>(k ^ 1);
+    return __builtin_shuffle(v, order);
+}
+
+// a in the even lanes, b in the odd ones.
+template <class R, int N>
+inline Vector<R, N> alternating(R a, R b)
+{
+    return (numbered<R, N>() & 1) != 0 ? all<R, N>(b) : all<R, N>(a);
+}
+
+// The lower half of the lanes, and the sum of both halves.
+template <class R, int N>
+struct Halves {
+    union {
+        Vector<R, N> whole;
+        Vector<R, N / 2> half[2];
+    };
+};
+template <class R, int N>
+inline Vector<R, N / 2> lower(Vector<R, N> v)
+{
+    return Halves<R, N>{v}.half[0];
+}
+template <class R, int N>
+inline Vector<R, N / 2> fold(Vector<R, N> v)
+{
+    const Halves<R, N> parts = {v};
+    return parts.half[0] + parts.half[1];
+}
+
+// Transposes N vectors of N numbers in registers: a butterfly of exchanges between vectors 1, 2, 4 ... apart.
+template <class R, int N>
+inline __attribute__((always_inline)) void transpose(Vector<R, N> (&x)[N])
+{
+#pragma GCC unroll 4
+    for (int w = 1; w < N; w *= 2) {
+        Integers<R, N> low = {}, high = {};
+        for (int k = 0; k < N; ++k) {
+            low[k] = k & w ? N + k - w : k;
+            high[k] = k & w ? N + k : k + w;
+        }
+#pragma GCC unroll 16
+        for (int i = 0; i < N; ++i)
+            if (!(i & w)) {
+                const Vector<R, N> first = x[i], second = x[i + w];
+                x[i] = __builtin_shuffle(first, second, low);
+                x[i + w] = __builtin_shuffle(first, second, high);
+            }
+    }
+}
+
+}  // namespace
+
+}  // namespace orvel::isa
