@@ -48,7 +48,7 @@ struct NonTemporal {
         if constexpr (sizeof v == 64) return _mm512_stream_si512(reinterpret_cast<__m512i*>(p), (__m512i)v);
 #endif
 #endif
-        fft::store<R, W>(p, v);
+        isa::at<W>(p) = v;
     }
 };
 

@@ -6,15 +6,15 @@
 #include <utility>
 
 #include "fft/isa/loops.h"
-#include "kernels/isa/tile.h"
+#include "isa/vector.h"
 
 #define ORVEL_INLINE inline __attribute__((always_inline))
 
 namespace orvel::fft {
 namespace {
 
-using kernels::lanes;
-using kernels::Vector;
+using isa::lanes;
+using isa::Vector;
 
 // Widths go down to four lanes of float and two of double, then to one.
 template <class R, int W>
@@ -35,16 +35,11 @@ ORVEL_INLINE Complex<R, W> turned(Complex<R, W> z, V cosine, V sine)
     return {z.re * cosine + z.im * sine, z.im * cosine - z.re * sine};
 }
 
-template <class R, int W>
-ORVEL_INLINE Vector<R, W> load(const R* p)
-{
-    return *reinterpret_cast<const Vector<R, W>*>(p);
-}
 // Forced into a register: compilers would rather read operands twice.
 template <class R, int W>
 ORVEL_INLINE Vector<R, W> load_once(const R* p)
 {
-    Vector<R, W> v = load<R, W>(p);
+    Vector<R, W> v = isa::at<W>(p);
 #if defined(__AVX512F__)
     __asm__("" : "+v"(v));
 #elif defined(__x86_64__)
@@ -52,12 +47,6 @@ ORVEL_INLINE Vector<R, W> load_once(const R* p)
 #endif
     return v;
 }
-template <class R, int W>
-ORVEL_INLINE void store(R* p, Vector<R, W> v)
-{
-    *reinterpret_cast<Vector<R, W>*>(p) = v;
-}
-
 // Lane k of the result is lane order(k) of both vectors in a row.
 template <class R, int W, class Order, int... k>
 ORVEL_INLINE Vector<R, W> shuffled(Vector<R, W> a, Vector<R, W> b, Order order,
@@ -115,7 +104,7 @@ struct Cached {
     template <class R, int W>
     static ORVEL_INLINE void store(R* p, Vector<R, W> v)
     {
-        fft::store<R, W>(p, v);
+        isa::at<W>(p) = v;
     }
 };
 
@@ -131,7 +120,7 @@ ORVEL_INLINE Complex<R, W> read_interleaved(const R* p)
     if constexpr (W == 1)
         return {p[0], p[1]};
     else
-        return deinterleaved<R, W, order>(load<R, W>(p), load<R, W>(p + W));
+        return deinterleaved<R, W, order>(isa::at<W>(p), isa::at<W>(p + W));
 }
 template <class R, int W, Lanes order, class Memory = Cached>
 ORVEL_INLINE void write_interleaved(R* p, Complex<R, W> z)

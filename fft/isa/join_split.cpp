@@ -50,8 +50,8 @@ struct Turns {
             s = *sine;
             if (k % 2 == 0) return {c, s};
         } else {
-            c = each_twice<R, W>(load<R, W / 2>(cosine), std::make_integer_sequence<int, W>());
-            s = each_twice<R, W>(load<R, W / 2>(sine), std::make_integer_sequence<int, W>());
+            c = each_twice<R, W>(isa::at<W / 2>(cosine), std::make_integer_sequence<int, W>());
+            s = each_twice<R, W>(isa::at<W / 2>(sine), std::make_integer_sequence<int, W>());
         }
         return {c - (c * v + s * u), s - (s * v - c * u)};
     }
@@ -74,10 +74,10 @@ ORVEL_INLINE void halves_at(const Halves<R>& h, int64_t k, Complex<R, W> root)
         const Opposites<R, W> x =
             split(read_interleaved<R, W, in_turn>(low), read_interleaved<R, W, back>(high), root);
         const Complex<R, W> b = reversed(x.high);
-        store<R, W>(h.re + k, x.low.re);
-        store<R, W>(h.im + k, x.low.im);
-        store<R, W>(h.re + opposite, b.re);
-        store<R, W>(h.im + opposite, b.im);
+        isa::at<W>(h.re + k) = x.low.re;
+        isa::at<W>(h.im + k) = x.low.im;
+        isa::at<W>(h.re + opposite) = b.re;
+        isa::at<W>(h.im + opposite) = b.im;
     }
 }
 

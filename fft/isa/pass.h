@@ -227,8 +227,8 @@ ORVEL_INLINE void scatter(const Parts<R>& out, int64_t at, int64_t apart, Layout
             for (int c = 0; c < n; c += W) {
                 Vector<R, W> x[W];
                 for_each<W>([&](int t) { x[t] = part == 0 ? z[c + t].re : z[c + t].im; });
-                kernels::transpose_square<R, W>(x);
-                for_each<W>([&](int t) { store<R, W>(to + column(t) + c, x[t]); });
+                isa::transpose<R, W>(x);
+                for_each<W>([&](int t) { isa::at<W>(to + column(t) + c) = x[t]; });
             }
         } else {
             Vector<R, W> x[n];

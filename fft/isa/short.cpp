@@ -46,13 +46,13 @@ ORVEL_INLINE Opposites<R, W> read_opposites(const R* c, int m, int k)
         return {{*c, 0}, {*end, 0}};
     } else {
         const Vector<R, W> none = {};
-        const Vector<R, W> first = shuffled<R, W>(load<R, W>(c), none, [](int lane) {
+        const Vector<R, W> first = shuffled<R, W>(isa::at<W>(c), none, [](int lane) {
             return lane == 0 ? 0 : lane == 1 ? W : lane - 1;
         });
         const Vector<R, W> last =
-            shuffled<R, W>(load<R, W>(end + W - 1), none, [](int lane) { return lane + 1; });
-        return {deinterleaved<R, W, near>(first, load<R, W>(c + W - 1)),
-                deinterleaved<R, W, back>(load<R, W>(end), last)};
+            shuffled<R, W>(isa::at<W>(end + W - 1), none, [](int lane) { return lane + 1; });
+        return {deinterleaved<R, W, near>(first, isa::at<W>(c + W - 1)),
+                deinterleaved<R, W, back>(isa::at<W>(end), last)};
     }
 }
 template <class R, int W>
@@ -67,10 +67,10 @@ ORVEL_INLINE void write_opposites(R* c, int m, int k, const Opposites<R, W>& x)
         *c = x.low.re;
         *end = x.high.re;
     } else {
-        store<R, W>(c, interleaved<R, W, near>(x.low, [](int at) { return at == 0 ? 0 : at + 1; }));
-        store<R, W>(c + W - 1, interleaved<R, W, near>(x.low, [](int at) { return W + at; }));
-        store<R, W>(end, interleaved<R, W, back>(x.high, [](int at) { return at; }));
-        store<R, W>(end + W - 1, interleaved<R, W, back>(x.high, [](int at) { return W - 1 + at; }));
+        isa::at<W>(c) = interleaved<R, W, near>(x.low, [](int at) { return at == 0 ? 0 : at + 1; });
+        isa::at<W>(c + W - 1) = interleaved<R, W, near>(x.low, [](int at) { return W + at; });
+        isa::at<W>(end) = interleaved<R, W, back>(x.high, [](int at) { return at; });
+        isa::at<W>(end + W - 1) = interleaved<R, W, back>(x.high, [](int at) { return W - 1 + at; });
     }
 }
 

@@ -158,8 +158,8 @@ template <class R, int W, Form form>
 ORVEL_INLINE void put(R* p, int64_t e, Complex<R, W> z)
 {
     if constexpr (form == Form::rows) {
-        store<R, W>(p + 2 * e, z.re);
-        store<R, W>(p + 2 * e + W, z.im);
+        isa::at<W>(p + 2 * e) = z.re;
+        isa::at<W>(p + 2 * e + W) = z.im;
     } else {
         write_interleaved<R, W, Lanes::near>(p + 2 * e, form == Form::exchanged ? exchanged(z) : z);
     }
@@ -179,10 +179,10 @@ ORVEL_INLINE void put_columns(R* rows, int64_t B, int64_t b, const Complex<R, W>
                 const Complex<R, W>& from = z[k + element_of<R, W, Lanes::near>(t)];
                 x[t] = part == 0 ? from.re : from.im;
             }
-            kernels::transpose_square<R, W>(x);
+            isa::transpose<R, W>(x);
             R* const to = rows + 2 * (B * k + W * b) + W * part;
 #pragma GCC unroll 16
-            for (int t = 0; t < W; ++t) store<R, W>(to + 2 * W * element_of<R, W, Lanes::near>(t), x[t]);
+            for (int t = 0; t < W; ++t) isa::at<W>(to + 2 * W * element_of<R, W, Lanes::near>(t)) = x[t];
         }
 }
 
