@@ -142,25 +142,19 @@ void Chirp<R>::run(Parts<R> z)
     }
 }
 
-// Every result from the definition. The roots are made as they are needed, a few at a time.
+// Every result from the definition.
 template <class R>
 void sum_directly(const Pass<R>& p)
 {
-    constexpr int64_t batch = 64;
-    R cosine[batch], sine[batch];
     const int64_t r = p.group[0].first, l = p.l, n = l * r;
     for (int64_t b = 0; b < p.m; ++b)
         for (int64_t to = 0; to < n; ++to) {
             R re = 0, im = 0;
-            for (int64_t begin = 0; begin < r; begin += batch) {
-                const int64_t count = std::min(batch, r - begin);
-                roots<R>(n, begin * to % n, to, count, 1, cosine, sine);
-                for (int64_t i = 0; i < count; ++i) {
-                    const int64_t e = (to % l + l * (b + p.m * (begin + i))) * p.in.stride;
-                    re += p.in.re[e] * cosine[i] + p.in.im[e] * sine[i];
-                    im += p.in.im[e] * cosine[i] - p.in.re[e] * sine[i];
-                }
-            }
+            for_multiples<R>(n, to, r, [&](int64_t i, R cosine, R sine) {
+                const int64_t e = (to % l + l * (b + p.m * i)) * p.in.stride;
+                re += p.in.re[e] * cosine + p.in.im[e] * sine;
+                im += p.in.im[e] * cosine - p.in.re[e] * sine;
+            });
             p.out.re[(to + n * b) * p.out.stride] = re;
             p.out.im[(to + n * b) * p.out.stride] = im;
         }

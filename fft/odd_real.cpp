@@ -160,19 +160,6 @@ template <class R, bool forward>
 
 // ---- direct sums ---------------------------------------------------------------------------------------
 
-// Calls use(j, cosine, sine) for the angles 2 pi j k / n, 0 <= j < count.
-template <class R, class Use>
-void for_multiples(int64_t n, int64_t k, int64_t count, Use use)
-{
-    constexpr int64_t batch = 64;
-    R cosine[batch], sine[batch];
-    for (int64_t first = 0; first < count; first += batch) {
-        const int64_t here = std::min(batch, count - first);
-        roots<R>(n, first * k % n, k, here, 1, cosine, sine);
-        for (int64_t t = 0; t < here; ++t) use(first + t, cosine[t], sine[t]);
-    }
-}
-
 template <class R>
 void forward_by_sums(int64_t n, const R* in, R* out, R* scratch)
 {

@@ -63,15 +63,9 @@ void even_forward(const Factors& f, const R* in, R* out, R* scratch, const R* ta
     const Factors h = half_of(f);
     const int64_t m = h.n;
     R *const re = scratch, *const im = scratch + m;
-    if (m == 1) {
-        re[0] = in[0];
-        im[0] = in[1];
-    } else {
-        transform<R>(h, tables, {interleaved(const_cast<R*>(in)), split_format(scratch, m), out});
-    }
+    transform<R>(h, tables, {interleaved(const_cast<R*>(in)), split_format(scratch, m), out});
     out[0] = re[0] + im[0];
     out[f.n - 1] = re[0] - im[0];
-    if (m == 1) return;
     for_pairs<R>(isa::of_type<R>(join_split_loops()).join, h, tables, re, im, out);
     if (m % 2 == 0) {
         out[m - 1] = re[m / 2];
@@ -99,12 +93,6 @@ void even_backward(const Factors& f, const R* in, R* out, R* scratch, const R* t
         re[m / 2] = 2 * middle_re;
         im[m / 2] = -2 * middle_im;
     }
-    if (m == 1) {
-        const R sum = re[0], difference = im[0];
-        out[0] = sum;
-        out[1] = difference;
-        return;
-    }
     transform<R>(h, tables, {split_format(z, m, false), interleaved(out, false), scratch});
 }
 
@@ -123,15 +111,30 @@ void store_real_roots(const Factors& f, R* stored)
     turn[1] = 2 * half * half;
 }
 
+namespace {
+
+// The transform of two numbers, either way.
+template <class R>
+void sum_and_difference(const R* in, R* out)
+{
+    const R first = in[0], second = in[1];
+    out[0] = first + second;
+    out[1] = first - second;
+}
+
+}  // namespace
+
 template <class R>
 void real_forward(const Factors& f, const R* in, R* out, R* scratch, const R* stored)
 {
+    if (f.n == 2) return sum_and_difference(in, out);
     (f.n % 2 == 0 ? even_forward<R> : odd_transform<R, true>)(f, in, out, scratch, stored);
 }
 
 template <class R>
 void real_backward(const Factors& f, const R* in, R* out, R* scratch, const R* stored)
 {
+    if (f.n == 2) return sum_and_difference(in, out);
     (f.n % 2 == 0 ? even_backward<R> : odd_transform<R, false>)(f, in, out, scratch, stored);
 }
 
