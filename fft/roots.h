@@ -35,9 +35,9 @@ void for_last_roots(const Factors& f, const R* tables, Use use)
 {
     const int64_t last = f.factor[f.count - 1], all = f.n / last, l = length_of_rows(f), before = all / l;
     const R* const rows = table_at(f, tables, all);
-    for (int64_t x = 0; x < all; x += root_row) {
-        const R* const row = rows + 2 * (last - 1) * root_row * (x % l / root_row * before + x / l);
-        use(x, int64_t{root_row}, row, row + root_row);
+    for (int64_t x = 0; x < all; x += twiddle_row) {
+        const R* const row = rows + 2 * (last - 1) * twiddle_row * (x % l / twiddle_row * before + x / l);
+        use(x, int64_t{twiddle_row}, row, row + twiddle_row);
     }
 }
 

@@ -1,4 +1,9 @@
 // fft/short.h - the way to the transforms of short powers of two
+//
+// They are one function for each length from 4 to 4096, in two or three steps through registers and rows of
+// vectors on the stack, with roots that the compiler knows. Fronts take them without a work vector; the
+// others where the stored factors are the usual ones of the length: every other work vector goes the general
+// way and through its checks. As nothing can fail there, the frame is left as it is entered, with `visit`.
 #pragma once
 
 #include <bit>

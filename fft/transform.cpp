@@ -81,7 +81,7 @@ void transform(const Factors& f, const R* tables, const Storage<R>& s)
     int64_t m = f.n;
     for (int32_t k = 0; k < plan.count; ++k, pass.in = pass.out) {
         const int64_t l = take_groups<R>(f, tables, plan.begin(k), plan.end[k], false, pass);
-        if (f.count == 1) pass.group[0].first_roots = tables;
+        if (f.count == 1) pass.group[0].first_twiddles = tables;
         const int32_t left = plan.count - 1 - k;
         m = left == 0 ? 1 : quotient(m, l / pass.l);
         pass.m = m;

@@ -30,7 +30,7 @@ template <class R>
 int64_t most_in_block(const Factors& f)
 {
     const int64_t l = length_of_rows(f);
-    return std::max((l + root_row) * align_by<R>, f.n / l * most_vectors * align_by<R>);
+    return std::max((l + twiddle_row) * align_by<R>, f.n / l * most_vectors * align_by<R>);
 }
 
 // What is between the passes: rows of results of the first one, `beyond` numbers further from each other than

@@ -110,7 +110,7 @@ template <class R, int W, int r, int s, int row, class Memory>
                 const Parts<R> out = hidden_from<true>(all.out, result + v * W);
                 const int64_t to_step = hidden<true>(all.to_step);
                 Complex<R, W> z[r * s];
-                columns<R, W, r, s, Roots::rows, row>(
+                columns<R, W, r, s, Twiddles::rows, row>(
                     Step<R>{all.in, at + v * W, all.step, rows, nullptr, 0, 0},
                     z, [&](int c) __attribute__((always_inline)) {
                         constexpr int apart = apart_in<r, s>;
@@ -121,7 +121,7 @@ template <class R, int W, int r, int s, int row, class Memory>
         }
 }
 
-template <class R, int W, int row = root_row, class Memory = Cached>
+template <class R, int W, int row = twiddle_row, class Memory = Cached>
 void steps_of(const Group<R>& g, const Steps<R>& all)
 {
     g.second == 1 ? run_steps<R, W, 4, 1, row, Memory>(all) : run_steps<R, W, 4, 4, row, Memory>(all);
@@ -131,16 +131,16 @@ void steps_of(const Group<R>& g, const Steps<R>& all)
 template <class R, int W, class Memory>
 void last_steps(const Group<R>& g, const Steps<R>& all)
 {
-    g.first == 3   ? run_steps<R, W, 3, 1, root_row, Memory>(all)
-    : g.first == 5 ? run_steps<R, W, 5, 1, root_row, Memory>(all)
-                   : run_steps<R, W, 4, 1, root_row, Memory>(all);
+    g.first == 3   ? run_steps<R, W, 3, 1, twiddle_row, Memory>(all)
+    : g.first == 5 ? run_steps<R, W, 5, 1, twiddle_row, Memory>(all)
+                   : run_steps<R, W, 4, 1, twiddle_row, Memory>(all);
 }
 
 // The numbers of the rows of roots of a vector of columns.
 template <class R>
 int64_t rows_of(const Group<R>& g)
 {
-    return 2 * root_row * (g.first * g.second - 1);
+    return 2 * twiddle_row * (g.first * g.second - 1);
 }
 
 // The digits of the elements of a block. Digit j of an element in memory counts its groups before; the input
@@ -203,8 +203,8 @@ template <class R, int r, int s>
                     prefetch_column<r * s>(line + line_of<R>, step * p.in.stride);
                 }
                 Complex<R, W> z[r * s];
-                columns<R, W, r, s, Roots::none>(
-                    Step<R>{p.in, at, step, g.first_roots, g.second_roots, 1, 0, from}, z, [](int) {});
+                columns<R, W, r, s, Twiddles::none>(
+                    Step<R>{p.in, at, step, g.first_twiddles, g.second_twiddles, 1, 0, from}, z, [](int) {});
                 scatter<R, W, r * s>(out.at, to, out.pitch, from, z);
             }
         }
@@ -219,7 +219,7 @@ void first_blocks(const Pass<R>& pass)
     const Pass<R> p = pass;
     constexpr int W = lanes<R>, narrow = W > 8 ? 8 : W;
     const Digits<R> d(p);
-    const int64_t n = d.length(), block_pitch = n + root_row;
+    const int64_t n = d.length(), block_pitch = n + twiddle_row;
     const bool streams = d.count > 2 && p.room >= W * block_pitch && leaves_the_caches(p, n);
     for (int64_t b = 0; b < p.m; b += W) {
         if (b > p.m - W) b = p.m - W;
@@ -234,14 +234,14 @@ void first_blocks(const Pass<R>& pass)
             const Group<R>& g = p.group[j];
             const int64_t l = d.before[j], next = d.before[j + 1], row = rows_of(g);
             const Loop parts = {n / next, next, next, 0}, columns = {W, rows.pitch, rows.pitch, 0};
-            Steps<R> steps = {rows.at, 0, l, g.first_roots, rows.at, 0, l, l / W, row, parts, columns};
+            Steps<R> steps = {rows.at, 0, l, g.first_twiddles, rows.at, 0, l, l / W, row, parts, columns};
             if (l == 8) {
                 steps.vectors = l / narrow;
                 steps_of<R, narrow, 8>(g, steps);
             } else if (streams && j == d.count - 1) {
                 steps.out = result;
                 steps.outer.out = p.pitch;
-                steps_of<R, W, root_row, NonTemporal>(g, steps);
+                steps_of<R, W, twiddle_row, NonTemporal>(g, steps);
             } else {
                 steps_of<R, W>(g, steps);
             }
@@ -265,11 +265,11 @@ void last_blocks(const Pass<R>& pass)
     const bool far = comes_from_far(p, n), streams = leaves_the_caches(p, n);
     const Loop once = {1, 0, 0, 0};
     for (int64_t k = 0; k < l; k += width) {
-        const int64_t chunk = k / root_row, lane = k % root_row, row = rows_of(g[0]);
+        const int64_t chunk = k / twiddle_row, lane = k % twiddle_row, row = rows_of(g[0]);
         for (int64_t high = 0; high < rest / second; ++high) {
             const int64_t at = k + p.pitch * d.input(high), place = width * first * second * high;
             const Loop inner = {second, p.pitch * (rest / second), width * first, 0};
-            const Steps<R> steps = {p.in,  at,    p.pitch * rest, g[0].first_roots + chunk * row + lane,
+            const Steps<R> steps = {p.in,  at,    p.pitch * rest, g[0].first_twiddles + chunk * row + lane,
                                     block, place, width,          vectors,
                                     row,   inner, once,           far};
             steps_of<R, W>(g[0], steps);
@@ -277,7 +277,7 @@ void last_blocks(const Pass<R>& pass)
         for (int64_t j = 1; j < d.count; ++j) {
             const int64_t before = d.before[j], step = width * before, next = width * d.before[j + 1],
                           one = rows_of(g[j]), all = one * before;
-            const R* const roots = g[j].first_roots + chunk * all + lane;
+            const R* const roots = g[j].first_twiddles + chunk * all + lane;
             if (j < d.count - 1) {
                 const Loop inner = {before, width, width, one}, parts = {n / d.before[j + 1], next, next, 0};
                 const Steps<R> steps = {block, 0, step, roots, block, 0, step, vectors, all, inner, parts};

@@ -10,8 +10,8 @@
 
 namespace orvel::fft {
 
-// Complex numbers in memory: element e has its parts at re[e * stride] and im[e * stride]. Pairs, as callers
-// give them, have the stride 2; between the passes real and imaginary parts stand apart, with the stride 1.
+// Complex numbers in memory: element e has its parts at re[e * stride] and im[e * stride]. Interleaved ones,
+// as callers give them, have the stride 2, those in split format the stride 1.
 template <class R>
 struct Parts {
     R *re, *im;
@@ -19,19 +19,19 @@ struct Parts {
 };
 
 // One factor of a pass, or two that go through registers together; `second` may be 1. With l the product of
-// the factors before it, the roots w(l * r)^(i * k) of a factor r, w(n) = exp(-2 pi i / n), are in a block:
-// for each i = 1..r-1 first the l cosines, then the l sines of the positive angles; l = 1 has no block.
+// the factors before it, a factor r has a table of its twiddle factors w(l * r)^(i * k), w(n) = exp(-2 pi i /
+// n): for each i = 1..r-1 first the l cosines, then the l sines of the positive angles; l = 1 has no table.
 //
-// A group of a pass over blocks, but for the first one of all, has its roots in the order in which they are
-// taken, at first_roots: for each row of columns, 16 or, where l is 8, 8 of them, the roots of the first
-// factor for i = 1..first-1, then those of the second one for k2 < first and i = 1..second-1, l * k2 further;
-// each of them as so many cosines and so many sines.
+// A group of a pass over blocks, but for the first one of all, has one table at first_twiddles, in the order
+// in which the columns take them. For each row of columns, which are 16 or, where l is 8, 8 of them, it has
+// the twiddle factors of the first factor for i = 1..first-1, then those of the second one for k2 < first and
+// i = 1..second-1 at k + l * k2; each of them as so many cosines and so many sines.
 template <class R>
 struct Group {
     int64_t first, second;
-    const R *first_roots, *second_roots;
+    const R *first_twiddles, *second_twiddles;
 };
-inline constexpr int root_row = 16;
+inline constexpr int twiddle_row = 16;
 
 // Groups of a pass over blocks; see blocks.cpp.
 inline constexpr int64_t most_groups = 8;

@@ -131,19 +131,19 @@ template <class R>
 struct Step {
     Parts<R> in;
     int64_t at, step;
-    const R *first_roots, *second_roots;
+    const R *first_twiddles, *second_twiddles;
     int64_t l, k;
     Layout layout = Layout::split;
 };
 
 // Of the lanes of a vector: those of a first pass have none, and then one for all within the pass. Others
 // have one each, at l of the tables or in the rows of a pass over blocks.
-enum class Roots { none, each, rows };
+enum class Twiddles { none, each, rows };
 
-template <class R, int W, Roots kind>
+template <class R, int W, Twiddles kind>
 ORVEL_INLINE Complex<R, W> turned_by(Complex<R, W> z, const R* cosine, const R* sine)
 {
-    if constexpr (kind != Roots::none)
+    if constexpr (kind != Twiddles::none)
         return turned<R, W>(z, load_once<R, W>(cosine), load_once<R, W>(sine));
     else
         return turned<R, W>(z, *cosine, *sine);
@@ -157,22 +157,22 @@ constexpr int put_at_once = s > 1 ? s : r;
 template <int r, int s>
 constexpr int apart_in = s > 1 ? r : 1;
 
-template <class R, int W, int r, int s, Roots kind, int row = root_row, class Put>
+template <class R, int W, int r, int s, Twiddles kind, int row = twiddle_row, class Put>
 ORVEL_INLINE void columns(const Step<R>& p, Complex<R, W> (&z)[r * s], Put put)
 {
-    constexpr bool by_rows = kind == Roots::rows;
+    constexpr bool by_rows = kind == Twiddles::rows;
     const Parts<R> in = hidden_from<by_rows>(p.in, p.at);
     const int64_t l = by_rows ? row : p.l, step = hidden<by_rows>(p.step);
-    const R* const first_roots = hidden<by_rows>(p.first_roots + p.k);
-    const R* const second_roots = by_rows ? first_roots + 2 * row * (r - 1) : p.second_roots + p.k;
-    const bool twiddled = kind != Roots::none && (W > 1 || l > 1);
+    const R* const first_twiddles = hidden<by_rows>(p.first_twiddles + p.k);
+    const R* const second_twiddles = by_rows ? first_twiddles + 2 * row * (r - 1) : p.second_twiddles + p.k;
+    const bool twiddled = kind != Twiddles::none && (W > 1 || l > 1);
 #pragma GCC unroll 16
     for (int i = 0; i < s; ++i) {
         Complex<R, W>* const x = z + i * r;
-        read<R, W, r, Lanes::near>(in, step * i, step * s, kind == Roots::none ? p.layout : Layout::split, x);
+        read<R, W, r, Lanes::near>(in, step * i, step * s, kind == Twiddles::none ? p.layout : Layout::split, x);
 #pragma GCC unroll 16
         for (int j = 1; j < r && twiddled; ++j) {
-            const R* const roots = first_roots + 2 * l * (j - 1);
+            const R* const roots = first_twiddles + 2 * l * (j - 1);
             x[j] = turned_by<R, W, kind>(x[j], roots, roots + l);
         }
         Butterfly<R, W, r>::run(x, 1);
@@ -185,10 +185,10 @@ ORVEL_INLINE void columns(const Step<R>& p, Complex<R, W> (&z)[r * s], Put put)
             for (int i = 1; i < s; ++i) {
                 Complex<R, W>& x = z[i * r + k2];
                 if (by_rows) {
-                    const R* const roots = second_roots + 2 * row * ((s - 1) * k2 + i - 1);
+                    const R* const roots = second_twiddles + 2 * row * ((s - 1) * k2 + i - 1);
                     x = turned_by<R, W, kind>(x, roots, roots + row);
                 } else if (twiddled || k2 > 0) {
-                    const R* const roots = second_roots + 2 * l * r * (i - 1) + l * k2;
+                    const R* const roots = second_twiddles + 2 * l * r * (i - 1) + l * k2;
                     x = turned_by<R, W, kind>(x, roots, roots + l * r);
                 }
             }
@@ -203,7 +203,7 @@ template <class R>
 ORVEL_INLINE Step<R> step_of(const Pass<R>& p, int64_t k, int64_t b, Layout layout)
 {
     const Group<R>& g = p.group[0];
-    return {p.in, k + p.l * b, p.l * p.m, g.first_roots, g.second_roots, p.l, k, layout};
+    return {p.in, k + p.l * b, p.l * p.m, g.first_twiddles, g.second_twiddles, p.l, k, layout};
 }
 
 // The first pass: the n results of a column are contiguous, those of column t from element `at` + t * `apart`
@@ -251,7 +251,7 @@ void first_pass(const Pass<R>& pass)
     for (int64_t b = 0; b < p.m; b += W) {
         if (b > p.m - W) b = p.m - W;
         Complex<R, W> z[r * s];
-        columns<R, W, r, s, Roots::none>(step_of(p, 0, b, from), z, [](int) {});
+        columns<R, W, r, s, Twiddles::none>(step_of(p, 0, b, from), z, [](int) {});
         scatter<R, W, r * s>(p.out, b * r * s, r * s, from, z);
     }
 }
@@ -266,7 +266,7 @@ void later_pass(const Pass<R>& pass)
         for (int64_t k = 0; k < p.l; k += W) {
             if (k > p.l - W) k = p.l - W;
             Complex<R, W> z[r * s];
-            columns<R, W, r, s, Roots::each>(
+            columns<R, W, r, s, Twiddles::each>(
                 step_of(p, k, b, Layout::split), z, [&](int c) __attribute__((always_inline)) {
                     constexpr int apart = apart_in<r, s>;
                     write<R, W, put_at_once<r, s>>(p.out, k + p.l * (c + r * s * b), p.l * apart, to, z + c,

@@ -46,7 +46,7 @@ constexpr Steps steps_of(int n)
     }
 }
 
-// Lanes of all steps: a wider load would wait for two stores.
+// Lanes of all steps: a load that is wider than the store before it waits until that is in the cache.
 template <class R>
 constexpr int lanes_of_steps(int n)
 {
@@ -216,7 +216,7 @@ ORVEL_INLINE void second_step(const R* rows, const R* roots, R* out, int k)
     const auto element = [&](int b) {
         const Complex<R, W> z = take<R, W, Form::rows>(rows, W * b);
         const R* const root = roots + 2 * W * b;
-        return b == 0 ? z : turned_by<R, W, Roots::each>(z, root, root + W);
+        return b == 0 ? z : turned_by<R, W, Twiddles::each>(z, root, root + W);
     };
     Complex<R, W> z[B];
     transform_lanes<R, W, B>(z, element);
@@ -240,7 +240,7 @@ template <class R, int W, int P, bool shared>
         const auto element = [&](int j) {
             const Complex<R, W> z = take<R, W, Form::rows>(column, step * j);
             const R* const root = before + 2 * W * j;
-            return shared && j == 0 ? z : turned_by<R, W, Roots::each>(z, root, root + W);
+            return shared && j == 0 ? z : turned_by<R, W, Twiddles::each>(z, root, root + W);
         };
         Complex<R, W> z[P];
         transform_lanes<R, W, P>(z, element);
@@ -261,7 +261,7 @@ template <class R, int W, int A, int Q, Form to>
         const auto element = [&](int i) {
             const Complex<R, W> z = take<R, W, Form::rows>(rows, W * (Q * k + i));
             const R* const root = roots + 2 * (Q * k + i);
-            return i == 0 ? z : turned_by<R, W, Roots::none>(z, root, root + 1);
+            return i == 0 ? z : turned_by<R, W, Twiddles::none>(z, root, root + 1);
         };
         Complex<R, W> z[Q];
         transform_lanes<R, W, Q>(z, element);
