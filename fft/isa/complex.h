@@ -47,6 +47,7 @@ ORVEL_INLINE Vector<R, W> load_once(const R* p)
 #endif
     return v;
 }
+
 // Lane k of the result is lane order(k) of both vectors in a row.
 template <class R, int W, class Order, int... k>
 ORVEL_INLINE Vector<R, W> shuffled(Vector<R, W> a, Vector<R, W> b, Order order,

@@ -1,7 +1,7 @@
 // fft/isa/loops.h - tables of the hot loops of the Fourier transforms, one set for each instruction-set level
 //
-// The files beside this one are compiled once per level and include nothing but each other and isa/: a function
-// with linkage would be merged with that of another level.
+// The files beside this one are compiled once per level and include nothing but each other and isa/: a
+// function with linkage would be merged with that of another level.
 #pragma once
 
 #include <stdint.h>
