@@ -81,7 +81,8 @@ ORVEL_INLINE void odd_columns(const Pass<R>& p, int64_t k, int64_t b, Layout fro
         read<R, W, 2, Lanes::in_turn>(p.in, k + l * b + step * i, step * (factor - 2 * i), from, x);
         if (!first)
             for (int at = 0; at < 2; ++at) {
-                const R* const roots = p.group[0].first_twiddles + 2 * l * ((at == 0 ? i : factor - i) - 1) + k;
+                const R* const roots =
+                    p.group[0].first_twiddles + 2 * l * ((at == 0 ? i : factor - i) - 1) + k;
                 x[at] = turned<R, W>(x[at], isa::at<W>(roots), isa::at<W>(roots + l));
             }
         sum[i - 1] = x[0] + x[1];
