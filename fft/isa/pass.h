@@ -169,7 +169,8 @@ ORVEL_INLINE void columns(const Step<R>& p, Complex<R, W> (&z)[r * s], Put put)
 #pragma GCC unroll 16
     for (int i = 0; i < s; ++i) {
         Complex<R, W>* const x = z + i * r;
-        read<R, W, r, Lanes::near>(in, step * i, step * s, kind == Twiddles::none ? p.layout : Layout::split, x);
+        read<R, W, r, Lanes::near>(in, step * i, step * s, kind == Twiddles::none ? p.layout : Layout::split,
+                                   x);
 #pragma GCC unroll 16
         for (int j = 1; j < r && twiddled; ++j) {
             const R* const roots = first_twiddles + 2 * l * (j - 1);
