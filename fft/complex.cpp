@@ -2,8 +2,10 @@
 #include <complex>
 #include <type_traits>
 
-#include "fft/entry.h"
+#include "fft/checks.h"
+#include "fft/roots.h"
 #include "fft/short.h"
+#include "fft/transform.h"
 #include "frame/export.h"
 #include "orvel/fft.h"
 
@@ -16,7 +18,7 @@ void initialise(int64_t n, R* wfc)
 {
     if (n == 1) return;
     const Factors f = factorize(n);
-    store_blocks<R>(f, wfc + 2 * n);
+    store_tables<R>(f, wfc + 2 * n);
     store_factors<R>(f, wfc + 4 * n);
 }
 
@@ -41,9 +43,8 @@ template <class R, bool forward, class Frame>
         return;
     }
     R* const x = const_cast<R*>(reinterpret_cast<const R*>(in));
-    Storage<R> storage = {pairs(x, forward), pairs(reinterpret_cast<R*>(out), forward), wfc, cwork};
-    if (goes_in_two(f)) storage.between = between(f, wfc, cwork);
-    transform<R>(f, wfc + 2 * length, storage);
+    transform<R>(f, wfc + 2 * length,
+                 {interleaved(x, forward), interleaved(reinterpret_cast<R*>(out), forward), wfc, cwork});
 }
 
 template <class R, bool forward>

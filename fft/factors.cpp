@@ -1,5 +1,5 @@
 // fft/factors.cpp - factor lists in memory and in the 15 elements of a work vector
-#include "fft/transform.h"
+#include "fft/factors.h"
 
 namespace orvel::fft {
 
@@ -26,13 +26,21 @@ Factors factorize(int64_t n)
 
 namespace {
 
-bool is_one_factor(int64_t a, int64_t b) { return b == 4 ? a == 2 || a == 4 : a == b && (a == 3 || a == 5); }
+// Pairs of factors that a stored list may have as their product.
+constexpr int64_t pairs[][2] = {{2, 4}, {3, 3}, {4, 4}, {5, 5}};
 
-// The first pair of factors 2, 4 or 4, 4 or 3, 3 or 5, 5 becomes one. Every list of more than 13 has one.
+bool has_product(int64_t a, int64_t b)
+{
+    for (const auto& pair : pairs)
+        if (a == pair[0] && b == pair[1]) return true;
+    return false;
+}
+
+// The first such pair becomes its product. Every list of more than 13 has one.
 void shorten(Factors& f)
 {
     int32_t k = 0;
-    while (!is_one_factor(f.factor[k], f.factor[k + 1])) ++k;
+    while (!has_product(f.factor[k], f.factor[k + 1])) ++k;
     f.factor[k] *= f.factor[k + 1];
     --f.count;
     for (++k; k < f.count; ++k) f.factor[k] = f.factor[k + 1];
@@ -40,22 +48,12 @@ void shorten(Factors& f)
 
 void append_parts(Factors& f, int64_t factor)
 {
-    const auto append = [&f](int64_t a, int64_t b) {
-        f.append(a);
-        f.append(b);
-    };
-    switch (factor) {
-        case 8:
-            return append(2, 4);
-        case 9:
-            return append(3, 3);
-        case 16:
-            return append(4, 4);
-        case 25:
-            return append(5, 5);
-        default:
-            return f.append(factor);
-    }
+    for (const auto& pair : pairs)
+        if (factor == pair[0] * pair[1]) {
+            f.append(pair[0]);
+            factor = pair[1];
+        }
+    f.append(factor);
 }
 
 }  // namespace

@@ -1,8 +1,6 @@
 // fft/plan.cpp - which factors go through a pass together
 #include "fft/plan.h"
 
-#include <algorithm>
-
 namespace orvel::fft {
 
 namespace {
@@ -24,8 +22,29 @@ int32_t powers(const Factors& f)
     return count;
 }
 
+int64_t product(const Factors& f, int32_t count)
+{
+    int64_t l = 1;
+    for (int32_t k = 0; k < count; ++k) l *= f.factor[k];
+    return l;
+}
+
 // Shorter sequences stay in the nearest caches by themselves (measured).
 constexpr int64_t smallest_in_two = 8192;
+
+// The factors of the first pass of two. The second one leaves at least 64 to it, so that there is room for
+// the block in what is between them.
+int32_t factors_of_first(const Factors& f)
+{
+    return f.count - std::min((f.count - (f.factor[0] == 2 ? 1 : 0)) / 2, f.most_in_last);
+}
+
+// Those of a first pass over blocks before plain ones; 0 if there is none.
+int32_t factors_of_blocks(const Factors& f)
+{
+    const int32_t count = std::min(powers(f), 4);
+    return f.n >= smallest_in_two && count >= 3 && f.n / product(f, count) >= widest ? count : 0;
+}
 
 }  // namespace
 
@@ -36,35 +55,24 @@ bool goes_in_two(const Factors& f)
     return powers(f) >= f.count - (last == 3 || last == 5 ? 1 : 0);
 }
 
-int64_t length_of_rows(const Factors& f)
-{
-    int64_t l = 1;
-    for (int32_t k = 0; k < factors_of_blocks(f); ++k) l *= f.factor[k];
-    return l;
-}
-
-int32_t factors_of_blocks(const Factors& f)
-{
-    // The second pass leaves at least 64 to the first one, so that there is room between; see there.
-    if (goes_in_two(f)) return f.count - std::min((f.count - (f.factor[0] == 2 ? 1 : 0)) / 2, f.most_in_last);
-    const int32_t count = std::min(powers(f), 4);
-    if (f.n < smallest_in_two || count < 3) return 0;
-    int64_t length = 1;
-    for (int32_t j = 0; j < count; ++j) length *= f.factor[j];
-    return f.n / length >= widest ? count : 0;
-}
+int64_t length_of_rows(const Factors& f) { return product(f, factors_of_first(f)); }
 
 int32_t factors_of_group(const Factors& f, int32_t k, int32_t end, bool in_two)
 {
     return k + 1 < end && factors_together(f, k) == 2 && !(in_two && k + 2 == f.count) ? 2 : 1;
 }
 
-Plan::Plan(const Factors& f)
+Plan::Plan(const Factors& f) : in_two(goes_in_two(f)), first_over_blocks(false)
 {
-    for (int32_t k = 0; k < f.count; ++count) {
-        const int32_t blocks = k == 0 ? factors_of_blocks(f) : 0;
-        k = end[count] = k + (blocks > 0 ? blocks : factors_together(f, k));
+    int32_t k = 0;
+    if (in_two) {
+        end[count++] = factors_of_first(f);
+        end[count++] = k = f.count;
+    } else if (const int32_t blocks = factors_of_blocks(f); blocks > 0) {
+        first_over_blocks = true;
+        end[count++] = k = blocks;
     }
+    for (; k < f.count; ++count) k = end[count] = k + factors_together(f, k);
 }
 
 }  // namespace orvel::fft

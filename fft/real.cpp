@@ -1,8 +1,8 @@
 // fft/real.cpp - FFTRI, FFTRF, FFTRB, F2TRF, F2TRB, F3TRF: transforms of real sequences
 #include <type_traits>
 
-#include "fft/entry.h"
-#include "fft/halves.h"
+#include "fft/checks.h"
+#include "fft/real_by_complex.h"
 #include "fft/short.h"
 #include "frame/export.h"
 #include "orvel/fft.h"

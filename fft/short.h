@@ -1,15 +1,17 @@
 // fft/short.h - the way to the transforms of short powers of two
+//
+// They are one function for each length from 4 to 4096, in two or three steps through registers and rows of
+// vectors on the stack, with roots that the compiler knows. Fronts take them without a work vector; the
+// others where the stored factors are the usual ones of the length: every other work vector goes the general
+// way and through its checks. As nothing can fail there, the frame is left as it is entered, with `visit`.
 #pragma once
 
 #include <bit>
 #include <cstring>
 
 #include "fft/isa/loops.h"
-#include "frame/levels.h"
 
 namespace orvel::fft {
-
-extern const ShortTables* const short_tables[frame::levels_built];
 
 // The beginning of the stored factors of 4, 8 ... 4096, as store_factors makes it.
 inline constexpr int64_t shortest = 4, longest_short = 4096;
@@ -42,15 +44,6 @@ bool begins_with(const R* stored, const R (&list)[8])
     return (difference[0] | difference[1]) == 0;
 }
 
-inline const ShortLoops<float>& short_loops(ShortKind kind, float)
-{
-    return frame::at_level(short_tables)->s[kind];
-}
-inline const ShortLoops<double>& short_loops(ShortKind kind, double)
-{
-    return frame::at_level(short_tables)->d[kind];
-}
-
 // Whether a complex transform needs rows that are not on the stack.
 template <class R>
 bool needs_rows(int32_t n)
@@ -65,7 +58,7 @@ template <class R>
 ShortLoop<R> short_loop(ShortKind kind, int32_t n)
 {
     if (n < shortest || n > longest_short || (n & (n - 1)) != 0) return nullptr;
-    return short_loops(kind, R()).loop[place_of(n)];
+    return isa::of_type<R>(short_loops()).loop[kind][place_of(n)];
 }
 
 // The same where the usual factors of the length are stored behind `before` * n numbers of `work`. Null

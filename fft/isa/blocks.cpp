@@ -34,8 +34,8 @@ bool leaves_the_caches(const Pass<R>& p, int64_t length)
     return p.l * p.m * length >= large && places % 64 == 0;
 }
 
-// Memory that a write passes by the caches.
-struct Beyond {
+// Non-temporal stores: they pass the caches by.
+struct NonTemporal {
     template <class R, int W>
     static ORVEL_INLINE void store(R* p, Vector<R, W> v)
     {
@@ -48,11 +48,11 @@ struct Beyond {
         if constexpr (sizeof v == 64) return _mm512_stream_si512(reinterpret_cast<__m512i*>(p), (__m512i)v);
 #endif
 #endif
-        fft::store<R, W>(p, v);
+        isa::at<W>(p) = v;
     }
 };
 
-// What the others must see before a pass ends.
+// Non-temporal stores are seen by others behind this.
 inline void finish_writes()
 {
 #ifdef __x86_64__
@@ -90,10 +90,12 @@ struct Steps {
     bool ahead = false;
 };
 
-template <class R, int W, int r, int s, Layout to, int row, class Memory = Cached>
+// A group of one factor may be the last one of all, whose results have any layout.
+template <class R, int W, int r, int s, int row, class Memory>
 [[gnu::noinline]] void run_steps(const Steps<R>& steps)
 {
     const Steps<R> all = steps;
+    const Layout to = s == 1 ? layout_of(all.out) : Layout::split;
     for (int64_t o = 0; o < all.outer.count; ++o)
         for (int64_t n = 0; n < all.inner.count; ++n) {
             const int64_t at = all.at + o * all.outer.in + n * all.inner.in;
@@ -105,42 +107,40 @@ template <class R, int W, int r, int s, Layout to, int row, class Memory = Cache
                     prefetch_column<r * s>(all.in.re + at + v * W + all.inner.in, all.step);
                     prefetch_column<r * s>(all.in.im + at + v * W + all.inner.in, all.step);
                 }
-                Complex<R, W> z[r * s];
-                columns<R, W, r, s, Roots::rows, Layout::apart, row>(
-                    Step<R>{all.in, at + v * W, all.step, rows, nullptr, 0, 0}, z);
                 const Parts<R> out = hidden_from<true>(all.out, result + v * W);
                 const int64_t to_step = hidden<true>(all.to_step);
-#pragma GCC unroll 16
-                for (int c = 0; c < r * s; ++c)
-                    write<R, W, to, Lanes::in_turn, Memory>(out, c * to_step, z[c]);
+                Complex<R, W> z[r * s];
+                columns<R, W, r, s, Twiddles::rows, row>(
+                    Step<R>{all.in, at + v * W, all.step, rows, nullptr, 0, 0},
+                    z, [&](int c) __attribute__((always_inline)) {
+                        constexpr int apart = apart_in<r, s>;
+                        write<R, W, put_at_once<r, s>, Memory>(out, c * to_step, to_step * apart, to, z + c,
+                                                               apart);
+                    });
             }
         }
 }
 
-template <class R, int W, int row = root_row, class Memory = Cached>
+template <class R, int W, int row = twiddle_row, class Memory = Cached>
 void steps_of(const Group<R>& g, const Steps<R>& all)
 {
-    g.second == 1 ? run_steps<R, W, 4, 1, Layout::apart, row, Memory>(all)
-                  : run_steps<R, W, 4, 4, Layout::apart, row, Memory>(all);
+    g.second == 1 ? run_steps<R, W, 4, 1, row, Memory>(all) : run_steps<R, W, 4, 4, row, Memory>(all);
 }
 
 // The last group of all.
-template <class R, int W, Layout to, class Memory>
+template <class R, int W, class Memory>
 void last_steps(const Group<R>& g, const Steps<R>& all)
 {
-    if (g.first == 3)
-        run_steps<R, W, 3, 1, to, root_row, Memory>(all);
-    else if (g.first == 5)
-        run_steps<R, W, 5, 1, to, root_row, Memory>(all);
-    else
-        run_steps<R, W, 4, 1, to, root_row, Memory>(all);
+    g.first == 3   ? run_steps<R, W, 3, 1, twiddle_row, Memory>(all)
+    : g.first == 5 ? run_steps<R, W, 5, 1, twiddle_row, Memory>(all)
+                   : run_steps<R, W, 4, 1, twiddle_row, Memory>(all);
 }
 
 // The numbers of the rows of roots of a vector of columns.
 template <class R>
 int64_t rows_of(const Group<R>& g)
 {
-    return 2 * root_row * (g.first * g.second - 1);
+    return 2 * twiddle_row * (g.first * g.second - 1);
 }
 
 // The digits of the elements of a block. Digit j of an element in memory counts its groups before; the input
@@ -179,32 +179,33 @@ struct BlockRows {
 };
 
 // The first group of blocks of the first pass: those of all lanes from column b on.
-template <class R, int r, int s, Layout from>
+template <class R, int r, int s>
 [[gnu::noinline]] void first_steps(const Pass<R>& pass, const Digits<R>& d, int64_t b,
                                    const BlockRows<R>& rows)
 {
     const Pass<R> p = pass;
     const Group<R> g = p.group[0];
     const BlockRows<R> out = rows;
-    constexpr int W = kernels::lanes<R> < r * s ? kernels::lanes<R> : r * s;
+    constexpr int W = lanes<R> < r * s ? lanes<R> : r * s;
     const bool far = comes_from_far(p, d.length());
+    const Layout from = layout_of(p.in);
+    const R* const memory = from == Layout::exchanged ? p.in.im : p.in.re;
     const int64_t second = d.of(1), rest = d.length() / (r * s), step = p.m * rest,
                   next = p.m * (rest / second);
-    for (int64_t lane = 0; lane < kernels::lanes<R>; lane += W) {
+    for (int64_t lane = 0; lane < lanes<R>; lane += W) {
         int64_t to = lane * out.pitch;
         for (int64_t high = 0; high < rest / second; ++high) {
             int64_t at = b + lane + p.m * d.input(high);
             for (int64_t i = 0; i < second; ++i, at += next, to += r * s) {
                 if (far) {
-                    const R* const line =
-                        (from == Layout::exchanged ? p.in.im : p.in.re) + (at + next) * p.in.stride;
+                    const R* const line = memory + (at + next) * p.in.stride;
                     prefetch_column<r * s>(line, step * p.in.stride);
                     prefetch_column<r * s>(line + line_of<R>, step * p.in.stride);
                 }
                 Complex<R, W> z[r * s];
-                columns<R, W, r, s, Roots::none, from, root_row, lanes_of(from)>(
-                    Step<R>{p.in, at, step, g.first_roots, g.second_roots, 1, 0}, z);
-                scatter<R, W, r * s, lanes_of(from)>(out.at, to, out.pitch, z);
+                columns<R, W, r, s, Twiddles::none>(
+                    Step<R>{p.in, at, step, g.first_twiddles, g.second_twiddles, 1, 0, from}, z, [](int) {});
+                scatter<R, W, r * s>(out.at, to, out.pitch, from, z);
             }
         }
     }
@@ -212,13 +213,13 @@ template <class R, int r, int s, Layout from>
 
 // The blocks are where their results will be: a pass never writes where it reads, and a step only where it
 // has read. Results that pass the caches by have their blocks elsewhere before.
-template <class R, Layout from>
+template <class R>
 void first_blocks(const Pass<R>& pass)
 {
     const Pass<R> p = pass;
-    constexpr int W = kernels::lanes<R>, narrow = W > 8 ? 8 : W;
+    constexpr int W = lanes<R>, narrow = W > 8 ? 8 : W;
     const Digits<R> d(p);
-    const int64_t n = d.length(), block_pitch = n + root_row;
+    const int64_t n = d.length(), block_pitch = n + twiddle_row;
     const bool streams = d.count > 2 && p.room >= W * block_pitch && leaves_the_caches(p, n);
     for (int64_t b = 0; b < p.m; b += W) {
         if (b > p.m - W) b = p.m - W;
@@ -226,21 +227,21 @@ void first_blocks(const Pass<R>& pass)
         BlockRows<R> rows = {result, p.pitch};
         if (streams) rows = {{p.block, p.block + p.room, 1}, block_pitch};
         if (p.group[0].first == 2)
-            first_steps<R, 2, 4, from>(p, d, b, rows);
+            first_steps<R, 2, 4>(p, d, b, rows);
         else
-            first_steps<R, 4, 4, from>(p, d, b, rows);
+            first_steps<R, 4, 4>(p, d, b, rows);
         for (int64_t j = 1; j < d.count; ++j) {
             const Group<R>& g = p.group[j];
             const int64_t l = d.before[j], next = d.before[j + 1], row = rows_of(g);
-            const Loop parts = {n / next, next, next, 0}, lanes = {W, rows.pitch, rows.pitch, 0};
-            Steps<R> steps = {rows.at, 0, l, g.first_roots, rows.at, 0, l, l / W, row, parts, lanes};
+            const Loop parts = {n / next, next, next, 0}, columns = {W, rows.pitch, rows.pitch, 0};
+            Steps<R> steps = {rows.at, 0, l, g.first_twiddles, rows.at, 0, l, l / W, row, parts, columns};
             if (l == 8) {
                 steps.vectors = l / narrow;
                 steps_of<R, narrow, 8>(g, steps);
             } else if (streams && j == d.count - 1) {
                 steps.out = result;
                 steps.outer.out = p.pitch;
-                steps_of<R, W, root_row, Beyond>(g, steps);
+                steps_of<R, W, twiddle_row, NonTemporal>(g, steps);
             } else {
                 steps_of<R, W>(g, steps);
             }
@@ -249,11 +250,11 @@ void first_blocks(const Pass<R>& pass)
     if (streams) finish_writes();
 }
 
-template <class R, Layout to>
+template <class R>
 void last_blocks(const Pass<R>& pass)
 {
     const Pass<R> p = pass;
-    constexpr int W = kernels::lanes<R>;
+    constexpr int W = lanes<R>;
     const Digits<R> d(p);
     const Group<R>* const g = p.group;
     const int64_t n = d.length(), first = d.of(0), rest = n / first, second = d.of(1), l = p.l;
@@ -264,11 +265,11 @@ void last_blocks(const Pass<R>& pass)
     const bool far = comes_from_far(p, n), streams = leaves_the_caches(p, n);
     const Loop once = {1, 0, 0, 0};
     for (int64_t k = 0; k < l; k += width) {
-        const int64_t chunk = k / root_row, lane = k % root_row, row = rows_of(g[0]);
+        const int64_t chunk = k / twiddle_row, lane = k % twiddle_row, row = rows_of(g[0]);
         for (int64_t high = 0; high < rest / second; ++high) {
             const int64_t at = k + p.pitch * d.input(high), place = width * first * second * high;
             const Loop inner = {second, p.pitch * (rest / second), width * first, 0};
-            const Steps<R> steps = {p.in,  at,    p.pitch * rest, g[0].first_roots + chunk * row + lane,
+            const Steps<R> steps = {p.in,  at,    p.pitch * rest, g[0].first_twiddles + chunk * row + lane,
                                     block, place, width,          vectors,
                                     row,   inner, once,           far};
             steps_of<R, W>(g[0], steps);
@@ -276,7 +277,7 @@ void last_blocks(const Pass<R>& pass)
         for (int64_t j = 1; j < d.count; ++j) {
             const int64_t before = d.before[j], step = width * before, next = width * d.before[j + 1],
                           one = rows_of(g[j]), all = one * before;
-            const R* const roots = g[j].first_roots + chunk * all + lane;
+            const R* const roots = g[j].first_twiddles + chunk * all + lane;
             if (j < d.count - 1) {
                 const Loop inner = {before, width, width, one}, parts = {n / d.before[j + 1], next, next, 0};
                 const Steps<R> steps = {block, 0, step, roots, block, 0, step, vectors, all, inner, parts};
@@ -285,8 +286,7 @@ void last_blocks(const Pass<R>& pass)
                 const Loop inner = {before, width, l, one};
                 const Steps<R> steps = {block,      0,       step, roots, p.out, k,
                                         l * before, vectors, all,  inner, once};
-                streams ? last_steps<R, W, to, Beyond>(g[j], steps)
-                        : last_steps<R, W, to, Cached>(g[j], steps);
+                streams ? last_steps<R, W, NonTemporal>(g[j], steps) : last_steps<R, W, Cached>(g[j], steps);
             }
         }
     }
@@ -294,31 +294,13 @@ void last_blocks(const Pass<R>& pass)
 }
 
 template <class R>
-void blocks(const Pass<R>& p)
+void block_pass(const Pass<R>& p)
 {
-    if (p.l == 1) switch (layout_of(p.in)) {
-            case Layout::apart:
-                return first_blocks<R, Layout::apart>(p);
-            case Layout::pairs:
-                return first_blocks<R, Layout::pairs>(p);
-            case Layout::exchanged:
-                return first_blocks<R, Layout::exchanged>(p);
-        }
-    switch (layout_of(p.out)) {
-        case Layout::apart:
-            return last_blocks<R, Layout::apart>(p);
-        case Layout::pairs:
-            return last_blocks<R, Layout::pairs>(p);
-        case Layout::exchanged:
-            return last_blocks<R, Layout::exchanged>(p);
-    }
+    p.l == 1 ? first_blocks(p) : last_blocks(p);
 }
 
 }  // namespace
 
-namespace ORVEL_ISA {
-extern const PassLoop block_pass;
-const PassLoop block_pass = {blocks<float>, blocks<double>};
-}  // namespace ORVEL_ISA
+const isa::ForReals<PassLoop> ORVEL_ISA::block_passes = {block_pass<float>, block_pass<double>};
 
 }  // namespace orvel::fft

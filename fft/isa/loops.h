@@ -1,14 +1,17 @@
 // fft/isa/loops.h - tables of the hot loops of the Fourier transforms, one set for each instruction-set level
 //
-// The files beside this one are compiled once per level; see kernels/isa/loops.h for what they must keep to.
+// The files beside this one are compiled once per level and include nothing but each other and isa/: a
+// function with linkage would be merged with that of another level.
 #pragma once
 
 #include <stdint.h>
 
+#include "isa/levels.h"
+
 namespace orvel::fft {
 
-// Complex numbers in memory: element e has its parts at re[e * stride] and im[e * stride]. Pairs, as callers
-// give them, have the stride 2; between the passes real and imaginary parts stand apart, with the stride 1.
+// Complex numbers in memory: element e has its parts at re[e * stride] and im[e * stride]. Interleaved ones,
+// as callers give them, have the stride 2, those in split format the stride 1.
 template <class R>
 struct Parts {
     R *re, *im;
@@ -16,19 +19,19 @@ struct Parts {
 };
 
 // One factor of a pass, or two that go through registers together; `second` may be 1. With l the product of
-// the factors before it, the roots w(l * r)^(i * k) of a factor r, w(n) = exp(-2 pi i / n), are in a block:
-// for each i = 1..r-1 first the l cosines, then the l sines of the positive angles; l = 1 has no block.
+// the factors before it, a factor r has a table of its twiddle factors w(l * r)^(i * k), w(n) = exp(-2 pi i /
+// n): for each i = 1..r-1 first the l cosines, then the l sines of the positive angles; l = 1 has no table.
 //
-// A group of a pass over blocks, but for the first one of all, has its roots in the order in which they are
-// taken, at first_roots: for each row of columns, 16 or, where l is 8, 8 of them, the roots of the first
-// factor for i = 1..first-1, then those of the second one for k2 < first and i = 1..second-1, l * k2 further;
-// each of them as so many cosines and so many sines.
+// A group of a pass over blocks, but for the first one of all, has one table at first_twiddles, in the order
+// in which the columns take them. For each row of columns, which are 16 or, where l is 8, 8 of them, it has
+// the twiddle factors of the first factor for i = 1..first-1, then those of the second one for k2 < first and
+// i = 1..second-1 at k + l * k2; each of them as so many cosines and so many sines.
 template <class R>
 struct Group {
     int64_t first, second;
-    const R *first_roots, *second_roots;
+    const R *first_twiddles, *second_twiddles;
 };
-inline constexpr int root_row = 16;
+inline constexpr int twiddle_row = 16;
 
 // Groups of a pass over blocks; see blocks.cpp.
 inline constexpr int64_t most_groups = 8;
@@ -57,20 +60,23 @@ struct Pass {
 // side by side where there is room.
 inline constexpr int64_t widest = 16, widest_bytes = 64, most_vectors = 4;
 
-// A loop in both precisions.
-struct PassLoop {
-    void (*s)(const Pass<float>& pass);
-    void (*d)(const Pass<double>& pass);
-};
+template <class R>
+using PassLoop = void (*)(const Pass<R>& pass);
+ORVEL_LEVEL_TABLE(isa::ForReals<PassLoop>, even_passes);
+ORVEL_LEVEL_TABLE(isa::ForReals<PassLoop>, small_odd_passes);
+ORVEL_LEVEL_TABLE(isa::ForReals<PassLoop>, general_odd_passes);
+ORVEL_LEVEL_TABLE(isa::ForReals<PassLoop>, block_passes);
+
+// Odd factors beyond the first one and up to the second one are multiplied out. Of 11 and 13 the loops know
+// the roots; the others need `circle`.
+inline constexpr int64_t largest_small_odd = 7, largest_general = 127;
 
 // Cosines and sines of 2 pi * (start + step * k) / n for k < count, every `stride`th number; n < 2^34, and
 // start + step * k < 2^44.
-struct RootLoop {
-    void (*s)(int64_t n, int64_t start, int64_t step, int64_t count, int64_t stride, float* cosine,
-              float* sine);
-    void (*d)(int64_t n, int64_t start, int64_t step, int64_t count, int64_t stride, double* cosine,
-              double* sine);
-};
+template <class R>
+using RootLoop = void (*)(int64_t n, int64_t start, int64_t step, int64_t count, int64_t stride, R* cosine,
+                          R* sine);
+ORVEL_LEVEL_TABLE(isa::ForReals<RootLoop>, root_loops);
 
 // A real sequence of even length 2m as the complex sequence z of length m, its transform Z and the real
 // coefficients c. The loops take the elements k and m - k, 1 < k < m / 2, from an even k on. `cosine` and
@@ -79,21 +85,21 @@ struct RootLoop {
 template <class R>
 struct Halves {
     int64_t m;
-    R *re, *im, *c;  // Z, its parts apart; c(2m)
+    R *re, *im, *c;  // Z in split format; c(2m)
     R u, v;
 };
 template <class R>
-using HalvesLoop = void (*)(const Halves<R>& h, int64_t begin, int64_t end, const R* cosine, const R* sine);
-struct HalvesLoops {
-    HalvesLoop<float> join_s, split_s;  // Z to c, c to Z
-    HalvesLoop<double> join_d, split_d;
+struct JoinSplit {  // Z to c, c to Z
+    using Loop = void (*)(const Halves<R>& h, int64_t begin, int64_t end, const R* cosine, const R* sine);
+    Loop join, split;
 };
+ORVEL_LEVEL_TABLE(isa::ForReals<JoinSplit>, join_split_loops);
 
-// A real sequence of odd length r m as r parts of length m, see odd_real.cpp: the transforms of the parts,
+// A real sequence of odd length r m as r parts of length m, see odd_parts.cpp: the transforms of the parts,
 // two as one complex sequence behind that of the first one, and the real coefficients c(r m).
 inline constexpr int most_parts = 13;
 template <class R>
-struct OddReal {
+struct OddParts {
     int64_t m;
     int r;
     R* parts;           // (r + 1) / 2 sequences of m real and m imaginary parts
@@ -101,12 +107,12 @@ struct OddReal {
     const R* circle;    // cosine and sine in turn of 2 pi j / r, j < r
     R* c;
 };
-struct OddRealLoops {
-    void (*join_s)(const OddReal<float>& x);  // parts to c
-    void (*split_s)(const OddReal<float>& x);
-    void (*join_d)(const OddReal<double>& x);
-    void (*split_d)(const OddReal<double>& x);
+template <class R>
+struct OddPartLoops {  // parts to c, c to parts
+    void (*join)(const OddParts<R>& x);
+    void (*split)(const OddParts<R>& x);
 };
+ORVEL_LEVEL_TABLE(isa::ForReals<OddPartLoops>, odd_part_loops);
 
 // Transforms of the lengths 4, 8 ... 4096 as a whole. `to` may be `from`. What is between their steps is on
 // the stack up to so many bytes, else in rows(2n), which may be null for the others.
@@ -117,14 +123,8 @@ template <class R>
 using ShortLoop = void (*)(const R* from, R* to, R* rows);
 template <class R>
 struct ShortLoops {
-    ShortLoop<R> loop[short_lengths];
+    ShortLoop<R> loop[short_kinds][short_lengths];
 };
-struct ShortTables {
-    ShortLoops<float> s[short_kinds];
-    ShortLoops<double> d[short_kinds];
-};
-
-// Odd factors beyond 13 and up to this one are multiplied out.
-inline constexpr int64_t largest_general = 127;
+ORVEL_LEVEL_TABLE(isa::ForReals<ShortLoops>, short_loops);
 
 }  // namespace orvel::fft

@@ -7,16 +7,16 @@
 // eps. Single roots are rounded from double ones, so that theirs may be further apart.
 #include "fft/isa/loops.h"
 #include "fft/isa/root_table.h"
-#include "kernels/isa/tile.h"
+#include "isa/vector.h"
 
 namespace orvel::fft {
 
 namespace {
 
-using kernels::Vector;
+using isa::Vector;
 
 // Lanes of numbers that come from the table, and of their neighbours.
-constexpr int wide = kernels::lanes<double>, lanes = wide < 4 ? wide : 4;
+constexpr int wide = isa::lanes<double>, lanes = wide < 4 ? wide : 4;
 using Doubles = Vector<double, lanes>;
 typedef int64_t Wholes __attribute__((vector_size(8 * lanes)));
 constexpr int64_t smallest_group = 8, largest_group = 64;
@@ -53,7 +53,7 @@ public:
             Doubles rows[lanes];
             for (int i = 0; i < lanes; ++i)
                 rows[i] = *reinterpret_cast<const Doubles*>(circle_roots[at[i]] + part);
-            kernels::transpose_square<double, lanes>(rows);
+            isa::transpose<double, lanes>(rows);
             for (int i = 0; i < lanes; ++i) x[part + i] = rows[i];
         }
         return {x[0], x[1] - (x[0] * v + x[2] * u), x[2], x[3] + (x[0] * u - x[2] * v)};
@@ -142,9 +142,6 @@ void roots(int64_t n, int64_t start, int64_t step, int64_t count, int64_t stride
 
 }  // namespace
 
-namespace ORVEL_ISA {
-extern const RootLoop root_loop;
-const RootLoop root_loop = {roots<float>, roots<double>};
-}  // namespace ORVEL_ISA
+const isa::ForReals<RootLoop> ORVEL_ISA::root_loops = {roots<float>, roots<double>};
 
 }  // namespace orvel::fft

@@ -20,7 +20,7 @@ constexpr int least(int a, int b) { return a < b ? a : b; }
 template <class R>
 constexpr int lanes_for(int columns)
 {
-    const int width = least(columns, kernels::lanes<R>);
+    const int width = least(columns, lanes<R>);
     return width * static_cast<int>(sizeof(R)) < 16 ? 1 : width;
 }
 
@@ -46,7 +46,7 @@ constexpr Steps steps_of(int n)
     }
 }
 
-// Lanes of all steps: a wider load would wait for two stores.
+// Lanes of all steps: a load that is wider than the store before it waits until that is in the cache.
 template <class R>
 constexpr int lanes_of_steps(int n)
 {
@@ -60,13 +60,6 @@ struct Numbers {
     alignas(64) R at[count];
 };
 
-// Lanes of vectors are in the order that makes pairs of numbers from them in the cheapest way.
-template <class R, int W>
-constexpr int element_of(int lane)
-{
-    return element_of<R, W, Lanes::near>(lane);
-}
-
 // w(n)^(-b k) for the rows b = i + q j, in the order i < q, j < p, of each block of W lanes k < a.
 template <class R, int n, int a, int p, int q, int W>
 constexpr Numbers<R, 2 * a * p * q> roots_of_rows()
@@ -78,7 +71,7 @@ constexpr Numbers<R, 2 * a * p * q> roots_of_rows()
         for (int i = 0; i < q; ++i)
             for (int j = 0; j < p; ++j, to += 2 * W)
                 for (int lane = 0; lane < W; ++lane) {
-                    const int at = (i + q * j) * (k + element_of<R, W>(lane)) % n;
+                    const int at = (i + q * j) * (k + element_of<R, W, Lanes::near>(lane)) % n;
                     to[lane] = static_cast<R>(known_roots<n>.cosine[at]);
                     to[W + lane] = static_cast<R>(known_roots<n>.sine[at]);
                 }
@@ -110,7 +103,7 @@ constexpr Numbers<R, m> roots_of_halves()
     constexpr int W = lanes_of_steps<R>(m);
     Numbers<R, m> table = {};
     for (int k = 0; k < m / 2; ++k) {
-        const int from = k / W * W + element_of<R, W>(k % W), at = k / W * 2 * W + k % W;
+        const int from = k / W * W + element_of<R, W, Lanes::near>(k % W), at = k / W * 2 * W + k % W;
         table.at[at] = static_cast<R>(known_roots<2 * m>.cosine[from]);
         table.at[at + W] = static_cast<R>(known_roots<2 * m>.sine[from]);
     }
@@ -127,7 +120,7 @@ ORVEL_INLINE Complex<R, W> turned_by_root(Complex<R, W> z, int k)
     return turned<R, W>(z, static_cast<R>(root[0]), static_cast<R>(root[2]));
 }
 
-// W transforms of length n. `read` gives element j of each.
+// W transforms of length n. Element j of each is read(j).
 template <class R, int W, int n, class Read>
 ORVEL_INLINE void transform_lanes(Complex<R, W> (&x)[n], Read read)
 {
@@ -135,8 +128,7 @@ ORVEL_INLINE void transform_lanes(Complex<R, W> (&x)[n], Read read)
     Complex<R, W> z[n];
 #pragma GCC unroll 16
     for (int i = 0; i < s; ++i) {
-#pragma GCC unroll 16
-        for (int j = 0; j < r; ++j) z[i + s * j] = read(i + s * j);
+        for_each<r>([&](int j) { z[i + s * j] = read(i + s * j); });
         Butterfly<R, W, r>::run(z + i, s);
 #pragma GCC unroll 16
         for (int k = 1; k < r; ++k)
@@ -145,43 +137,31 @@ ORVEL_INLINE void transform_lanes(Complex<R, W> (&x)[n], Read read)
 #pragma GCC unroll 16
     for (int k = 0; k < r; ++k) {
         Butterfly<R, W, s>::run(z + s * k, 1);
-#pragma GCC unroll 16
-        for (int i = 0; i < s; ++i) x[k + r * i] = z[s * k + i];
+        for_each<s>([&](int i) { x[k + r * i] = z[s * k + i]; });
     }
 }
 
-template <class R, int W>
-ORVEL_INLINE Complex<R, W> exchanged(Complex<R, W> z)
-{
-    return {z.im, z.re};
-}
-
-// Complex numbers in memory: pairs; pairs with the parts exchanged; or rows, the real parts of a vector
-// before its imaginary parts, with the lanes as they are.
-enum class Form { pairs, exchanged, rows };
+// Complex numbers in memory: interleaved; so with the parts exchanged; or rows, the real parts of a vector
+// before its imaginary parts, with the lanes as they are. Here a look at the form in each call would cost up
+// to a third of the time.
+enum class Form { interleaved, exchanged, rows };
 
 // A vector from element e on.
 template <class R, int W, Form form>
-ORVEL_INLINE Complex<R, W> take(const R* numbers, int64_t e)
+ORVEL_INLINE Complex<R, W> take(const R* p, int64_t e)
 {
-    R* const p = const_cast<R*>(numbers);
-    if constexpr (form == Form::pairs)
-        return read<R, W, Layout::pairs, Lanes::near>({p, p + 1, 2}, e);
-    else if constexpr (form == Form::exchanged)
-        return read<R, W, Layout::exchanged, Lanes::near>({p + 1, p, 2}, e);
-    else
-        return {load_once<R, W>(p + 2 * e), load_once<R, W>(p + 2 * e + W)};
+    if constexpr (form == Form::rows) return {load_once<R, W>(p + 2 * e), load_once<R, W>(p + 2 * e + W)};
+    const Complex<R, W> z = read_interleaved<R, W, Lanes::near>(p + 2 * e);
+    return form == Form::exchanged ? exchanged(z) : z;
 }
 template <class R, int W, Form form>
 ORVEL_INLINE void put(R* p, int64_t e, Complex<R, W> z)
 {
-    if constexpr (form == Form::pairs) {
-        write<R, W, Layout::pairs, Lanes::near>({p, p + 1, 2}, e, z);
-    } else if constexpr (form == Form::exchanged) {
-        write<R, W, Layout::exchanged, Lanes::near>({p + 1, p, 2}, e, z);
+    if constexpr (form == Form::rows) {
+        isa::at<W>(p + 2 * e) = z.re;
+        isa::at<W>(p + 2 * e + W) = z.im;
     } else {
-        store<R, W>(p + 2 * e, z.re);
-        store<R, W>(p + 2 * e + W, z.im);
+        write_interleaved<R, W, Lanes::near>(p + 2 * e, form == Form::exchanged ? exchanged(z) : z);
     }
 }
 
@@ -196,13 +176,13 @@ ORVEL_INLINE void put_columns(R* rows, int64_t B, int64_t b, const Complex<R, W>
             Vector<R, W> x[W];
 #pragma GCC unroll 16
             for (int t = 0; t < W; ++t) {
-                const Complex<R, W>& from = z[k + element_of<R, W>(t)];
+                const Complex<R, W>& from = z[k + element_of<R, W, Lanes::near>(t)];
                 x[t] = part == 0 ? from.re : from.im;
             }
-            kernels::transpose_square<R, W>(x);
+            isa::transpose<R, W>(x);
             R* const to = rows + 2 * (B * k + W * b) + W * part;
 #pragma GCC unroll 16
-            for (int t = 0; t < W; ++t) store<R, W>(to + 2 * W * element_of<R, W>(t), x[t]);
+            for (int t = 0; t < W; ++t) isa::at<W>(to + 2 * W * element_of<R, W, Lanes::near>(t)) = x[t];
         }
 }
 
@@ -214,9 +194,8 @@ ORVEL_INLINE void first_step(const R* in, R* rows, int64_t B)
     for (int64_t b = 0; b < B; b += W) {
         const R* const column = hidden<!known>(in + 2 * b);
         const int64_t step = hidden<!known>(B);
-        const auto element = [&](int j) { return take<R, W, from>(column, step * j); };
         Complex<R, W> z[A];
-        transform_lanes<R, W, A>(z, element);
+        transform_lanes<R, W, A>(z, [&](int j) { return take<R, W, from>(column, step * j); });
         put_columns<R, W, A>(rows, B, b, z);
     }
 }
@@ -237,12 +216,11 @@ ORVEL_INLINE void second_step(const R* rows, const R* roots, R* out, int k)
     const auto element = [&](int b) {
         const Complex<R, W> z = take<R, W, Form::rows>(rows, W * b);
         const R* const root = roots + 2 * W * b;
-        return b == 0 ? z : turned_by<R, W, Roots::each>(z, root, root + W);
+        return b == 0 ? z : turned_by<R, W, Twiddles::each>(z, root, root + W);
     };
     Complex<R, W> z[B];
     transform_lanes<R, W, B>(z, element);
-#pragma GCC unroll 16
-    for (int j = 0; j < B; ++j) put<R, W, to>(out, k + A * j, z[j]);
+    for_each<B>([&](int j) { put<R, W, to>(out, k + A * j, z[j]); });
 }
 
 template <class R>
@@ -262,17 +240,15 @@ template <class R, int W, int P, bool shared>
         const auto element = [&](int j) {
             const Complex<R, W> z = take<R, W, Form::rows>(column, step * j);
             const R* const root = before + 2 * W * j;
-            return shared && j == 0 ? z : turned_by<R, W, Roots::each>(z, root, root + W);
+            return shared && j == 0 ? z : turned_by<R, W, Twiddles::each>(z, root, root + W);
         };
         Complex<R, W> z[P];
         transform_lanes<R, W, P>(z, element);
         if constexpr (shared) {
             const Complex<R, W> root = take<R, W, Form::rows>(behind, W * i);
-#pragma GCC unroll 16
-            for (int k = 0; k < P; ++k) z[k] = turned<R, W>(z[k], root.re, root.im);
+            for_each<P>([&](int k) { z[k] = turned<R, W>(z[k], root.re, root.im); });
         }
-#pragma GCC unroll 16
-        for (int k = 0; k < P; ++k) put<R, W, Form::rows>(column, step * k, z[k]);
+        for_each<P>([&](int k) { put<R, W, Form::rows>(column, step * k, z[k]); });
     }
 }
 
@@ -285,14 +261,13 @@ template <class R, int W, int A, int Q, Form to>
         const auto element = [&](int i) {
             const Complex<R, W> z = take<R, W, Form::rows>(rows, W * (Q * k + i));
             const R* const root = roots + 2 * (Q * k + i);
-            return i == 0 ? z : turned_by<R, W, Roots::none>(z, root, root + 1);
+            return i == 0 ? z : turned_by<R, W, Twiddles::none>(z, root, root + 1);
         };
         Complex<R, W> z[Q];
         transform_lanes<R, W, Q>(z, element);
         R* const column = hidden<true>(out + 2 * A * k);
         const int64_t step = hidden<true>(A * P);
-#pragma GCC unroll 16
-        for (int j = 0; j < Q; ++j) put<R, W, to>(column, step * j, z[j]);
+        for_each<Q>([&](int j) { put<R, W, to>(column, step * j, z[j]); });
     }
 }
 
@@ -302,11 +277,9 @@ ORVEL_INLINE void transform(const R* in, R* out, R* rows_elsewhere)
 {
     constexpr Steps s = steps_of(n);
     if constexpr (s.p == 1) {
-        const auto element = [&](int j) { return take<R, 1, from>(in, j); };
         Complex<R, 1> z[n];
-        transform_lanes<R, 1, n>(z, element);
-#pragma GCC unroll 16
-        for (int k = 0; k < n; ++k) put<R, 1, to>(out, k, z[k]);
+        transform_lanes<R, 1, n>(z, [&](int j) { return take<R, 1, from>(in, j); });
+        for_each<n>([&](int k) { put<R, 1, to>(out, k, z[k]); });
     } else {
         constexpr int W = lanes_of_steps<R>(n), B = n / s.a;
         constexpr bool on_stack = 2 * n * sizeof(R) <= most_on_stack;

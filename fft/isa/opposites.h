@@ -1,19 +1,13 @@
-// fft/isa/join.h - the transform of a real sequence from that of its halves, and the way back
+// fft/isa/opposites.h - the transform of a real sequence from that of its halves, and the way back
 //
 // With E and O the transforms of the elements of even and odd index, Z = E + i O, and X(k) = E(k) +
 // w^k O(k), X(m - k) = conj(E(k) - w^k O(k)), w = exp(-pi i / m).
 #pragma once
 
-#include "fft/isa/pass.h"
+#include "fft/isa/complex.h"
 
 namespace orvel::fft {
 namespace {
-
-// Elements k of some lanes, and the elements m - k.
-template <class R, int W>
-struct Opposites {
-    Complex<R, W> z, opposite;
-};
 
 // Z to X; `half_root` is half of exp(pi i k / m).
 template <class R, int W>

@@ -1,7 +1,7 @@
-// fft/entry.h - the checks that the routines of real and of complex transforms share
+// fft/checks.h - the checks that the routines of real and of complex transforms share
 #pragma once
 
-#include "fft/transform.h"
+#include "fft/factors.h"
 #include "frame/routine.h"
 #include "frame/scratch.h"
 

@@ -1,9 +1,11 @@
-// fft/large.cpp - passes of large odd factors, by convolution with a chirp or summed up directly
+// fft/chirp.cpp - passes of large odd factors, by convolution with a chirp or summed up directly
 //
 // With h = (r + 1) / 2, which is 1/2 modulo r, jk = h j^2 + h k^2 - h (j - k)^2 modulo r: a transform of
 // length r is a convolution with the chirp w(r)^(-h j^2), made by transforms of a length of small factors.
 // Source: L. Bluestein, A linear filtering approach to the computation of discrete Fourier transform, 1970.
 // Elements j and r - j of the chirp are equal, so that half of it is stored: cosine and sine in turn.
+#include "fft/chirp.h"
+
 #ifdef __linux__
 #include <sys/mman.h>
 #endif
@@ -27,7 +29,7 @@ int64_t convolution_length(int64_t n)
     return best;
 }
 
-// Asks for large pages: many small ones would take longer than the transforms.
+// Asks for large pages: with small ones the transforms would take nearly twice the time.
 void prefer_large_pages([[maybe_unused]] void* memory, [[maybe_unused]] int64_t bytes)
 {
 #if defined(__linux__) && defined(MADV_HUGEPAGE)
@@ -46,20 +48,23 @@ public:
 
     // The transform of the r numbers that were put into input().
     void run(Parts<R> z);
-    Parts<R> input() { return apart<R>(a_, length_.n); }
+    Parts<R> input() { return split_format<R>(a_, length_.n); }
 
 private:
-    Storage<R> storage(Parts<R> in, Parts<R> out) const
+    // `from` may be `to`.
+    void transform(R* from, R* to, bool forward) const
     {
-        if (goes_in_two(length_)) return {in, out, nullptr, nullptr, between<R>(length_, c_)};
-        return {in, out, c_, nullptr};
+        const int64_t n = length_.n;
+        fft::transform<R>(length_, tables_,
+                          {split_format(from, n, forward), split_format(to, n, forward), scratch_, nullptr,
+                           numbers_of_scratch<R>(length_)});
     }
 
     int64_t r_ = 0;
     Factors length_;
     Scratch<R> memory_;  // one block: the run-time library gives small ones back to the system in each call
     const R* chirp_;
-    R *spectrum_, *blocks_, *a_, *b_, *c_;
+    R *spectrum_, *tables_, *a_, *b_, *scratch_;
 };
 
 template <class R>
@@ -68,20 +73,20 @@ bool Chirp<R>::prepare(int64_t r, const R* stored)
     r_ = r;
     length_ = factorize(convolution_length(2 * r - 1));
     const int64_t n = length_.n, apart_by = 2 * n + 16;
-    const bool in_two = goes_in_two(length_);  // then transforms are in place
-    const int64_t scratch = in_two ? numbers_between<R>(length_) : apart_by;
-    const int64_t all = (in_two ? 3 : 4) * apart_by + scratch + r + 1;
+    const bool in_place = goes_in_two(length_);  // else a first pass would have to move its input
+    const int64_t scratch = numbers_of_scratch<R>(length_) + 16;
+    const int64_t all = (in_place ? 3 : 4) * apart_by + scratch + r + 1;
     if (!memory_.allocate(all)) return false;
     prefer_large_pages(memory_, all * static_cast<int64_t>(sizeof(R)));
     spectrum_ = memory_;
-    blocks_ = spectrum_ + apart_by;
-    a_ = blocks_ + apart_by;
-    b_ = in_two ? a_ : a_ + apart_by;
-    c_ = b_ + apart_by;
-    store_blocks<R>(length_, blocks_);
+    tables_ = spectrum_ + apart_by;
+    a_ = tables_ + apart_by;
+    b_ = in_place ? a_ : a_ + apart_by;
+    scratch_ = b_ + apart_by;
+    store_tables<R>(length_, tables_);
     chirp_ = stored;
     if (stored == nullptr) {
-        R *const cosine = c_, *const sine = c_ + n, *const chirp = c_ + scratch;
+        R *const cosine = scratch_, *const sine = scratch_ + n, *const chirp = scratch_ + scratch;
         roots<R>(r, 0, 1, r, 1, cosine, sine);
         for_chirp(r, [&](int64_t j, int64_t at) {
             chirp[2 * j] = cosine[at];
@@ -100,7 +105,7 @@ bool Chirp<R>::prepare(int64_t r, const R* stored)
         re[j] = re[r - j] = re[n - j] = re[n - r + j] = chirp_[2 * j] * scale;
         im[j] = im[r - j] = im[n - j] = im[n - r + j] = chirp_[2 * j + 1] * scale;
     }
-    transform<R>(length_, blocks_, storage(apart<R>(a_, n), apart<R>(spectrum_, n)));
+    transform(a_, spectrum_, true);
     return true;
 }
 
@@ -121,7 +126,7 @@ void Chirp<R>::run(Parts<R> z)
     turn_all();
     std::fill(re + r_, re + n, R(0));
     std::fill(im + r_, im + n, R(0));
-    transform<R>(length_, blocks_, storage(apart<R>(a_, n), apart<R>(b_, n)));
+    transform(a_, b_, true);
     R *const bre = b_, *const bim = bre + n;
     const R *const sre = spectrum_, *const sim = sre + n;
     for (int64_t k = 0; k < n; ++k) {
@@ -129,7 +134,7 @@ void Chirp<R>::run(Parts<R> z)
         bre[k] = x * sre[k] - y * sim[k];
         bim[k] = x * sim[k] + y * sre[k];
     }
-    transform<R>(length_, blocks_, storage(apart<R>(b_, n, false), apart<R>(a_, n, false)));
+    transform(b_, a_, false);
     turn_all();
     for (int64_t k = 0; k < r_; ++k) {
         z.re[k * z.stride] = re[k];
@@ -137,25 +142,19 @@ void Chirp<R>::run(Parts<R> z)
     }
 }
 
-// Every result from the definition. The roots are made as they are needed, a few at a time.
+// Every result from the definition.
 template <class R>
 void sum_directly(const Pass<R>& p)
 {
-    constexpr int64_t batch = 64;
-    R cosine[batch], sine[batch];
     const int64_t r = p.group[0].first, l = p.l, n = l * r;
     for (int64_t b = 0; b < p.m; ++b)
         for (int64_t to = 0; to < n; ++to) {
             R re = 0, im = 0;
-            for (int64_t begin = 0; begin < r; begin += batch) {
-                const int64_t count = std::min(batch, r - begin);
-                roots<R>(n, begin * to % n, to, count, 1, cosine, sine);
-                for (int64_t i = 0; i < count; ++i) {
-                    const int64_t e = (to % l + l * (b + p.m * (begin + i))) * p.in.stride;
-                    re += p.in.re[e] * cosine[i] + p.in.im[e] * sine[i];
-                    im += p.in.im[e] * cosine[i] - p.in.re[e] * sine[i];
-                }
-            }
+            for_multiples<R>(n, to, r, [&](int64_t i, R cosine, R sine) {
+                const int64_t e = (to % l + l * (b + p.m * i)) * p.in.stride;
+                re += p.in.re[e] * cosine + p.in.im[e] * sine;
+                im += p.in.im[e] * cosine - p.in.re[e] * sine;
+            });
             p.out.re[(to + n * b) * p.out.stride] = re;
             p.out.im[(to + n * b) * p.out.stride] = im;
         }
@@ -174,7 +173,7 @@ void large_pass(const Pass<R>& p)
 {
     Chirp<R> chirp;
     const int64_t r = p.group[0].first, l = p.l;
-    if (!chirp.prepare(r, l == 1 && p.m == 1 ? p.group[0].first_roots : nullptr)) return sum_directly(p);
+    if (!chirp.prepare(r, l == 1 && p.m == 1 ? p.group[0].first_twiddles : nullptr)) return sum_directly(p);
     const Parts<R> x = chirp.input();
     for (int64_t b = 0; b < p.m; ++b)
         for (int64_t k = 0; k < l; ++k) {
@@ -183,8 +182,8 @@ void large_pass(const Pass<R>& p)
                 x.re[i] = p.in.re[e];
                 x.im[i] = p.in.im[e];
                 if (k == 0 || i == 0) continue;
-                const R c = p.group[0].first_roots[2 * l * (i - 1) + k],
-                        s = p.group[0].first_roots[2 * l * (i - 1) + l + k];
+                const R c = p.group[0].first_twiddles[2 * l * (i - 1) + k],
+                        s = p.group[0].first_twiddles[2 * l * (i - 1) + l + k];
                 const R re = x.re[i] * c + x.im[i] * s;
                 x.im[i] = x.im[i] * c - x.re[i] * s;
                 x.re[i] = re;

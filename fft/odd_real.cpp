@@ -1,13 +1,16 @@
-// fft/odd.cpp - real transforms of odd length
+// fft/odd_real.cpp - real transforms of odd length
 //
 // A length r M with a first factor r up to 13 is that of r parts of length M, two of which are real and
 // imaginary part of one complex transform. Its N numbers are the roots of the complex transform, and behind
 // them the roots that join the parts. Primes, and products of larger factors, are complex transforms of the
 // whole length; they keep the roots 1..(N - 1) / 2, cosine and sine in turn. Both take scratch from the heap;
 // without it they are direct sums.
+#include "fft/odd_real.h"
+
 #include <algorithm>
 
-#include "fft/halves.h"
+#include "fft/chirp.h"
+#include "fft/transform.h"
 #include "frame/scratch.h"
 
 namespace orvel::fft {
@@ -25,24 +28,19 @@ Factors part_of(const Factors& f)
     return h;
 }
 
-// Numbers of the roots of the complex transform of a part.
-int64_t numbers_of_blocks(const Factors& h)
+// Numbers in the tables of the complex transform of a part.
+int64_t numbers_of_tables(const Factors& h)
 {
     return h.count == 1 && h.n > largest_general ? h.n + 1 : 2 * (h.n - h.factor[0]);
 }
-
-void join_parts(const OddReal<float>& x) { odd_real_loops().join_s(x); }
-void join_parts(const OddReal<double>& x) { odd_real_loops().join_d(x); }
-void split_parts(const OddReal<float>& x) { odd_real_loops().split_s(x); }
-void split_parts(const OddReal<double>& x) { odd_real_loops().split_d(x); }
 
 // The parts of a transform, with storage.
 template <class R>
 class InParts {
 public:
-    InParts(const Factors& f, const R* stored) : h_(part_of(f)), blocks_(stored)
+    InParts(const Factors& f, const R* stored) : h_(part_of(f)), tables_(stored)
     {
-        x_ = {h_.n, static_cast<int>(f.factor[0]), nullptr, stored + numbers_of_blocks(h_), circle_, nullptr};
+        x_ = {h_.n, static_cast<int>(f.factor[0]), nullptr, stored + numbers_of_tables(h_), circle_, nullptr};
         roots<R>(x_.r, 0, 1, x_.r, 2, circle_, circle_ + 1);
     }
 
@@ -67,14 +65,14 @@ public:
             run(given_, x_.parts + (i + 1) / 2 * 2 * m, true);
         }
         x_.c = out;
-        join_parts(x_);
+        isa::of_type<R>(odd_part_loops()).join(x_);
     }
 
     void backward(const R* in, R* out)
     {
         const int64_t m = x_.m, r = x_.r;
         x_.c = const_cast<R*>(in);
-        split_parts(x_);
+        isa::of_type<R>(odd_part_loops()).split(x_);
         for (int64_t i = 0; i < r; i += i == 0 ? 1 : 2) {
             run(x_.parts + (i + 1) / 2 * 2 * m, given_, false);
             for (int64_t j = 0; j < m; ++j) {
@@ -87,13 +85,14 @@ public:
 private:
     void run(R* from, R* to, bool forward)
     {
-        transform<R>(h_, blocks_, {apart(from, x_.m, forward), apart(to, x_.m, forward), spare_, nullptr});
+        transform<R>(h_, tables_,
+                     {split_format(from, x_.m, forward), split_format(to, x_.m, forward), spare_});
     }
 
     Factors h_;
-    const R* blocks_;
+    const R* tables_;
     R circle_[2 * most_parts];
-    OddReal<R> x_;
+    OddParts<R> x_;
     R *given_, *spare_;
     SmallScratch<R, 1024> memory_;
 };
@@ -114,7 +113,7 @@ Root<R> root_at(int64_t n, const R* circle, int64_t k)
 }
 
 template <class R>
-void blocks_from_circle(const Factors& f, const R* circle, R* blocks)
+void tables_from_circle(const Factors& f, const R* circle, R* tables)
 {
     const auto put = [&](int64_t k, R* cosine, R* sine) {
         const Root<R> root = root_at(f.n, circle, k);
@@ -122,85 +121,44 @@ void blocks_from_circle(const Factors& f, const R* circle, R* blocks)
         *sine = root.sine;
     };
     if (f.count == 1)
-        return for_chirp(f.n, [&](int64_t j, int64_t at) { put(at, blocks + 2 * j, blocks + 2 * j + 1); });
+        return for_chirp(f.n, [&](int64_t j, int64_t at) { put(at, tables + 2 * j, tables + 2 * j + 1); });
     int64_t l = 1;
     for (int32_t k = 0; k < f.count; ++k) {
         const int64_t r = f.factor[k], step = f.n / (l * r);
-        for (int64_t i = 1; k > 0 && i < r; ++i, blocks += 2 * l)
-            for (int64_t e = 0; e < l; ++e) put(i * e * step, blocks + e, blocks + l + e);
+        for (int64_t i = 1; k > 0 && i < r; ++i, tables += 2 * l)
+            for (int64_t e = 0; e < l; ++e) put(i * e * step, tables + e, tables + l + e);
         l *= r;
     }
 }
 
-template <class R>
-struct Whole {
-    R *z, *result, *spare, *blocks;
+// Both ways; false where there is no memory.
+template <class R, bool forward>
+[[nodiscard]] bool transform_whole(const Factors& f, const R* in, R* out, const R* circle)
+{
+    const int64_t n = f.n;
     Scratch<R> memory;
-
-    [[nodiscard]] bool allocate(int64_t n)
-    {
-        if (!memory.allocate(8, n)) return false;
-        z = memory;
-        result = z + 2 * n;
-        spare = result + 2 * n;
-        blocks = spare + 2 * n;
-        return true;
-    }
-};
-
-template <class R>
-bool whole_forward(const Factors& f, const R* in, R* out, const R* circle)
-{
-    const int64_t n = f.n;
-    Whole<R> whole;
-    if (!whole.allocate(n)) return false;
-    std::copy(in, in + n, whole.z);
-    std::fill(whole.z + n, whole.z + 2 * n, R(0));
-    blocks_from_circle<R>(f, circle, whole.blocks);
-    transform<R>(f, whole.blocks, {apart<R>(whole.z, n), apart<R>(whole.result, n), whole.spare, nullptr});
-    out[0] = whole.result[0];
-    for (int64_t k = 1; k <= n / 2; ++k) {
-        out[2 * k - 1] = whole.result[k];
-        out[2 * k] = whole.result[n + k];
-    }
-    return true;
-}
-
-template <class R>
-bool whole_backward(const Factors& f, const R* in, R* out, const R* circle)
-{
-    const int64_t n = f.n;
-    Whole<R> whole;
-    if (!whole.allocate(n)) return false;
-    R *const re = whole.z, *const im = re + n;
+    if (!memory.allocate(8, n)) return false;
+    R *const re = memory, *const im = re + n, *const result = im + n, *const spare = result + 2 * n,
+             *const tables = spare + 2 * n;
     re[0] = in[0];
     im[0] = 0;
     for (int64_t k = 1; k <= n / 2; ++k) {
-        re[k] = re[n - k] = in[2 * k - 1];
-        im[k] = in[2 * k];
-        im[n - k] = -in[2 * k];
+        re[k] = forward ? in[k] : in[2 * k - 1];
+        re[n - k] = forward ? in[n - k] : in[2 * k - 1];
+        im[k] = forward ? R(0) : in[2 * k];
+        im[n - k] = forward ? R(0) : -in[2 * k];
     }
-    blocks_from_circle<R>(f, circle, whole.blocks);
-    transform<R>(f, whole.blocks,
-                 {apart<R>(whole.z, n, false), apart<R>(whole.result, n, false), whole.spare, nullptr});
-    std::copy(whole.result, whole.result + n, out);
+    tables_from_circle<R>(f, circle, tables);
+    transform<R>(f, tables, {split_format(re, n, forward), split_format(result, n, forward), spare});
+    out[0] = result[0];
+    for (int64_t k = 1; k <= n / 2; ++k) {
+        out[forward ? 2 * k - 1 : k] = result[k];
+        out[forward ? 2 * k : n - k] = result[forward ? n + k : n - k];
+    }
     return true;
 }
 
 // ---- direct sums ---------------------------------------------------------------------------------------
-
-// Calls use(j, cosine, sine) for the angles 2 pi j k / n, 0 <= j < count.
-template <class R, class Use>
-void for_multiples(int64_t n, int64_t k, int64_t count, Use use)
-{
-    constexpr int64_t batch = 64;
-    R cosine[batch], sine[batch];
-    for (int64_t first = 0; first < count; first += batch) {
-        const int64_t here = std::min(batch, count - first);
-        roots<R>(n, first * k % n, k, here, 1, cosine, sine);
-        for (int64_t t = 0; t < here; ++t) use(first + t, cosine[t], sine[t]);
-    }
-}
 
 template <class R>
 void forward_by_sums(int64_t n, const R* in, R* out, R* scratch)
@@ -237,14 +195,12 @@ void store_odd_roots(const Factors& f, R* stored)
 {
     if (!has_parts(f)) return roots<R>(f.n, 1, 1, f.n / 2, 2, stored, stored + 1);
     const Factors h = part_of(f);
-    store_blocks<R>(h, stored);
+    store_tables<R>(h, stored);
     const int64_t half = (h.n - 1) / 2;
-    R* twiddles = stored + numbers_of_blocks(h);
+    R* twiddles = stored + numbers_of_tables(h);
     for (int64_t i = 1; i < f.factor[0] - 1; ++i, twiddles += 2 * half)
         roots<R>(f.n, i, i, half, 1, twiddles, twiddles + half);
 }
-
-namespace {
 
 template <class R, bool forward>
 void odd_transform(const Factors& f, const R* in, R* out, R* scratch, const R* stored)
@@ -252,31 +208,17 @@ void odd_transform(const Factors& f, const R* in, R* out, R* scratch, const R* s
     if (has_parts(f)) {
         InParts<R> parts(f, stored);
         if (parts.allocate()) return forward ? parts.forward(in, out) : parts.backward(in, out);
-    } else if (forward ? whole_forward(f, in, out, stored) : whole_backward(f, in, out, stored)) {
+    } else if (transform_whole<R, forward>(f, in, out, stored)) {
         return;
     }
     (forward ? forward_by_sums<R> : backward_by_sums<R>)(f.n, in, out, scratch);
 }
 
-}  // namespace
-
-template <class R>
-void odd_forward(const Factors& f, const R* in, R* out, R* scratch, const R* stored)
-{
-    odd_transform<R, true>(f, in, out, scratch, stored);
-}
-
-template <class R>
-void odd_backward(const Factors& f, const R* in, R* out, R* scratch, const R* stored)
-{
-    odd_transform<R, false>(f, in, out, scratch, stored);
-}
-
 template void store_odd_roots(const Factors&, float*);
-template void odd_forward(const Factors&, const float*, float*, float*, const float*);
-template void odd_backward(const Factors&, const float*, float*, float*, const float*);
 template void store_odd_roots(const Factors&, double*);
-template void odd_forward(const Factors&, const double*, double*, double*, const double*);
-template void odd_backward(const Factors&, const double*, double*, double*, const double*);
+template void odd_transform<float, true>(const Factors&, const float*, float*, float*, const float*);
+template void odd_transform<float, false>(const Factors&, const float*, float*, float*, const float*);
+template void odd_transform<double, true>(const Factors&, const double*, double*, double*, const double*);
+template void odd_transform<double, false>(const Factors&, const double*, double*, double*, const double*);
 
 }  // namespace orvel::fft

@@ -1,7 +1,11 @@
-// fft/halves.cpp - real transforms of even length by complex ones of half the length
-#include "fft/halves.h"
+// fft/real_by_complex.cpp - real transforms of even length by complex ones of half the length
+//
+// The twiddle factors that join the halves would not fit beside those of the passes in the N reals of the
+// work vector. Even ones are those of the last pass, and odd ones are made from them by one turn.
+#include "fft/real_by_complex.h"
 
-#include <algorithm>
+#include "fft/odd_real.h"
+#include "fft/transform.h"
 
 namespace orvel::fft {
 
@@ -21,17 +25,14 @@ Factors half_of(const Factors& f)
     return h;
 }
 
-HalvesLoop<float> join_loop(float) { return halves_loops().join_s; }
-HalvesLoop<double> join_loop(double) { return halves_loops().join_d; }
-HalvesLoop<float> split_loop(float) { return halves_loops().split_s; }
-HalvesLoop<double> split_loop(double) { return halves_loops().split_d; }
-
 // All elements between the first and the middle one, with their opposites. The last pass has the first of the
 // roots that join them.
 template <class R>
-void for_pairs(HalvesLoop<R> loop, const Factors& h, const Halves<R>& at, const R* roots_of_passes)
+void for_pairs(typename JoinSplit<R>::Loop loop, const Factors& h, const R* tables, R* re, R* im, R* c)
 {
     const int64_t m = h.n, end = (m + 1) / 2;
+    const R* const turn = tables + 2 * m - 2;
+    const Halves<R> at = {m, re, im, c, turn[0], turn[1]};
     const R one = 1, zero = 0;
     if (end > 1) loop(at, 1, 2, &one, &zero);
     int64_t known = 1;
@@ -41,10 +42,10 @@ void for_pairs(HalvesLoop<R> loop, const Factors& h, const Halves<R>& at, const 
         if (begin < end) loop(at, begin, std::min(2 * known, end), cosine + done, sine + done);
     };
     if (goes_in_two(h)) {
-        for_last_roots<R>(h, roots_of_passes, take);
+        for_last_roots<R>(h, tables, take);
     } else if (h.count > 1) {
         const int64_t l = m / h.factor[h.count - 1];
-        const R* const cosine = roots_of_passes + 2 * (l - h.factor[0]);
+        const R* const cosine = table_at(h, tables, l);
         take(0, l, cosine, cosine + l);
     }
     constexpr int64_t batch = 64;
@@ -57,25 +58,15 @@ void for_pairs(HalvesLoop<R> loop, const Factors& h, const Halves<R>& at, const 
 }
 
 template <class R>
-void even_forward(const Factors& f, const R* in, R* out, R* scratch, const R* roots_of_passes)
+void even_forward(const Factors& f, const R* in, R* out, R* scratch, const R* tables)
 {
     const Factors h = half_of(f);
     const int64_t m = h.n;
     R *const re = scratch, *const im = scratch + m;
-    if (m == 1) {
-        re[0] = in[0];
-        im[0] = in[1];
-    } else {
-        if (in == out && goes_in_two(h)) in = std::copy(in, in + f.n, scratch) - f.n;
-        Storage<R> storage = {pairs(const_cast<R*>(in)), apart(scratch, m), out, nullptr};
-        if (goes_in_two(h)) storage.between = narrow_between(h, out);
-        transform<R>(h, roots_of_passes, storage);
-    }
+    transform<R>(h, tables, {interleaved(const_cast<R*>(in)), split_format(scratch, m), out});
     out[0] = re[0] + im[0];
     out[f.n - 1] = re[0] - im[0];
-    if (m == 1) return;
-    const R* const turn = roots_of_passes + f.n - 2;
-    for_pairs<R>(join_loop(R()), h, {m, re, im, out, turn[0], turn[1]}, roots_of_passes);
+    for_pairs<R>(isa::of_type<R>(join_split_loops()).join, h, tables, re, im, out);
     if (m % 2 == 0) {
         out[m - 1] = re[m / 2];
         out[m] = -im[m / 2];
@@ -83,39 +74,26 @@ void even_forward(const Factors& f, const R* in, R* out, R* scratch, const R* ro
 }
 
 template <class R>
-void even_backward(const Factors& f, const R* in, R* out, R* scratch, const R* roots_of_passes)
+void even_backward(const Factors& f, const R* in, R* out, R* scratch, const R* tables)
 {
     const Factors h = half_of(f);
     const int64_t m = h.n;
-    // What the first pass reads is not what it writes; the number of passes decides.
-    R* const z = goes_in_two(h) || first_target_is_scratch(h) ? out : scratch;
+    R* const z = first_target_is_scratch(h) ? out : scratch;
     if (z == in) {
         std::copy(in, in + f.n, scratch);
         in = scratch;
     }
     R *const re = z, *const im = z + m;
-    R* const c = const_cast<R*>(in);
-    const R first = c[0], last = c[f.n - 1], middle_re = m % 2 == 0 ? c[m - 1] : R(0),
-            middle_im = m % 2 == 0 ? c[m] : R(0);
-    if (m > 1) {
-        const R* const turn = roots_of_passes + f.n - 2;
-        for_pairs<R>(split_loop(R()), h, {m, re, im, c, turn[0], turn[1]}, roots_of_passes);
-    }
+    const R first = in[0], last = in[f.n - 1], middle_re = m % 2 == 0 ? in[m - 1] : R(0),
+            middle_im = m % 2 == 0 ? in[m] : R(0);
+    if (m > 1) for_pairs<R>(isa::of_type<R>(join_split_loops()).split, h, tables, re, im, const_cast<R*>(in));
     re[0] = first + last;
     im[0] = first - last;
     if (m % 2 == 0) {
         re[m / 2] = 2 * middle_re;
         im[m / 2] = -2 * middle_im;
     }
-    if (m == 1) {
-        const R sum = re[0], difference = im[0];
-        out[0] = sum;
-        out[1] = difference;
-        return;
-    }
-    Storage<R> storage = {apart(z, m, false), pairs(out, false), scratch, nullptr};
-    if (goes_in_two(h)) storage.between = narrow_between(h, scratch);
-    transform<R>(h, roots_of_passes, storage);
+    transform<R>(h, tables, {split_format(z, m, false), interleaved(out, false), scratch});
 }
 
 }  // namespace
@@ -125,8 +103,7 @@ void store_real_roots(const Factors& f, R* stored)
 {
     if (f.n % 2 != 0) return store_odd_roots<R>(f, stored);
     if (f.n == 2) return;
-    const Factors h = half_of(f);
-    store_blocks<R>(h, stored);
+    store_tables<R>(half_of(f), stored);
     R* const turn = stored + f.n - 2;
     R cosine, half;
     roots<R>(f.n, 1, 0, 1, 1, &cosine, turn);
@@ -134,22 +111,31 @@ void store_real_roots(const Factors& f, R* stored)
     turn[1] = 2 * half * half;
 }
 
+namespace {
+
+// The transform of two numbers, either way.
 template <class R>
-void real_forward(const Factors& f, const R* in, R* out, R* scratch, const R* roots_of_passes)
+void sum_and_difference(const R* in, R* out)
 {
-    if (f.n % 2 == 0)
-        even_forward<R>(f, in, out, scratch, roots_of_passes);
-    else
-        odd_forward<R>(f, in, out, scratch, roots_of_passes);
+    const R first = in[0], second = in[1];
+    out[0] = first + second;
+    out[1] = first - second;
+}
+
+}  // namespace
+
+template <class R>
+void real_forward(const Factors& f, const R* in, R* out, R* scratch, const R* stored)
+{
+    if (f.n == 2) return sum_and_difference(in, out);
+    (f.n % 2 == 0 ? even_forward<R> : odd_transform<R, true>)(f, in, out, scratch, stored);
 }
 
 template <class R>
-void real_backward(const Factors& f, const R* in, R* out, R* scratch, const R* roots_of_passes)
+void real_backward(const Factors& f, const R* in, R* out, R* scratch, const R* stored)
 {
-    if (f.n % 2 == 0)
-        even_backward<R>(f, in, out, scratch, roots_of_passes);
-    else
-        odd_backward<R>(f, in, out, scratch, roots_of_passes);
+    if (f.n == 2) return sum_and_difference(in, out);
+    (f.n % 2 == 0 ? even_backward<R> : odd_transform<R, false>)(f, in, out, scratch, stored);
 }
 
 template void store_real_roots(const Factors&, float*);

@@ -1,5 +1,5 @@
-// fft/isa/odd_real.cpp - coefficients of a real sequence of odd length from those of its parts, for the level
-// ORVEL_ISA
+// fft/isa/odd_parts.cpp - coefficients of a real sequence of odd length from those of its parts, for the
+// level ORVEL_ISA
 //
 // Element j r + i of a sequence of length n = r m belongs to part i. The transforms S_i of the parts make the
 // coefficients X(k + m q), the sums of w(n)^(i k) S_i(k) w(r)^(i q) over i. Two parts are transformed
@@ -20,7 +20,7 @@ using Columns = Column<R, W>[most_parts];
 // w(n)^(i k) for W columns from k on, k > 0; the last part's root, which is not stored, is the product of two
 // others.
 template <class R, int W>
-void root_of(const OddReal<R>& x, int i, int64_t k, R (&cosine)[W], R (&sine)[W])
+void root_of(const OddParts<R>& x, int i, int64_t k, R (&cosine)[W], R (&sine)[W])
 {
     const int64_t half = (x.m - 1) / 2;
     const auto row = [&](int part) { return x.twiddles + (part - 1) * 2 * half + k - 1; };
@@ -36,7 +36,7 @@ void root_of(const OddReal<R>& x, int i, int64_t k, R (&cosine)[W], R (&sine)[W]
 
 // z(q) = the sums over i of v(i) w(r)^(i q), or with the conjugate root where sign is 1.
 template <class R, int W>
-void transform_parts(const OddReal<R>& x, R sign, const Columns<R, W>& v, Columns<R, W>& z)
+void transform_parts(const OddParts<R>& x, R sign, const Columns<R, W>& v, Columns<R, W>& z)
 {
     const int r = x.r;
     z[0] = v[0];
@@ -70,7 +70,7 @@ struct Place {
     int64_t step;  // to the next k
     R sign;        // of the imaginary part
 
-    Place(const OddReal<R>& x, int64_t k, int q)
+    Place(const OddParts<R>& x, int64_t k, int q)
     {
         const int64_t index = k + x.m * q, n = x.m * x.r;
         const bool stored = q <= x.r / 2;
@@ -81,7 +81,7 @@ struct Place {
 };
 
 template <class R, int W>
-void join_columns(const OddReal<R>& x, int64_t k)
+void join_columns(const OddParts<R>& x, int64_t k)
 {
     Columns<R, W> v, z;
     const int64_t m = x.m, opposite = m - k;
@@ -113,7 +113,7 @@ void join_columns(const OddReal<R>& x, int64_t k)
 }
 
 template <class R, int W>
-void split_columns(const OddReal<R>& x, int64_t k)
+void split_columns(const OddParts<R>& x, int64_t k)
 {
     Columns<R, W> v, z;
     const int64_t m = x.m, opposite = m - k;
@@ -150,7 +150,7 @@ void split_columns(const OddReal<R>& x, int64_t k)
 constexpr int wide = 16;
 
 template <class R>
-void join(const OddReal<R>& x)
+void join(const OddParts<R>& x)
 {
     const int64_t m = x.m, half = (m - 1) / 2;
     const auto first = [&](int i) {
@@ -173,7 +173,7 @@ void join(const OddReal<R>& x)
 }
 
 template <class R>
-void split(const OddReal<R>& x)
+void split(const OddParts<R>& x)
 {
     const int64_t m = x.m, half = (m - 1) / 2;
     for (int i = 0; i < x.r; ++i) {
@@ -191,9 +191,7 @@ void split(const OddReal<R>& x)
 
 }  // namespace
 
-namespace ORVEL_ISA {
-extern const OddRealLoops odd_real_loops;
-const OddRealLoops odd_real_loops = {join<float>, split<float>, join<double>, split<double>};
-}  // namespace ORVEL_ISA
+const isa::ForReals<OddPartLoops> ORVEL_ISA::odd_part_loops = {{join<float>, split<float>},
+                                                               {join<double>, split<double>}};
 
 }  // namespace orvel::fft
