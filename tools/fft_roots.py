@@ -25,8 +25,9 @@ def main():
     print("namespace orvel::fft {\nnamespace {\n")
     print(f"constexpr int circle = {CIRCLE};\n")
     print("// The cosine and what rounding it left, the sine and what rounding it left.")
-    print("constexpr double circle_roots[circle][4] = {")
-    for k in range(CIRCLE):
+    print("// Of the first eighth of the circle, its end included.")
+    print("constexpr double eighth_roots[circle / 8 + 1][4] = {")
+    for k in range(CIRCLE // 8 + 1):
         row(k, CIRCLE)
     print("};\n")
     print(f"constexpr int fine_circle = {CIRCLE * FINE};\n")

@@ -6,6 +6,28 @@
 namespace orvel::fft {
 namespace {
 
+// All roots of the circle: those of the first eighth with the parts exchanged or their signs changed.
+struct CircleRoots {
+    double at[circle][4] = {};
+
+    constexpr CircleRoots()
+    {
+        constexpr int quarter = circle / 4;
+        for (int k = 0; k < circle; ++k) {
+            const int turns = k / quarter, rest = k % quarter;
+            const bool is_low = rest <= quarter / 2;
+            const double* const root = eighth_roots[is_low ? rest : quarter - rest];
+            const int cosine = is_low == (turns % 2 == 0) ? 0 : 2;
+            for (int part = 0; part < 2; ++part) {
+                const double x = root[cosine + part], y = root[2 - cosine + part];
+                at[k][part] = turns == 1 || turns == 2 ? 0 - x : x;
+                at[k][2 + part] = turns >= 2 ? 0 - y : y;
+            }
+        }
+    }
+};
+constexpr CircleRoots circle_roots;
+
 // A number as the nearest double and what it leaves.
 struct TwoDoubles {
     double high, low;
@@ -44,7 +66,7 @@ constexpr RoundedRoots<n> rounded_roots()
     RoundedRoots<n> roots = {};
     for (int k = 0; k < n; ++k) {
         const int at = fine_circle / n * k;
-        const double *const a = circle_roots[at / parts], *const b = fine_roots[at % parts];
+        const double *const a = circle_roots.at[at / parts], *const b = fine_roots[at % parts];
         const TwoDoubles c = {a[0], a[1]}, s = {a[2], a[3]}, u = {b[0], b[1]}, v = {b[2], b[3]};
         roots.cosine[k] = sum_of_products(c, u, s, {-v.high, -v.low});
         roots.sine[k] = sum_of_products(s, u, c, v);

@@ -5,8 +5,8 @@
 // of at most 0.0123, so that the result is within 0.27 eps, 0.25 of which are the rounding. Where angles are
 // close, only one of each group is made so, and its neighbours from it by corrections of at most 0.05: 0.31
 // eps. Single roots are rounded from double ones, so that theirs may be further apart.
+#include "fft/isa/known_roots.h"
 #include "fft/isa/loops.h"
-#include "fft/isa/root_table.h"
 #include "isa/vector.h"
 
 namespace orvel::fft {
@@ -52,7 +52,7 @@ public:
         for (int part = 0; part < 4; part += lanes) {
             Doubles rows[lanes];
             for (int i = 0; i < lanes; ++i)
-                rows[i] = *reinterpret_cast<const Doubles*>(circle_roots[at[i]] + part);
+                rows[i] = *reinterpret_cast<const Doubles*>(circle_roots.at[at[i]] + part);
             isa::transpose<double, lanes>(rows);
             for (int i = 0; i < lanes; ++i) x[part + i] = rows[i];
         }

@@ -116,7 +116,7 @@ template <class R, int W, int n>
 ORVEL_INLINE Complex<R, W> turned_by_root(Complex<R, W> z, int k)
 {
     if (4 * k == n) return {z.im, -z.re};
-    const double* const root = circle_roots[circle / n * k];
+    const double* const root = circle_roots.at[circle / n * k];
     return turned<R, W>(z, static_cast<R>(root[0]), static_cast<R>(root[2]));
 }
 
