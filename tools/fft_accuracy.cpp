@@ -10,13 +10,13 @@
 #include <set>
 
 #include "fft/transform.h"
-#include "frame/levels.h"
+#include "isa/levels.h"
 #include "tests/fft/transforms.h"
 
 namespace {
 
 using namespace orvel_test;
-namespace frame = orvel::frame;
+namespace isa = orvel::isa;
 
 struct Worst {
     double value = 0;
@@ -26,7 +26,7 @@ struct Worst {
     void include(double x, int64_t length)
     {
         if (x <= value) return;
-        *this = {x, length, frame::level_name(frame::level())};
+        *this = {x, length, isa::level_name(isa::level())};
     }
 };
 
@@ -61,8 +61,8 @@ void measure(int32_t n, Exact& exact, std::vector<Row>& rows)
     const int seeds = n < 50 ? 300 : n < 200 ? 50 : n < 3000 ? 4 : 1;
     for (int seed = 0; seed < seeds; ++seed) {
         const Sample<R> sample(n, 1000003 * static_cast<uint64_t>(seed) + static_cast<uint64_t>(n), exact);
-        for (int k = 0; k < frame::level_count(); ++k) {
-            frame::force_level(frame::level_name(k));
+        for (int k = 0; k < isa::level_count(); ++k) {
+            isa::use_level(isa::level_name(k));
             const Errors e = sample.errors();
             for (Row& row : rows) row.worst[Documented::class_of(n)].include(e.*row.of.*row.figure, n);
         }
@@ -74,8 +74,8 @@ void measure_roots(int64_t n, Worst& worst)
 {
     std::vector<Wide> exact(n);
     for (int64_t j = 0; j < n; ++j) exact[j] = root(j, n);
-    for (int k = 0; k < frame::level_count(); ++k) {
-        frame::force_level(frame::level_name(k));
+    for (int k = 0; k < isa::level_count(); ++k) {
+        isa::use_level(isa::level_name(k));
         for (const int64_t step : {1, 3, 7}) {
             std::vector<R> c(n), s(n);
             orvel::fft::roots<R>(n, 0, step, n, 1, c.data(), s.data());
