@@ -103,14 +103,5 @@ inline bool is_in(char triangle, int64_t i, int64_t j)
     return triangle == 'L' ? i >= j : triangle == 'U' ? i <= j : true;
 }
 
-// Names of isa/vector.h for fft/isa.
-template <class R>
-struct WholeOf : isa::IntegerOf<R> {};
-template <class R, int L>
-inline __attribute__((always_inline)) void transpose_square(Vector<R, L> (&x)[L])
-{
-    isa::transpose<R, L>(x);
-}
-
 }  // namespace
 }  // namespace orvel::kernels

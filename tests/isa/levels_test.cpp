@@ -10,6 +10,7 @@
 #include <thread>
 #include <vector>
 
+#include "fft/isa/loops.h"
 #include "interp/isa/akima.h"
 #include "kernels/isa/loops.h"
 #include "linsys/isa/loops.h"
@@ -51,6 +52,14 @@ TEST(Levels, EveryFamilyTakesTheTablesOfTheLevelInUse)
         ORVEL_EXPECT_TABLE(ORVEL_FOR_EACH_LEVEL, random, state_loops);
         ORVEL_EXPECT_TABLE(ORVEL_FOR_EACH_OUTER_LEVEL, util, sort_table);
         ORVEL_EXPECT_TABLE(ORVEL_FOR_EACH_LEVEL, interp, akima_loops);
+        ORVEL_EXPECT_TABLE(ORVEL_FOR_EACH_LEVEL, fft, even_passes);
+        ORVEL_EXPECT_TABLE(ORVEL_FOR_EACH_LEVEL, fft, small_odd_passes);
+        ORVEL_EXPECT_TABLE(ORVEL_FOR_EACH_LEVEL, fft, general_odd_passes);
+        ORVEL_EXPECT_TABLE(ORVEL_FOR_EACH_LEVEL, fft, block_passes);
+        ORVEL_EXPECT_TABLE(ORVEL_FOR_EACH_LEVEL, fft, root_loops);
+        ORVEL_EXPECT_TABLE(ORVEL_FOR_EACH_LEVEL, fft, join_split_loops);
+        ORVEL_EXPECT_TABLE(ORVEL_FOR_EACH_LEVEL, fft, odd_part_loops);
+        ORVEL_EXPECT_TABLE(ORVEL_FOR_EACH_LEVEL, fft, short_loops);
         ++k;
     });
 }

@@ -15,8 +15,12 @@ for folder in "${!below[@]}"; do
     done < <(grep -rnE '^#include "[a-z]+/' "$folder")
 done
 # Hot loops include their own folder and the ground room, where nothing is emitted that levels could share.
-if grep -nE '^#include "' {interp,kernels,linsys,random,util}/isa/* | grep -vE '^([a-z]+)/isa/[^:]*:[0-9]+:#include "(\1/isa|isa)/'; then bad=1; fi
+if grep -nE '^#include "' {fft,interp,kernels,linsys,random,util}/isa/* | grep -vE '^([a-z]+)/isa/[^:]*:[0-9]+:#include "(\1/isa|isa)/'; then bad=1; fi
 # Only one place indexes tables by the level, see isa/levels.h.
 if grep -rnE 'chosen_level|\[(isa::)?level\(\)\]' --include=*.cpp --include=*.h . | grep -vE '^./(isa|build)/'; then bad=1; fi
+# The test of the level in use knows every table.
+while read -r table; do
+    grep -q ", $table);" tests/isa/levels_test.cpp || { echo "tests/isa/levels_test.cpp lacks $table"; bad=1; }
+done < <(grep -rhoE '^ORVEL_(OUTER_)?LEVEL_TABLE\(.*, [a-z0-9_]+\);' --include=*.h */isa | sed -E 's/.*, ([a-z0-9_]+)\);/\1/')
 [ $bad -eq 0 ] && echo "includes point downwards only"
 exit $bad
