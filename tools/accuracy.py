@@ -111,7 +111,7 @@ def measure(routine, exact, kind, low, high, digits, count):
         error = error_in_ulps(routine(x), value, digits)
         total += error
         measured += 1
-        if not error <= worst:  # what is not a number, too
+        if not error <= worst:  # NaN, too
             worst, where = error, x
     return worst, total / count, where
 

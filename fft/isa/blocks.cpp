@@ -23,8 +23,8 @@ bool comes_from_far(const Pass<R>& p, int64_t length)
     return p.l * p.m * length >= far;
 }
 
-// One that is larger than the third cache is written past the caches, which else read each line before. That
-// takes whole lines.
+// A result that is larger than the third cache is written past the caches, which would read each line before
+// it is written. That takes whole lines.
 template <class R>
 bool leaves_the_caches(const Pass<R>& p, int64_t length)
 {

@@ -313,83 +313,80 @@ TYPED_TEST(Fft, FactorsInAnotherOrder)
     }
 }
 
-// Every routine refuses what it cannot do, and writes nothing.
-TYPED_TEST(Fft, Errors)
+// A front without storage writes nothing.
+TYPED_TEST(Fft, FrontsWithoutStorage)
 {
     using R = TypeParam;
     using C = std::complex<R>;
     using L = Library<R>;
-    const int32_t twelve = 12;
+    const int32_t n = 12;
+    std::vector<R> x(30);
+    std::vector<C> z(30);
+    const auto refused = [&](const char* name, auto call) {
+        refuse(every);
+        call();
+        refuse(0);
+        expect_terminal(
+            this->printed, std::string(L::prefix) + name, 2,
+            "The required storage cannot be allocated.  The specified N may be too large, where N = 12.");
+        EXPECT_EQ(x, std::vector<R>(30));
+        EXPECT_EQ(z, std::vector<C>(30));
+    };
+    refused("FFTRF", [&] { L::FftRf(&n, x.data(), x.data()); });
+    refused("FFTRB", [&] { L::FftRb(&n, x.data(), x.data()); });
+    refused("FFTCF", [&] { L::FftCf(&n, z.data(), z.data()); });
+    refused("FFTCB", [&] { L::FftCb(&n, z.data(), z.data()); });
+}
+
+// A worker refuses work vectors of nothing, of something else, of another length, with a factor too many or
+// too large, and writes nothing.
+TYPED_TEST(Fft, WorkVectorsAreChecked)
+{
+    using R = TypeParam;
+    using C = std::complex<R>;
+    using L = Library<R>;
+    const R nan = std::numeric_limits<R>::quiet_NaN();
+    const std::vector<std::pair<int32_t, std::vector<R>>> vectors = {{12, {}},
+                                                                     {12, {nan, nan, nan}},
+                                                                     {12, {12, nan}},
+                                                                     {12, {12, 2, nan, nan}},
+                                                                     {12, {12, 2, 4, -3}},
+                                                                     {12, {12, 2, 4, R(1e30)}},
+                                                                     {12, {12, 1e9}},
+                                                                     {12, {12, 14, 4, 3}},
+                                                                     {12, {12, 0}},
+                                                                     {12, {12, 1, 6}},
+                                                                     {12, {12, 1, 12}},
+                                                                     {12, {24, 2, 4, 3}},
+                                                                     {12, {24, 3, 2, 4, 3}},
+                                                                     {12, {12, 3, 4, 3, 2}},
+                                                                     {12, {12, 2, 0, 3}},
+                                                                     {8, {}},  // a short power of two
+                                                                     {8, {nan, 2, 2, 4}},
+                                                                     {8, {8, 2, 2, 5}},
+                                                                     {8, {8, 2, 4}},
+                                                                     {8, {8, 3, 2, 4}},
+                                                                     {8, {16, 2, 2, 4}}};
     std::vector<R> x(30), w(63);
     std::vector<C> z(30);
-    const struct {
-        const char* name;
-        bool front, worker;
-        void (*call)(int32_t, R*, C*, R*);
-    } rows[] = {
-        {"FFTRI", false, false, [](int32_t n, R*, C*, R* v) { L::FftRi(&n, v); }},
-        {"FFTCI", false, false, [](int32_t n, R*, C*, R* v) { L::FftCi(&n, v); }},
-        {"FFTRF", true, false, [](int32_t n, R* a, C*, R*) { L::FftRf(&n, a, a); }},
-        {"FFTRB", true, false, [](int32_t n, R* a, C*, R*) { L::FftRb(&n, a, a); }},
-        {"FFTCF", true, false, [](int32_t n, R*, C* b, R*) { L::FftCf(&n, b, b); }},
-        {"FFTCB", true, false, [](int32_t n, R*, C* b, R*) { L::FftCb(&n, b, b); }},
-        {"F2TRF", false, true, [](int32_t n, R* a, C*, R* v) { L::F2tRf(&n, a, a, v); }},
-        {"F2TRB", false, true, [](int32_t n, R* a, C*, R* v) { L::F2tRb(&n, a, a, v); }},
-        {"F2TCF", false, true, [](int32_t n, R* a, C* b, R* v) { L::F2tCf(&n, b, b, v, a); }},
-        {"F2TCB", false, true, [](int32_t n, R* a, C* b, R* v) { L::F2tCb(&n, b, b, v, a); }},
-        {"F3TRF", false, true, [](int32_t n, R* a, C*, R* v) { L::F3tRf(&n, a, a + 15, v, v + 40); }},
-    };
-    for (const auto& row : rows) {
-        const auto expect = [&](int32_t code, const std::string& text) {
-            expect_terminal(this->printed, std::string(L::prefix) + row.name, code, text);
+    const auto refuses = [&](const char* name, int32_t place_of_factors, auto call) {
+        for (const auto& [n, stored] : vectors) {
+            std::fill(w.begin(), w.end(), R(0));
+            std::copy(stored.begin(), stored.end(),
+                      w.begin() + (place_of_factors > 4 ? place_of_factors : place_of_factors * n));
+            call(n);
+            expect_terminal(this->printed, std::string(L::prefix) + name, 3,
+                            "The work vector does not hold the factors of the length N = " +
+                                std::to_string(n) + ".  It must be initialized for this length.");
             EXPECT_EQ(x, std::vector<R>(30));
             EXPECT_EQ(z, std::vector<C>(30));
-        };
-        for (const int32_t n : {0, -2147483647 - 1}) {
-            row.call(n, x.data(), z.data(), w.data());
-            expect(1, "The length of the sequence N = " + std::to_string(n) + ".  It must be at least 1.");
         }
-        if (row.front) {
-            refuse(every);
-            row.call(twelve, x.data(), z.data(), w.data());
-            refuse(0);
-            expect(
-                2,
-                "The required storage cannot be allocated.  The specified N may be too large, where N = 12.");
-        }
-        const auto refuses = [&](int32_t n, const std::vector<R>& stored) {
-            std::fill(w.begin(), w.end(), R(0));
-            const std::string name = row.name;
-            const int at = name == "F3TRF" ? 40 : name[3] == 'C' ? 4 * n : 2 * n;
-            std::copy(stored.begin(), stored.end(), w.begin() + at);
-            row.call(n, x.data(), z.data(), w.data());
-            expect(3, "The work vector does not hold the factors of the length N = " + std::to_string(n) +
-                          ".  It must be initialized for this length.");
-        };
-        if (!row.worker) continue;
-        // Work vectors of nothing, of something else, of another length, with a factor too many or too large.
-        const R nan = std::numeric_limits<R>::quiet_NaN();
-        for (const std::vector<R>& stored : {std::vector<R>{},
-                                             {nan, nan, nan},
-                                             {12, nan},
-                                             {12, 2, nan, nan},
-                                             {12, 2, 4, -3},
-                                             {12, 2, 4, R(1e30)},
-                                             {12, 1e9},
-                                             {12, 14, 4, 3},
-                                             {12, 0},
-                                             {12, 1, 6},
-                                             {12, 1, 12},
-                                             {24, 2, 4, 3},
-                                             {24, 3, 2, 4, 3},
-                                             {12, 3, 4, 3, 2},
-                                             {12, 2, 0, 3}})
-            refuses(12, stored);
-        // A short power of two.
-        for (const std::vector<R>& stored :
-             {std::vector<R>{}, {nan, 2, 2, 4}, {8, 2, 2, 5}, {8, 2, 4}, {8, 3, 2, 4}, {16, 2, 2, 4}})
-            refuses(8, stored);
-    }
+    };
+    refuses("F2TRF", 2, [&](int32_t n) { L::F2tRf(&n, x.data(), x.data(), w.data()); });
+    refuses("F2TRB", 2, [&](int32_t n) { L::F2tRb(&n, x.data(), x.data(), w.data()); });
+    refuses("F2TCF", 4, [&](int32_t n) { L::F2tCf(&n, z.data(), z.data(), w.data(), x.data()); });
+    refuses("F2TCB", 4, [&](int32_t n) { L::F2tCb(&n, z.data(), z.data(), w.data(), x.data()); });
+    refuses("F3TRF", 40, [&](int32_t n) { L::F3tRf(&n, x.data(), &x[15], w.data(), &w[40]); });
 }
 
 // Fronts and F3TRF give the bits of the workers.

@@ -61,7 +61,7 @@ TEST(Accumulators, AreQuadruplePrecisionSplit)
         }
 }
 
-// Ends of the range, numbers that are none, pairs that no accumulator would leave.
+// Ends of the range, infinities and NaN, pairs that no accumulator would leave.
 TEST(Accumulators, FollowTheDefinitionWhereDoubleEnds)
 {
     const double inf = std::numeric_limits<double>::infinity(), huge = std::numeric_limits<double>::max();

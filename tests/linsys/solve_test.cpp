@@ -241,7 +241,7 @@ TYPED_TEST(Solvers, SingularMatricesStopTheirCallers)
     }
 }
 
-// Every request for scratch refused in turn: the stated error, no result, nothing kept.
+// Every request for scratch refused in turn: the error of storage, no result, nothing kept.
 TYPED_TEST(Solvers, WithoutScratchTheyEndInTheStorageMessage)
 {
     using T = TypeParam;

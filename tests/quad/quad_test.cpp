@@ -271,7 +271,7 @@ TYPED_TEST(Quad, NoStorage)
         }
 }
 
-// What is not a number, or infinite, in F, limits and tolerances: a bounded number of calls, and no number
+// NaN or infinity in F, limits and tolerances: a bounded number of calls, and no number
 // without a message that pretends to be the integral.
 double value, from, to;
 TYPED_TEST(Quad, WildArguments)

@@ -62,7 +62,7 @@ private:
         return true;
     }
 
-    // Moves what is not a number behind the numbers, and returns how many numbers there are.
+    // Moves NaN behind the numbers, and returns how many numbers there are.
     int64_t numbers_first()
     {
         int64_t missing = 0;
