@@ -50,14 +50,32 @@ private:
     static bool less(const T& a, const T& b) { return Key::of(a) < Key::of(b); }
     const T& at(int64_t k) const { return items_.x[k]; }
 
+    // Whether no element stands in the wrong order to the one before it; looked at in blocks, without a
+    // branch for each element.
+    template <bool ascending>
+    bool is_monotone() const
+    {
+        constexpr int64_t block = 32;
+        const auto is_wrong = [&](int64_t k) {
+            return ascending ? !(Key::of(at(k - 1)) <= Key::of(at(k)))
+                             : !(Key::of(at(k)) <= Key::of(at(k - 1)));
+        };
+        int64_t k = 1;
+        for (; k + block <= n_; k += block) {
+            int32_t wrong = 0;
+            for (int64_t j = 0; j < block; ++j) wrong |= is_wrong(k + j);
+            if (wrong != 0) return false;
+        }
+        for (; k < n_; ++k)
+            if (is_wrong(k)) return false;
+        return true;
+    }
+
     // Whether the vector was ascending, or descending and has been turned round.
     bool is_run()
     {
-        int64_t k = 1;
-        while (k < n_ && Key::of(at(k - 1)) <= Key::of(at(k))) ++k;
-        if (k >= n_) return true;
-        for (k = 1; k < n_ && Key::of(at(k)) <= Key::of(at(k - 1));) ++k;
-        if (k < n_) return false;
+        if (is_monotone<true>()) return true;
+        if (!is_monotone<false>()) return false;
         for (int64_t a = 0, b = n_ - 1; a < b; ++a, --b) items_.exchange(a, b);
         return true;
     }
