@@ -17,6 +17,7 @@ import interface
 FORTRAN = {"integer": "integer", "unsigned": "integer", "long": "integer(int64)", "long unsigned": "integer(int64)",
            "single": "real", "double": "double precision", "complex": "complex",
            "double complex": "complex(kind(0d0))"}
+C_KINDS = {"integer": "integer(c_int32_t)", "single": "real(c_float)", "double": "real(c_double)"}
 FUNCTIONS = {"single function": "real_function", "double function": "double_function"}
 CONSTANTS = ("AMACH", "DMACH", "IMACH", "SRMACH", "DRMACH")
 
@@ -26,6 +27,25 @@ def families(description):
         standard = {s["title"] for s in header["sections"] if s["standard"]}
         for family in header["families"]:
             yield header, family, family["section"] in standard
+
+
+def module_of(header, family):
+    """The Fortran module that a family is in."""
+    if family["name"] in CONSTANTS:
+        return "orvel_constants"
+    return "amach_int" if "_mp_" in family["name"] else "orvel_" + header["name"].removesuffix(".h")
+
+
+def generic_groups(header, family):
+    """Members that share a generic name, with that name in Fortran, or None where their arguments do not tell them
+    apart. It is that of the single routine; the kernels' has a prefix, as their names would be too common."""
+    groups = {}
+    for member in family["members"]:
+        groups.setdefault(member["generic"], []).append(member)
+    prefix = "orvel_" if header["name"] in interface.KERNELS else ""
+    for name, group in groups.items():
+        kinds = {tuple(a["type"] for a in member["arguments"]) for member in group}
+        yield prefix + name.lower() if len(group) == len(kinds) > 1 else None, group
 
 
 # ---- Fortran modules -------------------------------------------------------------------------------------
@@ -60,7 +80,7 @@ def dimensions(name, member, rows):
     return f"({', '.join([*inner[:-1], last])})"
 
 
-def declared(argument, member, rows):
+def declared(argument, member, rows, kinds):
     """The declaration of a dummy argument without its name and dimensions, and these."""
     name, kind = argument["name"], argument["type"]
     if kind in FUNCTIONS:
@@ -73,23 +93,23 @@ def declared(argument, member, rows):
             name.lower() + dimensions(name, member, rows)
     if "or N complex numbers" in rows[name]["meaning"]:
         return "type(*)", name.lower() + "(*)"
-    return FORTRAN[kind] + intent(name, member, rows), name.lower() + dimensions(name, member, rows)
+    return kinds[kind] + intent(name, member, rows), name.lower() + dimensions(name, member, rows)
 
 
-def procedure(member, rows, binding="", name=None, result=None):
+def procedure(member, rows, kinds=FORTRAN, name=None, binding=""):
     """The interface body of a routine, indented by four blanks."""
     name = name or member["name"].lower()
     arguments = ", ".join(a["name"].lower() for a in member["arguments"])
-    is_function = member["returns"] != "none"
+    is_function, structure = member["returns"] != "none", member["returns"].startswith("orvel_")
     kind = "function" if is_function else "subroutine"
-    prefix = f"{FORTRAN[member['returns']]} " if is_function and not result else ""
-    lines = [wrapped(f"    {prefix}{kind} {name}({arguments}){binding}{result or ''}")]
+    result = f"type({member['returns'].removeprefix('orvel_')})" if structure else kinds.get(member["returns"], "")
+    head = f"{result} {kind} {name}({arguments}){binding}".strip()
+    lines = [wrapped("    " + head)]
     merged = {}
     for argument in member["arguments"]:
-        form, entity = declared(argument, member, rows)
+        form, entity = declared(argument, member, rows, kinds)
         merged.setdefault(form, []).append(entity)
-    imports = {m[1] for form in merged for m in [re.match(r"(?:type|procedure)\(([a-z]\w+)\)", form)] if m}
-    imports |= {"int64"} if any("int64" in form for form in merged) else set()
+    imports = {m[1] for form in [*merged, result] for m in [re.match(r"\w+\(([a-z]\w+)\)", form)] if m}
     if imports:
         lines.append(f"      import :: {', '.join(sorted(imports))}")
     # lengths before the arrays that they dimension
@@ -98,25 +118,9 @@ def procedure(member, rows, binding="", name=None, result=None):
     return lines + [f"    end {kind} {name}"]
 
 
-def distinguishable(members):
-    kinds = [tuple(a["type"] for a in m["arguments"]) for m in members]
-    return len(set(kinds)) == len(kinds) and all(kinds)
-
-
-def generic_name(group, standard_kernels):
-    """That of the single routine; the kernels' has a prefix, as their names would be too common."""
-    name = group[0]["generic"].lower()
-    return f"orvel_{name}" if standard_kernels else name
-
-
 def interface_blocks(header, family):
-    groups = {}
-    for member in family["members"]:
-        groups.setdefault(member["generic"], []).append(member)
-    kernels = header["name"] in ("kernels.h", "matrices.h")
-    for group in groups.values():
-        generic = len(group) > 1 and distinguishable(group)
-        yield f"  interface {generic_name(group, kernels)}" if generic else "  interface"
+    for generic, group in generic_groups(header, family):
+        yield f"  interface {generic or ''}".rstrip()
         for member in group:
             yield from procedure(member, family["arguments"])
         yield "  end interface"
@@ -158,23 +162,15 @@ def array_style(header):
     body = {"": [], "assignment(=)": [], "amach": []}
     for family, member in members:
         own = member["name"].partition("_mp_")[2].lower()
-        block = "assignment(=)" if "_eq_" in own else own if member["returns"].startswith("orvel_") else ""
-        lines = procedure(member, family["arguments"], f' bind(c, name="{member["name"]}")',
-                          own + ("_value" if block == own else ""), " result(value)" if block == own else None)
-        if block == own:
-            lines[-1:-1] = ["      type(floating_point) :: value"]
-        lines = [line for line in lines if not line.startswith("      import")]
-        lines[1:1] = ["      import :: floating_point, c_int32_t, c_float, c_double"]
+        block = "assignment(=)" if "_eq_" in own else own if own in body else ""
+        lines = procedure(member, family["arguments"], C_KINDS, own + ("_value" if block == own else ""),
+                          f' bind(c, name="{member["name"]}")')
         if block == "assignment(=)":  # the standard asks for it, and nothing is kept of what was there
             lines = [line.replace("intent(inout)", "intent(out)") for line in lines]
         body[block] += lines
     text = []
     for block, lines in body.items():
         text += [f"  interface {block}".rstrip(), *lines, f"  end interface {block}".rstrip()]
-    kinds = ((r"\binteger\b", "integer(c_int32_t)"), (r"\breal\b(?=,| function)", "real(c_float)"),
-             (r"\bdouble precision\b", "real(c_double)"))
-    for pattern, kind in kinds:
-        text = [re.sub(pattern, kind, line) for line in text]
     public = "  private\n  public :: floating_point, amach, s_amach, d_amach, assignment(=)"
     types = ["", "  type, bind(c) :: floating_point", f"    integer(c_int32_t) :: {value['members'][0].split()[1]}",
              "  end type floating_point"]
@@ -240,41 +236,46 @@ def fortran_modules(description):
 
 
 def probe_definitions(description):
-    """Definitions of the Fortran names with the types that the headers give them."""
+    """Definitions of the names that Fortran calls, with the types that the headers give them."""
     yield '#include "orvel/orvel.h"'
     yield "void keep_(void (*address)(void)) { (void)address; }"
     for header, family, _ in families(description):
-        if header["name"] == "host.h":
-            continue
         for member in family["members"]:
-            c = member["c"].removesuffix(";")
-            lengths = "".join(f", long {a['name'].lower()}_hidden" for a in member["arguments"]
-                              if a["type"] == "character" and not family["arguments"][a["name"]]["shape"])
-            c = re.sub(r"\bsize_t\b", "long", c[:-1]) + lengths + ")"  # gfortran's lengths are signed
-            if "_mp_" not in member["name"]:
+            c, is_bound = member["c"].removesuffix(";"), header["name"] == "host.h" or "_mp_" in member["name"]
+            if not is_bound:  # a Fortran name and lengths of texts, which are signed there
+                lengths = "".join(f", long {a['name'].lower()}_hidden" for a in member["arguments"]
+                                  if a["type"] == "character" and not family["arguments"][a["name"]]["shape"])
+                c = re.sub(r"\bsize_t\b", "long", c[:-1]) + lengths + ")"
                 c = c.replace(f" {member['name']}(", f" {member['name'].lower()}_(", 1)
             result = re.match(r"(.*?)\s*\w+\(", c)[1]
-            yield c + (" {}" if member["returns"] == "none" else f" {{ static {result} zero; return zero; }}")
+            yield c + (" {}" if result == "void" else f" {{ static {result} zero; return zero; }}")
+
+
+ARRAY_STYLE_PROBE = """subroutine probe_array_style
+  use amach_int
+  real :: single
+  double precision :: double
+  single = amach(1)
+  double = amach(1)
+  single = s_amach(1) + single
+  double = d_amach(1) + double + single
+  if (double < 0) error stop
+end subroutine probe_array_style"""
 
 
 def probe_references(description):
     """A subroutine for each routine that takes its address, and with it its types, from the module."""
-    count = 0
+    probes = []
     for header, family, _ in families(description):
-        if header["name"] == "host.h":
-            continue
-        for member in family["members"]:
+        module_name = module_of(header, family)
+        for member in family["members"] if module_name != "amach_int" else []:
             name = member["name"].lower()
-            if "_mp_" in name:
-                continue
-            module_name = "orvel_constants" if family["name"] in CONSTANTS else \
-                "orvel_" + header["name"].removesuffix(".h")
-            count += 1
-            yield f"subroutine probe_{count}\n  use {module_name}, only: {name}\n" \
-                  f"  external :: keep\n  call keep({name})\nend subroutine probe_{count}"
+            probes.append(f"probe_{len(probes) + 1}")
+            yield f"subroutine {probes[-1]}\n  use {module_name}, only: {name}\n" \
+                  f"  external :: keep\n  call keep({name})\nend subroutine {probes[-1]}"
+    yield ARRAY_STYLE_PROBE
     yield "program probe"
-    for k in range(1, count + 1):
-        yield f"  call probe_{k}"
+    yield from (f"  call {probe}" for probe in [*probes, "probe_array_style"])
     yield "end program probe"
 
 
@@ -311,7 +312,6 @@ def elements(family, row):
     for expression in row["shape"]:
         count *= eval(expression.replace("/", "//"), {}, values)
     return max(count, 1)
-
 
 
 def version_script(names):

@@ -18,9 +18,10 @@ of these kinds, continued by lines that are indented further:
 
 Roles: in, out, inout, in/out (the one or the other, as another argument says), scratch, function. A shape X(N:INCX) is
 a vector of N elements INCX apart. Values that an argument may have begin its meaning: "1: whole; 2: upper half".
-"may be B" in a meaning allows an argument to be the same array as another. A row that an entry lacks is looked up in
-its section and in the header. Paragraphs that begin with one of the LABELS are kept by that name. "The errors are those
-of LSARG" copies errors, "Passes up the errors of Q2AGS" names the routines below.
+"may be B" in a meaning allows an argument to be the same array as another, "or N complex numbers" a real array to be
+complex, "null" a text of the host interface to be left out. A row that an entry lacks is looked up in its section and in
+the header. Paragraphs that begin with one of the LABELS are kept by that name. "The errors are those of LSARG" copies
+errors, "Passes up the errors of Q2AGS" names the routines below.
 """
 import json
 import re
@@ -29,6 +30,7 @@ from pathlib import Path
 
 ROLES = ("in", "out", "inout", "in/out", "scratch", "function")
 SEVERITIES = ("NOTE", "ALERT", "WARNING", "FATAL", "TERMINAL")
+KERNELS = ("kernels.h", "matrices.h")  # whose names begin with the letter of the precision
 LABELS = ("After an error", "Accuracy", "Time", "Scratch", "Threads", "NaN", "Source")
 SCALARS = {
     "int32_t": "integer", "int64_t": "long", "uint32_t": "unsigned", "uint64_t": "long unsigned",
@@ -327,7 +329,7 @@ def family_of(entry, functions, section):
                 lengths.setdefault(name, value)
         scope = scope.outer
     generic_names(members)
-    if entry.where.startswith(("kernels.h", "matrices.h")):
+    if entry.where.startswith(KERNELS):
         kernel_stems(members)
     family = {
         "name": members[0]["name"], "where": entry.where, "section": section, "purpose": purpose.rstrip(".") + ".",

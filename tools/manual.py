@@ -7,7 +7,7 @@ import textwrap
 from pathlib import Path
 
 import interface
-from generate import CONSTANTS, generic_name
+from generate import generic_groups, module_of
 
 
 def escaped(text):
@@ -20,25 +20,14 @@ def verbatim(lines):
     return [".nf", *(escaped(line) for line in lines), ".fi"]
 
 
-def module_of(header, family):
-    if family["name"] in CONSTANTS:
-        return "orvel_constants"
-    return "amach_int" if "_mp_" in family["name"] else "orvel_" + header["name"].removesuffix(".h")
-
-
 def fortran_synopsis(header, family):
     """A call of each generic name."""
     if header["name"] == "host.h":
         return []
-    kernels = header["name"] in ("kernels.h", "matrices.h")
-    groups = {}
-    for member in family["members"]:
-        groups.setdefault(member["generic"], []).append(member)
     lines = [f"use {module_of(header, family)}"]
-    for group in groups.values():
-        generic = len(group) > 1 and len({tuple(a["type"] for a in m["arguments"]) for m in group}) == len(group)
+    for generic, group in generic_groups(header, family):
         for member in group[:1] if generic else group:
-            name = generic_name(group, kernels) if generic else member["name"].lower()
+            name = generic or member["name"].lower()
             call = f"{name}({', '.join(a['name'].lower() for a in member['arguments'])})"
             lines.append(f"call {call}" if member["returns"] == "none" else f"value = {call}")
     return lines
