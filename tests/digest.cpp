@@ -71,7 +71,7 @@ void take(Arrays&... arrays)
     (arrays.into_digest(), ...);
 }
 
-// The routines of one precision: p names the kernels, d and c the other families.
+// The routines of one precision: p names the kernels and s their real results, d and c the solvers.
 template <class T>
 struct Of;
 #define KERNELS(p, s)                                                                                       \
@@ -80,32 +80,32 @@ struct Of;
                           syr2k = p##SYR2K, gemv = p##GEMV, gbmv = p##GBMV, trmv = p##TRMV, trsv = p##TRSV, \
                           tbmv = p##TBMV, tbsv = p##TBSV;                                                   \
     static constexpr auto nrm2 = s##NRM2, asum = s##ASUM, amax = I##p##AMAX
-#define SOLVERS(d, c, t)                                                                    \
+#define SOLVERS(d, c)                                                                       \
     static constexpr auto lsarg = d##LSA##c##G, lslrg = d##LSL##c##G, lfcrg = d##LFC##c##G, \
                           lfsrg = d##LFS##c##G, lfirg = d##LFI##c##G, lfdrg = d##LFD##c##G, \
                           linrg = d##LIN##c##G, linrt = d##LIN##c##T
 template <>
 struct Of<float> {
     KERNELS(S, S);
-    SOLVERS(, R, RT);
+    SOLVERS(, R);
     static constexpr auto dot = SDOT, ger = SGER, symv = SSYMV, herk = SSYRK;
 };
 template <>
 struct Of<double> {
     KERNELS(D, D);
-    SOLVERS(D, R, RT);
+    SOLVERS(D, R);
     static constexpr auto dot = DDOT, ger = DGER, symv = DSYMV, herk = DSYRK;
 };
 template <>
 struct Of<orvel_complex> {
     KERNELS(C, SC);
-    SOLVERS(, C, CT);
+    SOLVERS(, C);
     static constexpr auto dot = CDOTC, ger = CGERC, symv = CHEMV, herk = CHERK;
 };
 template <>
 struct Of<orvel_dcomplex> {
     KERNELS(Z, DZ);
-    SOLVERS(D, C, CT);
+    SOLVERS(D, C);
     static constexpr auto dot = ZDOTC, ger = ZGERC, symv = ZHEMV, herk = ZHERK;
 };
 
