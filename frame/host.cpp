@@ -102,8 +102,13 @@ ORVEL_VISIBLE int32_t orvel_bind_unit(int32_t unit, orvel_writer writer, void* c
 ORVEL_VISIBLE void orvel_set_stop_handler(orvel_stop_handler handler, void* context)
 {
     SettingsLock lock;
-    settings.policy.handler = handler;
-    settings.policy.context = context;
+    settings.policy = {handler, nullptr, context, settings.policy.status};
+}
+
+ORVEL_VISIBLE void orvel_set_stop_text_handler(orvel_stop_text_handler handler, void* context)
+{
+    SettingsLock lock;
+    settings.policy = {nullptr, handler, context, settings.policy.status};
 }
 
 ORVEL_VISIBLE void orvel_set_stop_status(int32_t status)
@@ -123,6 +128,8 @@ ORVEL_VISIBLE int32_t orvel_set_thread_defaults(int32_t type, int32_t print, int
 ORVEL_VISIBLE int32_t orvel_use_level(const char* name) { return isa::use_level(name) ? 1 : 0; }
 
 ORVEL_VISIBLE const char* orvel_level(void) { return isa::level_name(isa::level()); }
+
+ORVEL_VISIBLE const char* orvel_version(void) { return ORVEL_VERSION; }
 }
 
 }  // namespace orvel::frame

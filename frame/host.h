@@ -11,7 +11,8 @@ struct Switches {
 };
 
 struct StopPolicy {
-    orvel_stop_handler handler;
+    orvel_stop_handler handler;  // one of the two
+    orvel_stop_text_handler text_handler;
     void* context;
     int32_t status;
 };

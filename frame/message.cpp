@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "frame/export.h"
+#include "frame/outcome.h"
 #include "frame/print.h"
 
 namespace orvel::frame {
@@ -143,6 +144,7 @@ void post_stored(State& s, char real, int32_t type, int32_t code, std::string_vi
     if (code >= 0) code_at(s, level) = code;
     s.exceptions = std::uncaught_exceptions();
     orvel_ercom1& e = *s.errors;
+    forget_last_message();
     if (type == 0 || code == 0) {
         e.msglen = 0;
     } else {
@@ -151,7 +153,7 @@ void post_stored(State& s, char real, int32_t type, int32_t code, std::string_vi
         if (recorded == prompt_warning) e.post6 = 1;
         if (recorded == prompt_fatal) e.post7 = 1;
         fold_into_checksum(s);
-        if (recorded >= terminal && is_on(e.prttab, recorded)) print_message(s);
+        if (recorded >= terminal) deliver(s, recorded);
     }
     e.parlen = 1;
 }

@@ -2,6 +2,7 @@
 #include "frame/print.h"
 
 #include "frame/export.h"
+#include "frame/outcome.h"
 #include "frame/units.h"
 
 namespace orvel::frame {
@@ -19,16 +20,6 @@ std::string_view severity_word(int32_t type)
 
 // A recorded type outside 1..7 has no entry in the tables; it prints like one with the initial entries.
 int32_t attribute(const int32_t (&table)[7], int32_t type) { return is_type(type) ? table[type - 1] : 1; }
-
-// Names like "dLSARG" are printed as "DLSARG".
-char first_letter(std::string_view name)
-{
-    const auto lower = [](char c) { return c >= 'a' && c <= 'z'; };
-    const auto upper = [](char c) { return c >= 'A' && c <= 'Z'; };
-    return lower(name[0]) && upper(name[1]) ? static_cast<char>(name[0] - 'a' + 'A') : name[0];
-}
-
-std::string_view stored_name(const State& s, int32_t level) { return {s.text->rname[level - 1], name_room}; }
 
 struct Source {
     std::string_view name;
@@ -58,10 +49,7 @@ void put_prefix(Text& prefix, const State& s, int32_t level, int32_t form)
         prefix << " from " << source.name;
         if (source.line >= 1) prefix << " at line " << source.line;
     } else if (form != 2) {
-        const std::string_view name = stored_name(s, level);
-        const char first = first_letter(name);
-        prefix << " " << s.errors->ercode[level - 1] << " from ";
-        if (first != ' ') prefix << std::string_view(&first, 1) << name.substr(1, name.find(' ') - 1);
+        prefix << " " << s.errors->ercode[level - 1] << " from " << printed_name(s, level).word();
     }
 }
 
@@ -100,9 +88,7 @@ void put_traceback(Text& page, State& s, int32_t level)
          << "     Routine name                    Error type  Error code\n"
          << "     ------------                    ----------  ----------\n";
     for (int32_t k = level; k >= 1; --k) {
-        const std::string_view name = stored_name(s, k);
-        const char first = first_letter(name);
-        page << "     " << std::string_view(&first, 1) << name.substr(1);
+        page << "     " << std::string_view(printed_name(s, k).text, name_room);
         page.in_six(type_at(s, k)) << "      ";
         page.in_six(code_at(s, k));
         if (k > 1 && !is_user(s, k - 1)) page << "    (Called internally)";
@@ -139,6 +125,17 @@ private:
 
 }  // namespace
 
+PrintedName printed_name(const State& s, int32_t level)
+{
+    const auto lower = [](char c) { return c >= 'a' && c <= 'z'; };
+    const auto upper = [](char c) { return c >= 'A' && c <= 'Z'; };
+    PrintedName name;
+    std::copy_n(s.text->rname[level - 1], name_room, name.text);
+    if (lower(name.text[0]) && upper(name.text[1]))
+        name.text[0] = static_cast<char>(name.text[0] - 'a' + 'A');
+    return name;
+}
+
 void print_message(State& s)
 {
     if (message_length(s) < 1) return;
@@ -156,12 +153,30 @@ void print_message(State& s)
     page.text << "\n *** " << severity_word(type) << " ERROR" << prefix.view();
     put_message(page.text, message, header_room - prefix.view().size());
     if (attribute(e.trctab, type) == 1 && (level > 2 || form > 1)) put_traceback(page.text, s, level);
+    keep_last_message(s);
     e.msglen = 0;
     const Undisturbed records(s);
     page.send();
 }
 
-void e1prt() { print_message(state()); }
+void deliver(State& s, int32_t type)
+{
+    if (s.quiet != nullptr)
+        keep_message(s, *s.quiet);
+    else if (is_on(s.errors->prttab, type))
+        print_message(s);
+    else
+        keep_last_message(s);
+}
+
+void e1prt()
+{
+    State& s = state();
+    if (s.quiet != nullptr)
+        keep_message(s, *s.quiet);
+    else
+        print_message(s);
+}
 
 }  // namespace orvel::frame
 

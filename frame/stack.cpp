@@ -5,6 +5,7 @@
 
 #include "frame/export.h"
 #include "frame/message.h"
+#include "frame/outcome.h"
 #include "frame/print.h"
 #include "frame/stop.h"
 
@@ -50,10 +51,10 @@ bool print_and_judge(State& s, int32_t type, int32_t caller)
     const orvel_ercom1& e = *s.errors;
     if (type <= fatal) {
         if (!is_user(s, caller)) return false;
-        if (is_on(e.prttab, type)) print_message(s);
+        deliver(s, type);
         return is_user(s, caller) && is_on(e.stptab, type);
     }
-    if (is_on(e.prttab, type)) print_message(s);
+    deliver(s, type);
     if (type == terminal) return is_on(e.stptab, type);
     return is_on(e.atttab, type) && is_user(s, caller) && spend_prompt_records(s) != 0;
 }
@@ -97,6 +98,10 @@ void judge_and_pop(State& s, const PaddedName& name)
             code_at(s, caller) = code;
         }
         if (is_type(type)) stops = print_and_judge(s, type, caller);
+        if (s.quiet != nullptr) {
+            stops = false;
+            if (caller == s.quiet->level && is_type(type)) record(*s.quiet, type, code);
+        }
     }
     if (caller == 1) s.exceptions = 0;
     if (stops) stop(type, code);

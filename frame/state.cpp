@@ -88,7 +88,7 @@ void initialise(State& s)
     ERCOM4 = initial_ercom4;
     ERCOM8 = initial_ercom8;
     ERCOM9 = initial_ercom9;
-    s = {true, 0, 0, {5, 6, 6}, 0, 0, &ERCOM1, &ERCOM2, &ERCOM3, &ERCOM4, &ERCOM8, &ERCOM9};
+    s = {true, 0, 0, {5, 6, 6}, 0, 0, &ERCOM1, &ERCOM2, &ERCOM3, &ERCOM4, &ERCOM8, &ERCOM9, nullptr, nullptr};
 }
 
 void e1init() { state(); }
@@ -106,6 +106,8 @@ extern "C" ORVEL_VISIBLE void orvel_reset(void)
     std::ranges::copy(initial_ercom1.ertype, e.ertype);
     std::ranges::copy(initial_ercom1.ercode, e.ercode);
     std::ranges::copy(initial_ercom4.user, s.callers->user);
+    s.quiet = nullptr;
+    s.context = nullptr;
 }
 
 }  // namespace orvel::frame

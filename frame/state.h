@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "orvel/frame.h"
+#include "orvel/host.h"
 
 namespace orvel::frame {
 
@@ -25,6 +26,11 @@ inline constexpr int32_t message_room = sizeof(orvel_ercom2::message);
 inline constexpr int32_t parameter_room = sizeof(orvel_ercom2::parameters);
 inline constexpr int32_t name_room = sizeof(orvel_ercom2::rname[0]);
 
+struct UserContext {
+    orvel_context_function function;
+    void* context;
+};
+
 // One look-up finds everything: the blocks are separate thread-local objects, because they are exported by
 // name, and the state points to them from the thread's first call on.
 struct State {
@@ -41,6 +47,8 @@ struct State {
     orvel_ercom4* callers;
     orvel_ercom8* lines;
     orvel_ercom9* sources;
+    orvel_outcome* quiet;        // of quiet calls under way, else null
+    const UserContext* context;  // of the user's function, where it has one
 };
 
 [[gnu::visibility("hidden")]] extern constinit thread_local State thread_state;

@@ -8,7 +8,9 @@
 #include <cstdlib>
 #include <exception>
 
+#include "frame/context.h"
 #include "frame/host.h"
+#include "frame/outcome.h"
 #include "frame/print_lock.h"
 
 namespace orvel::frame {
@@ -46,10 +48,15 @@ private:
 
 void stop(int32_t type, int32_t code)
 {
+    end_user_context(type, code);
     const StopPolicy policy = stop_policy();
     if (policy.handler != nullptr) {
         const HandlerCall call;
         policy.handler(policy.context, type, code);
+    } else if (policy.text_handler != nullptr) {
+        const LastMessage message = last_message();
+        const HandlerCall call;
+        policy.text_handler(policy.context, type, code, message.routine, message.text);
     }
 
     // Termination runs the program's own exit functions; none of them may have to wait for a print lock

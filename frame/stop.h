@@ -11,7 +11,7 @@ namespace orvel::frame {
 // For errors posted at level 1 by a routine without a frame of its own: no pop will judge them.
 inline void stop_without_pop(State& s, int32_t type, int32_t code)
 {
-    if (current_level(s) == 1 && is_on(s.errors->stptab, type)) stop(type, code);
+    if (current_level(s) == 1 && s.quiet == nullptr && is_on(s.errors->stptab, type)) stop(type, code);
 }
 
 }  // namespace orvel::frame

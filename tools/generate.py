@@ -180,11 +180,13 @@ def array_style(header):
 
 
 HOST_TYPES = {"integer": "integer(c_int32_t), value", "character": "character(kind=c_char), intent(in)",
-              "none": "type(c_ptr), value", "size": "integer(c_size_t), value"}
+              "none": "type(c_ptr), value", "size": "integer(c_size_t), value",
+              "orvel_address": "type(c_ptr), intent(in)"}
 
 
 def host_module(header):
     """By value, with addresses of procedures and data."""
+    structures = {declared_type.get("struct") for declared_type in header["types"]}
     body = ["  interface"]
     for family in header["families"]:
         for member in family["members"]:
@@ -195,15 +197,29 @@ def host_module(header):
             body += [f"    {kind} {name}({arguments}) bind(c)",
                      "      import :: c_int32_t, c_ptr, c_funptr, c_char"]
             for a in member["arguments"]:
+                row = family["arguments"][a["name"]]
                 form = HOST_TYPES.get(a["type"], "type(c_funptr), value")
-                is_text = a["type"] == "character"
-                if is_text and "null" in family["arguments"][a["name"]]["meaning"]:
+                if a["type"] in structures:
+                    form = f"type({a['type']}), intent(inout), target"
+                    body.append(f"      import :: {a['type']}")
+                elif a["type"] == "character" and "null" in row["meaning"]:
                     form += ", optional"
-                body.append(f"      {form} :: {a['name'].lower()}{'(*)' if is_text else ''}")
+                body.append(f"      {form} :: {a['name'].lower()}{'(*)' if row['shape'] else ''}")
             body.append(f"    end {kind.split()[-1]} {name}")
     uses = ["  use, intrinsic :: iso_c_binding, only: c_int32_t, c_ptr, c_funptr, c_char"]
     return module("orvel_host", header, [*body, "  end interface"], uses,
-                  ["  private :: c_int32_t, c_ptr, c_funptr, c_char"])
+                  ["  private :: c_int32_t, c_ptr, c_funptr, c_char", *host_structures(header)])
+
+
+def host_structures(header):
+    for declared_type in header["types"]:
+        if "struct" in declared_type:
+            yield f"  type, bind(c) :: {declared_type['struct']}"
+            for member in declared_type["members"]:
+                c_type, name, count = re.fullmatch(r"(?:struct )?(\w+\*?) (\w+)(?:\[(\d+)\])?", member).groups()
+                kind = {"int32_t": "integer(c_int32_t)", "char": "character(kind=c_char)"}.get(c_type, "type(c_ptr)")
+                yield f"    {kind} :: {name}{f'({count})' if count else ''}"
+            yield f"  end type {declared_type['struct']}"
 
 
 def whole_module(names):

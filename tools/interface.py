@@ -238,7 +238,7 @@ def checked_members(entry, functions):
             written = row["role"] not in ("in", "function")
             if p["pointer"] and p["const"] == written and p["type"] != "none":
                 fail(where, f"{p['name']} of {function['function']} is {row['role']}, but {p['c']!r}")
-            if (row["role"] == "function") != p["type"].endswith(("function", "writer", "handler")):
+            if (row["role"] == "function") != p["type"].endswith(("function", "writer", "handler", "call", "routine")):
                 fail(where, f"{p['name']} of {function['function']} is a function or is none")
             arguments.append({"name": p["name"], "type": p["type"], "by_value": not p["pointer"]})
         members.append({"name": function["function"], "returns": function["returns"], "arguments": arguments,

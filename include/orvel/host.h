@@ -1,6 +1,6 @@
 /* include/orvel/host.h - what a service, a window program, an interpreter or a test needs beyond the
- * classic interface: where messages go, what a stop does, the switches of threads that start later, and
- * the instruction-set level.
+ * classic interface: where messages go, what a stop does, the switches of threads that start later, calls
+ * whose errors are values, functions with a context, the instruction-set level and the version.
  *
  * Arguments go by value. Settings are process-wide and may be made from any thread at any time.
  */
@@ -54,6 +54,18 @@ typedef void (*orvel_stop_handler)(void* context, int32_t type, int32_t code);
  */
 void orvel_set_stop_handler(orvel_stop_handler handler, void* context);
 
+/* A stop handler that also receives the name of the routine and the text of its last message, with lines
+ * that end where the text asks for it. Both may be empty, and are gone when it returns. */
+typedef void (*orvel_stop_text_handler)(void* context, int32_t type, int32_t code, const char* routine,
+                                        const char* text);
+
+/* Sets what a stop does, as orvel_set_stop_handler, whose handler it replaces; that one replaces this.
+ *
+ *     HANDLER  function  the handler; null ends the process
+ *     CONTEXT  in        handed on to the handler
+ */
+void orvel_set_stop_text_handler(orvel_stop_text_handler handler, void* context);
+
 /* Sets the exit status of a stop, 0 unless set.
  *
  *     STATUS  in  the status
@@ -82,6 +94,78 @@ int32_t orvel_set_thread_defaults(int32_t type, int32_t print, int32_t stop);
  */
 void orvel_reset(void);
 
+/* What quiet calls have posted. Only the first four members are the caller's to read. */
+struct orvel_outcome {
+    int32_t severity;            /* the type of the last error, 1 to 7; 0 for none */
+    int32_t code;                /* its code */
+    char routine[40];            /* the routine of the last message */
+    char text[2024];             /* all messages, separated by line ends, as far as there is room */
+    int32_t level;               /* the level of the stack that the calls are made from */
+    int32_t length;              /* of the text */
+    struct orvel_outcome* outer; /* the outcome that is kept again afterwards */
+};
+
+/* Begins quiet calls: until orvel_end_quiet, nothing is printed and nothing stops on the calling thread,
+ * whatever its switches say; they stay as they are. What the calls post is kept in the outcome. Errors of
+ * calls inside a user's function are not those of the routine that called it, and are kept nowhere. Pairs
+ * may be nested. Misuse of the frame still stops the program, save inside orvel_with_context, which it ends.
+ *
+ *     OUTCOME  out  the outcome; it stays in use until orvel_end_quiet
+ *
+ *     struct orvel_outcome o;
+ *     orvel_begin_quiet(&o);
+ *     LSARG(&n, a, &n, b, &path, x);
+ *     orvel_end_quiet(&o);
+ *     if (o.severity >= 4) give_up(o.routine, o.code, o.text);
+ */
+void orvel_begin_quiet(struct orvel_outcome* outcome);
+
+/* Ends quiet calls, those begun last.
+ *
+ *     OUTCOME  inout  the outcome of these calls
+ */
+void orvel_end_quiet(struct orvel_outcome* outcome);
+
+/* A function of the caller's of one variable, with a context. It stores its value in *FX and returns 0, or it
+ * returns another number, which ends the routine that called it. It may throw as well. */
+typedef int32_t (*orvel_context_function)(void* context, double x, double* fx);
+
+/* Calls routines, with F or DF as their argument that is a function. */
+typedef void (*orvel_context_call)(void* argument, orvel_function f, orvel_dfunction df);
+
+/* Makes a function with a context known to routines that take a function of one argument, and calls CALL.
+ * Returns 0, or what FUNCTION returned to end the call: then the routines on the way have been left
+ * properly, storage freed, nothing printed, their outputs as far as they were computed. Returns -1 when
+ * FUNCTION has nested more quiet calls than the stack of routines holds. Calls may be nested; F and DF are
+ * good during the call, on the calling thread.
+ *
+ *     FUNCTION  function  the function
+ *     CONTEXT   in        handed on to the function
+ *     CALL      function  the call; the end of a routine leaves it as an exception does
+ *     ARGUMENT  in        handed on to the call
+ *
+ *     static int32_t line(void *slope, double x, double *fx) { *fx = *(double *)slope * x; return 0; }
+ *     static void integrate(void *to, orvel_function f, orvel_dfunction df)
+ *     { double a = 0, b = 3, abs = 0, rel = 1e-10, error; DQDAGS(df, &a, &b, &abs, &rel, to, &error); }
+ *     orvel_with_context(line, &slope, integrate, &integral);
+ */
+int32_t orvel_with_context(orvel_context_function function, void* context, orvel_context_call call,
+                           void* argument);
+
+/* Calls one routine whose first argument is a function, as orvel_with_context does, without a function of
+ * the caller's between them: for interpreters, whose own frames no exception may cross. Returns as
+ * orvel_with_context; -2, without a call, for a COUNT out of range.
+ *
+ *     FUNCTION          function  the function
+ *     CONTEXT           in        handed on to the function
+ *     ROUTINE           function  the routine
+ *     SINGLE            in        1: the routine takes an orvel_function; 0: an orvel_dfunction
+ *     COUNT             in        the number of arguments behind the function, 0 to 19
+ *     ARGUMENTS(COUNT)  in        their addresses
+ */
+int32_t orvel_call_with_context(orvel_context_function function, void* context, orvel_routine routine,
+                                int32_t single, int32_t count, const orvel_address* arguments);
+
 /* Uses the hot loops of an instruction-set level from now on. Returns 1, or 0 for a level that is unknown or
  * that the machine does not have; then nothing changes.
  *
@@ -101,6 +185,9 @@ int32_t orvel_use_level(const char* name);
 
 /* The name of the instruction-set level in use. It stays valid until the library is unloaded. */
 const char* orvel_level(void);
+
+/* The version of the library, as ORVEL_VERSION is that of the headers. */
+const char* orvel_version(void);
 
 ORVEL_END
 

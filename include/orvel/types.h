@@ -12,6 +12,11 @@
 #include <stddef.h>
 #include <stdint.h>
 
+/* The version of these headers; orvel_version() tells that of the library that a program runs with. The
+ * number is 10000 major + 100 minor + patch. */
+#define ORVEL_VERSION "1.0.0"
+#define ORVEL_VERSION_NUMBER 10000
+
 #ifdef __cplusplus
 #include <complex>
 typedef std::complex<float> orvel_complex;
@@ -32,6 +37,10 @@ ORVEL_BEGIN
  * exception, which leaves the routine with its storage freed and nothing printed. */
 typedef float (*orvel_function)(const float* x);
 typedef double (*orvel_dfunction)(const double* x);
+
+/* The address of a routine of any type, and one of an argument of any type. */
+typedef void (*orvel_routine)(void);
+typedef const void* orvel_address;
 
 ORVEL_END
 

@@ -73,6 +73,7 @@ program calls
   call check(orvel_use_level('none'//c_null_char) == 0, 'unknown level')
   call check(orvel_use_level() == 1, 'best level')
   call check(c_associated(orvel_level()), 'level in use')
+  call quiet
   call literals
   call untouched
   call same_array
@@ -91,6 +92,19 @@ contains
     print '(a)', what
     error stop 1
   end subroutine check
+
+  ! What would stop is a value.
+  subroutine quiet
+    type(orvel_outcome), target :: outcome
+    double precision :: value
+    call erset(0, -1, 1)
+    call orvel_begin_quiet(outcome)
+    value = gamma(-3d0)
+    call orvel_end_quiet(outcome)
+    call erset(0, -1, 0)
+    call check(value /= value .and. outcome%severity == 5 .and. outcome%code == 6, 'quiet outcome')
+    call check(all(outcome%routine(:7) == [character(1) :: 'D', 'G', 'A', 'M', 'M', 'A', c_null_char]), 'quiet name')
+  end subroutine quiet
 
   ! Numbers and texts in places that are written only when another argument says so; results that are -1 or 0.
   subroutine literals
