@@ -5,6 +5,7 @@
     probes DIRECTORY     two halves of a program, probe.c and probe.f90, whose link with -flto compares all types
     exports FILE         version script of liborvel
     exports_blas FILE    version script of liborvel_blas
+    python FOLDER        what the Python package reads of the description, its stubs
     table FILE           orvel_test::routines, an array of all routines with their arguments, for tests in C++
 """
 import re
@@ -13,6 +14,7 @@ import textwrap
 from pathlib import Path
 
 import interface
+import python_face
 
 FORTRAN = {"integer": "integer", "unsigned": "integer", "long": "integer(int64)", "long unsigned": "integer(int64)",
            "single": "real", "double": "double precision", "complex": "complex",
@@ -395,6 +397,13 @@ def main():
         into.write_text(version_script(blas_exports(description)))
     elif what == "table":
         into.write_text("\n".join(table(description)) + "\n")
+    elif what == "python":
+        types = Path(headers[0] if headers else "include/orvel") / "types.h"
+        version = re.search(r'define ORVEL_VERSION "([\d.]+)"', types.read_text())[1]
+        try:
+            python_face.write(description, into, version)
+        except interface.Misunderstood as problem:
+            sys.exit(str(problem))
     else:
         sys.exit(__doc__)
 

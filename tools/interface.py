@@ -279,13 +279,14 @@ def shape_symbols(family):
 
 
 def kernel_stems(members):
-    """Names of kernels without the letters of their precision, where that leaves one name for several."""
+    """Names of kernels without the letters of their precision, where that leaves one name for several. CSCAL may be CS
+    and CAL or C and SCAL: the name that most members share is meant."""
     stems = {}
     for member in members:
-        found = re.fullmatch(r"(I?)(SC|DZ|CS|ZD|S|D|C|Z)(\w+)", member["name"])
-        if found:
-            stems.setdefault(found[1] + found[3], []).append(member)
-    for stem, group in stems.items():
+        for letters in ("SC", "DZ", "CS", "ZD", "S", "D", "C", "Z"):
+            if found := re.fullmatch(rf"(I?){letters}(\w+)", member["name"]):
+                stems.setdefault(found[1] + found[2], []).append(member)
+    for stem, group in sorted(stems.items(), key=lambda item: len(item[1])):
         if len(group) > 1 and stem not in {m["name"] for m in members}:
             for member in group:
                 member["generic"] = stem

@@ -1,0 +1,50 @@
+"""Orvel: numerical subroutines - linear systems, transforms, quadrature, splines, zeros, minima, gamma functions,
+random numbers, sorting, the kernels on vectors and matrices.
+
+Every routine is a function of this module under its own name (`orvel.dlsarg`), and under one name for all precisions
+(`orvel.lsarg`), where the arguments choose:
+
+    x = orvel.lsarg(a, b)                          # a*x = b
+    result, esterr = orvel.qdags(f, 0, 1)          # the integral of f from 0 to 1
+    coef = orvel.fftcf(xseq)                       # a complex transform
+
+What goes in are the inputs of the routine in its order, those without a default first; what comes out is returned, one
+result as it is, several as a named tuple. Sizes are taken from the arrays. `help(orvel.lsarg)` tells the rest.
+
+Errors are exceptions (`orvel.FatalError`, `orvel.TerminalError`, both `orvel.Error`) and warnings (`orvel.Warning`,
+`orvel.Alert`). Nothing is printed and nothing stops the program.
+"""
+import json as _json
+from pathlib import Path as _Path
+
+from ._errors import Alert, Error, FatalError, TerminalError, Warning
+from ._library import Library as _Library
+
+_face = _json.loads((_Path(__file__).parent / "_interface.json").read_text())
+_library = _Library(_face["version"])
+
+version = _library.version
+__version__ = version
+library_path = _library.path
+use_level = _library.use_level
+level = _library.level
+use_level.__func__.__doc__ = """Uses the hot loops of an instruction-set level from now on, in all threads: x86-64, x86-64-v3 or
+x86-64-v4 as compilers name them, native on other processors; None goes back to the best level of the machine. The same
+call gives the same bits on all machines that use the same level."""
+level.__func__.__doc__ = "The name of the instruction-set level in use."
+
+
+def __getattr__(name):
+    entry = _face["routines"].get(name)
+    if entry is None:
+        if name.lower() in _face["routines"]:
+            raise AttributeError(f"orvel has no {name!r}; names are in lower case: orvel.{name.lower()}")
+        raise AttributeError(f"module 'orvel' has no attribute {name!r}")
+    from ._routine import make
+
+    function = make(name, entry, _face["families"][entry["family"]], _library)
+    return globals().setdefault(name, function)
+
+
+def __dir__():
+    return sorted({n for n in globals() if not n.startswith("_") or n.startswith("__")} | set(_face["routines"]))
