@@ -17,6 +17,11 @@ Errors are exceptions (`orvel.FatalError`, `orvel.TerminalError`, both `orvel.Er
 import json as _json
 from pathlib import Path as _Path
 
+try:
+    import numpy as _numpy  # noqa: F401  every routine needs it; better to hear of it now
+except ImportError as _problem:
+    raise ImportError("orvel needs numpy (Debian: python3-numpy)") from _problem
+
 from ._errors import Alert, Error, FatalError, TerminalError, Warning
 from ._library import Library as _Library
 

@@ -384,13 +384,13 @@ class Call:
         arguments = [*map(ctypes.c_void_p, self.pointers), *self.lengths]
         if self.many is not None:
             return self.run_many(function, arguments, library)
-        value, self.outcome = library.quietly(lambda: function(*arguments))
+        value, self.outcome = library.quietly(lambda _: function(*arguments))
         return self.plain(value, member.returns)
 
     def run_with_function(self, member, library):
         addresses = (ctypes.c_void_p * len(self.pointers))(*self.pointers)
         user = self.user
-        ended, outcome = library.quietly(lambda: library.with_context(
+        ended, outcome = library.quietly(lambda _: library.with_context(
             evaluate, user, member.address, user.single, len(self.pointers), addresses))
         if user.problem is not None:
             problem, user.problem = user.problem, None
@@ -411,19 +411,28 @@ class Call:
         kinds = self.member.kinds
         self.many = {n: numpy.zeros(values[0].shape, DTYPES[kinds[n]]) for n, _ in outs}
         flat = [(self.many[n].reshape(-1), cell) for n, cell in outs]
-        result = numpy.zeros(values[0].shape, DTYPES[self.member.returns]) if self.member.returns else None
-        at = None if result is None else result.reshape(-1)
-        for k, elements in enumerate(zip(*(v.ravel().tolist() for v in values))):
-            for cell, element in zip(cells, elements):
-                cell.value = element
-            value, outcome = library.quietly(lambda: function(*arguments))
-            if at is not None:
-                at[k] = value
-            for array, cell in flat:
-                array[k] = cell.value
+        if self.member.returns:
+            result = numpy.zeros(values[0].shape, DTYPES[self.member.returns])
+            flat.append((result.reshape(-1), None))
+        rest = enumerate(zip(*(v.ravel().tolist() for v in values)))
+
+        def until_something_is_said(outcome):
+            for k, elements in rest:
+                for cell, element in zip(cells, elements):
+                    cell.value = element
+                value = function(*arguments)
+                for array, cell in flat:
+                    array[k] = value if cell is None else cell.value
+                if outcome.severity:
+                    return False
+            return True
+
+        finished = False
+        while not finished:
+            finished, outcome = library.quietly(until_something_is_said)
             if outcome and (self.outcome is None or rank(outcome) > rank(self.outcome)):
                 self.outcome = outcome
-        return result
+        return result if self.member.returns else None
 
     # ---- results -----------------------------------------------------------------------------------------
 

@@ -22,13 +22,14 @@ def shape_words(entry, family, name):
         return ""
     extents = what["shape"]
 
-    def word(extent, shown):
-        if isinstance(extent, list) and len(extent) == 2:
+    def word(extent):
+        if isinstance(extent, list) and len(extent) == 4:
+            return f"{word(extent[2])} or {word(extent[3])}"
+        if isinstance(extent, list):
             return extent[0] + (f" + {extent[1]}" if extent[1] else "")
-        return str(extent) if not isinstance(extent, list) else family["lengths"].get(shown) and f"{shown}" or "rows"
+        return str(extent)
 
-    shown = shape.split(",") + [""]
-    return "(" + ", ".join(word(e, s) for e, s in zip(extents, shown)) + ")"
+    return "(" + ", ".join(map(word, extents)) + ")"
 
 
 def parameter_lines(entry, family, name):

@@ -91,12 +91,13 @@ class Library:
         return self.handle._name
 
     def quietly(self, call):
-        """Calls; returns its value and (severity, code, routine, text) or None. Nothing is printed, nothing stops."""
+        """Calls with the outcome that grows meanwhile; returns the value and (severity, code, routine, text) or None.
+        Nothing is printed, nothing stops."""
         outcome = self.outcomes.pop() if self.outcomes else Outcome()
         address = ctypes.addressof(outcome)
         try:
             self.begin(address)  # an interrupt comes after this call, never before it
-            value = call()
+            value = call(outcome)
         finally:
             self.end(address)
         said = outcome.said()
