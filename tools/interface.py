@@ -11,13 +11,13 @@ What cannot be understood is an error that names file and line. A header is a se
 The first sentence of an entry is its purpose. In a comment, a line that is indented by four more blanks is a row of one
 of these kinds, continued by lines that are indented further:
 
-    A(LDA,N)    in         meaning           an argument, its shape and its role
+    A(M:LDA,N)  in         meaning           an argument, its shape and its role
     KA          =          K if TRANS = N, else M      a length that shapes use
     TERMINAL 1  N < 1                        an error: severity, code, cause; "the text"; -> the remedy
     cause       N < 1                        "the text" that all errors of this cause have, said once for many entries
 
 Roles: in, out, inout, in/out (the one or the other, as another argument says), scratch, function. A shape X(N:INCX) is
-a vector of N elements INCX apart. Values that an argument may have begin its meaning: "1: whole; 2: upper half".
+a vector of N elements INCX apart, A(M:LDA,N) a matrix of M rows and N columns LDA apart. Values that an argument may have begin its meaning: "1: whole; 2: upper half".
 "may be B" in a meaning allows an argument to be the same array as another, "or N complex numbers" a real array to be
 complex, "null" a text of the host interface to be left out. A row that an entry lacks is looked up in its section and in
 the header. Paragraphs that begin with one of the LABELS are kept by that name. "The errors are those of LSARG" copies
@@ -144,12 +144,16 @@ class Scope:
 
 
 def argument(where, name, shape, role, meaning):
-    dimensions, step = None, None
+    dimensions, step, rows = None, None, None
     if shape:
-        dimensions, _, step = shape[1:-1].partition(":")
-        dimensions = split_at_commas(dimensions)
+        dimensions = split_at_commas(shape[1:-1])
+        first, colon, second = dimensions[0].partition(":")
+        if colon and len(dimensions) == 1:
+            dimensions, step = [first], second
+        elif colon:
+            dimensions[0], rows = second, first
     choices = re.findall(r"(?:^|; )([A-Z0-9-]+): ([^;]+)", meaning)
-    return {"name": name, "role": role, "shape": dimensions, "step": step or None, "meaning": meaning,
+    return {"name": name, "role": role, "shape": dimensions, "rows": rows, "step": step, "meaning": meaning,
             "choices": {value: text.strip() for value, text in choices} or None,
             "may_be": re.findall(r"may be ([A-Z][A-Z0-9]*)\b", meaning)}
 
@@ -268,7 +272,7 @@ def shape_symbols(family):
     """Names in shapes are arguments or lengths of the family."""
     known = {a["name"] for m in family["members"] for a in m["arguments"]} | set(family["lengths"])
     for row in family["arguments"].values():
-        for expression in (row["shape"] or []) + ([row["step"]] if row["step"] else []):
+        for expression in filter(None, [*(row["shape"] or []), row["step"], row["rows"]]):
             for name in re.findall(r"[A-Z][A-Z0-9]*", expression):
                 if name not in known:
                     fail(family["where"], f"the shape of {row['name']} needs {name}")
@@ -279,14 +283,14 @@ def shape_symbols(family):
 
 
 def kernel_stems(members):
-    """Names of kernels without the letters of their precision, where that leaves one name for several. CSCAL may be CS
-    and CAL or C and SCAL: the name that most members share is meant."""
+    """Names of kernels without the letters of their precision, where that leaves one name for several. One letter or
+    two: SCOPY is COPY in single precision, and SCASUM the sum of single complex numbers."""
     stems = {}
     for member in members:
-        for letters in ("SC", "DZ", "CS", "ZD", "S", "D", "C", "Z"):
-            if found := re.fullmatch(rf"(I?){letters}(\w+)", member["name"]):
-                stems.setdefault(found[1] + found[2], []).append(member)
-    for stem, group in sorted(stems.items(), key=lambda item: len(item[1])):
+        for letters in ("[SDCZ]", "SC|DZ|CS|ZD"):
+            if found := re.fullmatch(rf"(I?)({letters})(\w+)", member["name"]):
+                stems.setdefault(found[1] + found[3], []).append(member)
+    for stem, group in sorted(stems.items(), key=lambda item: len(item[1])):  # the most common one holds
         if len(group) > 1 and stem not in {m["name"] for m in members}:
             for member in group:
                 member["generic"] = stem
@@ -322,7 +326,7 @@ def family_of(entry, functions, section):
     if first is None:
         fail(entry.where, "no purpose")
     purpose, _, rest = first.partition(". ")
-    used, lengths = " ".join(" ".join(r["shape"] or []) for r in rows.values()), {}
+    used, lengths = " ".join(" ".join([*(r["shape"] or []), r["rows"] or ""]) for r in rows.values()), {}
     scope = entry
     while scope:
         for name, value in scope.lengths.items():

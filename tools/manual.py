@@ -36,7 +36,7 @@ def fortran_synopsis(header, family):
 def argument_rows(family):
     for row in family["arguments"].values():
         shape = ",".join(row["shape"] or [])
-        step = f", {row['step']} apart" if row["step"] else ""
+        step = f", {row['step']} apart" if row["step"] else f", {row['rows']} rows" if row["rows"] else ""
         yield ".TP"
         yield f"\\fB{escaped(row['name'])}{f'({escaped(shape)}){step}' if shape else ''}\\fR (\\fI{row['role']}\\fR)"
         yield escaped(row["meaning"]) if row["meaning"] else "Scratch storage."

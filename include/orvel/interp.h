@@ -137,13 +137,13 @@ void DC2PER(const int32_t* ndata, const double* xdata, const double* fdata, doub
 
 /* Sorts and checks data.
  *
- *     SPCOEF(LDC,NDATA)  out      the ordinates in its first row
- *     LDC                in       the leading dimension of SPCOEF
- *     IWK(NDATA)         scratch  where the data were not ascending, their places in XDATA
+ *     SPCOEF(1:LDC,NDATA)  out      the ordinates in its first row
+ *     LDC                  in       the leading dimension of SPCOEF
+ *     IWK(NDATA)           scratch  where the data were not ascending, their places in XDATA
  *
- *     TERMINAL 2         two abscissas are equal; the message has their places in XDATA
- *                        "Points in the data point abscissas array, XDATA, must be distinct, but
- *                        XDATA(%(I1)) = XDATA(%(I2)) = %(R1)."
+ *     TERMINAL 2           two abscissas are equal; the message has their places in XDATA
+ *                          "Points in the data point abscissas array, XDATA, must be distinct, but
+ *                          XDATA(%(I1)) = XDATA(%(I2)) = %(R1)."
  */
 void C1SOR(const int32_t* ndata, const float* xdata, const float* fdata, float* brkpt, float* spcoef,
            const int32_t* ldc, int32_t* iwk);

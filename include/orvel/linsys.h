@@ -6,59 +6,59 @@
  * same length. Every routine frees its scratch before it returns. Sizes are formed in 64 bits; storage that
  * cannot be had posts TERMINAL 2 of the front.
  *
- *     N               in       the order of A
- *     A(LDA,N)        in       the matrix
- *     LDA             in       the leading dimension of A, at least N
- *     B(N)            in       the right-hand side
- *     IPATH           in       1: A*X = B; 2: A^H*X = B
- *     X(N)            out      the solution; may be B
- *     FACT(LDFAC,N)   in       the factorization of LFTRG or LFCRG
- *     LDFAC           in       the leading dimension of FACT, at least N
- *     IPVT(N)         in       the interchanges
- *     AINV(LDAINV,N)  out      the inverse; may be A where LDAINV = LDA
- *     LDAINV          in       the leading dimension of AINV, at least N
- *     RCOND           out      an estimate of the reciprocal of the L1 condition number
- *     WK(N)           scratch
+ *     N                 in       the order of A
+ *     A(N:LDA,N)        in       the matrix
+ *     LDA               in       the leading dimension of A, at least N
+ *     B(N)              in       the right-hand side
+ *     IPATH             in       1: A*X = B; 2: A^H*X = B
+ *     X(N)              out      the solution; may be B
+ *     FACT(N:LDFAC,N)   in       the factorization of LFTRG or LFCRG
+ *     LDFAC             in       the leading dimension of FACT, at least N
+ *     IPVT(N)           in       the interchanges
+ *     AINV(N:LDAINV,N)  out      the inverse; may be A where LDAINV = LDA
+ *     LDAINV            in       the leading dimension of AINV, at least N
+ *     RCOND             out      an estimate of the reciprocal of the L1 condition number
+ *     WK(N)             scratch
  *
- *     cause           N < 1
- *                     "The number of equations must be positive while N = %(I1) is given."
- *     cause           N < 1: the order
- *                     "The order of the matrix must be positive while N = %(I1) is given."
- *     cause           N > LDA
- *                     "The order of the matrix must be less than or equal to its leading dimension while N
- *                     = %(I1) and LDA = %(I2) are given."
- *     cause           N > LDFAC
- *                     "The order of the matrix must be less than or equal to its leading dimension while N
- *                     = %(I1) and LDFAC = %(I2) are given."
- *     cause           N > LDAINV
- *                     "The order of the matrix must be less than or equal to its leading dimension while N
- *                     = %(I1) and LDAINV = %(I2) are given."
- *     cause           IPATH is neither 1 nor 2
- *                     "IPATH must be either 1 or 2 while a value of %(I1) is given."
- *     cause           an element of IPVT is not a row, 1 to N
- *                     "The elements of IPVT must be rows of the matrix, from 1 to N = %(I1), while
- *                     IPVT(%(I2)) = %(I3) is given."
- *                     -> pass FACT and IPVT of one factorization
- *     cause           no storage
- *                     "The required storage cannot be allocated.  The workspace is based on N, where N =
- *                     %(I1)."
- *                     -> use the worker with scratch of your own
- *     cause           no storage for a copy of B
- *                     "The required storage cannot be allocated.  The workspace is based on N, where N =
- *                     %(I1)."
- *                     -> give X an array of its own
- *     cause           option 17 is neither 1 nor 2
- *                     "The flag value for computing the matrix condition number must be 1 or 2 while %(I1)
- *                     is given."
- *                     -> set it with IUMAG
- *     cause           A is singular
- *                     "The input matrix is singular.  Some of the diagonal elements of the upper triangular
- *                     matrix U of the LU factorization are close to zero."
- *                     -> leave out the row or column that depends on others
- *     cause           RCOND is not above eps
- *                     "The matrix is too ill-conditioned. An estimate of the reciprocal of its L1 condition
- *                     number is RCOND = %(R1).  The solution might not be accurate."
- *                     -> scale rows and columns, or use the double member
+ *     cause             N < 1
+ *                       "The number of equations must be positive while N = %(I1) is given."
+ *     cause             N < 1: the order
+ *                       "The order of the matrix must be positive while N = %(I1) is given."
+ *     cause             N > LDA
+ *                       "The order of the matrix must be less than or equal to its leading dimension while N
+ *                       = %(I1) and LDA = %(I2) are given."
+ *     cause             N > LDFAC
+ *                       "The order of the matrix must be less than or equal to its leading dimension while N
+ *                       = %(I1) and LDFAC = %(I2) are given."
+ *     cause             N > LDAINV
+ *                       "The order of the matrix must be less than or equal to its leading dimension while N
+ *                       = %(I1) and LDAINV = %(I2) are given."
+ *     cause             IPATH is neither 1 nor 2
+ *                       "IPATH must be either 1 or 2 while a value of %(I1) is given."
+ *     cause             an element of IPVT is not a row, 1 to N
+ *                       "The elements of IPVT must be rows of the matrix, from 1 to N = %(I1), while
+ *                       IPVT(%(I2)) = %(I3) is given."
+ *                       -> pass FACT and IPVT of one factorization
+ *     cause             no storage
+ *                       "The required storage cannot be allocated.  The workspace is based on N, where N =
+ *                       %(I1)."
+ *                       -> use the worker with scratch of your own
+ *     cause             no storage for a copy of B
+ *                       "The required storage cannot be allocated.  The workspace is based on N, where N =
+ *                       %(I1)."
+ *                       -> give X an array of its own
+ *     cause             option 17 is neither 1 nor 2
+ *                       "The flag value for computing the matrix condition number must be 1 or 2 while %(I1)
+ *                       is given."
+ *                       -> set it with IUMAG
+ *     cause             A is singular
+ *                       "The input matrix is singular.  Some of the diagonal elements of the upper triangular
+ *                       matrix U of the LU factorization are close to zero."
+ *                       -> leave out the row or column that depends on others
+ *     cause             RCOND is not above eps
+ *                       "The matrix is too ill-conditioned. An estimate of the reciprocal of its L1 condition
+ *                       number is RCOND = %(R1).  The solution might not be accurate."
+ *                       -> scale rows and columns, or use the double member
  *
  * NaN: a NaN in A gives a singular matrix or NaN in the results, a NaN in B NaN in X.
  *
@@ -154,18 +154,18 @@ void DL2LCG(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const
  * (option 17 is 1, or A is singular). The estimate is seldom below the true value, and may be above it by a
  * factor of 10.
  *
- *     FACT(LDFAC,N)  out  the factorization; may be A where LDFAC = LDA
- *     IPVT(N)        out  the interchanges
+ *     FACT(N:LDFAC,N)  out  the factorization; may be A where LDFAC = LDA
+ *     IPVT(N)          out  the interchanges
  *
- *     TERMINAL 1     N < 1: the order
- *     TERMINAL 2     N > LDA
- *     TERMINAL 2     no storage
- *     TERMINAL 3     N > LDFAC
- *     TERMINAL 4     option 17 is neither 1 nor 2
- *     FATAL 2        A is singular
- *     WARNING 1      RCOND is not above eps: the matrix
- *                    "The matrix is algorithmically singular.  An estimate of the reciprocal of its L1
- *                    condition number is RCOND = %(R1)."
+ *     TERMINAL 1       N < 1: the order
+ *     TERMINAL 2       N > LDA
+ *     TERMINAL 2       no storage
+ *     TERMINAL 3       N > LDFAC
+ *     TERMINAL 4       option 17 is neither 1 nor 2
+ *     FATAL 2          A is singular
+ *     WARNING 1        RCOND is not above eps: the matrix
+ *                      "The matrix is algorithmically singular.  An estimate of the reciprocal of its L1
+ *                      condition number is RCOND = %(R1)."
  *
  * After an error: FACT and IPVT are untouched after a TERMINAL error, and hold what was reached after FATAL
  * 2.
@@ -202,16 +202,16 @@ void DL2CCG(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, orvel
  * it is, and the elimination goes on. An element gets its products in ascending order of the steps, so that
  * the result has the same bits whatever the size.
  *
- *     FACT(LDFAC,N)  out      the factorization; may be A where LDFAC = LDA
- *     IPVT(N)        out      the interchanges
- *     WK(N)          scratch  holds S, interchanged with the rows (in the storage of its first N reals in
- *                             complex members)
+ *     FACT(N:LDFAC,N)  out      the factorization; may be A where LDFAC = LDA
+ *     IPVT(N)          out      the interchanges
+ *     WK(N)            scratch  holds S, interchanged with the rows (in the storage of its first N reals in
+ *                               complex members)
  *
- *     TERMINAL 1     N < 1: the order
- *     TERMINAL 2     N > LDA
- *     TERMINAL 2     no storage
- *     TERMINAL 3     N > LDFAC
- *     FATAL 2        A is singular
+ *     TERMINAL 1       N < 1: the order
+ *     TERMINAL 2       N > LDA
+ *     TERMINAL 2       no storage
+ *     TERMINAL 3       N > LDFAC
+ *     FATAL 2          A is singular
  *
  * After an error: only the first TERMINAL error is posted, and FACT and IPVT are untouched; after FATAL 2
  * they hold what was reached.
@@ -380,8 +380,8 @@ void DLINCT(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const
 
 /* Copies a matrix to B.
  *
- *     B(LDB,N)  out  the copy
- *     LDB       in   its leading dimension
+ *     B(N:LDB,N)  out  the copy
+ *     LDB         in   its leading dimension
  */
 void CRGRG(const int32_t* n, const float* a, const int32_t* lda, float* b, const int32_t* ldb);
 void DCRGRG(const int32_t* n, const double* a, const int32_t* lda, double* b, const int32_t* ldb);
@@ -392,10 +392,10 @@ void DCCGCG(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, orvel
 
 /* Largest column sum of magnitudes of A.
  *
- *     NRA         in   the number of rows
- *     NCA         in   the number of columns
- *     A(LDA,NCA)  in   the matrix
- *     ANORM       out  the norm
+ *     NRA             in   the number of rows
+ *     NCA             in   the number of columns
+ *     A(NRA:LDA,NCA)  in   the matrix
+ *     ANORM           out  the norm
  */
 void NR1RR(const int32_t* nra, const int32_t* nca, const float* a, const int32_t* lda, float* anorm);
 void DNR1RR(const int32_t* nra, const int32_t* nca, const double* a, const int32_t* lda, double* anorm);

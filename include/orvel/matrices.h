@@ -154,7 +154,7 @@ int32_t L1AME(const char* ca, const char* cb);
 
 /* y = alpha*op(A)*x + beta*y. y is not read when beta = 0.
  *
- *     A(LDA,N)    in     the matrix, of M rows
+ *     A(M:LDA,N)  in     the matrix, of M rows
  *     X(NX:INCX)  in     a vector
  *     NX          =      N if TRANS = N, else M
  *     Y(NY:INCY)  inout  a vector
@@ -182,20 +182,20 @@ void ZGEMV(const char* trans, const int32_t* m, const int32_t* n, const orvel_dc
 
 /* y = alpha*op(A)*x + beta*y, A a band matrix. Element (i, j) is at row KU + 1 + i - j.
  *
- *     A(LDA,N)    in     the band of a matrix of M rows
- *     X(NX:INCX)  in     a vector
- *     NX          =      N if TRANS = N, else M
- *     Y(NY:INCY)  inout  a vector
- *     NY          =      M if TRANS = N, else N
+ *     A(KL+KU+1:LDA,N)  in     the band of a matrix of M rows
+ *     X(NX:INCX)        in     a vector
+ *     NX                =      N if TRANS = N, else M
+ *     Y(NY:INCY)        inout  a vector
+ *     NY                =      M if TRANS = N, else N
  *
- *     TERMINAL 1  M < 0
- *     TERMINAL 2  N < 0
- *     TERMINAL 3  KL < 0
- *     TERMINAL 4  KU < 0
- *     TERMINAL 5  LDA < KL + KU + 1
- *     TERMINAL 6  TRANS is not N, T or C
- *     TERMINAL 7  INCX = 0
- *     TERMINAL 8  INCY = 0
+ *     TERMINAL 1        M < 0
+ *     TERMINAL 2        N < 0
+ *     TERMINAL 3        KL < 0
+ *     TERMINAL 4        KU < 0
+ *     TERMINAL 5        LDA < KL + KU + 1
+ *     TERMINAL 6        TRANS is not N, T or C
+ *     TERMINAL 7        INCX = 0
+ *     TERMINAL 8        INCY = 0
  */
 void SGBMV(const char* trans, const int32_t* m, const int32_t* n, const int32_t* kl, const int32_t* ku,
            const float* alpha, const float* a, const int32_t* lda, const float* x, const int32_t* incx,
@@ -212,7 +212,7 @@ void ZGBMV(const char* trans, const int32_t* m, const int32_t* n, const int32_t*
 
 /* y = alpha*A*x + beta*y, A symmetric.
  *
- *     A(LDA,N)    in     the matrix, of which the triangle UPLO is read
+ *     A(N:LDA,N)  in     the matrix, of which the triangle UPLO is read
  *     Y(N:INCY)   inout  a vector
  *
  *     TERMINAL 1  N < 0
@@ -229,8 +229,8 @@ void DSYMV(const char* uplo, const int32_t* n, const double* alpha, const double
 /* y = alpha*A*x + beta*y, A Hermitian. Imaginary parts on the diagonal are taken as zero. The errors are
  * those of SSYMV.
  *
- *     A(LDA,N)   in     the matrix, of which the triangle UPLO is read
- *     Y(N:INCY)  inout  a vector
+ *     A(N:LDA,N)  in     the matrix, of which the triangle UPLO is read
+ *     Y(N:INCY)   inout  a vector
  */
 void CHEMV(const char* uplo, const int32_t* n, const orvel_complex* alpha, const orvel_complex* a,
            const int32_t* lda, const orvel_complex* x, const int32_t* incx, const orvel_complex* beta,
@@ -242,15 +242,15 @@ void ZHEMV(const char* uplo, const int32_t* n, const orvel_dcomplex* alpha, cons
 /* y = alpha*A*x + beta*y, A a symmetric band matrix. Element (i, j) is at row 1 + i - j for UPLO = L, at
  * row K + 1 + i - j for UPLO = U.
  *
- *     A(LDA,N)    in     the band, K diagonals on either side
- *     Y(N:INCY)   inout  a vector
+ *     A(K+1:LDA,N)  in     the band, K diagonals on either side
+ *     Y(N:INCY)     inout  a vector
  *
- *     TERMINAL 1  N < 0
- *     TERMINAL 2  K < 0
- *     TERMINAL 3  LDA < K + 1
- *     TERMINAL 4  UPLO is not U or L
- *     TERMINAL 5  INCX = 0
- *     TERMINAL 6  INCY = 0
+ *     TERMINAL 1    N < 0
+ *     TERMINAL 2    K < 0
+ *     TERMINAL 3    LDA < K + 1
+ *     TERMINAL 4    UPLO is not U or L
+ *     TERMINAL 5    INCX = 0
+ *     TERMINAL 6    INCY = 0
  */
 void SSBMV(const char* uplo, const int32_t* n, const int32_t* k, const float* alpha, const float* a,
            const int32_t* lda, const float* x, const int32_t* incx, const float* beta, float* y,
@@ -261,8 +261,8 @@ void DSBMV(const char* uplo, const int32_t* n, const int32_t* k, const double* a
 
 /* y = alpha*A*x + beta*y, A a Hermitian band matrix, stored as in SSBMV. The errors are those of SSBMV.
  *
- *     A(LDA,N)   in     the band, K diagonals on either side
- *     Y(N:INCY)  inout  a vector
+ *     A(K+1:LDA,N)  in     the band, K diagonals on either side
+ *     Y(N:INCY)     inout  a vector
  */
 void CHBMV(const char* uplo, const int32_t* n, const int32_t* k, const orvel_complex* alpha,
            const orvel_complex* a, const int32_t* lda, const orvel_complex* x, const int32_t* incx,
@@ -273,7 +273,7 @@ void ZHBMV(const char* uplo, const int32_t* n, const int32_t* k, const orvel_dco
 
 /* x = op(A)*x, A triangular.
  *
- *     A(LDA,N)    in     the matrix, of which the triangle UPLO is read
+ *     A(N:LDA,N)  in     the matrix, of which the triangle UPLO is read
  *     X(N:INCX)   inout  a vector
  *
  *     TERMINAL 1  N < 0
@@ -295,8 +295,8 @@ void ZTRMV(const char* uplo, const char* trans, const char* diag, const int32_t*
 /* Solves op(A)*x = b, A triangular; x takes the place of b. There is no test of singularity: a zero on the
  * diagonal divides. The errors are those of STRMV.
  *
- *     A(LDA,N)   in     the matrix, of which the triangle UPLO is read
- *     X(N:INCX)  inout  a vector
+ *     A(N:LDA,N)  in     the matrix, of which the triangle UPLO is read
+ *     X(N:INCX)   inout  a vector
  */
 void STRSV(const char* uplo, const char* trans, const char* diag, const int32_t* n, const float* a,
            const int32_t* lda, float* x, const int32_t* incx);
@@ -309,16 +309,16 @@ void ZTRSV(const char* uplo, const char* trans, const char* diag, const int32_t*
 
 /* x = op(A)*x, A a triangular band matrix of K diagonals beside the main one, stored as in SSBMV.
  *
- *     A(LDA,N)    in     the band
- *     X(N:INCX)   inout  a vector
+ *     A(K+1:LDA,N)  in     the band
+ *     X(N:INCX)     inout  a vector
  *
- *     TERMINAL 1  N < 0
- *     TERMINAL 2  K < 0
- *     TERMINAL 3  LDA < K + 1
- *     TERMINAL 4  UPLO is not U or L
- *     TERMINAL 5  TRANS is not N, T or C
- *     TERMINAL 6  DIAG is not U or N
- *     TERMINAL 7  INCX = 0
+ *     TERMINAL 1    N < 0
+ *     TERMINAL 2    K < 0
+ *     TERMINAL 3    LDA < K + 1
+ *     TERMINAL 4    UPLO is not U or L
+ *     TERMINAL 5    TRANS is not N, T or C
+ *     TERMINAL 6    DIAG is not U or N
+ *     TERMINAL 7    INCX = 0
  */
 void STBMV(const char* uplo, const char* trans, const char* diag, const int32_t* n, const int32_t* k,
            const float* a, const int32_t* lda, float* x, const int32_t* incx);
@@ -332,8 +332,8 @@ void ZTBMV(const char* uplo, const char* trans, const char* diag, const int32_t*
 /* Solves op(A)*x = b, A a triangular band matrix, stored as in SSBMV; x takes the place of b. The errors
  * are those of STBMV.
  *
- *     A(LDA,N)   in     the band
- *     X(N:INCX)  inout  a vector
+ *     A(K+1:LDA,N)  in     the band
+ *     X(N:INCX)     inout  a vector
  */
 void STBSV(const char* uplo, const char* trans, const char* diag, const int32_t* n, const int32_t* k,
            const float* a, const int32_t* lda, float* x, const int32_t* incx);
@@ -346,7 +346,7 @@ void ZTBSV(const char* uplo, const char* trans, const char* diag, const int32_t*
 
 /* A = A + alpha*x*y^T.
  *
- *     A(LDA,N)    inout  the matrix, of M rows
+ *     A(M:LDA,N)  inout  the matrix, of M rows
  *     X(M:INCX)   in     a vector
  *
  *     TERMINAL 1  M < 0
@@ -362,8 +362,8 @@ void DGER(const int32_t* m, const int32_t* n, const double* alpha, const double*
 
 /* A = A + alpha*x*y^T, complex. The errors are those of SGER.
  *
- *     A(LDA,N)   inout  the matrix, of M rows
- *     X(M:INCX)  in     a vector
+ *     A(M:LDA,N)  inout  the matrix, of M rows
+ *     X(M:INCX)   in     a vector
  */
 void CGERU(const int32_t* m, const int32_t* n, const orvel_complex* alpha, const orvel_complex* x,
            const int32_t* incx, const orvel_complex* y, const int32_t* incy, orvel_complex* a,
@@ -374,8 +374,8 @@ void ZGERU(const int32_t* m, const int32_t* n, const orvel_dcomplex* alpha, cons
 
 /* A = A + alpha*x*y^H. The errors are those of SGER.
  *
- *     A(LDA,N)   inout  the matrix, of M rows
- *     X(M:INCX)  in     a vector
+ *     A(M:LDA,N)  inout  the matrix, of M rows
+ *     X(M:INCX)   in     a vector
  */
 void CGERC(const int32_t* m, const int32_t* n, const orvel_complex* alpha, const orvel_complex* x,
            const int32_t* incx, const orvel_complex* y, const int32_t* incy, orvel_complex* a,
@@ -386,7 +386,7 @@ void ZGERC(const int32_t* m, const int32_t* n, const orvel_dcomplex* alpha, cons
 
 /* A = A + alpha*x*x^T on a triangle.
  *
- *     A(LDA,N)    inout  the matrix, of which the triangle UPLO is changed
+ *     A(N:LDA,N)  inout  the matrix, of which the triangle UPLO is changed
  *
  *     TERMINAL 1  N < 0
  *     TERMINAL 2  LDA < max(1,N)
@@ -401,7 +401,7 @@ void DSYR(const char* uplo, const int32_t* n, const double* alpha, const double*
 /* A = A + alpha*x*x^H on a triangle, with a real alpha. The diagonal becomes real. The errors are those of
  * SSYR.
  *
- *     A(LDA,N)  inout  the matrix, of which the triangle UPLO is changed
+ *     A(N:LDA,N)  inout  the matrix, of which the triangle UPLO is changed
  */
 void CHER(const char* uplo, const int32_t* n, const float* alpha, const orvel_complex* x, const int32_t* incx,
           orvel_complex* a, const int32_t* lda);
@@ -410,7 +410,7 @@ void ZHER(const char* uplo, const int32_t* n, const double* alpha, const orvel_d
 
 /* A = A + alpha*x*y^T + alpha*y*x^T on a triangle.
  *
- *     A(LDA,N)    inout  the matrix, of which the triangle UPLO is changed
+ *     A(N:LDA,N)  inout  the matrix, of which the triangle UPLO is changed
  *
  *     TERMINAL 1  N < 0
  *     TERMINAL 2  LDA < max(1,N)
@@ -426,7 +426,7 @@ void DSYR2(const char* uplo, const int32_t* n, const double* alpha, const double
 /* A = A + alpha*x*y^H + conj(alpha)*y*x^H on a triangle. The diagonal becomes real. The errors are those of
  * SSYR2.
  *
- *     A(LDA,N)  inout  the matrix, of which the triangle UPLO is changed
+ *     A(N:LDA,N)  inout  the matrix, of which the triangle UPLO is changed
  */
 void CHER2(const char* uplo, const int32_t* n, const orvel_complex* alpha, const orvel_complex* x,
            const int32_t* incx, const orvel_complex* y, const int32_t* incy, orvel_complex* a,
@@ -445,22 +445,24 @@ void ZHER2(const char* uplo, const int32_t* n, const orvel_dcomplex* alpha, cons
 
 /* C = alpha*op(A)*op(B) + beta*C. beta*C is formed first; C is not read when beta = 0.
  *
- *     A(LDA,KA)    in     the matrix, op(A) of M rows and K columns
- *     KA           =      K if TRANSA = N, else M
- *     B(LDB,KB)    in     the matrix, op(B) of K rows and N columns
- *     KB           =      N if TRANSB = N, else K
- *     C(LDC,N)     inout  the matrix, of M rows
+ *     A(RA:LDA,KA)  in     the matrix, op(A) of M rows and K columns
+ *     RA            =      M if TRANSA = N, else K
+ *     KA            =      K if TRANSA = N, else M
+ *     B(RB:LDB,KB)  in     the matrix, op(B) of K rows and N columns
+ *     RB            =      K if TRANSB = N, else N
+ *     KB            =      N if TRANSB = N, else K
+ *     C(M:LDC,N)    inout  the matrix, of M rows
  *
- *     TERMINAL 1   M < 0
- *     TERMINAL 2   N < 0
- *     TERMINAL 3   K < 0
- *     TERMINAL 4   LDC < max(1,M)
- *     TERMINAL 5   TRANSA = N and LDA < max(1,M)
- *     TERMINAL 6   TRANSA = T or C and LDA < max(1,K)
- *     TERMINAL 7   TRANSA is not N, T or C
- *     TERMINAL 8   TRANSB = N and LDB < max(1,K)
- *     TERMINAL 9   TRANSB = T or C and LDB < max(1,N)
- *     TERMINAL 10  TRANSB is not N, T or C
+ *     TERMINAL 1    M < 0
+ *     TERMINAL 2    N < 0
+ *     TERMINAL 3    K < 0
+ *     TERMINAL 4    LDC < max(1,M)
+ *     TERMINAL 5    TRANSA = N and LDA < max(1,M)
+ *     TERMINAL 6    TRANSA = T or C and LDA < max(1,K)
+ *     TERMINAL 7    TRANSA is not N, T or C
+ *     TERMINAL 8    TRANSB = N and LDB < max(1,K)
+ *     TERMINAL 9    TRANSB = T or C and LDB < max(1,N)
+ *     TERMINAL 10   TRANSB is not N, T or C
  */
 void SGEMM(const char* transa, const char* transb, const int32_t* m, const int32_t* n, const int32_t* k,
            const float* alpha, const float* a, const int32_t* lda, const float* b, const int32_t* ldb,
@@ -477,19 +479,19 @@ void ZGEMM(const char* transa, const char* transb, const int32_t* m, const int32
 
 /* C = alpha*A*B + beta*C or alpha*B*A + beta*C, A symmetric.
  *
- *     A(LDA,KA)   in     the matrix, of which the triangle UPLO is read
- *     KA          =      M if SIDE = L, else N
- *     B(LDB,N)    in     the matrix, of M rows
- *     C(LDC,N)    inout  the matrix, of M rows
+ *     A(KA:LDA,KA)  in     the matrix, of which the triangle UPLO is read
+ *     KA            =      M if SIDE = L, else N
+ *     B(M:LDB,N)    in     the matrix, of M rows
+ *     C(M:LDC,N)    inout  the matrix, of M rows
  *
- *     TERMINAL 1  M < 0
- *     TERMINAL 2  N < 0
- *     TERMINAL 3  LDC < max(1,M)
- *     TERMINAL 4  SIDE = L and LDA < max(1,M)
- *     TERMINAL 5  SIDE = R and LDA < max(1,N)
- *     TERMINAL 6  SIDE is not L or R
- *     TERMINAL 7  LDB < max(1,M)
- *     TERMINAL 8  UPLO is not U or L
+ *     TERMINAL 1    M < 0
+ *     TERMINAL 2    N < 0
+ *     TERMINAL 3    LDC < max(1,M)
+ *     TERMINAL 4    SIDE = L and LDA < max(1,M)
+ *     TERMINAL 5    SIDE = R and LDA < max(1,N)
+ *     TERMINAL 6    SIDE is not L or R
+ *     TERMINAL 7    LDB < max(1,M)
+ *     TERMINAL 8    UPLO is not U or L
  */
 void SSYMM(const char* side, const char* uplo, const int32_t* m, const int32_t* n, const float* alpha,
            const float* a, const int32_t* lda, const float* b, const int32_t* ldb, const float* beta,
@@ -507,10 +509,10 @@ void ZSYMM(const char* side, const char* uplo, const int32_t* m, const int32_t* 
 /* C = alpha*A*B + beta*C or alpha*B*A + beta*C, A Hermitian. Imaginary parts on the diagonal are taken as
  * zero. The errors are those of SSYMM.
  *
- *     A(LDA,KA)  in     the matrix, of which the triangle UPLO is read
- *     KA         =      M if SIDE = L, else N
- *     B(LDB,N)   in     the matrix, of M rows
- *     C(LDC,N)   inout  the matrix, of M rows
+ *     A(KA:LDA,KA)  in     the matrix, of which the triangle UPLO is read
+ *     KA            =      M if SIDE = L, else N
+ *     B(M:LDB,N)    in     the matrix, of M rows
+ *     C(M:LDC,N)    inout  the matrix, of M rows
  */
 void CHEMM(const char* side, const char* uplo, const int32_t* m, const int32_t* n, const orvel_complex* alpha,
            const orvel_complex* a, const int32_t* lda, const orvel_complex* b, const int32_t* ldb,
@@ -521,17 +523,18 @@ void ZHEMM(const char* side, const char* uplo, const int32_t* m, const int32_t* 
 
 /* C = alpha*op(A)*op(A)^T + beta*C on a triangle, real.
  *
- *     A(LDA,KA)   in     the matrix, op(A) of N rows and K columns
- *     KA          =      K if TRANS = N, else N
- *     C(LDC,N)    inout  the matrix, of which the triangle UPLO is changed
+ *     A(RA:LDA,KA)  in     the matrix, op(A) of N rows and K columns
+ *     RA            =      N if TRANS = N, else K
+ *     KA            =      K if TRANS = N, else N
+ *     C(N:LDC,N)    inout  the matrix, of which the triangle UPLO is changed
  *
- *     TERMINAL 1  N < 0
- *     TERMINAL 2  K < 0
- *     TERMINAL 3  LDC < max(1,N)
- *     TERMINAL 4  TRANS = N and LDA < max(1,N)
- *     TERMINAL 5  TRANS = T or C and LDA < max(1,K)
- *     TERMINAL 6  TRANS is not N, T or C
- *     TERMINAL 7  UPLO is not U or L
+ *     TERMINAL 1    N < 0
+ *     TERMINAL 2    K < 0
+ *     TERMINAL 3    LDC < max(1,N)
+ *     TERMINAL 4    TRANS = N and LDA < max(1,N)
+ *     TERMINAL 5    TRANS = T or C and LDA < max(1,K)
+ *     TERMINAL 6    TRANS is not N, T or C
+ *     TERMINAL 7    UPLO is not U or L
  */
 void SSYRK(const char* uplo, const char* trans, const int32_t* n, const int32_t* k, const float* alpha,
            const float* a, const int32_t* lda, const float* beta, float* c, const int32_t* ldc);
@@ -540,18 +543,19 @@ void DSYRK(const char* uplo, const char* trans, const int32_t* n, const int32_t*
 
 /* C = alpha*op(A)*op(A)^T + beta*C on a triangle, complex.
  *
- *     TRANS       in     N: op(A) = A; T: its transpose
- *     A(LDA,KA)   in     the matrix, op(A) of N rows and K columns
- *     KA          =      K if TRANS = N, else N
- *     C(LDC,N)    inout  the matrix, of which the triangle UPLO is changed
+ *     TRANS         in     N: op(A) = A; T: its transpose
+ *     A(RA:LDA,KA)  in     the matrix, op(A) of N rows and K columns
+ *     RA            =      N if TRANS = N, else K
+ *     KA            =      K if TRANS = N, else N
+ *     C(N:LDC,N)    inout  the matrix, of which the triangle UPLO is changed
  *
- *     TERMINAL 1  N < 0
- *     TERMINAL 2  K < 0
- *     TERMINAL 3  LDC < max(1,N)
- *     TERMINAL 4  TRANS = N and LDA < max(1,N)
- *     TERMINAL 5  TRANS = T or C and LDA < max(1,K)
- *     TERMINAL 6  TRANS is not N or T
- *     TERMINAL 7  UPLO is not U or L
+ *     TERMINAL 1    N < 0
+ *     TERMINAL 2    K < 0
+ *     TERMINAL 3    LDC < max(1,N)
+ *     TERMINAL 4    TRANS = N and LDA < max(1,N)
+ *     TERMINAL 5    TRANS = T or C and LDA < max(1,K)
+ *     TERMINAL 6    TRANS is not N or T
+ *     TERMINAL 7    UPLO is not U or L
  */
 void CSYRK(const char* uplo, const char* trans, const int32_t* n, const int32_t* k,
            const orvel_complex* alpha, const orvel_complex* a, const int32_t* lda, const orvel_complex* beta,
@@ -562,18 +566,19 @@ void ZSYRK(const char* uplo, const char* trans, const int32_t* n, const int32_t*
 
 /* C = alpha*op(A)*op(A)^H + beta*C on a triangle, with real alpha and beta. The diagonal becomes real.
  *
- *     TRANS       in     N: op(A) = A; C: its conjugate transpose
- *     A(LDA,KA)   in     the matrix, op(A) of N rows and K columns
- *     KA          =      K if TRANS = N, else N
- *     C(LDC,N)    inout  the matrix, of which the triangle UPLO is changed
+ *     TRANS         in     N: op(A) = A; C: its conjugate transpose
+ *     A(RA:LDA,KA)  in     the matrix, op(A) of N rows and K columns
+ *     RA            =      N if TRANS = N, else K
+ *     KA            =      K if TRANS = N, else N
+ *     C(N:LDC,N)    inout  the matrix, of which the triangle UPLO is changed
  *
- *     TERMINAL 1  N < 0
- *     TERMINAL 2  K < 0
- *     TERMINAL 3  LDC < max(1,N)
- *     TERMINAL 4  TRANS = N and LDA < max(1,N)
- *     TERMINAL 5  TRANS = C and LDA < max(1,K)
- *     TERMINAL 6  TRANS is not N or C
- *     TERMINAL 7  UPLO is not U or L
+ *     TERMINAL 1    N < 0
+ *     TERMINAL 2    K < 0
+ *     TERMINAL 3    LDC < max(1,N)
+ *     TERMINAL 4    TRANS = N and LDA < max(1,N)
+ *     TERMINAL 5    TRANS = C and LDA < max(1,K)
+ *     TERMINAL 6    TRANS is not N or C
+ *     TERMINAL 7    UPLO is not U or L
  */
 void CHERK(const char* uplo, const char* trans, const int32_t* n, const int32_t* k, const float* alpha,
            const orvel_complex* a, const int32_t* lda, const float* beta, orvel_complex* c,
@@ -585,20 +590,21 @@ void ZHERK(const char* uplo, const char* trans, const int32_t* n, const int32_t*
 /* C = alpha*op(A)*op(B)^T + alpha*op(B)*op(A)^T + beta*C on a triangle, real. Every element gets all its
  * products of the first kind before those of the second.
  *
- *     A(LDA,KA)   in     the matrix, op(A) of N rows and K columns
- *     KA          =      K if TRANS = N, else N
- *     B(LDB,KA)   in     the matrix, op(B) of N rows and K columns
- *     C(LDC,N)    inout  the matrix, of which the triangle UPLO is changed
+ *     A(RA:LDA,KA)  in     the matrix, op(A) of N rows and K columns
+ *     RA            =      N if TRANS = N, else K
+ *     KA            =      K if TRANS = N, else N
+ *     B(RA:LDB,KA)  in     the matrix, op(B) of N rows and K columns
+ *     C(N:LDC,N)    inout  the matrix, of which the triangle UPLO is changed
  *
- *     TERMINAL 1  N < 0
- *     TERMINAL 2  K < 0
- *     TERMINAL 3  LDC < max(1,N)
- *     TERMINAL 4  TRANS = N and LDA < max(1,N)
- *     TERMINAL 5  TRANS = T or C and LDA < max(1,K)
- *     TERMINAL 6  TRANS is not N, T or C
- *     TERMINAL 7  TRANS = N and LDB < max(1,N)
- *     TERMINAL 8  TRANS = T or C and LDB < max(1,K)
- *     TERMINAL 9  UPLO is not U or L
+ *     TERMINAL 1    N < 0
+ *     TERMINAL 2    K < 0
+ *     TERMINAL 3    LDC < max(1,N)
+ *     TERMINAL 4    TRANS = N and LDA < max(1,N)
+ *     TERMINAL 5    TRANS = T or C and LDA < max(1,K)
+ *     TERMINAL 6    TRANS is not N, T or C
+ *     TERMINAL 7    TRANS = N and LDB < max(1,N)
+ *     TERMINAL 8    TRANS = T or C and LDB < max(1,K)
+ *     TERMINAL 9    UPLO is not U or L
  */
 void SSYR2K(const char* uplo, const char* trans, const int32_t* n, const int32_t* k, const float* alpha,
             const float* a, const int32_t* lda, const float* b, const int32_t* ldb, const float* beta,
@@ -610,21 +616,22 @@ void DSYR2K(const char* uplo, const char* trans, const int32_t* n, const int32_t
 /* C = alpha*op(A)*op(B)^T + alpha*op(B)*op(A)^T + beta*C on a triangle, complex. Every element gets all its
  * products of the first kind before those of the second.
  *
- *     TRANS       in     N: op(A) = A; T: its transpose
- *     A(LDA,KA)   in     the matrix, op(A) of N rows and K columns
- *     KA          =      K if TRANS = N, else N
- *     B(LDB,KA)   in     the matrix, op(B) of N rows and K columns
- *     C(LDC,N)    inout  the matrix, of which the triangle UPLO is changed
+ *     TRANS         in     N: op(A) = A; T: its transpose
+ *     A(RA:LDA,KA)  in     the matrix, op(A) of N rows and K columns
+ *     RA            =      N if TRANS = N, else K
+ *     KA            =      K if TRANS = N, else N
+ *     B(RA:LDB,KA)  in     the matrix, op(B) of N rows and K columns
+ *     C(N:LDC,N)    inout  the matrix, of which the triangle UPLO is changed
  *
- *     TERMINAL 1  N < 0
- *     TERMINAL 2  K < 0
- *     TERMINAL 3  LDC < max(1,N)
- *     TERMINAL 4  TRANS = N and LDA < max(1,N)
- *     TERMINAL 5  TRANS = T or C and LDA < max(1,K)
- *     TERMINAL 6  TRANS is not N or T
- *     TERMINAL 7  TRANS = N and LDB < max(1,N)
- *     TERMINAL 8  TRANS = T or C and LDB < max(1,K)
- *     TERMINAL 9  UPLO is not U or L
+ *     TERMINAL 1    N < 0
+ *     TERMINAL 2    K < 0
+ *     TERMINAL 3    LDC < max(1,N)
+ *     TERMINAL 4    TRANS = N and LDA < max(1,N)
+ *     TERMINAL 5    TRANS = T or C and LDA < max(1,K)
+ *     TERMINAL 6    TRANS is not N or T
+ *     TERMINAL 7    TRANS = N and LDB < max(1,N)
+ *     TERMINAL 8    TRANS = T or C and LDB < max(1,K)
+ *     TERMINAL 9    UPLO is not U or L
  */
 void CSYR2K(const char* uplo, const char* trans, const int32_t* n, const int32_t* k,
             const orvel_complex* alpha, const orvel_complex* a, const int32_t* lda, const orvel_complex* b,
@@ -636,21 +643,22 @@ void ZSYR2K(const char* uplo, const char* trans, const int32_t* n, const int32_t
 /* C = alpha*op(A)*op(B)^H + conj(alpha)*op(B)*op(A)^H + beta*C on a triangle, with a real beta. The
  * diagonal becomes real.
  *
- *     TRANS       in     N: op(A) = A; C: its conjugate transpose
- *     A(LDA,KA)   in     the matrix, op(A) of N rows and K columns
- *     KA          =      K if TRANS = N, else N
- *     B(LDB,KA)   in     the matrix, op(B) of N rows and K columns
- *     C(LDC,N)    inout  the matrix, of which the triangle UPLO is changed
+ *     TRANS         in     N: op(A) = A; C: its conjugate transpose
+ *     A(RA:LDA,KA)  in     the matrix, op(A) of N rows and K columns
+ *     RA            =      N if TRANS = N, else K
+ *     KA            =      K if TRANS = N, else N
+ *     B(RA:LDB,KA)  in     the matrix, op(B) of N rows and K columns
+ *     C(N:LDC,N)    inout  the matrix, of which the triangle UPLO is changed
  *
- *     TERMINAL 1  N < 0
- *     TERMINAL 2  K < 0
- *     TERMINAL 3  LDC < max(1,N)
- *     TERMINAL 4  TRANS = N and LDA < max(1,N)
- *     TERMINAL 5  TRANS = C and LDA < max(1,K)
- *     TERMINAL 6  TRANS is not N or C
- *     TERMINAL 7  TRANS = N and LDB < max(1,N)
- *     TERMINAL 8  TRANS = C and LDB < max(1,K)
- *     TERMINAL 9  UPLO is not U or L
+ *     TERMINAL 1    N < 0
+ *     TERMINAL 2    K < 0
+ *     TERMINAL 3    LDC < max(1,N)
+ *     TERMINAL 4    TRANS = N and LDA < max(1,N)
+ *     TERMINAL 5    TRANS = C and LDA < max(1,K)
+ *     TERMINAL 6    TRANS is not N or C
+ *     TERMINAL 7    TRANS = N and LDB < max(1,N)
+ *     TERMINAL 8    TRANS = C and LDB < max(1,K)
+ *     TERMINAL 9    UPLO is not U or L
  */
 void CHER2K(const char* uplo, const char* trans, const int32_t* n, const int32_t* k,
             const orvel_complex* alpha, const orvel_complex* a, const int32_t* lda, const orvel_complex* b,
@@ -661,19 +669,19 @@ void ZHER2K(const char* uplo, const char* trans, const int32_t* n, const int32_t
 
 /* B = alpha*op(A)*B or alpha*B*op(A), A triangular. B is not read when alpha = 0.
  *
- *     A(LDA,KA)   in     the matrix, of which the triangle UPLO is read
- *     KA          =      M if SIDE = L, else N
- *     B(LDB,N)    inout  the matrix, of M rows
+ *     A(KA:LDA,KA)  in     the matrix, of which the triangle UPLO is read
+ *     KA            =      M if SIDE = L, else N
+ *     B(M:LDB,N)    inout  the matrix, of M rows
  *
- *     TERMINAL 1  M < 0
- *     TERMINAL 2  N < 0
- *     TERMINAL 3  LDB < max(1,M)
- *     TERMINAL 4  SIDE = L and LDA < max(1,M)
- *     TERMINAL 5  SIDE = R and LDA < max(1,N)
- *     TERMINAL 6  SIDE is not L or R
- *     TERMINAL 7  UPLO is not U or L
- *     TERMINAL 8  TRANSA is not N, T or C
- *     TERMINAL 9  DIAG is not U or N
+ *     TERMINAL 1    M < 0
+ *     TERMINAL 2    N < 0
+ *     TERMINAL 3    LDB < max(1,M)
+ *     TERMINAL 4    SIDE = L and LDA < max(1,M)
+ *     TERMINAL 5    SIDE = R and LDA < max(1,N)
+ *     TERMINAL 6    SIDE is not L or R
+ *     TERMINAL 7    UPLO is not U or L
+ *     TERMINAL 8    TRANSA is not N, T or C
+ *     TERMINAL 9    DIAG is not U or N
  */
 void STRMM(const char* side, const char* uplo, const char* transa, const char* diag, const int32_t* m,
            const int32_t* n, const float* alpha, const float* a, const int32_t* lda, float* b,
@@ -691,9 +699,9 @@ void ZTRMM(const char* side, const char* uplo, const char* transa, const char* d
 /* Solves op(A)*X = alpha*B or X*op(A) = alpha*B; X takes the place of B. There is no test of singularity: a
  * zero on the diagonal divides. The errors are those of STRMM.
  *
- *     A(LDA,KA)  in     the matrix, of which the triangle UPLO is read
- *     KA         =      M if SIDE = L, else N
- *     B(LDB,N)   inout  the matrix, of M rows
+ *     A(KA:LDA,KA)  in     the matrix, of which the triangle UPLO is read
+ *     KA            =      M if SIDE = L, else N
+ *     B(M:LDB,N)    inout  the matrix, of M rows
  */
 void STRSM(const char* side, const char* uplo, const char* transa, const char* diag, const int32_t* m,
            const int32_t* n, const float* alpha, const float* a, const int32_t* lda, float* b,

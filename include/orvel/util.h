@@ -248,44 +248,45 @@ void DPERMU(const int32_t* n, const double* x, const int32_t* ipermu, const int3
 /* Permutes the rows or the columns of a matrix. PERMA passes up the errors of P2RMA, and posts its own two
  * under its own name.
  *
- *     NRA               in       the number of rows
- *     NCA               in       the number of columns
- *     A(LDA,NCA)        in       the matrix
- *     LDA               in       its leading dimension
- *     IPERMU(NP)        in       the permutation
- *     NP                =        NRA if IPATH = 1, else NCA
- *     IPATH             in       1: rows, APER(i,.) = A(IPERMU(i),.); 2: columns, APER(.,j) =
- *                                A(.,IPERMU(j))
- *     APER(LDAPER,NCA)  out      the permuted matrix; may be A where LDAPER = LDA
- *     LDAPER            in       its leading dimension
- *     WORK(NRA)         scratch  used only where APER is A
+ *     NRA                   in       the number of rows
+ *     NCA                   in       the number of columns
+ *     A(NRA:LDA,NCA)        in       the matrix
+ *     LDA                   in       its leading dimension
+ *     IPERMU(NP)            in       the permutation
+ *     NP                    =        NRA if IPATH = 1, else NCA
+ *     IPATH                 in       1: rows, APER(i,.) = A(IPERMU(i),.); 2: columns, APER(.,j) =
+ *                                    A(.,IPERMU(j))
+ *     APER(NRA:LDAPER,NCA)  out      the permuted matrix; may be A where LDAPER = LDA
+ *     LDAPER                in       its leading dimension
+ *     WORK(NRA)             scratch  used only where APER is A
  *
- *     TERMINAL 1        NRA < 1; from P2RMA
- *                       "The number of rows of a matrix must be positive while NRA = %(I1) is given."
- *     TERMINAL 1        NCA < 1; from PERMA
- *                       "The number of columns of a matrix must be positive while NCA = %(I1) is given."
- *     TERMINAL 2        NCA < 1; from P2RMA
- *                       "The number of columns of a matrix must be positive while NCA = %(I1) is given."
- *     TERMINAL 3        LDA < 1
- *                       "The leading dimension of a matrix must be positive while LDA = %(I1) is given."
- *     TERMINAL 4        NRA > LDA
- *                       "The number of rows of A must be less than or equal to its leading dimension while
- *                       NRA = %(I1) and LDA = %(I2) are given."
- *     TERMINAL 5        NRA > LDAPER
- *                       "The number of rows of A must be less than or equal to the leading dimension of
- *                       APER, while NRA = %(I1) and LDAPER = %(I2) are given."
- *     TERMINAL 6        LDAPER < 1
- *                       "The leading dimension of a matrix must be positive while LDAPER = %(I1) is given."
- *     TERMINAL 7        IPATH is neither 1 nor 2
- *                       "IPATH must be equal to 1 or 2 a value of %(I1) is given."
- *     TERMINAL 8        an entry of IPERMU is out of range; one error for each
- *                       "IPERMU(%(I1)) = %(I3) is not allowed.  It must be between 1 and N = %(I2)."
- *     TERMINAL 10       columns in place: no storage for NCA integers; from P2RMA
- *                       "The required storage cannot be allocated.  Workspace allocation was based on NCA =
- *                       %(i1)."
- *     TERMINAL 10       no storage for NRA numbers; from PERMA
- *                       "The required storage cannot be allocated.  Workspace allocation was based on NCA =
- *                       %(i1)."
+ *     TERMINAL 1            NRA < 1; from P2RMA
+ *                           "The number of rows of a matrix must be positive while NRA = %(I1) is given."
+ *     TERMINAL 1            NCA < 1; from PERMA
+ *                           "The number of columns of a matrix must be positive while NCA = %(I1) is given."
+ *     TERMINAL 2            NCA < 1; from P2RMA
+ *                           "The number of columns of a matrix must be positive while NCA = %(I1) is given."
+ *     TERMINAL 3            LDA < 1
+ *                           "The leading dimension of a matrix must be positive while LDA = %(I1) is given."
+ *     TERMINAL 4            NRA > LDA
+ *                           "The number of rows of A must be less than or equal to its leading dimension
+ *                           while NRA = %(I1) and LDA = %(I2) are given."
+ *     TERMINAL 5            NRA > LDAPER
+ *                           "The number of rows of A must be less than or equal to the leading dimension of
+ *                           APER, while NRA = %(I1) and LDAPER = %(I2) are given."
+ *     TERMINAL 6            LDAPER < 1
+ *                           "The leading dimension of a matrix must be positive while LDAPER = %(I1) is
+ *                           given."
+ *     TERMINAL 7            IPATH is neither 1 nor 2
+ *                           "IPATH must be equal to 1 or 2 a value of %(I1) is given."
+ *     TERMINAL 8            an entry of IPERMU is out of range; one error for each
+ *                           "IPERMU(%(I1)) = %(I3) is not allowed.  It must be between 1 and N = %(I2)."
+ *     TERMINAL 10           columns in place: no storage for NCA integers; from P2RMA
+ *                           "The required storage cannot be allocated.  Workspace allocation was based on NCA
+ *                           = %(i1)."
+ *     TERMINAL 10           no storage for NRA numbers; from PERMA
+ *                           "The required storage cannot be allocated.  Workspace allocation was based on NCA
+ *                           = %(i1)."
  *
  * After an error: APER is unchanged.
  */
