@@ -44,15 +44,12 @@ DEFAULTS = (
     ("IRIGHT", None, "0", None),
     ("VRIGHT", None, "0.0", None),
     ("KORDER", ("P3DER",), "4", None),
-    ("LDC", ("C1SOR",), "4", None),
     ("CHAPTER", ("IUMAG",), "'MATH'", None),
     ("NVALS", ("IUMAG",), "2 if iopt == 16 else 1", "the number of IVALS, else that of the option"),
     ("SLEN", ("C1TCI",), "len(chrstr)", "the length of CHRSTR"),
 )
 # Sizes that are not the length of their array as it stands: here one less, as those who construct a spline return it.
 ONE_LESS = {"NINTV": "BRKPT"}
-# Numbers of rows that no error tells, by routine and leading dimension.
-ROWS = {("CRGRG", "LDB"): "N", ("NR1RR", "LDA"): "NRA", ("C1SOR", "LDC"): "LDC"}
 # Arrays that calls keep things in: used where they are, not copied and not returned.
 IN_PLACE = ("WFR", "WFC")
 
@@ -72,7 +69,7 @@ def leaf(text):
     text = text.strip()
     if text.isdigit():
         return int(text)
-    if found := re.fullmatch(r"([A-Z]\w*)(?: \+ (\d+))?", text):
+    if found := re.fullmatch(r"([A-Z]\w*)(?: ?\+ ?(\d+))?", text):
         return [found[1].lower(), int(found[2] or 0)]
     return text.lower().replace("/", "//")
 
@@ -93,37 +90,14 @@ def extent(family, text):
     return leaf(text)
 
 
-def rows(family, leading):
-    """The number of rows behind a leading dimension, which the errors about it tell."""
-    if text := ROWS.get((family["name"], leading)):
-        return leaf(text)
-    ways = {}
-    for error in family["errors"]:
-        cause = error["cause"]
-        if found := re.match(rf"(?:(\w+) = (\w+)(?: or \w+)? and )?{leading} < (?:max\(1,(\w+)\)|(.+))$", cause):
-            if found[3] or found[4] != "1":
-                ways[found[1], found[2]] = found[3] or found[4]
-        elif found := re.match(rf"(\w+) > {leading}$", cause):
-            ways[None, None] = found[1]
-    if len(ways) == 1:
-        return leaf(*ways.values())
-    if len(ways) == 2 and all(option for option, _ in ways):
-        (option, value), first = next(iter(ways.items()))
-        return conditional(option, value, first, list(ways.values())[1])
-    if found := re.search(r"at least (\w+)$", family["arguments"][leading]["meaning"]):
-        return leaf(found[1])
-    raise Unknown(f"{family['where']}: the rows behind {leading} cannot be told")
-
-
-def shape(family, row, sizes):
+def shape(family, row):
     """The extents of an array and its leading dimension or None."""
-    extents = row["shape"]
-    if not extents or extents == ["*"]:
+    if not row["shape"] or row["shape"] == ["*"]:
         return None, None
-    first = extents[0]
-    if len(extents) == 2 and first.startswith("LD") and (first not in sizes or first in ("LDC",)):
-        return [rows(family, first), extent(family, extents[1])], first.lower()
-    return [extent(family, e) for e in extents], None
+    extents = [extent(family, e) for e in row["shape"][row["rows"] is not None:]]
+    if row["rows"]:
+        return [extent(family, row["rows"]), *extents], row["shape"][0].lower()
+    return extents, None
 
 
 # ---- routines --------------------------------------------------------------------------------------------
@@ -157,7 +131,7 @@ def routine_entry(name, family, members, index):
     arguments, determined = [], set()
     for argument in names:
         row = rows_of[argument]
-        extents, leading = shape(family, row, ())
+        extents, leading = shape(family, row)
         arguments.append((argument, row, extents, leading))
         if row["role"] in ("in", "inout", "in/out") and extents:
             determined |= set(symbols_of(extents))
@@ -183,11 +157,9 @@ def routine_entry(name, family, members, index):
         if "or N complex numbers" in row["meaning"]:
             what["bytes"] = True
         entry["arguments"][low] = what
-        if row["role"] not in ("in", "inout", "in/out", "function") or argument in steps:
+        if row["role"] not in ("in", "inout", "in/out", "function") or argument in steps or low in leadings:
             continue
         known = default(argument, members[0]["generic"], names)
-        if low in leadings and not known:
-            continue
         if argument in ONE_LESS:
             entry["one_less"][low] = ONE_LESS[argument].lower()
         if argument in ONE_LESS or (low in determined and not row["shape"]):

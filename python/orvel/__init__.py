@@ -39,6 +39,9 @@ call gives the same bits on all machines that use the same level."""
 level.__func__.__doc__ = "The name of the instruction-set level in use."
 
 
+# Routines become names of this module, so that set, sum and copy, among others, are not those of Python below.
+
+
 def __getattr__(name):
     entry = _face["routines"].get(name)
     if entry is None:
@@ -52,4 +55,5 @@ def __getattr__(name):
 
 
 def __dir__():
-    return sorted({n for n in globals() if not n.startswith("_") or n.startswith("__")} | set(_face["routines"]))
+    own = {n: None for n in globals() if not n.startswith("_") or n.startswith("__")}
+    return sorted(own | _face["routines"])

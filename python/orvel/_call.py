@@ -38,7 +38,8 @@ class Member:
     def __init__(self, entry, names, library):
         self.name, self.returns, letters, self.lengths = entry
         self.kinds = dict(zip(names, letters))
-        self.precision = next((PRECISION[k[0]] for k in letters if k[0] in PRECISION), PRECISION.get(self.returns))
+        told = [PRECISION[k[0]] for k in (*letters, *self.returns) if k[0] in PRECISION]
+        self.precision = told[0] if told else "double" if self.name[0] == "D" else "single"
         self.complexes = sum(k in ("c", "z") for k in letters)
         self.library, self.function, self.address = library, None, None
 
@@ -452,7 +453,7 @@ class Call:
         if name in self.held:
             return self.held[name]
         kind, cell = self.member.kinds[name], self.cells[name]
-        return self.plain(cell if kind in "cz" else cell.value, kind)
+        return self.plain(complex(*cell) if kind in "cz" else cell.value, kind)
 
     def results(self, value):
         for array, copy in self.back:
