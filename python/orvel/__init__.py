@@ -25,18 +25,31 @@ except ImportError as _problem:
 from ._errors import Alert, Error, FatalError, TerminalError, Warning
 from ._library import Library as _Library
 
-_face = _json.loads((_Path(__file__).parent / "_interface.json").read_text())
+try:
+    _face = _json.loads((_Path(__file__).parent / "_interface.json").read_text())
+except FileNotFoundError:
+    raise ImportError("orvel: this folder has the sources of the package; the build makes the package of them, and "
+                      "cmake --install or a wheel installs it") from None
 _library = _Library(_face["version"])
 
 version = _library.version
 __version__ = version
 library_path = _library.path
-use_level = _library.use_level
-level = _library.level
-use_level.__func__.__doc__ = """Uses the hot loops of an instruction-set level from now on, in all threads: x86-64, x86-64-v3 or
-x86-64-v4 as compilers name them, native on other processors; None goes back to the best level of the machine. The same
-call gives the same bits on all machines that use the same level."""
-level.__func__.__doc__ = "The name of the instruction-set level in use."
+
+
+def use_level(name):
+    """Uses the hot loops of an instruction-set level from now on, in all threads.
+
+    The name is that of compilers: x86-64, x86-64-v3 or x86-64-v4; native on other processors; None goes back to the best
+    level of the machine. The same call gives the same bits on all machines that use the same level.
+    """
+    if not _library.handle.orvel_use_level(None if name is None else name.encode()):
+        raise ValueError(f"orvel.use_level: there is no level {name!r}, or this machine does not have it")
+
+
+def level():
+    """The name of the instruction-set level in use."""
+    return _library.level().decode()
 
 
 # Routines become names of this module, so that set, sum and copy, among others, are not those of Python below.

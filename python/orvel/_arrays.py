@@ -9,6 +9,7 @@ DTYPES = {"s": numpy.dtype("f4"), "d": numpy.dtype("f8"), "c": numpy.dtype("c8")
 CELLS = {"s": ctypes.c_float, "d": ctypes.c_double, "c": ctypes.c_float * 2, "z": ctypes.c_double * 2,
          "i": ctypes.c_int32, "l": ctypes.c_int64}
 LARGEST = {"s": float(numpy.finfo("f4").max), "c": float(numpy.finfo("f4").max)}
+TOO_HARD = getattr(numpy, "exceptions", numpy).TooHardError
 WORDS = {"s": "real", "d": "real", "c": "complex", "z": "complex", "i": "integers", "l": "integers"}
 
 
@@ -150,5 +151,5 @@ def shares(first, second):
         return False
     try:
         return numpy.shares_memory(first, second, max_work=10000)
-    except numpy.TooHardError:
+    except TOO_HARD:
         return True

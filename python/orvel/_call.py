@@ -161,6 +161,8 @@ class Call:
                 value = 0
             self.scalars[name] = as_scalar(name, value, kinds[name], routine.arguments[name].get("letters"))
         for name in routine.given_arrays:
+            if given[name] is None and name in routine.required:
+                raise Refused(TypeError, f"{name} must be an array, got None")
             if given[name] is not None:
                 self.arrays[name] = as_array(name, given[name], kinds[name])
 
@@ -332,7 +334,7 @@ class Call:
     def is_the_users(self, name, array):
         """May the memory be the caller's? What was converted is ours already."""
         given = self.given[name]
-        return not isinstance(given, (list, tuple)) and (array is given or numpy.may_share_memory(array, given))
+        return array is given or not isinstance(given, (list, tuple)) and numpy.may_share_memory(array, given)
 
     def look_for_overlap(self, name):
         mine, routine = self.arrays[name], self.routine

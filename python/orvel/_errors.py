@@ -38,6 +38,10 @@ class Alert(Warning):
     """The result may not be what was expected, as where it underflows."""
 
 
+for _kind in (Error, FatalError, TerminalError, Warning, Alert):
+    _kind.__module__ = "orvel"  # where users find them
+
+
 def raise_or_warn(outcome, result, stacklevel):
     """Turns what was posted into an exception, a warning or, for a NOTE, an entry of the log that is called orvel."""
     severity = SEVERITIES[outcome[0]]
@@ -50,8 +54,11 @@ def raise_or_warn(outcome, result, stacklevel):
     message = kind(severity, *outcome[1:])
     if severity != "TERMINAL":
         message.result = result
-    if issubclass(kind, Error):
-        raise message
-    import warnings
+    try:
+        if issubclass(kind, Error):
+            raise message
+        import warnings
 
-    warnings.warn(message, stacklevel=stacklevel + 1)
+        warnings.warn(message, stacklevel=stacklevel + 1)
+    finally:
+        del message, result  # a message that is raised refers to this frame

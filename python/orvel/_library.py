@@ -82,6 +82,8 @@ class Library:
         self.with_context.restype = ctypes.c_int32
         self.with_context.argtypes = [CALLBACK, ctypes.py_object, ctypes.c_void_p, ctypes.c_int32, ctypes.c_int32,
                                       ctypes.c_void_p]
+        self.level = self.handle.orvel_level
+        self.level.restype = ctypes.c_char_p
         self.version = self.handle.orvel_version().decode()
         self.outcomes = []
 
@@ -93,7 +95,10 @@ class Library:
     def quietly(self, call):
         """Calls with the outcome that grows meanwhile; returns the value and (severity, code, routine, text) or None.
         Nothing is printed, nothing stops."""
-        outcome = self.outcomes.pop() if self.outcomes else Outcome()
+        try:
+            outcome = self.outcomes.pop()
+        except IndexError:
+            outcome = Outcome()
         address = ctypes.addressof(outcome)
         try:
             self.begin(address)  # an interrupt comes after this call, never before it
@@ -103,14 +108,6 @@ class Library:
         said = outcome.said()
         self.outcomes.append(outcome)
         return value, said
-
-    def use_level(self, name):
-        if not self.handle.orvel_use_level(None if name is None else name.encode()):
-            raise ValueError(f"orvel.use_level: there is no level {name!r}, or this machine does not have it")
-
-    def level(self):
-        self.handle.orvel_level.restype = ctypes.c_char_p
-        return self.handle.orvel_level().decode()
 
 
 class UserFunction:
@@ -127,12 +124,11 @@ class UserFunction:
         y = self.function(x)
         if type(y) is float:
             return y
-        if y is None or isinstance(y, (str, bytes)) or getattr(y, "ndim", 0) or not hasattr(type(y), "__float__"):
-            if not hasattr(type(y), "__index__"):
-                got = f"an array of shape {y.shape}" if getattr(y, "ndim", 0) else repr(y)
-                raise TypeError(f"orvel.{self.routine}: {self.name} must return a number, got {got} at {x!r}")
-        if getattr(getattr(y, "dtype", None), "kind", None) == "c":
-            raise TypeError(f"orvel.{self.routine}: {self.name} must return a real number, got {y!r} at {x!r}")
+        kind = type(y)
+        if getattr(y, "ndim", 0) or not (hasattr(kind, "__float__") or hasattr(kind, "__index__")) or \
+                getattr(getattr(y, "dtype", None), "kind", "f") not in "fiub":
+            got = f"an array of shape {y.shape}" if getattr(y, "ndim", 0) else repr(y)
+            raise TypeError(f"orvel.{self.routine}: {self.name} must return a real number, got {got} at {x!r}")
         return float(y)
 
 
