@@ -10,8 +10,8 @@ import re
 
 import interface
 
-# Routines of frame.h that are of use in Python; its other routines and host.h are not called from there.
-CONSTANTS = ("AMACH", "DMACH", "IMACH", "SRMACH", "DRMACH")
+# What is not called from Python: the frame, whose misuse stops a program, and what makes it fit for a host.
+NOT_OFFERED = ("frame.h", "host.h")
 
 # Defaults: argument, the routines that it holds for (None: all), its value as an expression, and the value in words
 # where that is not clear. An expression may use the arguments, None where they are left out, and EPS, the distance
@@ -211,11 +211,7 @@ def compact(description, version):
     result = {"version": version, "families": [], "routines": {}}
     routines = result["routines"]
     for header in description["headers"]:
-        if header["name"] == "host.h":
-            continue
-        for family in header["families"]:
-            if header["name"] == "frame.h" and family["name"] not in CONSTANTS:
-                continue
+        for family in header["families"] if header["name"] not in NOT_OFFERED else ():
             index = len(result["families"])
             result["families"].append(family_entry(header, family))
             for name, members in grouped(family).items():

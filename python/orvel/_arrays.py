@@ -127,6 +127,8 @@ def layout(array, has_leading, has_step, backwards):
     """Address and leading dimension or increment as the routine takes them; None where it cannot take the array as it
     lies. A vector that is walked backwards begins at its end."""
     size, strides = array.itemsize, array.strides
+    if not array.size:
+        return address_of(array), max(array.shape[0], 1) if array.ndim == 2 else 1
     if array.ndim == 1:
         count, stride = array.shape[0], strides[0]
         if count <= 1 or stride == size:

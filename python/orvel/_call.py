@@ -150,21 +150,26 @@ class Call:
         if routine.function:
             name = routine.function
             self.user = UserFunction(given[name], routine.name, name, kinds[name] == "sf")
+        for name in routine.given_scalars:
+            if given[name] is not None or name not in routine.optional:
+                self.take_scalar(name, given[name])
         for name, (expression, _) in routine.optional.items():
             if given.get(name) is None and name not in routine.sizes and expression != "None":
-                given[name] = evaluated(expression, {**given, "eps": EPS.get(self.member.precision)})
-        for name in routine.given_scalars:
-            value = given[name]
-            if routine.elemental and not isinstance(value, (float, int)) and numpy.ndim(value):
-                self.many = self.many or {}
-                self.many[name] = as_array(name, value, kinds[name])
-                value = 0
-            self.scalars[name] = as_scalar(name, value, kinds[name], routine.arguments[name].get("letters"))
+                names = {**given, **self.scalars, "eps": EPS.get(self.member.precision)}
+                self.take_scalar(name, evaluated(expression, names))
         for name in routine.given_arrays:
             if given[name] is None and name in routine.required:
                 raise Refused(TypeError, f"{name} must be an array, got None")
             if given[name] is not None:
                 self.arrays[name] = as_array(name, given[name], kinds[name])
+
+    def take_scalar(self, name, value):
+        kind = self.member.kinds[name]
+        if self.routine.elemental and not isinstance(value, (float, int)) and numpy.ndim(value):
+            self.many = self.many or {}
+            self.many[name] = as_array(name, value, kind)
+            value = 0
+        self.scalars[name] = as_scalar(name, value, kind, self.routine.arguments[name].get("letters"))
 
     # ---- sizes -------------------------------------------------------------------------------------------
 
@@ -256,6 +261,8 @@ class Call:
         if isinstance(out, dict):
             if unknown := set(out) - set(names):
                 raise Refused(TypeError, f"out has no place for {sorted(unknown)[0]!r}; the outputs are {', '.join(names)}")
+        elif not isinstance(out, (tuple, list)):
+            raise Refused(TypeError, f"out must be a tuple of {len(names)} arrays ({', '.join(names)}) or a dict by these names")
         elif len(out) != len(names):
             raise Refused(TypeError, f"out must have {len(names)} arrays ({', '.join(names)}), got {len(out)}")
         else:

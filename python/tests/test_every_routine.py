@@ -1,4 +1,5 @@
 """Every routine of the description once, as the package offers it: a new routine is covered by its entry."""
+import ast
 import inspect
 import sys
 import unittest
@@ -120,7 +121,9 @@ def as_tuple(result):
 class EveryRoutine(unittest.TestCase):
     def setUp(self):
         orvel.rnset(123457)
-        self.enterContext(warnings.catch_warnings())
+        caught = warnings.catch_warnings()
+        caught.__enter__()
+        self.addCleanup(caught.__exit__, None, None, None)
         warnings.simplefilter("ignore", orvel.Warning)  # ordinary data are not good data for every routine
 
     def members(self):
@@ -190,6 +193,11 @@ class EveryRoutine(unittest.TestCase):
                 self.assertIn(member[0], function.__doc__)
             for parameter in parameters:
                 self.assertRegex(function.__doc__, rf"(?m)^{parameter} : ", f"{name} does not explain {parameter}")
+        stub = ast.parse((Path(orvel.__file__).parent / "__init__.pyi").read_text())
+        stubs = {node.name: node.args for node in stub.body if isinstance(node, ast.FunctionDef)}
+        for name in orvel._face["routines"]:
+            named = [a.arg for a in stubs[name].args + stubs[name].kwonlyargs]
+            self.assertEqual(named, list(inspect.signature(getattr(orvel, name)).parameters))
         self.assertIn("lsarg", dir(orvel))
         with self.assertRaisesRegex(AttributeError, "orvel.lsarg"):
             orvel.LSARG

@@ -216,6 +216,7 @@ class WhereArraysLie(unittest.TestCase):
         np.testing.assert_array_equal(orvel.lsarg(a, np.ones(4), n=2), [1, 0.5])
         self.assertEqual(orvel.dot([1.0, 2, 3], [1.0, 1, 1], n=2), 3)
         self.assertEqual(orvel.asum([], n=0), 0)
+        self.assertEqual(orvel.gemm(np.ones((3, 0)), np.ones((0, 2))).tolist(), [[0, 0]] * 3)
 
 
 if __name__ == "__main__":
