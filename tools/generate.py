@@ -3,6 +3,7 @@
 
     fortran DIRECTORY    interface modules, one for each header, orvel_constants and the module of the array style
     probes DIRECTORY     two halves of a program, probe.c and probe.f90, whose link with -flto compares all types
+    cxx FILE             overloads of the C++ interface
     exports FILE         version script of liborvel
     exports_blas FILE    version script of liborvel_blas
     table FILE           orvel_test::routines, an array of all routines with their arguments, for tests in C++
@@ -12,6 +13,7 @@ import sys
 import textwrap
 from pathlib import Path
 
+import cxx
 import interface
 
 FORTRAN = {"integer": "integer", "unsigned": "integer", "long": "integer(int64)", "long unsigned": "integer(int64)",
@@ -393,6 +395,9 @@ def main():
         into.write_text(version_script(exports(description)))
     elif what == "exports_blas":
         into.write_text(version_script(blas_exports(description)))
+    elif what == "cxx":
+        into.parent.mkdir(parents=True, exist_ok=True)
+        into.write_text("\n".join(cxx.overloads(description)) + "\n")
     elif what == "table":
         into.write_text("\n".join(table(description)) + "\n")
     else:
