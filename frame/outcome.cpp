@@ -83,10 +83,14 @@ ORVEL_VISIBLE void orvel_begin_quiet(orvel_outcome* outcome)
     outcome->routine[0] = outcome->text[0] = '\0';
     outcome->level = current_level(s);
     outcome->outer = s.quiet;
+    outcome->place = &s.quiet;  // saves the look-up at the end
     s.quiet = outcome;
 }
 
-ORVEL_VISIBLE void orvel_end_quiet(orvel_outcome* outcome) { state().quiet = outcome->outer; }
+ORVEL_VISIBLE void orvel_end_quiet(orvel_outcome* outcome)
+{
+    *static_cast<orvel_outcome**>(outcome->place) = outcome->outer;
+}
 }
 
 }  // namespace orvel::frame

@@ -3,6 +3,7 @@
 
     fortran DIRECTORY    interface modules, one for each header, orvel_constants and the module of the array style
     probes DIRECTORY     two halves of a program, probe.c and probe.f90, whose link with -flto compares all types
+    cxx FILE             overloads of the C++ interface
     exports FILE         version script of liborvel
     exports_blas FILE    version script of liborvel_blas
     python FOLDER        what the Python package reads of the description, its stubs
@@ -13,6 +14,7 @@ import sys
 import textwrap
 from pathlib import Path
 
+import cxx
 import interface
 import python_face
 
@@ -395,6 +397,9 @@ def main():
         into.write_text(version_script(exports(description)))
     elif what == "exports_blas":
         into.write_text(version_script(blas_exports(description)))
+    elif what == "cxx":
+        into.parent.mkdir(parents=True, exist_ok=True)
+        into.write_text("\n".join(cxx.overloads(description)) + "\n")
     elif what == "table":
         into.write_text("\n".join(table(description)) + "\n")
     elif what == "python":

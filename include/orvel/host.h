@@ -103,6 +103,7 @@ struct orvel_outcome {
     int32_t level;               /* the level of the stack that the calls are made from */
     int32_t length;              /* of the text */
     struct orvel_outcome* outer; /* the outcome that is kept again afterwards */
+    void* place;                 /* where the thread keeps the address of the outcome in use */
 };
 
 /* Begins quiet calls: until orvel_end_quiet, nothing is printed and nothing stops on the calling thread,

@@ -211,6 +211,13 @@ class WhereArraysLie(unittest.TestCase):
         with self.assertRaisesRegex(ValueError, "wfc is to be written to"):
             orvel.f2tcf(np.ones(15), work)
 
+    def test_views_that_no_leading_dimension_describes(self):
+        windows = np.lib.stride_tricks.sliding_window_view(np.arange(6.0), 3).T
+        big = np.asfortranarray(np.arange(12.0).reshape(3, 4))
+        for a in (windows, big[:, ::-1], big[::-1], big[::2], np.broadcast_to(2.0, (3, 4))):
+            for x in (np.ones(4), np.broadcast_to(1.0, 4)):
+                np.testing.assert_array_equal(orvel.gemv(a, x), a.sum(axis=1))
+
     def test_leading_parts(self):
         a = np.asfortranarray(np.diag([1.0, 2, 3, 4]))
         np.testing.assert_array_equal(orvel.lsarg(a, np.ones(4), n=2), [1, 0.5])
