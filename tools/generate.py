@@ -6,6 +6,7 @@
     cxx FILE             overloads of the C++ interface
     exports FILE         version script of liborvel
     exports_blas FILE    version script of liborvel_blas
+    python FOLDER        what the Python package reads of the description, its stubs
     table FILE           orvel_test::routines, an array of all routines with their arguments, for tests in C++
 """
 import re
@@ -15,6 +16,7 @@ from pathlib import Path
 
 import cxx
 import interface
+import python_face
 
 FORTRAN = {"integer": "integer", "unsigned": "integer", "long": "integer(int64)", "long unsigned": "integer(int64)",
            "single": "real", "double": "double precision", "complex": "complex",
@@ -400,6 +402,13 @@ def main():
         into.write_text("\n".join(cxx.overloads(description)) + "\n")
     elif what == "table":
         into.write_text("\n".join(table(description)) + "\n")
+    elif what == "python":
+        types = Path(headers[0] if headers else "include/orvel") / "types.h"
+        version = re.search(r'define ORVEL_VERSION "([\d.]+)"', types.read_text())[1]
+        try:
+            python_face.write(description, into, version)
+        except interface.Misunderstood as problem:
+            sys.exit(str(problem))
     else:
         sys.exit(__doc__)
 

@@ -1,0 +1,38 @@
+#!/usr/bin/env bash
+# tests/packaging/python.sh BUILD PYTHON - the Python package finds its own library: installed, after its prefix was moved,
+# and in a wheel; and its first call comes soon
+set -euo pipefail
+cd "$(dirname "$0")/../.."
+build=$(realpath "$1") python=$2
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+unset ORVEL_LIBRARY LD_LIBRARY_PATH PYTHONPATH
+
+# works FOLDER LIBRARY: the package in FOLDER solves a system with LIBRARY
+works() {
+    (cd "$scratch" && PYTHONPATH=$1 "$python" - "$2") <<'END'
+import time, sys
+start = time.perf_counter()
+import orvel
+x = orvel.lsarg([[2.0, 1.0], [1.0, 3.0]], [3.0, 4.0])
+took = time.perf_counter() - start
+assert x.tolist() == [1, 1] and orvel.library_path == sys.argv[1], orvel.library_path
+print(f"{orvel.library_path.rpartition('/')[0]}: {took:.3f} s from the import to the first result")
+END
+}
+cmake --install "$build" --prefix "$scratch/first" >/dev/null
+mv "$scratch/first" "$scratch/second"
+folder=$(dirname "$(find "$scratch/second" -path '*/orvel/_interface.json' -printf '%h\n')")
+library=$(find "$scratch/second" -name liborvel.so.1)
+works "$folder" "$library"
+[ -e "$folder/orvel/py.typed" ] && [ -e "$folder/orvel/__init__.pyi" ]
+
+cmake --build "$build" --target wheel >/dev/null
+"$python" -m zipfile -e "$build"/orvel-*.whl "$scratch/wheel"
+works "$scratch/wheel" "$scratch/wheel/orvel/liborvel.so.1"
+for _ in 1 2 3 4 5; do  # files are warm now, but the machine may be busy
+    took=$(works "$scratch/wheel" "$scratch/wheel/orvel/liborvel.so.1" | sed 's/.*: \([0-9.]*\) s.*/\1/')
+    ! awk -v took="$took" 'BEGIN { exit !(took < 0.2) }' || exit 0
+done
+echo "the first call takes $took s"
+exit 1
