@@ -116,7 +116,7 @@ public:
         throw_failure();
         return value_;
     }
-    T&& value() &&
+    T value() &&  // no reference, so that a loop over the value of a call holds it
     {
         throw_failure();
         return std::move(value_);
@@ -124,7 +124,7 @@ public:
 
     // What the routine has left in its outputs, also after an error; its description tells what that is.
     const T& outputs() const& noexcept { return value_; }
-    T&& outputs() && noexcept { return std::move(value_); }
+    T outputs() && { return std::move(value_); }
 
 private:
     T value_;

@@ -1,0 +1,13 @@
+# docs/manual/conf.py - how Sphinx builds the HTML manual from what tools/handbook.py has written
+project = "Orvel"
+author = "the Orvel developers"
+html_title = "Orvel"
+extensions = ["myst_parser", "sphinx_inline_tabs"]
+html_theme = "furo"
+html_show_copyright = False
+html_copy_source = False
+html_theme_options = {"sidebar_hide_name": False}
+exclude_patterns = []
+highlight_language = "none"
+myst_heading_anchors = 3
+source_suffix = {".md": "markdown"}

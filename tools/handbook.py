@@ -1,0 +1,245 @@
+#!/usr/bin/env python3
+"""tools/handbook.py INTO - writes the source of the HTML manual, which Sphinx then builds: the pages of docs/manual, a
+page for every family of routines, and what is listed from the description: chapters, messages, names
+
+A page of routines shows what the headers say, a call in each language, and the example of docs/examples with what it
+prints."""
+import re
+import shutil
+import sys
+import textwrap
+from pathlib import Path
+
+import cxx
+import examples
+import interface
+import python_face
+from generate import generic_groups, module_of
+
+TITLES = {"fft.h": "Fourier transforms", "frame.h": "Errors, messages, machine constants", "host.h": "Host programs",
+          "interp.h": "Cubic splines", "kernels.h": "Vector kernels", "linsys.h": "Linear systems",
+          "matrices.h": "Matrix kernels", "optim.h": "Minima", "quad.h": "Integrals", "random.h": "Random numbers",
+          "special.h": "Gamma functions and series", "util.h": "Calendar, clock, sorting", "zeros.h": "Zeros"}
+ORDER = ("linsys.h", "matrices.h", "kernels.h", "interp.h", "quad.h", "zeros.h", "optim.h", "fft.h", "special.h",
+         "random.h", "util.h", "frame.h", "host.h")
+
+
+def plain(text):
+    """Text in Markdown that stands for itself."""
+    return re.sub(r"([\\`*_<>|\[\]#$~^])", r"\\\1", text)
+
+
+def code(language, lines):
+    return ["", f"```{language}", *lines, "```", ""]
+
+
+def table(head, rows):
+    yield ""
+    yield "| " + " | ".join(head) + " |"
+    yield "|" + "---|" * len(head)
+    for row in rows:
+        yield "| " + " | ".join(row) + " |"
+    yield ""
+
+
+def file_of(family):
+    return "routines/" + family["name"].lower()
+
+
+def shape_of(row):
+    if not row["shape"]:
+        return ""
+    text = f"({', '.join(row['shape'])})"
+    if row["step"]:
+        return f"{text}, {row['step']} apart"
+    return f"{text}, {row['rows']} rows" if row["rows"] and row["rows"] != row["shape"][-1] else text
+
+
+class Handbook:
+    def __init__(self, description):
+        self.description = description
+        self.overloads, self.python = {}, python_face.compact(description, "")["routines"]
+        for name, members in cxx.groups(description):
+            for m in members:
+                self.overloads.setdefault(m.family["name"], {}).setdefault(name, []).append(m)
+        self.examples = examples.read(Path("docs/examples"))
+
+    # ---- the synopsis in each language
+
+    def fortran(self, header, family):
+        if header["name"] == "host.h":
+            names = ", ".join(m["name"] for m in family["members"])
+            return [f"use orvel_host, only: {names}"]
+        lines = [f"use {module_of(header, family)}"]
+        for generic, group in generic_groups(header, family):
+            for member in group[:1] if generic else group:
+                call = f"{generic or member['name'].lower()}({', '.join(a['name'].lower() for a in member['arguments'])})"
+                lines.append(f"call {call}" if member["returns"] == "none" else f"value = {call}")
+        return lines
+
+    def c(self, header, family):
+        yield f"#include <orvel/{header['name']}>"
+        for member in family["members"]:
+            head, _, rest = member["c"].partition("(")
+            yield from wrapped(f"{head}({rest}", 100)
+
+    def cpp(self, family):
+        lines = []
+        for name, members in self.overloads.get(family["name"], {}).items():
+            member = next((m for m in members if m.precision == "double"), members[0])
+            returns, _ = member.outputs(name)
+            fields = [*(["value"] if member.member["returns"] != "none" else []), *map(cxx.cased, member.returned())]
+            lines += wrapped(f"auto {name}({member.declared()[1]})", 100)
+            if len(fields) > 1:
+                lines += wrapped(f"    // result of {', '.join(fields)}", 100)
+            else:
+                lines.append(f"    // orvel::result<{returns}>")
+        return ["#include <orvel/orvel.hpp>", "namespace orvel", *lines] if lines else []
+
+    def py(self, family):
+        for name in dict.fromkeys(m["generic"].lower() for m in family["members"]):
+            entry = self.python.get(name)
+            if not entry:
+                continue
+            given = [*entry["required"], *(f"{n}={entry['optional'][n][0]}" for n in entry["optional"]
+                                           if n not in entry["sizes"])]
+            outputs = ["value"] if entry["members"][0][1] else []
+            outputs += [n for n, a in entry["arguments"].items()
+                        if a["role"] in ("out", "inout", "in/out") and not a.get("in_place")]
+            yield from wrapped(f"{', '.join(outputs)}{' = ' if outputs else ''}orvel.{name}({', '.join(given)})", 100)
+
+    # ---- a page
+
+    def page(self, header, family):
+        names = [m["name"] for m in family["members"]]
+        yield from (f"# {names[0]}", "", plain(family["purpose"]), "")
+        yield "```{index} " + "; ".join(f"single: {name}" for name in names) + "\n```"
+        yield ""
+        yield f"Chapter: {{doc}}`/chapters/{header['name'].removesuffix('.h')}`. Members: " + \
+            ", ".join(f"`{name}`" for name in names) + "."
+        yield from ("", "## Synopsis")
+        for title, language, lines in (("Fortran", "fortran", self.fortran(header, family)),
+                                       ("C", "c", list(self.c(header, family))), ("C++", "cpp", self.cpp(family)),
+                                       ("Python", "python", list(self.py(family)))):
+            if lines:
+                yield from ("", f"````{{tab}} {title}", f"```{language}", *lines, "```", "````", "")
+        if family["text"]:
+            yield from ("", "## Description", "")
+            for text in family["text"]:
+                yield from code("text", text["verbatim"]) if isinstance(text, dict) else (plain(text), "")
+        yield from self.arguments(family)
+        yield from self.errors(family)
+        for label, text in family["labels"].items():
+            if label != "After an error":
+                yield from ("", f"## {label}", "", plain(text[0].upper() + text[1:]))
+        yield from self.example(family)
+
+    def arguments(self, family):
+        if not family["arguments"]:
+            return
+        yield from ("", "## Arguments", "")
+        rows = [(f"`{r['name']}`", plain(shape_of(r)), r["role"], plain(r["meaning"] or "scratch storage"))
+                for r in family["arguments"].values()]
+        rows += [(f"`{name}`", "", "length", plain(value)) for name, value in family["lengths"].items()]
+        yield from table(("argument", "shape", "role", "meaning"), rows)
+
+    def errors(self, family):
+        yield from ("", "## Errors", "")
+        if family["errors"]:
+            rows = [(f"{e['severity']} {e['code']}", plain(e["cause"]), plain(e["text"].strip()), plain(e["remedy"] or ""))
+                    for e in family["errors"]]
+            yield from table(("severity, code", "cause", "text", "remedy"), rows)
+        for passed in family["passes_up"]:
+            yield from (f"Passes up the errors of {self.linked(passed)}.", "")
+        if not family["errors"] and not family["passes_up"]:
+            yield from ("Posts no error.", "")
+        if after := family["labels"].get("After an error"):
+            yield from (f"After an error: {plain(after)}", "")
+
+    def linked(self, text):
+        known = {m["name"]: f for h in self.description["headers"] for f in h["families"] for m in f["members"]}
+        return re.sub(r"\b[A-Z][A-Z0-9]+\b", lambda m: f"{{doc}}`{m[0]} </{file_of(known[m[0]])}>`" if m[0] in known
+                      else m[0], text)
+
+    def example(self, family):
+        name = next((m["name"] for m in family["members"] if m["name"] in self.examples), None)
+        if name:
+            yield from ("", "## Example", "", *self.shown(name))
+
+    def shown(self, name):
+        example = self.examples[name]
+        yield from code(example.language, example.code)
+        yield "prints"
+        yield from code("text", example.output)
+
+    def hand_written(self, source):
+        """A page of docs/manual, where a line "@example NAME" stands for an example."""
+        for line in source.read_text().split("\n"):
+            yield from self.shown(line.removeprefix("@example ")) if line.startswith("@example ") else [line]
+
+    # ---- what is listed
+
+    def chapter(self, header, into):
+        source = Path("docs/manual/chapters") / (header["name"].removesuffix(".h") + ".md")
+        text = source.read_text().rstrip() if source.exists() else f"# {TITLES[header['name']]}"
+        lines = [text, "", "## Routines"]
+        sections = list(dict.fromkeys(f["section"] for f in header["families"]))
+        for section in sections:
+            families = [f for f in header["families"] if f["section"] == section]
+            if section and len(sections) > 1:
+                lines += ["", f"### {section[0].upper() + section[1:]}"]
+            lines += table(("", ""), [(f"{{doc}}`{f['name']} </{file_of(f)}>`", plain(f["purpose"])) for f in families])
+        lines += ["```{toctree}", ":hidden:", "", *(f"/{file_of(f)}" for f in header["families"]), "```"]
+        (into / "chapters" / source.name).write_text("\n".join(lines) + "\n")
+
+    def messages(self):
+        yield from ("# All messages", "", "Every text that the library prints, with the routines that post it. On the "
+                    "command line `orvel explain \"a pasted message\"` finds the entry.", "")
+        texts = {}
+        for header in self.description["headers"]:
+            for family in header["families"]:
+                for e in family["errors"]:
+                    texts.setdefault(e["text"].strip(), []).append((family, e))
+        rows = []
+        for text in sorted(texts, key=str.lower):
+            posts = dict.fromkeys(f"{{doc}}`{f['name']} </{file_of(f)}>` {e['severity']} {e['code']}" for f, e in texts[text])
+            rows.append((plain(text), ", ".join(posts), plain(texts[text][0][1]["remedy"] or texts[text][0][1]["cause"])))
+        yield from table(("text", "posted by", "remedy or cause"), rows)
+
+    def names(self):
+        yield from ("# All names", "")
+        rows = sorted((m["name"], f) for h in self.description["headers"] for f in h["families"] for m in f["members"])
+        yield from table(("name", "purpose"), [(f"{{doc}}`{name} </{file_of(f)}>`", plain(f["purpose"])) for name, f in rows])
+
+    def write(self, into):
+        for folder in ("routines", "chapters"):
+            (into / folder).mkdir(parents=True, exist_ok=True)
+        for source in Path("docs/manual").glob("*"):
+            if source.suffix == ".md":
+                (into / source.name).write_text("\n".join(self.hand_written(source)))
+            elif source.is_file():
+                shutil.copy(source, into / source.name)
+        shutil.copytree("docs/pictures", into / "pictures", dirs_exist_ok=True)
+        for header in self.description["headers"]:
+            self.chapter(header, into)
+            for family in header["families"]:
+                (into / (file_of(family) + ".md")).write_text("\n".join(self.page(header, family)) + "\n")
+        (into / "messages.md").write_text("\n".join(self.messages()) + "\n")
+        (into / "names.md").write_text("\n".join(self.names()) + "\n")
+        (into / "accuracy.md").write_text(Path("docs/accuracy.md").read_text())
+        (into / "evaluations.md").write_text(Path("docs/evaluations.md").read_text())
+
+
+def wrapped(text, width):
+    return textwrap.wrap(text, width, subsequent_indent="        ", break_on_hyphens=False, break_long_words=False)
+
+
+def main():
+    into = Path(sys.argv[1])
+    shutil.rmtree(into, ignore_errors=True)
+    into.mkdir(parents=True)
+    Handbook(interface.read("include/orvel")).write(into)
+
+
+if __name__ == "__main__":
+    main()
