@@ -11,3 +11,5 @@ exclude_patterns = []
 highlight_language = "none"
 myst_heading_anchors = 3
 source_suffix = {".md": "markdown"}
+html_static_path = ["manual.css"]
+html_css_files = ["manual.css"]
