@@ -16,17 +16,9 @@ import interface
 import python_face
 from generate import generic_groups, module_of
 
-TITLES = {"fft.h": "Fourier transforms", "frame.h": "Errors, messages, machine constants", "host.h": "Host programs",
-          "interp.h": "Cubic splines", "kernels.h": "Vector kernels", "linsys.h": "Linear systems",
-          "matrices.h": "Matrix kernels", "optim.h": "Minima", "quad.h": "Integrals", "random.h": "Random numbers",
-          "special.h": "Gamma functions and series", "util.h": "Calendar, clock, sorting", "zeros.h": "Zeros"}
-ORDER = ("linsys.h", "matrices.h", "kernels.h", "interp.h", "quad.h", "zeros.h", "optim.h", "fft.h", "special.h",
-         "random.h", "util.h", "frame.h", "host.h")
-
-
 def plain(text):
-    """Text in Markdown that stands for itself."""
-    return re.sub(r"([\\`*_<>|\[\]#$~^])", r"\\\1", text)
+    """Text in Markdown that stands for itself, double blanks included."""
+    return re.sub(r"([\\`*_<>|\[\]#$~^])", r"\\\1", text).replace("  ", "\u00a0 ")
 
 
 def code(language, lines):
@@ -62,6 +54,7 @@ class Handbook:
         for name, members in cxx.groups(description):
             for m in members:
                 self.overloads.setdefault(m.family["name"], {}).setdefault(name, []).append(m)
+        self.families = {m["name"]: f for h in description["headers"] for f in h["families"] for m in f["members"]}
         self.examples = examples.read(Path("docs/examples"))
 
     # ---- the synopsis in each language
@@ -126,12 +119,12 @@ class Handbook:
         if family["text"]:
             yield from ("", "## Description", "")
             for text in family["text"]:
-                yield from code("text", text["verbatim"]) if isinstance(text, dict) else (plain(text), "")
+                yield from code("text", text["verbatim"]) if isinstance(text, dict) else (self.linked(plain(text), family), "")
         yield from self.arguments(family)
         yield from self.errors(family)
         for label, text in family["labels"].items():
             if label != "After an error":
-                yield from ("", f"## {label}", "", plain(text[0].upper() + text[1:]))
+                yield from ("", f"## {label}", "", self.linked(plain(text[0].upper() + text[1:]), family))
         yield from self.example(family)
 
     def arguments(self, family):
@@ -156,10 +149,22 @@ class Handbook:
         if after := family["labels"].get("After an error"):
             yield from (f"After an error: {plain(after)}", "")
 
-    def linked(self, text):
-        known = {m["name"]: f for h in self.description["headers"] for f in h["families"] for m in f["members"]}
-        return re.sub(r"\b[A-Z][A-Z0-9]+\b", lambda m: f"{{doc}}`{m[0]} </{file_of(known[m[0]])}>`" if m[0] in known
-                      else m[0], text)
+    def linked(self, text, family=None, pattern=r"\b([A-Z][A-Z0-9]{2,})\b"):
+        """Text in which the names of other routines lead to their pages."""
+        def link(found):
+            target = self.families.get(found[1])
+            if target is None or target is family:
+                return found[0]
+            return f"{{doc}}`{found[1]} </{file_of(target)}>`"
+        return re.sub(pattern, link, text)
+
+    def linked_code(self, text):
+        """The same for names in code style; those of kernels may lack the letter of the precision."""
+        def link(found):
+            name = found[1] if found[1] in self.families else next(
+                (p + found[1] for p in "SDCZI" if p + found[1] in self.families), None)
+            return f"{{doc}}`{found[1]} </{file_of(self.families[name])}>`" if name else found[0]
+        return re.sub(r"`([A-Za-z_][A-Za-z_0-9]+)`", link, text)
 
     def example(self, family):
         name = next((m["name"] for m in family["members"] if m["name"] in self.examples), None)
@@ -175,14 +180,14 @@ class Handbook:
     def hand_written(self, source):
         """A page of docs/manual, where a line "@example NAME" stands for an example."""
         for line in source.read_text().split("\n"):
-            yield from self.shown(line.removeprefix("@example ")) if line.startswith("@example ") else [line]
+            yield from self.shown(line.removeprefix("@example ")) if line.startswith("@example ") else [
+                self.linked_code(line) if line.startswith("| ") else line]
 
     # ---- what is listed
 
     def chapter(self, header, into):
         source = Path("docs/manual/chapters") / (header["name"].removesuffix(".h") + ".md")
-        text = source.read_text().rstrip() if source.exists() else f"# {TITLES[header['name']]}"
-        lines = [text, "", "## Routines"]
+        lines = [self.linked_code(source.read_text()).rstrip(), "", "## Routines"]
         sections = list(dict.fromkeys(f["section"] for f in header["families"]))
         for section in sections:
             families = [f for f in header["families"] if f["section"] == section]
@@ -211,6 +216,14 @@ class Handbook:
         rows = sorted((m["name"], f) for h in self.description["headers"] for f in h["families"] for m in f["members"])
         yield from table(("name", "purpose"), [(f"{{doc}}`{name} </{file_of(f)}>`", plain(f["purpose"])) for name, f in rows])
 
+    @staticmethod
+    def start():
+        """What the README says about first programs, linking and errors, with its links as they are here."""
+        text = Path("README.md").read_text()
+        parts = [re.search(rf"(?ms)^## {title}$.*?(?=^## )", text)[0]
+                 for title in ("A first program", "Linking a program", "When something goes wrong")]
+        return "# First steps\n\n" + re.sub(r"\]\(docs/(manual/)?", "](", "".join(parts))
+
     def write(self, into):
         for folder in ("routines", "chapters"):
             (into / folder).mkdir(parents=True, exist_ok=True)
@@ -219,11 +232,12 @@ class Handbook:
                 (into / source.name).write_text("\n".join(self.hand_written(source)))
             elif source.is_file():
                 shutil.copy(source, into / source.name)
-        shutil.copytree("docs/pictures", into / "pictures", dirs_exist_ok=True)
+        shutil.copytree(Path("docs/pictures"), into / "pictures", dirs_exist_ok=True)
         for header in self.description["headers"]:
             self.chapter(header, into)
             for family in header["families"]:
                 (into / (file_of(family) + ".md")).write_text("\n".join(self.page(header, family)) + "\n")
+        (into / "start.md").write_text(self.start())
         (into / "messages.md").write_text("\n".join(self.messages()) + "\n")
         (into / "names.md").write_text("\n".join(self.names()) + "\n")
         (into / "accuracy.md").write_text(Path("docs/accuracy.md").read_text())

@@ -75,7 +75,7 @@ expect "$room/base" "./run test" "/root/orvel/build/release/tests/frame_tests"
 expect "$room/base" "cd /tmp && /root/orvel/run install mine" "/tmp/mine/lib*/liborvel.so"
 grep -q 'LD_LIBRARY_PATH=/tmp/mine/lib' "$room/log" || fail "install does not say how a program finds the library"
 expect "$room/base" "./run install" "/usr/local/lib/liborvel.so"
-expect "$room/base" "apt-get install -y --no-install-recommends pkg-config && mkdir /tmp/first &&
+expect "$room/base" "apt-get install -y --no-install-recommends pkg-config python3-numpy && mkdir /tmp/first &&
     tests/packaging/readme.py /tmp/first" "/tmp/first/a.out"
 tail -n 1 "$room/log"
 cp -a "$room/base/opt/." "$room/second/opt/"

@@ -7,7 +7,8 @@ build=$(realpath "$1")
 source=$PWD
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
-cmake --install "$build" --prefix "$scratch/prefix" >/dev/null
+cmake --install "$build" --prefix "$scratch/first" >/dev/null
+mv "$scratch/first" "$scratch/prefix"  # what is installed can be moved
 libraries=$(dirname "$(find "$scratch/prefix" -name liborvel.so)")
 modules=$libraries/orvel/modules
 export PKG_CONFIG_PATH=$libraries/pkgconfig CMAKE_PREFIX_PATH=$scratch/prefix
@@ -76,5 +77,6 @@ if command -v groff >/dev/null; then
     cd "$source"
 fi
 mkdir "$scratch/readme"
-/usr/bin/python3 tests/packaging/readme.py "$scratch/readme"
+package=$(dirname "$(find "$scratch/prefix" -path '*/orvel/__init__.py')")
+PATH=/usr/bin:$PATH PYTHONPATH=$(dirname "$package") /usr/bin/python3 tests/packaging/readme.py "$scratch/readme"
 echo "installed package serves consumers"

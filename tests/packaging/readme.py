@@ -14,7 +14,7 @@ import sys
 
 readme = (pathlib.Path(__file__).parents[2] / "README.md").read_text()
 folder = pathlib.Path(sys.argv[1])
-first_line = re.compile(r"(?:! |/\* |# )([\w.]+): (.*?)(?: \*/)?$")
+first_line = re.compile(r"(?:! |/\* |// |# )([\w.]+): (.*?)(?: \*/)?$")
 
 
 def run(command):
@@ -35,8 +35,7 @@ for language, block in re.findall(r"^```(\w+)\n(.*?)^```$", readme, re.M | re.S)
         printed = run(command)
         lines += 1
         if language == "cmake":  # builds the program before it
-            waiting[command] = "".join(printed.splitlines(keepends=True)[-1:])
-            assert waiting.pop(command) == shown, printed
+            assert printed.endswith(shown), printed
         else:
             waiting[command] = printed
     elif language == "text" and waiting:
