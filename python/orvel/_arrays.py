@@ -120,7 +120,10 @@ def real_or_complex(name, value, kind):
 
 
 def address_of(array):
-    return array.__array_interface__["data"][0]
+    flags = array.flags
+    if flags.writeable and flags.forc and array.size:  # the quick way
+        return ctypes.addressof(ctypes.c_char.from_buffer(array if flags.c_contiguous else array.T))
+    return array.ctypes.data
 
 
 def layout(array, has_leading, has_step, backwards):

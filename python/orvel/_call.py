@@ -242,11 +242,11 @@ class Call:
         result = []
         for extent in self.routine.arguments[name]["shape"]:
             extent = self.extent(extent)
-            if isinstance(extent, list):
+            if type(extent) is list:
                 extent = self.symbols[extent[0]] + extent[1]
-            elif isinstance(extent, str):
+            elif type(extent) is str:
                 extent = evaluated(extent, self.symbols)
-            result.append(max(extent, 0))
+            result.append(extent if extent > 0 else 0)
         return tuple(result)
 
     # ---- arrays ------------------------------------------------------------------------------------------
@@ -315,7 +315,9 @@ class Call:
         if self.routine.optional.get(name, ("", ""))[1] == "1 to N":
             return numpy.arange(1, counts[0] + 1, dtype=dtype)
         if self.routine.fatal and dtype.kind in "fc":  # what is not computed shall not look like a result
-            return numpy.full(counts, numpy.nan, dtype, order="F")
+            array = numpy.empty(counts, dtype, order="F")
+            array.fill(numpy.nan)
+            return array
         return numpy.zeros(counts, dtype, order="F")
 
     def place(self, name, what, array, user):
