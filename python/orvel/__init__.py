@@ -40,8 +40,8 @@ library_path = _library.path
 def use_level(name):
     """Uses the hot loops of an instruction-set level from now on, in all threads.
 
-    The name is that of compilers: x86-64, x86-64-v3 or x86-64-v4; native on other processors; None goes back to the best
-    level of the machine. The same call gives the same bits on all machines that use the same level.
+    The name is that of compilers: x86-64, x86-64-v3 or x86-64-v4; native on other processors; None goes back to the
+    best level of the machine. The same call gives the same bits on all machines that use the same level.
     """
     if not _library.handle.orvel_use_level(None if name is None else name.encode()):
         raise ValueError(f"orvel.use_level: there is no level {name!r}, or this machine does not have it")

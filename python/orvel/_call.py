@@ -124,7 +124,8 @@ class Routine:
         try:
             precision, is_complex = FORCED[numpy.dtype(dtype)]
         except (KeyError, TypeError):
-            raise Refused(TypeError, f"dtype must be float32, float64, complex64 or complex128, got {dtype!r}") from None
+            words = f"dtype must be float32, float64, complex64 or complex128, got {dtype!r}"
+            raise Refused(TypeError, words) from None
         if complexes and not is_complex:
             raise Refused(TypeError, f"{complexes[0]} is complex, but dtype is {numpy.dtype(dtype)}")
         return precision, is_complex
@@ -260,9 +261,11 @@ class Call:
             out = (out,)
         if isinstance(out, dict):
             if unknown := set(out) - set(names):
-                raise Refused(TypeError, f"out has no place for {sorted(unknown)[0]!r}; the outputs are {', '.join(names)}")
+                words = f"out has no place for {sorted(unknown)[0]!r}; the outputs are {', '.join(names)}"
+                raise Refused(TypeError, words)
         elif not isinstance(out, (tuple, list)):
-            raise Refused(TypeError, f"out must be a tuple of {len(names)} arrays ({', '.join(names)}) or a dict by these names")
+            words = f"out must be a tuple of {len(names)} arrays ({', '.join(names)}) or a dict by these names"
+            raise Refused(TypeError, words)
         elif len(out) != len(names):
             raise Refused(TypeError, f"out must have {len(names)} arrays ({', '.join(names)}), got {len(out)}")
         else:

@@ -12,8 +12,11 @@ def load(program):
     named = os.environ.get("ORVEL_LIBRARY")
     prefix = Path(program).resolve().parent.parent
     machine = getattr(sys.implementation, "_multiarch", "")
-    places = [Path(named) / FILE if Path(named).is_dir() else Path(named)] if named else [
-        path for path in (prefix / "lib" / FILE, prefix / "lib" / machine / FILE, prefix / "lib64" / FILE) if path.is_file()]
+    if named:
+        places = [Path(named) / FILE if Path(named).is_dir() else Path(named)]
+    else:
+        folders = (prefix / "lib", prefix / "lib" / machine, prefix / "lib64")
+        places = [folder / FILE for folder in folders if (folder / FILE).is_file()]
     try:
         library = ctypes.CDLL(str(places[0]) if places else FILE)
         library.orvel_level.restype = library.orvel_version.restype = ctypes.c_char_p

@@ -2,7 +2,8 @@
 import html
 import math
 
-COLORS = {"Orvel": "#c0392b", "limit": "#888", "copy": "#888", "OpenBLAS": "#2471a3", "BLIS": "#1e8449", "FFTW": "#7d3c98"}
+COLORS = {"Orvel": "#c0392b", "limit": "#888", "copy": "#888",
+          "OpenBLAS": "#2471a3", "BLIS": "#1e8449", "FFTW": "#7d3c98"}
 STYLE = """body{font:16px/1.45 sans-serif;max-width:52em;margin:2em auto;padding:0 1em;color:#222}
 h1{font-size:1.6em}h2{font-size:1.2em;margin-top:2em}table{border-collapse:collapse;margin:1em 0}
 td,th{padding:.15em .8em .15em 0;text-align:left;border-bottom:1px solid #ddd}td.n,th.n{text-align:right}
@@ -16,8 +17,12 @@ def shown(value):
 def text_table(head, rows):
     lines = [head, *([shown(v) for v in row] for row in rows)]
     widths = [max(len(line[k]) for line in lines) for k in range(len(head))]
-    return "\n".join("  ".join(cell.ljust(w) if k == 0 else cell.rjust(w) for k, (cell, w) in enumerate(zip(line, widths)))
-                     .rstrip() for line in lines)
+
+    def aligned(line):
+        cells = [cell.rjust(w) if k else cell.ljust(w) for k, (cell, w) in enumerate(zip(line, widths))]
+        return "  ".join(cells).rstrip()
+
+    return "\n".join(map(aligned, lines))
 
 
 def html_table(head, rows):
@@ -98,5 +103,5 @@ class Report:
 
     def as_page(self):
         title = html.escape(self.title)
-        return (f'<!DOCTYPE html>\n<html lang="en"><head><meta charset="utf-8"/><title>{title}</title><style>{STYLE}</style>'
-                f"</head><body><h1>{title}</h1>{''.join(self.page)}</body></html>\n")
+        return (f'<!DOCTYPE html>\n<html lang="en"><head><meta charset="utf-8"/><title>{title}</title>'
+                f"<style>{STYLE}</style></head><body><h1>{title}</h1>{''.join(self.page)}</body></html>\n")
