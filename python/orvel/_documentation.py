@@ -21,6 +21,9 @@ def shape_words(entry, family, name):
     if not shape or what.get("text"):
         return ""
     extents = what["shape"]
+    for size, array in entry["one_less"].items():
+        if array == name:
+            return f"({size} + 1)"
 
     def word(extent):
         if isinstance(extent, list) and len(extent) == 4:
@@ -86,7 +89,7 @@ def error_lines(family):
         if remedy:
             yield filled(f"Remedy: {remedy}.", "        ")
     for names in family["passes_up"]:
-        yield filled(f"And those of {names}.")
+        yield filled(f"{'And those' if family['errors'] else 'Those'} of {names}.")
 
 
 def section(title, lines):
@@ -103,13 +106,11 @@ def document(name, entry, family, words, fields):
                   for line in parameter_lines(entry, family, n)]
     if lengths:
         parameters.append(filled(" ".join(lengths)))
-    if entry["elemental"]:
-        parameters.append(filled("Scalars may be arrays: a call for each element."))
     parameters += keyword_lines(entry, words[words.index("*"):] if "*" in words else [])
     lines += section("Parameters", parameters)
     lines += section("Returns", result_lines(entry, family, fields))
     lines += section("Errors and warnings", error_lines(family))
-    notes = []
+    notes = [filled("Numbers may be arrays: a call for each element.", ""), ""] if entry["elemental"] else []
     for text in family["text"]:
         notes += text["verbatim"] if isinstance(text, dict) else [filled(text, ""), ""]
     for label, text in family["labels"].items():
