@@ -2,7 +2,7 @@
 """tools/examples.py - the examples of the manual: one for each routine that a program calls, compiled, run and compared
 
     examples.py compare PROGRAM FILE    runs the program of docs/examples/FILE and compares what it prints with FILE.out
-    examples.py missing                 names the families without an example
+    examples.py missing                 fails where a family has no example, and names it
 
 In the sources an example lies between two comments, "example NAME, NAME" and "end"; what it prints follows a line
 "-- NAME, NAME" in the output. NAME is any member of a family.
@@ -57,8 +57,7 @@ def missing(folder):
 def main():
     folder = Path("docs/examples")
     if sys.argv[1] == "missing":
-        print(" ".join(missing(folder)))
-        return
+        sys.exit(" ".join(missing(folder)) or 0)
     program, name = sys.argv[2:]
     result = subprocess.run(program.split(), capture_output=True, text=True)
     wanted = folder / (name + ".out")

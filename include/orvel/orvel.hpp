@@ -164,6 +164,23 @@ struct is_vector<C, std::enable_if_t<bool(std::remove_reference_t<C>::IsVectorAt
 
 }  // namespace detail
 
+template <class T>
+class vector_view;
+
+namespace detail {
+
+template <class C>
+struct is_view : std::false_type {};
+template <class T>
+struct is_view<vector_view<T>> : std::true_type {};
+
+// What serves as a vector. Views are converted on their own, with their step.
+template <class C, class T>
+inline constexpr bool is_vector_of =
+    holds<C, T>::value&& is_vector<C>::value && !is_view<std::remove_cv_t<std::remove_reference_t<C>>>::value;
+
+}  // namespace detail
+
 // Elements at equal distances: everything that has data() and size(), and parts of it. A negative step goes
 // down.
 template <class T>
@@ -174,7 +191,7 @@ public:
     vector_view(T* first, std::size_t size, std::ptrdiff_t step = 1) noexcept
         : first_(first), size_(size), step_(step)
     {}
-    template <class C, std::enable_if_t<detail::holds<C, T>::value && detail::is_vector<C>::value, int> = 0>
+    template <class C, std::enable_if_t<detail::is_vector_of<C, T>, int> = 0>
     vector_view(C&& container) noexcept : vector_view(std::data(container), std::size(container))
     {}
     template <class U, std::enable_if_t<std::is_convertible_v<U (*)[], T (*)[]>, int> = 0>

@@ -95,6 +95,8 @@ TEST(Cxx, ArraysTellLengthsAndDistances)
     EXPECT_EQ(y, (std::vector<double>{1, 3, 5}));
     orvel::copy(all.every(2).reversed(), y).value();
     EXPECT_EQ(y, (std::vector<double>{5, 3, 1}));
+    orvel::copy(orvel::vector_view(up).every(2).reversed(), y).value();  // not const, before
+    EXPECT_EQ(y, (std::vector<double>{5, 3, 1}));
     const std::vector<double> abscissas = {0, 1, 2, 3, 4};
     const auto spline = orvel::csint(abscissas, std::vector<double>{0, 1, 8, 27, 64}).value();
     EXPECT_NEAR(orvel::csval(2.5, spline.brkpt, spline.spcoef).value(), 15.625, 1e-13);

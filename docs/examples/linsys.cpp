@@ -1,0 +1,92 @@
+// docs/examples/linsys.cpp - examples of linear systems
+#include "print.h"
+
+using manual::print;
+using manual::title;
+using orvel::matrix;
+using std::vector;
+
+namespace {
+
+// By columns: rows 2 1 1, 4 -6 0, -2 7 2.
+const matrix<double> a(3, 3, {2, 4, -2, 1, -6, 7, 1, 0, 2});
+const vector<double> b = {5, -2, 9};
+
+void solving()
+{
+    title("LSARG");
+    // example LSARG
+    print("x", orvel::lsarg(a, b).value());
+    print("with the transposed matrix", orvel::lsarg(a, b, 2).value());
+    // end
+
+    title("LSLRG");
+    // example LSLRG
+    const matrix<std::complex<double>> z(2, 2, {{1, 1}, {0, 0}, {2, 0}, {0, 1}});
+    const vector<std::complex<double>> right = {{3, 1}, {0, 1}};
+    print("x", orvel::lslrg(z, right).value());
+    const auto nearly = orvel::lslrg(matrix<double>(2, 2, {1, 1, 1, 1 + 2.3e-16}), vector<double>{1, 2});
+    print("code of the warning", nearly.code());
+    // end
+}
+
+void factoring()
+{
+    title("LFCRG, LFSRG, LFIRG, LFDRG");
+    // example LFCRG, LFSRG, LFIRG, LFDRG
+    const auto [fact, ipvt, rcond] = orvel::lfcrg(a).value();
+    std::printf("reciprocal of the condition: %.2f\n", rcond);
+    for (const vector<double>& right : {b, vector<double>{4, -2, 7}})
+        print("x", orvel::lfsrg(fact, ipvt, right).value());
+    print("refined", orvel::lfirg(a, fact, ipvt, b).value().x);
+    const auto [det1, det2] = orvel::lfdrg(fact, ipvt).value();
+    print("determinant", det1 * std::pow(10, det2));
+    // end
+
+    title("LFTRG");
+    // example LFTRG
+    const auto factored = orvel::lftrg(a).value();
+    print("U, and multipliers below it", factored.fact);
+    print("interchanges", factored.ipvt);
+    // end
+
+    title("LINRG");
+    // example LINRG
+    print("inverse", orvel::linrg(a).value());
+    print("of a singular matrix, code", orvel::linrg(matrix<double>(2, 2, {1, 2, 2, 4})).code());
+    // end
+
+    title("LINRT");
+    // example LINRT
+    const matrix<double> lower(2, 2, {2, 3, 0, 4});
+    print("inverse of a lower triangle", orvel::linrt(lower, 1).value());
+    // end
+}
+
+void helpers()
+{
+    title("CRGRG, NR1RR, L4TRG");
+    // example CRGRG, NR1RR, L4TRG
+    const matrix<double> copy = orvel::crgrg(a).value();
+    print("largest column sum", orvel::nr1rr(copy).value());
+    print("pivot", orvel::l4trg(vector<double>{3, -4, 5}, vector<double>{1, 1, 0.5}).value());
+    // end
+
+    title("IUMAG");
+    // example IUMAG
+    vector<int32_t> estimates = {1};  // option 17: no estimates of the condition from now on
+    orvel::iumag("MATH", 2, 17, estimates).value();
+    print("rcond", orvel::lfcrg(a).value().rcond);
+    estimates = {2};
+    orvel::iumag("MATH", 2, 17, estimates).value();
+    // end
+}
+
+}  // namespace
+
+int main()
+{
+    solving();
+    factoring();
+    helpers();
+}
