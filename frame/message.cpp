@@ -153,7 +153,10 @@ void post_stored(State& s, char real, int32_t type, int32_t code, std::string_vi
         if (recorded == prompt_warning) e.post6 = 1;
         if (recorded == prompt_fatal) e.post7 = 1;
         fold_into_checksum(s);
-        if (recorded >= terminal) deliver(s, recorded);
+        if (recorded >= terminal)
+            deliver(s, recorded);
+        else if (s.quiet != nullptr && level == s.quiet->level)
+            keep_message(s, *s.quiet);  // no pop will
     }
     e.parlen = 1;
 }

@@ -24,7 +24,7 @@ DEFAULTS = {"IPATH": "1", "ERRABS": "std::sqrt(std::numeric_limits<{real}>::epsi
 # Lengths that arrays have beside the routine's own: a spline of NINTV pieces ends with a breakpoint more.
 LENGTHS = {"NINTV": ("BRKPT", "static_cast<std::int64_t>(brkpt.size()) - 1")}
 OMITTED = ("frame.h", "host.h")  # what the overloads do themselves
-CONSTANTS = ("AMACH", "IMACH")
+CONSTANTS = ("AMACH",)  # IMACH stops the program when it is asked for what there is not
 
 
 def cased(name):

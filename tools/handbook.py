@@ -7,14 +7,11 @@ prints."""
 import re
 import shutil
 import sys
-import textwrap
 from pathlib import Path
 
-import cxx
 import examples
 import interface
-import python_face
-from generate import generic_groups, module_of
+from synopsis import Synopsis
 
 def plain(text):
     """Text in Markdown that stands for itself, double blanks included."""
@@ -50,56 +47,9 @@ def shape_of(row):
 class Handbook:
     def __init__(self, description):
         self.description = description
-        self.overloads, self.python = {}, python_face.compact(description, "")["routines"]
-        for name, members in cxx.groups(description):
-            for m in members:
-                self.overloads.setdefault(m.family["name"], {}).setdefault(name, []).append(m)
+        self.synopsis = Synopsis(description, 100)
         self.families = {m["name"]: f for h in description["headers"] for f in h["families"] for m in f["members"]}
         self.examples = examples.read(Path("docs/examples"))
-
-    # ---- the synopsis in each language
-
-    def fortran(self, header, family):
-        if header["name"] == "host.h":
-            names = ", ".join(m["name"] for m in family["members"])
-            return [f"use orvel_host, only: {names}"]
-        lines = [f"use {module_of(header, family)}"]
-        for generic, group in generic_groups(header, family):
-            for member in group[:1] if generic else group:
-                call = f"{generic or member['name'].lower()}({', '.join(a['name'].lower() for a in member['arguments'])})"
-                lines.append(f"call {call}" if member["returns"] == "none" else f"value = {call}")
-        return lines
-
-    def c(self, header, family):
-        yield f"#include <orvel/{header['name']}>"
-        for member in family["members"]:
-            head, _, rest = member["c"].partition("(")
-            yield from wrapped(f"{head}({rest}", 100)
-
-    def cpp(self, family):
-        lines = []
-        for name, members in self.overloads.get(family["name"], {}).items():
-            member = next((m for m in members if m.precision == "double"), members[0])
-            returns, _ = member.outputs(name)
-            fields = [*(["value"] if member.member["returns"] != "none" else []), *map(cxx.cased, member.returned())]
-            lines += wrapped(f"auto {name}({member.declared()[1]})", 100)
-            if len(fields) > 1:
-                lines += wrapped(f"    // result of {', '.join(fields)}", 100)
-            else:
-                lines.append(f"    // orvel::result<{returns}>")
-        return ["#include <orvel/orvel.hpp>", "namespace orvel", *lines] if lines else []
-
-    def py(self, family):
-        for name in dict.fromkeys(m["generic"].lower() for m in family["members"]):
-            entry = self.python.get(name)
-            if not entry:
-                continue
-            given = [*entry["required"], *(f"{n}={entry['optional'][n][0]}" for n in entry["optional"]
-                                           if n not in entry["sizes"])]
-            outputs = ["value"] if entry["members"][0][1] else []
-            outputs += [n for n, a in entry["arguments"].items()
-                        if a["role"] in ("out", "inout", "in/out") and not a.get("in_place")]
-            yield from wrapped(f"{', '.join(outputs)}{' = ' if outputs else ''}orvel.{name}({', '.join(given)})", 100)
 
     # ---- a page
 
@@ -111,11 +61,8 @@ class Handbook:
         yield f"Chapter: {{doc}}`/chapters/{header['name'].removesuffix('.h')}`. Members: " + \
             ", ".join(f"`{name}`" for name in names) + "."
         yield from ("", "## Synopsis")
-        for title, language, lines in (("Fortran", "fortran", self.fortran(header, family)),
-                                       ("C", "c", list(self.c(header, family))), ("C++", "cpp", self.cpp(family)),
-                                       ("Python", "python", list(self.py(family)))):
-            if lines:
-                yield from ("", f"````{{tab}} {title}", f"```{language}", *lines, "```", "````", "")
+        for title, language, lines in self.synopsis.all(header, family):
+            yield from ("", f"````{{tab}} {title}", f"```{language}", *lines, "```", "````", "")
         if family["text"]:
             yield from ("", "## Description", "")
             for text in family["text"]:
@@ -242,10 +189,6 @@ class Handbook:
         (into / "names.md").write_text("\n".join(self.names()) + "\n")
         (into / "accuracy.md").write_text(Path("docs/accuracy.md").read_text())
         (into / "evaluations.md").write_text(Path("docs/evaluations.md").read_text())
-
-
-def wrapped(text, width):
-    return textwrap.wrap(text, width, subsequent_indent="        ", break_on_hyphens=False, break_long_words=False)
 
 
 def main():

@@ -3,11 +3,10 @@
 includes it, into INTO/man3 (section 3orvel: some names are those of functions of C)"""
 import re
 import sys
-import textwrap
 from pathlib import Path
 
 import interface
-from generate import generic_groups, module_of
+from synopsis import Synopsis
 
 
 def escaped(text):
@@ -18,19 +17,6 @@ def escaped(text):
 
 def verbatim(lines):
     return [".nf", *(escaped(line) for line in lines), ".fi"]
-
-
-def fortran_synopsis(header, family):
-    """A call of each generic name."""
-    if header["name"] == "host.h":
-        return []
-    lines = [f"use {module_of(header, family)}"]
-    for generic, group in generic_groups(header, family):
-        for member in group[:1] if generic else group:
-            name = generic or member["name"].lower()
-            call = f"{name}({', '.join(a['name'].lower() for a in member['arguments'])})"
-            lines.append(f"call {call}" if member["returns"] == "none" else f"value = {call}")
-    return lines
 
 
 def argument_rows(family):
@@ -56,22 +42,17 @@ def error_rows(family):
             yield f"Remedy: {escaped(error['remedy'])}."
 
 
-def page(header, family):
+def page(header, family, synopsis):
     names = [m["name"] for m in family["members"]]
     yield f'.TH {names[0]} 3orvel "" "liborvel" "Orvel reference"'
     yield ".SH NAME"
     yield f"{', '.join(map(escaped, names))} \\- {escaped(family['purpose'].rstrip('.'))}"
     yield ".SH SYNOPSIS"
-    if fortran := fortran_synopsis(header, family):
-        yield "Fortran:"
+    for title, _, lines in synopsis.all(header, family):
+        yield f"{title}:"
         yield ".PP"
-        yield from verbatim(fortran)
+        yield from verbatim(lines)
         yield ".PP"
-    yield "C and C++:"
-    yield ".PP"
-    declarations = [line for m in family["members"]
-                    for line in textwrap.wrap(m["c"], 76, subsequent_indent="    ", break_on_hyphens=False)]
-    yield from verbatim([f"#include <orvel/{header['name']}>", *declarations])
     if family["text"]:
         yield ".SH DESCRIPTION"
         for text in family["text"]:
@@ -97,10 +78,11 @@ def main():
     for old in into.glob("*.3orvel"):
         old.unlink()
     description = interface.read(sys.argv[2] if len(sys.argv) > 2 else "include/orvel")
+    synopsis = Synopsis(description, 76)
     for header in description["headers"]:
         for family in header["families"]:
             names = [m["name"].lower() for m in family["members"]]
-            (into / f"{names[0]}.3orvel").write_text("\n".join(page(header, family)) + "\n")
+            (into / f"{names[0]}.3orvel").write_text("\n".join(page(header, family, synopsis)) + "\n")
             for name in names[1:]:
                 (into / f"{name}.3orvel").write_text(f".so man3/{names[0]}.3orvel\n")
 

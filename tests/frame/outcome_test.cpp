@@ -70,6 +70,11 @@ TEST_F(Outcomes, KeepErrorsAsValuesAndTouchNoSwitch)
         E1POS(&type, &attribute, &other);  // has no level of its own
         EXPECT_EQ(call.severity, 5);
         EXPECT_EQ(call.code, 1);
+        post(0, 0);  // a date is only looked at further where nothing is wrong yet
+        const int32_t day = 1, month = 1, year = -50;
+        int32_t code, leap;
+        C1DAT(&day, &month, &year, &code, &leap);
+        EXPECT_EQ(call.severity, 1);  // a note, without a level either
     }
     {
         const QuietCall call;
