@@ -82,7 +82,13 @@ cp -a "$room/base/opt/." "$room/second/opt/"
 cp -a "$room/base/var/cache/apt/archives/." "$room/second/var/cache/apt/archives/"
 expect "$room/second" "./run test" "/root/orvel/build/release/tests/frame_tests"
 expect "$room/second" "./run demo" "/root/orvel/out/demo/sunspots.svg"
+if ls out/packages/*.deb >/dev/null 2>&1; then
+    cp out/packages/*.deb "$room/second/root/"
+    expect "$room/second" "apt-get install -y --no-install-recommends pkg-config /root/*.deb && mkdir /tmp/first &&
+        PKG_CONFIG_PATH=/usr/lib/pkgconfig tests/packaging/readme.py /tmp/first && orvel report --quick /tmp/report.html &&
+        orvel explain LSARG 1" "/usr/share/man/man3/lsarg.3orvel"
+fi
 
 mkdir -p "$(dirname "$stamp")"
 touch "$stamp"
-step "both commands in both orders, installation and the programs of the README work"
+step "both commands in both orders, installation, packages and the programs of the README work"

@@ -25,6 +25,17 @@ jumps=$(objdump -dr "$build"/CMakeFiles/orvel_blas_objects.dir/blas/*.o | awk '
     /R_X86_64_/ { target = $3; sub(/[-+]0x.*/, "", target); if (steps == 1 && jump && toupper(target "_") == toupper(name)) print name }')
 diff <(listed orvel_blas) <(sort <<<"$jumps")
 
+# What the last release exported stays; what is new is in the list of a release with a higher second number.
+version() { sed -n 's/^#define ORVEL_VERSION "\([0-9]*\.[0-9]*\).*/\1/p' include/orvel/types.h; }
+released=$(sed -n '1s/^# \([0-9]*\.[0-9]*\).*/\1/p' docs/exports.txt)
+gone=$(comm -23 <(grep -v '^#' docs/exports.txt | sort) <({ listed orvel; listed orvel_blas; } | sort))
+new=$(comm -13 <(grep -v '^#' docs/exports.txt | sort) <({ listed orvel; listed orvel_blas; } | sort))
+if [ -n "$gone" ] && [ "${released%.*}" = "$(version | cut -d. -f1)" ]; then echo "no more exported:" $gone; exit 1; fi
+if [ -n "$new" ] && [ "$released" = "$(version)" ]; then
+    echo "exported, but not in docs/exports.txt of $released:" $new
+    exit 1
+fi
+
 for file in "$library" "$build/liborvel_blas.so"; do
     needed=$(objdump -p "$file" | awk '$1 == "NEEDED" { print $2 }' |
         grep -vE '^(liborvel|libgomp|libstdc\+\+|libm|libgcc_s|libc|libpthread|ld-linux.*)\.so' || true)
