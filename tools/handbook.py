@@ -66,7 +66,11 @@ class Handbook:
         if family["text"]:
             yield from ("", "## Description", "")
             for text in family["text"]:
-                yield from code("text", text["verbatim"]) if isinstance(text, dict) else (self.linked(plain(text), family), "")
+                if isinstance(text, dict):
+                    yield from code("text", text["verbatim"])
+                else:
+                    text = re.sub(r" ?Passes up the errors of [^.]+\.", "", text)  # the section of errors says it
+                    yield from (self.linked(plain(text), family), "")
         yield from self.arguments(family)
         yield from self.errors(family)
         for label, text in family["labels"].items():
@@ -85,9 +89,13 @@ class Handbook:
 
     def errors(self, family):
         yield from ("", "## Errors", "")
-        if family["errors"]:
-            rows = [(f"{e['severity']} {e['code']}", plain(e["cause"]), plain(e["text"].strip()), plain(e["remedy"] or ""))
-                    for e in family["errors"]]
+        worker = self.families.get(family["passes_up"][0]) if len(family["passes_up"]) == 1 else None
+        posted = [(e, "") for e in family["errors"]]
+        if worker:
+            posted += [(e, f" (from {worker['name']})") for e in worker["errors"]]
+        if posted:
+            rows = [(f"{e['severity']} {e['code']}", plain(e["cause"] + source), plain(e["text"].strip()),
+                     plain(e["remedy"] or "")) for e, source in posted]
             yield from table(("severity, code", "cause", "text", "remedy"), rows)
         for passed in family["passes_up"]:
             yield from (f"Passes up the errors of {self.linked(passed)}.", "")
