@@ -104,14 +104,14 @@ class Handbook:
         if after := family["labels"].get("After an error"):
             yield from (f"After an error: {plain(after)}", "")
 
-    def linked(self, text, family=None, pattern=r"\b([A-Z][A-Z0-9]{2,})\b"):
+    def linked(self, text, family=None):
         """Text in which the names of other routines lead to their pages."""
         def link(found):
             target = self.families.get(found[1])
             if target is None or target is family:
                 return found[0]
             return f"{{doc}}`{found[1]} </{file_of(target)}>`"
-        return re.sub(pattern, link, text)
+        return re.sub(r"\b([A-Z][A-Z0-9]{2,})\b", link, text)
 
     def linked_code(self, text):
         """The same for names in code style; those of kernels may lack the letter of the precision."""
