@@ -50,7 +50,7 @@ template <bool moderate, class V>
 inline TwoDoubles<V> two_product(V a, V b)
 {
     const V product = held(a * b);
-#ifdef __FMA__
+#if defined(__FMA__) || defined(__ARM_FEATURE_FMA)
     // With another copy of a: as the same product the compiler would take the rounded one.
     return {product, held(a) * b - product};
 #else
