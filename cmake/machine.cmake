@@ -4,7 +4,7 @@ include(CheckCXXSourceCompiles)
 
 function(refuse)
   string(JOIN " " line ${ARGN})
-  message(FATAL_ERROR "${line}\n")  # the empty line keeps it on one line
+  message(FATAL_ERROR " ${line}")  # the space keeps it on one line
 endfunction()
 
 # ---- compilers: shuffles of vectors by constants, and enough of C++20 -----------------------------------
