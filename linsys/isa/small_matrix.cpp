@@ -61,8 +61,8 @@ inline void scale_factors(int64_t n, const R* p, PanelShape shape, R small, R* s
         }
         const Wide<R> one = Wide<R>{} + R(1), most = Wide<R>{} + largest_number<R>;
         const Wide<R> size = largest >= small ? (largest > most ? most : largest) : one;
-        wide(s + row) =
-            one / held(size);  // held: a zero is not even divided by where the quotient is not taken
+        // Held, so that a zero is not even divided by where the quotient is not taken.
+        wide(s + row) = one / held(size);
     }
     for (int64_t row = n; row % L != 0; ++row) s[row] = 0;
 }
