@@ -57,13 +57,15 @@ int64_t take_groups(const Factors& f, const R* tables, int32_t k, int32_t end, b
         at = table_at(f, tables, l);
         l *= factor;
     };
-    for (pass.groups = 0; k < end; ++pass.groups) {
+    pass.groups = 0;
+    while (k < end) {
         Group<R>& g = pass.group[pass.groups];
         const int32_t together = factors_of_group(f, k, end, in_two);
         g.second = 1;
         take(g.first, g.first_twiddles);
         g.second_twiddles = g.first_twiddles;  // passes calculate with it before they know
         if (together == 2) take(g.second, g.second_twiddles);
+        ++pass.groups;
     }
     return l;
 }

@@ -17,7 +17,11 @@ struct Parameter {
 };
 
 constexpr Parameter i(int32_t index, int32_t value) { return {'I', index, value, 0.0, {}}; }
-constexpr Parameter r(int32_t index, double value) { return {'R', index, 0, value, {}}; }
+template <class Real>
+constexpr Parameter r(int32_t index, Real value)
+{
+    return {'R', index, 0, static_cast<double>(value), {}};
+}
 constexpr Parameter l(int32_t index, std::string_view text) { return {'L', index, 0, 0.0, text}; }
 
 // Reals print in the precision of the routine: the letter R of a literal stands for D in double members.

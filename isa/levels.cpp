@@ -1,6 +1,10 @@
 // isa/levels.cpp - choice of the instruction-set level
 #include "isa/levels.h"
 
+#ifdef __x86_64__
+#include <cpuid.h>
+#endif
+
 #include <cstring>
 
 namespace orvel::isa {
@@ -24,16 +28,35 @@ consteval Name name_of(const char* identifier)
 #define ORVEL_LEVEL_NAME(level) name_of(#level),
 constexpr Name names[] = {ORVEL_FOR_EACH_LEVEL(ORVEL_LEVEL_NAME)};
 
-// Each level has the instructions of those before it.
+#ifdef __x86_64__
+
+// What a compiler cannot be asked for under a name that all of them know.
+bool has_small_extensions()
+{
+    constexpr unsigned movbe = 1u << 22, f16c = 1u << 29, lzcnt = 1u << 5;
+    unsigned a, b, c = 0, d, extended_c = 0;
+    return __get_cpuid(1, &a, &b, &c, &d) != 0 && __get_cpuid(0x80000001, &a, &b, &extended_c, &d) != 0 &&
+           (c & movbe) != 0 && (c & f16c) != 0 && (extended_c & lzcnt) != 0;
+}
+
+// Each level has the instructions of those before it. What the built-in function affirms, the system
+// supports, too.
 int best()
 {
-#ifdef __x86_64__
     __builtin_cpu_init();
-    if (__builtin_cpu_supports("x86-64-v4")) return 2;
-    if (__builtin_cpu_supports("x86-64-v3")) return 1;
-#endif
-    return 0;
+    const bool v3 = __builtin_cpu_supports("avx2") && __builtin_cpu_supports("bmi") &&
+                    __builtin_cpu_supports("bmi2") && __builtin_cpu_supports("fma") && has_small_extensions();
+    const bool v4 = v3 && __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw") &&
+                    __builtin_cpu_supports("avx512cd") && __builtin_cpu_supports("avx512dq") &&
+                    __builtin_cpu_supports("avx512vl");
+    return v4 ? 2 : v3 ? 1 : 0;
 }
+
+#else
+
+int best() { return 0; }
+
+#endif
 
 // Before the constructors of the program, so that no call meets another level than the next one.
 [[gnu::constructor(101)]] void choose() { chosen_level.store(best()); }

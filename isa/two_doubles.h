@@ -50,7 +50,11 @@ template <bool moderate, class V>
 inline TwoDoubles<V> two_product(V a, V b)
 {
     const V product = held(a * b);
-#ifdef __FMA__
+    // Every machine of this kind has it, so files that contract nothing come here, too.
+#ifdef __ARM_FEATURE_FMA
+    if constexpr (sizeof(V) == sizeof(double)) return {product, __builtin_fma(a, b, -product)};
+#endif
+#if defined(__FMA__) || defined(__ARM_FEATURE_FMA)
     // With another copy of a: as the same product the compiler would take the rounded one.
     return {product, held(a) * b - product};
 #else

@@ -22,10 +22,16 @@ constexpr int width = 16;
 template <class R>
 constexpr int lanes = width / static_cast<int>(sizeof(R));
 
-// N numbers side by side, which may be part of any array and lie anywhere. One number is itself.
+// N numbers side by side, which may be part of any array and lie anywhere. One number is itself. Clang
+// forgets what the name of a type says of its alignment where the type is deduced or returned; so there are
+// places in memory there.
 template <class R, int N>
 struct VectorOf {
+#ifdef __clang__
+    typedef R type __attribute__((vector_size(N * sizeof(R))));
+#else
     typedef R type __attribute__((vector_size(N * sizeof(R)), aligned(alignof(R)), may_alias));
+#endif
 };
 template <class R>
 struct VectorOf<R, 1> {
@@ -48,35 +54,68 @@ using Integer = typename IntegerOf<R>::type;
 template <class R, int N>
 using Integers = Vector<Integer<R>, N>;
 
+// A vector in memory, to be written and to be read.
+#ifdef __clang__
+template <class R, int N>
+class Place {
+    typedef Vector<R, N> Anywhere __attribute__((aligned(alignof(R)), may_alias));
+
+public:
+    explicit Place(R* p) : p_(p) {}
+    operator Vector<R, N>() const { return *reinterpret_cast<const Anywhere*>(p_); }
+    void operator=(Vector<R, N> v) const { *reinterpret_cast<Anywhere*>(p_) = v; }
+    void operator=(const Place& from) const { *this = static_cast<Vector<R, N>>(from); }
+    void operator+=(Vector<R, N> v) const { *this = static_cast<Vector<R, N>>(*this) + v; }
+
+private:
+    R* p_;
+};
+template <class R, int N>
+using Reading = Vector<R, N>;
+#else
+template <class R, int N>
+using Place = Vector<R, N>&;
+template <class R, int N>
+using Reading = const Vector<R, N>&;
+#endif
+
 // The vector that begins at p.
 template <int N, class R>
-inline Vector<R, N>& at(R* p)
+inline Place<R, N> at(R* p)
 {
+#ifdef __clang__
+    return Place<R, N>(p);
+#else
     return *reinterpret_cast<Vector<R, N>*>(p);
+#endif
 }
 template <int N, class R>
-inline const Vector<R, N>& at(const R* p)
+inline Reading<R, N> at(const R* p)
 {
+#ifdef __clang__
+    return Place<R, N>(const_cast<R*>(p));
+#else
     return *reinterpret_cast<const Vector<R, N>*>(p);
+#endif
 }
 
 // The same of the width of a register.
 template <class R>
 using Wide = Vector<R, lanes<R>>;
 template <class R>
-inline Wide<R>& wide(R* p)
+inline Place<R, lanes<R>> wide(R* p)
 {
     return at<lanes<R>>(p);
 }
 template <class R>
-inline const Wide<R>& wide(const R* p)
+inline Reading<R, lanes<R>> wide(const R* p)
 {
     return at<lanes<R>>(p);
 }
 
 // Numbers of single precision as doubles.
 template <int N>
-inline const Vector<double, N>& widened(const double* p)
+inline Reading<double, N> widened(const double* p)
 {
     return at<N>(p);
 }
@@ -94,10 +133,46 @@ inline Vector<double, N> widened(const float* p)
 template <class V>
 inline V held(V v)
 {
-#ifdef __x86_64__
+#if defined(__x86_64__) && defined(__clang__)
+    if constexpr (sizeof(V) == 8) {  // where half a register has to be called a double
+        auto bits = __builtin_bit_cast(double, v);
+        __asm__("" : "+x"(bits));
+        return __builtin_bit_cast(V, bits);
+    }
+#endif
+#if defined(__x86_64__)
     if constexpr (sizeof(V) >= 8) __asm__("" : "+x"(v));
+#elif defined(__aarch64__)
+    __asm__("" : "+w"(v));
+#else
+    __asm__("" : "+m"(v));
 #endif
     return v;
+}
+
+// Lane k of the result is lane places[k] of both vectors in a row, or of the one. The places are known when
+// the caller is compiled; one compiler makes a shuffle of the numbers one by one.
+template <class V, class Places>
+inline __attribute__((always_inline)) V shuffle(V a, V b, Places places)
+{
+#ifdef __clang__
+    constexpr int N = sizeof(V) / sizeof(a[0]);
+    V v{};
+#pragma unroll
+    for (int k = 0; k < N; ++k) v[k] = places[k] < N ? a[places[k] % N] : b[places[k] % N];
+    return v;
+#else
+    return __builtin_shuffle(a, b, places);
+#endif
+}
+template <class V, class Places>
+inline __attribute__((always_inline)) V shuffle(V v, Places places)
+{
+#ifdef __clang__
+    return shuffle(v, v, places);
+#else
+    return __builtin_shuffle(v, places);
+#endif
 }
 
 template <class R, int N>
@@ -118,7 +193,7 @@ inline Integers<R, N> numbered()
 template <class R, int N>
 inline Vector<R, N> broadcast(Vector<R, N> v, int lane)
 {
-    return __builtin_shuffle(v, Integers<R, N>{} + static_cast<Integer<R>>(lane));
+    return shuffle(v, Integers<R, N>{} + static_cast<Integer<R>>(lane));
 }
 
 template <class R, int N>
@@ -138,7 +213,7 @@ inline __attribute__((always_inline)) Vector<R, N> exchanged(Vector<R, N> v)
 {
     Integers<R, N> order{};
     for (int k = 0; k < N; ++k) order[k] = static_cast<Integer<R>>(k ^ 1);
-    return __builtin_shuffle(v, order);
+    return shuffle(v, order);
 }
 
 // a in the even lanes, b in the odd ones.
@@ -183,8 +258,8 @@ inline __attribute__((always_inline)) void transpose(Vector<R, N> (&x)[N])
         for (int i = 0; i < N; ++i)
             if (!(i & w)) {
                 const Vector<R, N> first = x[i], second = x[i + w];
-                x[i] = __builtin_shuffle(first, second, low);
-                x[i + w] = __builtin_shuffle(first, second, high);
+                x[i] = shuffle(first, second, low);
+                x[i + w] = shuffle(first, second, high);
             }
     }
 }

@@ -17,8 +17,6 @@ namespace {
 
 constexpr int64_t group = 8;  // columns to the right of a panel that are eliminated side by side
 
-constexpr int64_t round_up(int64_t n, int64_t unit) { return (n + unit - 1) / unit * unit; }
-
 template <class T>
 struct Panel {
     using R = Part<T>;

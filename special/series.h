@@ -40,14 +40,14 @@ template <std::size_t N>
 consteval std::array<double, N> shifted_powers(const double* series, long double unit)
 {
     std::array<long double, N> sum{}, older{}, newer{};
-    sum[0] = 0.5L * series[0];
+    sum[0] = 0.5L * static_cast<long double>(series[0]);
     older[0] = 1.0L;
     newer[0] = -1.0L;
     newer[1] = 2.0L;
     for (std::size_t j = 1; j < N; ++j) {
         std::array<long double, N> next{};
         for (std::size_t k = 0; k < N; ++k) {
-            sum[k] += series[j] * newer[k];
+            sum[k] += static_cast<long double>(series[j]) * newer[k];
             next[k] = (k > 0 ? 4.0L * newer[k - 1] : 0.0L) - 2.0L * newer[k] - older[k];
         }
         older = newer;

@@ -74,39 +74,69 @@ void take(Arrays&... arrays)
 // The routines of one precision: p names the kernels and s their real results, d and c the solvers.
 template <class T>
 struct Of;
-#define KERNELS(p, s)                                                                                       \
-    static constexpr auto axpy = p##AXPY, add = p##ADD, sub = p##SUB;                                       \
-    static constexpr auto gemm = p##GEMM, trmm = p##TRMM, trsm = p##TRSM, symm = p##SYMM, syrk = p##SYRK,   \
-                          syr2k = p##SYR2K, gemv = p##GEMV, gbmv = p##GBMV, trmv = p##TRMV, trsv = p##TRSV, \
-                          tbmv = p##TBMV, tbsv = p##TBSV;                                                   \
-    static constexpr auto nrm2 = s##NRM2, asum = s##ASUM, amax = I##p##AMAX
-#define SOLVERS(d, c)                                                                       \
-    static constexpr auto lsarg = d##LSA##c##G, lslrg = d##LSL##c##G, lfcrg = d##LFC##c##G, \
-                          lfsrg = d##LFS##c##G, lfirg = d##LFI##c##G, lfdrg = d##LFD##c##G, \
-                          linrg = d##LIN##c##G, linrt = d##LIN##c##T
+#define KERNELS(p, s)                       \
+    static constexpr auto axpy = p##AXPY;   \
+    static constexpr auto add = p##ADD;     \
+    static constexpr auto sub = p##SUB;     \
+    static constexpr auto gemm = p##GEMM;   \
+    static constexpr auto trmm = p##TRMM;   \
+    static constexpr auto trsm = p##TRSM;   \
+    static constexpr auto symm = p##SYMM;   \
+    static constexpr auto syrk = p##SYRK;   \
+    static constexpr auto syr2k = p##SYR2K; \
+    static constexpr auto gemv = p##GEMV;   \
+    static constexpr auto gbmv = p##GBMV;   \
+    static constexpr auto trmv = p##TRMV;   \
+    static constexpr auto trsv = p##TRSV;   \
+    static constexpr auto tbmv = p##TBMV;   \
+    static constexpr auto tbsv = p##TBSV;   \
+    static constexpr auto nrm2 = s##NRM2;   \
+    static constexpr auto asum = s##ASUM;   \
+    static constexpr auto amax = I##p##AMAX
+#define SOLVERS(d, c)                           \
+    static constexpr auto lsarg = d##LSA##c##G; \
+    static constexpr auto lslrg = d##LSL##c##G; \
+    static constexpr auto lfcrg = d##LFC##c##G; \
+    static constexpr auto lfsrg = d##LFS##c##G; \
+    static constexpr auto lfirg = d##LFI##c##G; \
+    static constexpr auto lfdrg = d##LFD##c##G; \
+    static constexpr auto linrg = d##LIN##c##G; \
+    static constexpr auto linrt = d##LIN##c##T
 template <>
 struct Of<float> {
     KERNELS(S, S);
     SOLVERS(, R);
-    static constexpr auto dot = SDOT, ger = SGER, symv = SSYMV, herk = SSYRK;
+    static constexpr auto dot = SDOT;
+    static constexpr auto ger = SGER;
+    static constexpr auto symv = SSYMV;
+    static constexpr auto herk = SSYRK;
 };
 template <>
 struct Of<double> {
     KERNELS(D, D);
     SOLVERS(D, R);
-    static constexpr auto dot = DDOT, ger = DGER, symv = DSYMV, herk = DSYRK;
+    static constexpr auto dot = DDOT;
+    static constexpr auto ger = DGER;
+    static constexpr auto symv = DSYMV;
+    static constexpr auto herk = DSYRK;
 };
 template <>
 struct Of<orvel_complex> {
     KERNELS(C, SC);
     SOLVERS(, C);
-    static constexpr auto dot = CDOTC, ger = CGERC, symv = CHEMV, herk = CHERK;
+    static constexpr auto dot = CDOTC;
+    static constexpr auto ger = CGERC;
+    static constexpr auto symv = CHEMV;
+    static constexpr auto herk = CHERK;
 };
 template <>
 struct Of<orvel_dcomplex> {
     KERNELS(Z, DZ);
     SOLVERS(D, C);
-    static constexpr auto dot = ZDOTC, ger = ZGERC, symv = ZHEMV, herk = ZHERK;
+    static constexpr auto dot = ZDOTC;
+    static constexpr auto ger = ZGERC;
+    static constexpr auto symv = ZHEMV;
+    static constexpr auto herk = ZHERK;
 };
 
 template <class T>

@@ -51,8 +51,7 @@ public:
         Doubles x[4];
         for (int part = 0; part < 4; part += lanes) {
             Doubles rows[lanes];
-            for (int i = 0; i < lanes; ++i)
-                rows[i] = *reinterpret_cast<const Doubles*>(circle_roots.at[at[i]] + part);
+            for (int i = 0; i < lanes; ++i) rows[i] = isa::at<lanes>(circle_roots.at[at[i]] + part);
             isa::transpose<double, lanes>(rows);
             for (int i = 0; i < lanes; ++i) x[part + i] = rows[i];
         }
@@ -66,8 +65,7 @@ private:
 template <class R>
 ORVEL_INLINE void store_wide(R* to, const Vector<double, wide>& x)
 {
-    typedef R Stored __attribute__((vector_size(wide * sizeof(R)), aligned(alignof(R)), may_alias));
-    *reinterpret_cast<Stored*>(to) = __builtin_convertvector(x, Stored);
+    isa::at<wide>(to) = __builtin_convertvector(x, Vector<R, wide>);
 }
 
 // The sines of the angles from the middle of a group, and 1 minus their cosines.
@@ -109,8 +107,8 @@ int64_t by_groups(const Circle& of, int64_t group, int64_t start, int64_t step, 
             const double c_head = middle.cosine_head[i], c_tail = middle.cosine_tail[i];
             const double s_head = middle.sine_head[i], s_tail = middle.sine_tail[i];
             for (int64_t t = 0; t < group && k + wide <= count; t += wide, k += wide) {
-                const auto u = *reinterpret_cast<const Vector<double, wide>*>(near.sine + t);
-                const auto v = *reinterpret_cast<const Vector<double, wide>*>(near.rest + t);
+                const auto u = isa::at<wide>(near.sine + t);
+                const auto v = isa::at<wide>(near.rest + t);
                 store_wide<R>(cosine + k, c_head + (c_tail - (c * v + s * u)));
                 store_wide<R>(sine + k, s_head + (s_tail + (c * u - s * v)));
             }

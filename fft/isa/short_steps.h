@@ -203,7 +203,7 @@ ORVEL_INLINE void first_step(const R* in, R* rows, int64_t B)
 // A function of its own, which the longer transforms share. In these no loop is to be written out.
 constexpr int shortest_sharing = 128;
 template <class R, int W, int A, Form from>
-[[gnu::noinline, gnu::noclone]] void shared_first_step(const R* in, R* rows, int64_t B)
+ORVEL_SHARED void shared_first_step(const R* in, R* rows, int64_t B)
 {
     first_step<R, W, A, from, false>(in, rows, B);
 }
@@ -230,7 +230,7 @@ constexpr int longest_with_all_roots = 8192 / static_cast<int>(sizeof(R));
 // and all rows of an i share those `behind` the transforms: that takes longer, but the tables are much
 // smaller.
 template <class R, int W, int P, bool shared>
-[[gnu::noinline, gnu::noclone]] void middle_step(R* rows, const R* roots, const R* behind, int64_t Q)
+ORVEL_SHARED void middle_step(R* rows, const R* roots, const R* behind, int64_t Q)
 {
 #pragma GCC unroll 1
     for (int64_t i = 0; i < Q; ++i) {
@@ -254,7 +254,7 @@ template <class R, int W, int P, bool shared>
 
 // The last one of three: Q neighbouring rows of P * Q, whose roots are `roots`.
 template <class R, int W, int A, int Q, Form to>
-[[gnu::noinline, gnu::noclone]] void last_step(const R* rows, const R* roots, R* out, int64_t P)
+ORVEL_SHARED void last_step(const R* rows, const R* roots, R* out, int64_t P)
 {
 #pragma GCC unroll 1
     for (int64_t k = 0; k < P; ++k) {

@@ -15,21 +15,29 @@ using isa::Wide;
 constexpr int row_vectors = 4;
 
 template <class R>
-inline Wide<R>* row_of(R* x, int64_t row)
+struct Row {
+    R* x;
+
+    Wide<R> operator[](int v) const { return isa::wide(x + v * isa::lanes<R>); }
+    void set(int v, Wide<R> to) const { isa::wide(x + v * isa::lanes<R>) = to; }
+};
+
+template <class R>
+inline Row<R> row_of(R* x, int64_t row)
 {
-    return &isa::wide(x) + row * row_vectors;
+    return {x + row * row_vectors * isa::lanes<R>};
 }
 
 template <class R>
 void solve(int64_t n, const R* l, bool unit, R* x)
 {
     for (int64_t i = 0; i < n; ++i) {
-        Wide<R>* const row = row_of(x, i);
+        const Row<R> row = row_of(x, i);
         Wide<R> sum[row_vectors];
         for (int v = 0; v < row_vectors; ++v) sum[v] = row[v];
         for (int64_t k = 0; k < i; ++k)
             for (int v = 0; v < row_vectors; ++v) sum[v] -= l[i * n + k] * row_of(x, k)[v];
-        for (int v = 0; v < row_vectors; ++v) row[v] = unit ? sum[v] : sum[v] / l[i * n + i];
+        for (int v = 0; v < row_vectors; ++v) row.set(v, unit ? sum[v] : sum[v] / l[i * n + i]);
     }
 }
 
@@ -37,12 +45,12 @@ template <class R>
 void multiply(int64_t n, const R* l, bool unit, R* x)
 {
     for (int64_t i = n - 1; i >= 0; --i) {
-        Wide<R>* const row = row_of(x, i);
+        const Row<R> row = row_of(x, i);
         Wide<R> sum[row_vectors];
         for (int v = 0; v < row_vectors; ++v) sum[v] = unit ? row[v] : l[i * n + i] * row[v];
         for (int64_t k = i - 1; k >= 0; --k)
             for (int v = 0; v < row_vectors; ++v) sum[v] += l[i * n + k] * row_of(x, k)[v];
-        for (int v = 0; v < row_vectors; ++v) row[v] = sum[v];
+        for (int v = 0; v < row_vectors; ++v) row.set(v, sum[v]);
     }
 }
 
@@ -58,11 +66,11 @@ inline bool is_large(R x)
 // Divides a row by the complex number (re, im), scaled by its larger part: R. L. Smith, Algorithm 116:
 // Complex division. Large numbers are divided by 4 first, so that no sum of two parts overflows.
 template <class R>
-void divide(R re, R im, Wide<R>* row)
+void divide(R re, R im, Row<R> row)
 {
     R back = 1;  // what the quotients are multiplied by in the end
     const auto reduce = [&] {
-        for (int v = 0; v < row_vectors; ++v) row[v] *= R(0.25);
+        for (int v = 0; v < row_vectors; ++v) row.set(v, row[v] * R(0.25));
     };
     if (is_large(re) || is_large(im)) {
         re *= R(0.25);
@@ -86,23 +94,23 @@ void divide(R re, R im, Wide<R>* row)
     const R denominator = swapped ? im + re * ratio : re + im * ratio;
     for (int v = 0; v < half; ++v) {
         const Wide<R> a = row[v], b = row[half + v];
-        row[v] = (swapped ? a * ratio + b : a + b * ratio) / denominator;
-        row[half + v] = (swapped ? b * ratio - a : b - a * ratio) / denominator;
+        row.set(v, (swapped ? a * ratio + b : a + b * ratio) / denominator);
+        row.set(half + v, (swapped ? b * ratio - a : b - a * ratio) / denominator);
     }
     if (back != 1)
-        for (int v = 0; v < row_vectors; ++v) row[v] *= back;
+        for (int v = 0; v < row_vectors; ++v) row.set(v, row[v] * back);
 }
 
 template <class R>
 void solve_complex(int64_t n, const R* l, bool unit, R* x)
 {
     for (int64_t i = 0; i < n; ++i) {
-        Wide<R>* const row = row_of(x, i);
+        const Row<R> row = row_of(x, i);
         Wide<R> re[half], im[half];
         for (int v = 0; v < half; ++v) re[v] = row[v], im[v] = row[half + v];
         for (int64_t k = 0; k < i; ++k) {
             const R a = l[2 * (i * n + k)], b = l[2 * (i * n + k) + 1];
-            const Wide<R>* const known = row_of(x, k);
+            const Row<R> known = row_of(x, k);
             for (int v = 0; v < half; ++v) {
                 re[v] -= a * known[v];
                 im[v] -= b * known[v];
@@ -110,7 +118,7 @@ void solve_complex(int64_t n, const R* l, bool unit, R* x)
                 im[v] -= a * known[half + v];
             }
         }
-        for (int v = 0; v < half; ++v) row[v] = re[v], row[half + v] = im[v];
+        for (int v = 0; v < half; ++v) row.set(v, re[v]), row.set(half + v, im[v]);
         if (!unit) divide<R>(l[2 * (i * n + i)], l[2 * (i * n + i) + 1], row);
     }
 }
@@ -119,7 +127,7 @@ template <class R>
 void multiply_complex(int64_t n, const R* l, bool unit, R* x)
 {
     for (int64_t i = n - 1; i >= 0; --i) {
-        Wide<R>* const row = row_of(x, i);
+        const Row<R> row = row_of(x, i);
         const R c = unit ? R(1) : l[2 * (i * n + i)], d = unit ? R(0) : l[2 * (i * n + i) + 1];
         Wide<R> re[half], im[half];
         for (int v = 0; v < half; ++v) {
@@ -128,7 +136,7 @@ void multiply_complex(int64_t n, const R* l, bool unit, R* x)
         }
         for (int64_t k = i - 1; k >= 0; --k) {
             const R a = l[2 * (i * n + k)], b = l[2 * (i * n + k) + 1];
-            const Wide<R>* const other = row_of(x, k);
+            const Row<R> other = row_of(x, k);
             for (int v = 0; v < half; ++v) {
                 re[v] += a * other[v];
                 im[v] += b * other[v];
@@ -136,7 +144,7 @@ void multiply_complex(int64_t n, const R* l, bool unit, R* x)
                 im[v] += a * other[half + v];
             }
         }
-        for (int v = 0; v < half; ++v) row[v] = re[v], row[half + v] = im[v];
+        for (int v = 0; v < half; ++v) row.set(v, re[v]), row.set(half + v, im[v]);
     }
 }
 

@@ -33,7 +33,7 @@ struct Rows {
     }
     // += m * u
     template <class U>
-    void add(const Rows& m, const U& u_re, const U& u_im)
+    void add(const Rows& m, U u_re, U u_im)
     {
         re += m.re * u_re;
         if constexpr (Complex) {

@@ -60,7 +60,9 @@ inline void scale_factors(int64_t n, const R* p, PanelShape shape, R small, R* s
             largest = size > largest ? size : largest;
         }
         const Wide<R> one = Wide<R>{} + R(1), most = Wide<R>{} + largest_number<R>;
-        wide(s + row) = one / (largest >= small ? (largest > most ? most : largest) : one);
+        const Wide<R> size = largest >= small ? (largest > most ? most : largest) : one;
+        // Held, so that a zero is not even divided by where the quotient is not taken.
+        wide(s + row) = one / held(size);
     }
     for (int64_t row = n; row % L != 0; ++row) s[row] = 0;
 }

@@ -36,14 +36,14 @@ public:
         Wide<R> largest = best_;
 #pragma GCC unroll 4
         for (int w = 1; w < lanes<R>; w *= 2) {
-            const Wide<R> other = __builtin_shuffle(largest, apart(w));
+            const Wide<R> other = isa::shuffle(largest, apart(w));
             largest = other > largest ? other : largest;
         }
         // What no row has reached counts as the first row beyond all.
-        Whole<R> row = (best_ == largest) & (best_ >= 0) ? row_ + lane_numbers<R>() : Whole<R>{} + beyond;
+        Whole<R> row = ((best_ == largest) & (best_ >= 0)) ? row_ + lane_numbers<R>() : Whole<R>{} + beyond;
 #pragma GCC unroll 4
         for (int w = 1; w < lanes<R>; w *= 2) {
-            const Whole<R> other = __builtin_shuffle(row, apart(w));
+            const Whole<R> other = isa::shuffle(row, apart(w));
             row = other < row ? other : row;
         }
         const int64_t found = row[0];

@@ -37,8 +37,8 @@ void split(int64_t m, const R* pairs, R* re, R* im)
     int64_t i = 0;
     for (; i + L <= m; i += L) {
         const Wide<R> low = wide(pairs + 2 * i), high = wide(pairs + 2 * i + L);
-        wide(re + i) = __builtin_shuffle(low, high, even);
-        wide(im + i) = __builtin_shuffle(low, high, odd);
+        wide(re + i) = isa::shuffle(low, high, even);
+        wide(im + i) = isa::shuffle(low, high, odd);
     }
     for (; i < m; ++i) re[i] = pairs[2 * i], im[i] = pairs[2 * i + 1];
 }
@@ -51,8 +51,8 @@ void join(int64_t m, const R* re, const R* im, R* pairs)
     int64_t i = 0;
     for (; i + L <= m; i += L) {
         const Wide<R> a = wide(re + i), b = wide(im + i);
-        wide(pairs + 2 * i) = __builtin_shuffle(a, b, low);
-        wide(pairs + 2 * i + L) = __builtin_shuffle(a, b, high);
+        wide(pairs + 2 * i) = isa::shuffle(a, b, low);
+        wide(pairs + 2 * i + L) = isa::shuffle(a, b, high);
     }
     for (; i < m; ++i) pairs[2 * i] = re[i], pairs[2 * i + 1] = im[i];
 }

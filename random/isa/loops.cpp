@@ -24,7 +24,10 @@ typedef isa::Vector<int32_t, 2 * width> Halves;
 // Products of the low halves.
 [[gnu::always_inline]] inline Wide product(Wide a, Wide b)
 {
-#if defined(__AVX512F__)
+#if defined(__AVX512F__) && defined(__clang__)
+    return reinterpret_cast<Wide>(
+        __builtin_ia32_pmuludq512(reinterpret_cast<Halves>(a), reinterpret_cast<Halves>(b)));
+#elif defined(__AVX512F__)
     return reinterpret_cast<Wide>(__builtin_ia32_pmuludq512_mask(
         reinterpret_cast<Halves>(a), reinterpret_cast<Halves>(b),
         reinterpret_cast<long long __attribute__((vector_size(64)))>(a), static_cast<unsigned char>(-1)));

@@ -6,7 +6,12 @@
 namespace {
 
 using namespace orvel_test;
+#ifdef __SIZEOF_FLOAT128__
 __extension__ typedef __float128 Quadruple;
+#else
+typedef long double Quadruple;
+#endif
+static_assert(sizeof(Quadruple) == 16);
 
 // The definition.
 void add_product(double a, double b, double* acc)

@@ -38,7 +38,7 @@ fi
 
 for file in "$library" "$build/liborvel_blas.so"; do
     needed=$(objdump -p "$file" | awk '$1 == "NEEDED" { print $2 }' |
-        grep -vE '^(liborvel|libgomp|libstdc\+\+|libm|libgcc_s|libc|libpthread|ld-linux.*)\.so' || true)
+        grep -vE '^(liborvel|libg?omp|libstdc\+\+|libm|libgcc_s|libc|libpthread|ld-linux.*)\.so' || true)
     [ -z "$needed" ] || { echo "$file needs $needed"; exit 1; }
     soname=$(objdump -p "$file" | awk '$1 == "SONAME" { print $2 }')
     [ "$soname" = "$(basename "$file").1" ] || { echo "$file is called $soname"; exit 1; }

@@ -56,7 +56,7 @@ TEST_F(States, SeedsGoodAndBad)
     const std::pair<std::function<void()>, bool> firsts[] = {
         {seed, true}, {DRNUNF, true}, {[] { set_seed(-5); }, true}, {[] { set_seed(0); }, false}};
     for (const auto& [first, seeded] : firsts)
-        on_new_thread([&] {
+        on_new_thread([&first = first, seeded = seeded] {
             set_option(8);
             first();
             expect_clock_seed(R2NCOM.seed);

@@ -169,7 +169,7 @@ public:
     // The incomplete vector first, while there is room to store a whole one.
     void release()
     {
-        decltype(Labels::load(0, nullptr)) l;
+        decltype(Labels::load(0, nullptr)) l{};
         int64_t k = held_count_ / W::lanes * W::lanes;
         uint32_t m = lanes_below(held_count_ - k);
         if (k == 0) {
