@@ -21,8 +21,17 @@
 #include <complex>
 typedef std::complex<float> orvel_complex;
 typedef std::complex<double> orvel_dcomplex;
+#ifdef __clang__ /* which warns that C has no std::complex; it is the _Complex of C there */
+#define ORVEL_BEGIN \
+    extern "C" {    \
+    _Pragma("clang diagnostic push") _Pragma("clang diagnostic ignored \"-Wreturn-type-c-linkage\"")
+#define ORVEL_END                   \
+    _Pragma("clang diagnostic pop") \
+    }
+#else
 #define ORVEL_BEGIN extern "C" {
 #define ORVEL_END }
+#endif
 #else
 typedef float _Complex orvel_complex;
 typedef double _Complex orvel_dcomplex;
