@@ -1,6 +1,6 @@
-! examples/checks.f90 - the line by which a chapter compares a number of its own with what is known otherwise
+! examples/checks.f90 - the lines by which a chapter compares a number of its own with what is known otherwise
 !
-! check.h prints the same line from C and C++.
+! check.h prints the same from C and C++.
 module checks
   implicit none
   private
@@ -14,7 +14,8 @@ contains
     integer, intent(in) :: digits
     logical :: agrees
     agrees = abs(ours - known) <= within
-    print "(*(a))", " check: ", what, ": ", shown(ours), ", known ", shown(known), " within ", shown(within), &
+    print "(a)", " check: " // what // ":"
+    print "(*(a))", "     ", shown(ours), ", known ", shown(known), " within ", shown(within), &
       " (", source, "): ", trim(merge("agrees ", "DIFFERS", agrees))
     if (.not. agrees) stop 1
   contains

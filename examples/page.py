@@ -23,7 +23,7 @@ STYLE = """
 @media (prefers-color-scheme: dark) { :root { --ink: #e4e7eb; --paper: #15181c; --soft: #20252b; --line: #3b434c;
   --faint: #a3adb8; --good: #35c497; --bad: #ff9650 } }
 * { box-sizing: border-box }
-body { margin: 0 auto; padding: 1rem; max-width: 50rem; font: 1rem/1.55 system-ui, sans-serif; color: var(--ink);
+body { margin: 0 auto; padding: 1rem; max-width: 56rem; font: 1rem/1.55 system-ui, sans-serif; color: var(--ink);
   background: var(--paper) }
 h1, h2, h3 { line-height: 1.25 }
 h2 { margin-top: 3rem; padding-top: .8rem; border-top: 2px solid var(--line) }
@@ -32,7 +32,7 @@ p { margin: .5rem 0 }
 a { color: inherit }
 figure { margin: 1rem 0 }
 svg { display: block; width: 100%; height: auto; max-width: 40rem; margin: auto }
-pre { margin: .4rem 0; padding: .6rem .8rem; background: var(--soft); overflow-x: auto; font: .8rem/1.4 ui-monospace, monospace }
+pre { margin: .4rem 0; padding: .6rem .8rem; background: var(--soft); overflow-x: auto; font: .75rem/1.4 ui-monospace, monospace }
 table { border-collapse: collapse; width: 100%; font-size: .9rem }
 td, th { padding: .25rem .6rem .25rem 0; text-align: left; vertical-align: top; border-bottom: 1px solid var(--line) }
 th { font-weight: 600; color: var(--faint) }
@@ -43,6 +43,12 @@ code { font: .9em ui-monospace, monospace }
 .differs { color: var(--bad); font-weight: 700 }
 .verdict { padding: .6rem 1rem; border: 2px solid var(--good) }
 .verdict.failed { border-color: var(--bad) }
+@media (max-width: 36rem) {
+  .wide tr { display: block; padding: .4rem 0; border-bottom: 1px solid var(--line) }
+  .wide tr:first-child { display: none }
+  .wide td { display: block; border: 0; padding: 0 }
+  .wide td[data-head]::before { content: attr(data-head) ": "; color: var(--faint) }
+}
 summary { cursor: pointer; color: var(--faint) }
 @media print {
   :root { color-scheme: light; --ink: #000; --paper: #fff; --soft: #f5f5f5; --line: #bbb; --faint: #444 }
@@ -97,7 +103,7 @@ def routines_of(source, description):
 
 def language(source):
     name = LANGUAGES[source.suffix]
-    return name + " (orvel.hpp)" if "orvel/orvel.hpp" in (ROOT / source).read_text() else name
+    return name + " with orvel.hpp" if "orvel/orvel.hpp" in (ROOT / source).read_text() else name
 
 
 def drawing(picture, prefix, title):
@@ -119,9 +125,12 @@ def comparison(what):
 
 
 def table(head, rows):
+    """On a narrow screen the cells of a wide row stand below each other, each after its head."""
     lines = ["<tr>" + "".join(f"<th>{cell}</th>" for cell in head) + "</tr>"]
-    lines += ["<tr>" + "".join(f"<td>{cell}</td>" for cell in row) + "</tr>" for row in rows]
-    return "<div style='overflow-x:auto'><table>" + "\n".join(lines) + "</table></div>"
+    for row in rows:
+        cells = (f"<td data-head='{name}'>{cell}</td>" if name else f"<td>{cell}</td>" for name, cell in zip(head, row))
+        lines.append("<tr>" + "".join(cells) + "</tr>")
+    return f"<table{' class=wide' if len(head) > 2 else ''}>" + "\n".join(lines) + "</table>"
 
 
 def comparisons(chapters, with_chapter=False):
@@ -142,10 +151,9 @@ def errors_met(chapter, description):
         meanings = description.meanings(name, severity, int(code))
         if not meanings:
             chapter.faults.append(f"{name} has no {severity} error {code}")
-        for error in meanings:
-            text = re.sub(r"%\(\w\d\)", "&hellip;", escape(re.sub(r"\s+", " ", error["text"])))
-            remedy = f" Remedy: {escape(error['remedy'])}." if error["remedy"] else ""
-            rows.append([f"<code>{name}</code>", f"{severity} {code}", text, f"{escape(error['cause'])}.{remedy}"])
+        texts = [re.sub(r"%\(\w\d\)", "&hellip;", escape(re.sub(r"\s+", " ", e["text"]))) for e in meanings]
+        causes = [escape(e["cause"] + "." + (f" Remedy: {e['remedy']}." if e["remedy"] else "")) for e in meanings]
+        rows.append([f"<code>{name}</code>", f"{severity} {code}", "<br>or: ".join(texts), "<br>or: ".join(causes)])
     return "<h3>Errors that it meets</h3>" + table(("routine", "error", "message", "cause"), rows) if rows else ""
 
 
@@ -177,7 +185,7 @@ def outputs(chapter):
         parts.append(f"<p class='faint'><code>{escape(chapter.source(command).name)}</code>, in "
                      f"{language(chapter.source(command))}:</p><pre>{escape(text.strip(chr(10)))}</pre>")
     if chapter.same:
-        names = " and ".join(f"<code>{chapter.source(c).name}</code> ({language(chapter.source(c))})" for c in chapter.same)
+        names = " and ".join(f"<code>{chapter.source(c).name}</code>, in {language(chapter.source(c))}," for c in chapter.same)
         parts.append(f"<p>{names} {'print' if len(chapter.same) > 1 else 'prints'} the same, letter by letter.</p>")
     for command in chapter.left_out:
         source = chapter.source(command)

@@ -63,5 +63,6 @@ int main(int argc, char** argv)
                   standard = NDAYS(&first, &january, &epoch);
     printf("\n");
     return check("Julian day of 15 October 1582", gregorian + 2415021, 2299161, 0, 0, "astronomers' count") +
-           check("Julian day of 1 January 2000", standard + 2415021, 2451545, 0, 0, "the standard epoch J2000");
+           check("Julian day of 1 January 2000", standard + 2415021, 2451545, 0, 0,
+                 "the standard epoch J2000");
 }

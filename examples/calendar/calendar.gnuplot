@@ -14,5 +14,5 @@ set label 1 "Julian calendar" at 1572,-0.9 right tc rgb orange
 set label 2 "Gregorian" at 1594,-0.9 left tc rgb orange
 # Words stand where there is room: on the right of early events, on the left of late ones.
 plot data using 1:0 with points pt 7 ps 0.7 lc rgb blue, \
-     data using ($1 < 1500 ? $1 : NaN):0:3 with labels left offset 1,0, \
-     data using ($1 >= 1500 ? $1 : NaN):0:3 with labels right offset -1,0
+     data using ($1 < 1400 ? $1 : NaN):0:3 with labels left offset 1,0, \
+     data using ($1 >= 1400 ? $1 : NaN):0:3 with labels right offset -1,0

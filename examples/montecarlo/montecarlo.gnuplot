@@ -15,5 +15,5 @@ names = "1 2 5 7 8 9"
 array colours[6] = [blue, orange, green, yellow, sky, purple]
 array marks[6] = [4, 6, 8, 10, 12, 2]
 plot for [k=0:5] data index k using 1:2 with linespoints lw 1.2 pt marks[k+1] ps 0.6 lc rgb colours[k+1] \
-         title "generator ".word(names, k + 1), \
+         title "option ".word(names, k + 1), \
      data index 0 using 1:3 with lines lw 3 dt 2 lc rgb "black" title "standard error"

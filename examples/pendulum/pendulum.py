@@ -31,6 +31,7 @@ for degrees in (10, 90, 170):
     print(f"{degrees:10d} {period(degrees):11.6f}")
 ours, known = period(170), exact(170)
 agrees = abs(ours - known) <= 1e-9 * known
-print(f"\n check: period at 170 degrees: {ours:.10f}, known {known:.10f} within {1e-9 * known:.10f} "
+print("\n check: period at 170 degrees:")
+print(f"     {ours:.10f}, known {known:.10f} within {1e-9 * known:.10f} "
       f"(Gauss's arithmetic-geometric mean): {'agrees' if agrees else 'DIFFERS'}")
 raise SystemExit(not agrees)

@@ -64,6 +64,7 @@ int main(int argc, char** argv)
                 name[order[k] - 1]);
     if (plot != NULL) fclose(plot);
     printf("\n");
-    return check("stars out of order by magnitude", misplaced(sorted, n), 0, 0, 0, "the sort of the C library") +
+    return check("stars out of order by magnitude", misplaced(sorted, n), 0, 0, 0,
+                 "the sort of the C library") +
            check("magnitude of the first", sorted[0], -1.5, 0, 1, "Sirius, the brightest star");
 }
