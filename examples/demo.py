@@ -11,6 +11,7 @@ name of a chapter whose program fails, whose numbers do not agree, or that check
 """
 import os
 import re
+import shutil
 import subprocess
 import sys
 from pathlib import Path
@@ -126,7 +127,10 @@ def run_chapter(chapter, programs, out, python):
 
 def show(line):
     """The progress: in place on a terminal, else a line."""
-    print(f"\r\033[K{line}" if sys.stdout.isatty() else line, end="" if sys.stdout.isatty() else "\n", flush=True)
+    if sys.stdout.isatty():
+        print("\r\033[K" + line[:shutil.get_terminal_size().columns - 1], end="", flush=True)
+    else:
+        print(line, flush=True)
 
 
 def main():
