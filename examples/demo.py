@@ -73,7 +73,8 @@ def run_program(chapter, command, programs, out, python):
         if not python_with_numpy(python):
             chapter.left_out.append(command)
             return None
-        environment = {**os.environ, "PYTHONPATH": str(programs.parent / "python"), "ORVEL_LIBRARY": str(programs.parent)}
+        build = programs.parent
+        environment = {**os.environ, "PYTHONPATH": str(build / "python"), "ORVEL_LIBRARY": str(build)}
         words = [python, str(chapter.folder / words[0]), *words[1:]]
     elif command.split()[0].endswith("_f90") and not (programs / words[0]).exists():  # built where there is a compiler
         chapter.left_out.append(command)

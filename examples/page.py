@@ -32,7 +32,8 @@ p { margin: .5rem 0 }
 a { color: inherit }
 figure { margin: 1rem 0 }
 svg { display: block; width: 100%; height: auto; max-width: 40rem; margin: auto }
-pre { margin: .4rem 0; padding: .6rem .8rem; background: var(--soft); overflow-x: auto; font: .75rem/1.4 ui-monospace, monospace }
+pre { margin: .4rem 0; padding: .6rem .8rem; background: var(--soft); overflow-x: auto;
+  font: .75rem/1.4 ui-monospace, monospace }
 table { border-collapse: collapse; width: 100%; font-size: .9rem }
 td, th { padding: .25rem .6rem .25rem 0; text-align: left; vertical-align: top; border-bottom: 1px solid var(--line) }
 th { font-weight: 600; color: var(--faint) }
@@ -110,7 +111,8 @@ def drawing(picture, prefix, title):
     """A picture of gnuplot as a part of the page: as wide as the page allows, in the page's colours, names of its own."""
     body = picture[picture.index("<svg"):]
     body = re.sub(r"<title>.*?</title>|<desc>.*?</desc>|(?s:<filter.*?</filter>)", "", body)
-    body = re.sub(r'(<svg[^>]*?) *\n? width="\d+" height="\d+"', rf'\1 role="img" aria-label="{html.escape(title)}"', body)
+    role = rf'\1 role="img" aria-label="{html.escape(title)}"'
+    body = re.sub(r'(<svg[^>]*?) *\n? width="\d+" height="\d+"', role, body)
     body = re.sub(r'<rect x="0" y="0" [^>]*fill="#ffffff"/>', "", body, count=1)
     body = re.sub(r'( )color="black"', "", body)
     body = re.sub(r"""((?:fill|stroke) ?= ?['"])(?:black|rgb\( *0, *0, *0\))""", r"\1currentColor", body)
@@ -185,7 +187,8 @@ def outputs(chapter):
         parts.append(f"<p class='faint'><code>{escape(chapter.source(command).name)}</code>, in "
                      f"{language(chapter.source(command))}:</p><pre>{escape(text.strip(chr(10)))}</pre>")
     if chapter.same:
-        names = " and ".join(f"<code>{chapter.source(c).name}</code>, in {language(chapter.source(c))}," for c in chapter.same)
+        sources = map(chapter.source, chapter.same)
+        names = " and ".join(f"<code>{source.name}</code>, in {language(source)}," for source in sources)
         parts.append(f"<p>{names} {'print' if len(chapter.same) > 1 else 'prints'} the same, letter by letter.</p>")
     for command in chapter.left_out:
         source = chapter.source(command)
@@ -197,8 +200,8 @@ def outputs(chapter):
 def section(number, chapter, description):
     sources = [chapter.source(command) for command in chapter.told["run"] + chapter.told["same"]]
     languages = ", ".join(dict.fromkeys(map(language, sources)))
-    listing = "\n".join(f"<details><summary>{source.name}</summary><pre>{escape((ROOT / source).read_text())}</pre></details>"
-                        for source in sources)
+    listing = "\n".join(f"<details><summary>{source.name}</summary><pre>{escape((ROOT / source).read_text())}</pre>"
+                        "</details>" for source in sources)
     figure = ""
     if chapter.picture:
         figure = f"<figure>{drawing(chapter.picture, chapter.name, chapter.title)}</figure>"
@@ -258,9 +261,9 @@ def write(chapters):
 </head>
 <body>
 <h1>A tour through Orvel</h1>
-<p>{len(chapters)} questions, answered by programs that call the library in Fortran, C, C++ and Python. All that follows was
-computed on this machine just now. Every chapter compares a number of its own with one that is known from elsewhere, or found
-in a second way.</p>
+<p>{len(chapters)} questions, answered by programs that call the library in Fortran, C, C++ and Python. All that
+follows was computed on this machine just now. Every chapter compares a number of its own with one that is known from
+elsewhere, or found in a second way.</p>
 <p class="verdict{failed}"><a href="#verdict">Verdict</a>: {escape(closing(chapters))}.</p>
 <ol>
 {contents}

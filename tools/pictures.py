@@ -40,7 +40,8 @@ SPEED = (
     ("zero of a cubic, DZREAL", "DZREAL", "a call, cubic"),
     ("minimum of a quartic, DUVMIF", "DUVMIF", "a call, quartic"),
 )
-MARKS = {"ours": ("Orvel", "blue", 7, 2.5), "OpenBLAS": ("OpenBLAS", "orange", 5, 1.5), "BLIS": ("BLIS", "green", 9, 1.5),
+MARKS = {"ours": ("Orvel", "blue", 7, 2.5),
+         "OpenBLAS": ("OpenBLAS", "orange", 5, 1.5), "BLIS": ("BLIS", "green", 9, 1.5),
          "FFTW": ("FFTW", "orange", 5, 1.5), "GSL": ("GSL", "green", 9, 1.5)}
 
 
@@ -116,9 +117,11 @@ def block(name, rows):
 def curves(series):
     """Blocks of data, and the plot command of (label, colour, mark, width, rows); of other rows only the points."""
     blocks = "".join(block(f"curve{k}", rows) for k, (*_, rows) in enumerate(series))
-    parts = [f'$curve{k} using 1:2 with {"linespoints" if width else "points"} pt {mark} ps 0.8 lw {width or 1} lc rgb {colour}'
-             f' {f"title {chr(34)}{label}{chr(34)}" if label else "notitle"}'
-             for k, (label, colour, mark, width, rows) in enumerate(series)]
+    parts = []
+    for k, (label, colour, mark, width, _) in enumerate(series):
+        style = f"linespoints lw {width}" if width else "points"
+        title = f"title '{label}'" if label else "notitle"
+        parts.append(f"$curve{k} using 1:2 with {style} pt {mark} ps 0.8 lc rgb {colour} {title}")
     return blocks, "plot " + ", \\\n     ".join(parts)
 
 
@@ -181,7 +184,8 @@ def speed(bench):
          "set lmargin 30\nset border 1\nset ytics scale 0\nset style fill solid 0.75 noborder\n"
          'set xlabel "time of the peer / time of Orvel"\n'
          f'set arrow from 1,{last - 0.3} to 1,-0.7 nohead lw 1.5 lc rgb "black" front\n'
-         "plot $bars using 2:0:(1):2:($0-0.32):($0+0.32):($2 < 1 ? 0xd55e00 : 0x0072b2):ytic(3) with boxxyerror lc rgb var, \\\n"
+         "plot $bars using 2:0:(1):2:($0-0.32):($0+0.32):($2 < 1 ? 0xd55e00 : 0x0072b2):ytic(3) \\\n"
+         "     with boxxyerror lc rgb var, \\\n"
          "     $bars using ($2 > 1 ? $2 : 1):0:4 with labels left offset 0.7,0", bench.note)
 
 
@@ -202,7 +206,8 @@ def gamma():
         rows += [(f'"{region}"', largest, mean) for region, largest, mean in regions]
     draw("gamma", 900, block("rows", rows) + 'set title "Errors of the gamma functions"\n'
          f'set xlabel "units in the last place"\n'
-         f"set lmargin 27\nset xrange [0:9]\nset yrange [{len(rows) - 0.5}:-0.7]\nset border 1\nset ytics scale 0 font ',12'\n"
+         f"set lmargin 27\nset xrange [0:9]\nset yrange [{len(rows) - 0.5}:-0.7]\n"
+         "set border 1\nset ytics scale 0 font ',12'\n"
          "set grid y lc rgb '#dddddd'\nset key tmargin center horizontal\n"
          "plot $rows using 2:0:ytic(1) with points pt 7 ps 0.8 lc rgb orange title 'largest', \\\n"
          "     $rows using 3:0 with points pt 6 ps 0.8 lw 1.5 lc rgb blue title 'mean'",

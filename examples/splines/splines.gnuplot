@@ -28,5 +28,6 @@ names = "'not-a-knot' natural Akima periodic"
 array colours[4] = [blue, orange, green, purple]
 array dashes[4] = [1, 2, 4, 1]
 array widths[4] = [1.5, 2, 1.5, 3]
-plot for [k=1:4] data using 1:(column(2 + k)) with lines lw widths[k] dt dashes[k] lc rgb colours[k] title word(names, k)
+plot for [k=1:4] data using 1:(column(2 + k)) with lines lw widths[k] dt dashes[k] lc rgb colours[k] \
+         title word(names, k)
 unset multiplot

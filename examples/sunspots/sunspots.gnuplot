@@ -1,6 +1,10 @@
 # examples/sunspots/sunspots.gnuplot - spectrum and smoothed record: gnuplot -e "data='plot.dat'; picture='x.svg'" ...
 height = 660
 load "examples/style.gnuplot"
+stats data index 0 using 1:2 nooutput
+whole = sprintf("whole record: %.2f years", STATS_pos_max_y)
+stats data index 0 using 1:3 nooutput
+middle = sprintf("middle of the record: %.2f years", STATS_pos_max_y)
 set multiplot
 set lmargin 9
 set rmargin 3
@@ -14,8 +18,8 @@ set xrange [4:150]
 set xtics (5, 8, 11, 20, 50, 100)
 set yrange [0:*]
 set key top right
-plot data index 0 using 1:($2/1000) with lines lw 1.5 lc rgb blue title "whole record: 11.04 years", \
-     data index 0 using 1:($3/1000) with lines lw 2 dt 2 lc rgb orange title "middle of the record: 11.25 years"
+plot data index 0 using 1:($2/1000) with lines lw 1.5 lc rgb blue title whole, \
+     data index 0 using 1:($3/1000) with lines lw 2 dt 2 lc rgb orange title middle
 unset logscale x
 set origin 0,0
 set title "Numbers, and their mean over one cycle"
