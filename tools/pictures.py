@@ -36,9 +36,9 @@ SPEED = (
     ("DGAMMA, 2 to 10", "DGAMMA", "2 to 10"),
     ("DLNGAM, 2 to 10", "DLNGAM", "2 to 10"),
     ("DRNUN, Mersenne Twister", "DRNUN", "8 in calls of 1000"),
-    ("sorting 1,000,000 doubles", "DSVRGN", "random 1000000"),
-    ("zero of a cubic, DZREAL", "DZREAL", "a call, cubic"),
-    ("minimum of a quartic, DUVMIF", "DUVMIF", "a call, quartic"),
+    ("DSVRGN, 1,000,000 doubles", "DSVRGN", "random 1000000"),
+    ("DZREAL, a call of a cubic", "DZREAL", "a call, cubic"),
+    ("DUVMIF, a call of a quartic", "DUVMIF", "a call, quartic"),
 )
 MARKS = {"ours": ("Orvel", "blue", 7, 2.5),
          "OpenBLAS": ("OpenBLAS", "orange", 5, 1.5), "BLIS": ("BLIS", "green", 9, 1.5),
