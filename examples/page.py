@@ -59,7 +59,7 @@ summary { cursor: pointer; color: var(--faint) }
   figure, tr { break-inside: avoid }
   svg { max-width: 12cm }
   pre { white-space: pre-wrap; font-size: 7pt }
-  details { display: none }
+  .programs { display: none }
 }
 """
 
@@ -222,8 +222,10 @@ def section(number, chapter, description):
 {routine_table(sources, description)}
 <h3>Source of the data</h3>
 {data_source(chapter)}
+<div class="programs">
 <h3>The programs</h3>
 {listing}
+</div>
 </section>"""
 
 
