@@ -9,6 +9,8 @@
 #include <orvel/orvel.h>
 #include <stdio.h>
 
+#include "../check.h"
+
 enum { most_classes = 100 };
 
 static int read_counts(const char* path, double* observed)
@@ -35,7 +37,7 @@ static double poisson(double mean, int k)
     return exp(k * log(mean) - mean - ALNGAM(&x));
 }
 
-static void fit(const double* observed, int classes, FILE* plot)
+static int fit(const double* observed, int classes, FILE* plot)
 {
     double intervals = 0.0, particles = 0.0, chi_square = 0.0, tail = 1.0;
     int k, used = 0;
@@ -61,6 +63,7 @@ static void fit(const double* observed, int classes, FILE* plot)
     const double rest = intervals - seen;
     chi_square += (rest - intervals * tail) * (rest - intervals * tail) / (intervals * tail);
     printf("\n chi-square%7.2f with %d degrees of freedom\n", chi_square, used + 1 - 2);
+    return check("particles in an interval", mean, 3.87, 0.005, 4, "the authors' mean, 1910");
 }
 
 static void catch_errors(void)
@@ -91,8 +94,8 @@ int main(int argc, char** argv)
         return 2;
     }
     FILE* plot = argc > 2 ? fopen(argv[2], "w") : NULL;
-    fit(observed, classes, plot);
+    const int differs = fit(observed, classes, plot);
     if (plot != NULL) fclose(plot);
     catch_errors();
-    return 0;
+    return differs;
 }

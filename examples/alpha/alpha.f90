@@ -4,6 +4,7 @@
 !
 ! The same table as alpha.c prints.
 program alpha
+  use checks
   use orvel_frame
   use orvel_special
   implicit none
@@ -64,6 +65,7 @@ contains
     end do
     chi_square = chi_square + (rest - total*tail)**2/(total*tail)
     print "(/,a,f7.2,a,i0,a)", " chi-square", chi_square, " with ", used + 1 - 2, " degrees of freedom"
+    call check("particles in an interval", mean, 3.87d0, 0.005d0, 4, "the authors' mean, 1910")
   end subroutine fit
 
   subroutine catch_errors()

@@ -7,7 +7,8 @@
  */
 #include <orvel/orvel.h>
 #include <stdio.h>
-#include <string.h>
+
+#include "../check.h"
 
 static const char* const weekdays[] = {"none",      "Sunday",   "Monday", "Tuesday",
                                        "Wednesday", "Thursday", "Friday", "Saturday"};
@@ -30,7 +31,8 @@ int main(int argc, char** argv)
         if (sscanf(line, "%d %d %d %119[^\n]", &day, &month, &year, what) != 4) continue;
         const int32_t number = NDAYS(&day, &month, &year);
         if (N1RTY(&above) > 1) {
-            printf("%3d %2d %5d  refused, code %d: %s\n", day, month, year, (int)N1RCD(&above), what);
+            printf("%3d %2d %5d  refused by NDAYS: type %d, code %d, %s\n", day, month, year,
+                   (int)N1RTY(&above), (int)N1RCD(&above), what);
             continue;
         }
         const int32_t weekday = IDYWK(&day, &month, &year), later = number + 7000;
@@ -44,7 +46,9 @@ int main(int argc, char** argv)
         printf("  %2d %2d %5d  %s\n", d, m, y, what);
         before = number;
         ++counts[weekday];
-        if (plot != NULL) fprintf(plot, "%d %.2f \"%s\"\n", number, 1900.0 + number / 365.2425, what);
+        if (plot != NULL)
+            fprintf(plot, "%.2f %d \"%s\"\n", 1900.0 + number / 365.2425, weekday,
+                    what[0] == ' ' ? what + 1 : what);
     }
     fclose(file);
     if (plot != NULL) fclose(plot);
@@ -52,6 +56,13 @@ int main(int argc, char** argv)
     for (int k = 1; k <= 7; ++k) printf(" %s %d", weekdays[k], counts[k]);
     printf("\n");
     ERSET(&all, &keep, &keep);
-    TDATE(&day, &month, &year);
-    return NDAYS(&day, &month, &year) > 0 ? 0 : 1;
+
+    /* Astronomers count days from a day whose number here is -2415021. */
+    const int32_t first = 1, fifteenth = 15, january = 1, october = 10, reform = 1582, epoch = 2000;
+    const int32_t gregorian = NDAYS(&fifteenth, &october, &reform),
+                  standard = NDAYS(&first, &january, &epoch);
+    printf("\n");
+    return check("Julian day of 15 October 1582", gregorian + 2415021, 2299161, 0, 0, "astronomers' count") +
+           check("Julian day of 1 January 2000", standard + 2415021, 2451545, 0, 0,
+                 "the standard epoch J2000");
 }

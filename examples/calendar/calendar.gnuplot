@@ -1,13 +1,18 @@
-# examples/calendar/calendar.gnuplot - the events on a line: gnuplot -e "data='plot.dat'; picture='calendar.svg'" ...
-set terminal svg size 720,480 font "sans,11" background "white"
-set output picture
-set title "Events by day number"
-set xlabel "thousands of days from 1 January 1900"
-set xrange [-320:110]
-set yrange [-1:20]
+# examples/calendar/calendar.gnuplot - the events by year: gnuplot -e "data='plot.dat'; picture='calendar.svg'" ...
+height = 560
+load "examples/style.gnuplot"
+set title "Dated events"
+set xlabel "year"
+set xrange [1040:2030]
+set yrange [19.2:-1.4]
+set border 1
+set xtics 100
+set xtics ("1100" 1100, "1300" 1300, "1500" 1500, "1700" 1700, "1900" 1900)
 unset ytics
-unset key
-set arrow from -115.86,-1 to -115.86,20 nohead dt 2 lc rgb "#c0392b"
-set label "15 October 1582" at -115.3,-0.3 tc rgb "#c0392b"
-plot data using ($1/1000.0):0 with points pt 7 ps 0.6 lc rgb "#2c6fbb", \
-     data using ($1/1000.0):0:3 with labels left offset 1,0
+set arrow 1 from 1582.79,-0.6 to 1582.79,5.4 nohead dt 2 lc rgb orange
+set label 1 "Julian calendar" at 1572,-0.9 right tc rgb orange
+set label 2 "Gregorian" at 1594,-0.9 left tc rgb orange
+# Words stand where there is room: on the right of early events, on the left of late ones.
+plot data using 1:0 with points pt 7 ps 0.7 lc rgb blue, \
+     data using ($1 < 1400 ? $1 : NaN):0:3 with labels left offset 1,0, \
+     data using ($1 >= 1400 ? $1 : NaN):0:3 with labels right offset -1,0

@@ -14,6 +14,8 @@
 #include <cstdio>
 #include <vector>
 
+#include "../check.h"
+
 namespace {
 
 constexpr int dimension = 5;
@@ -38,9 +40,10 @@ int64_t points_in_ball(int64_t points)
     return inside;
 }
 
-void compare_generators(std::FILE* plot)
+int compare_generators(std::FILE* plot)
 {
     std::printf(" exact %.6f\n\n option    points  estimate     error  error / standard error\n", exact);
+    double sum = 0.0, every_point = 0.0;
     for (const int32_t option : {1, 2, 5, 7, 8, 9}) {
         const int32_t seed = 20001;
         RNOPT(&option);
@@ -59,7 +62,13 @@ void compare_generators(std::FILE* plot)
                             error, error / deviation);
         }
         if (plot != nullptr) std::fprintf(plot, "\n\n");
+        sum += static_cast<double>(inside);
+        every_point += static_cast<double>(points);
     }
+    const double three = 3 * std::sqrt(exact * (1 - exact) / every_point);
+    std::printf("\n");
+    return check("volume, all generators", sum / every_point, exact, three, 6,
+                 "pi^2/60; three standard errors");
 }
 
 // Streams of 20000 points each. Every thread has a generator of its own, so it sets option and seed itself.
@@ -81,7 +90,7 @@ int64_t total_of_streams(const std::vector<int32_t>& seeds, int threads)
 int main(int argc, char** argv)
 {
     std::FILE* plot = argc > 1 ? std::fopen(argv[1], "w") : nullptr;
-    compare_generators(plot);
+    const int differs = compare_generators(plot);
     if (plot != nullptr) std::fclose(plot);
 
     const int32_t option = 5;
@@ -94,11 +103,12 @@ int main(int argc, char** argv)
     }
     std::printf("\n 64 streams of 100000 numbers each:\n");
     const int64_t alone = total_of_streams(seeds, 1);
-    bool same = true;
-    for (const int threads : {1, 2, 3, 8}) {
-        const int64_t total = total_of_streams(seeds, threads);
-        same = same && total == alone;
-        std::printf(" %d threads: %lld points in the ball\n", threads, static_cast<long long>(total));
+    int64_t total = alone;
+    for (const int threads : {2, 3, 8}) {
+        const int64_t shared = total_of_streams(seeds, threads);
+        std::printf(" %d threads: %lld points in the ball\n", threads, static_cast<long long>(shared));
+        if (shared != alone) total = shared;
     }
-    return same ? 0 : 1;
+    return differs + check("points, several threads", static_cast<double>(total), static_cast<double>(alone),
+                           0, 0, "one thread");
 }

@@ -8,12 +8,15 @@
 // (M. E. J. Newman, Modularity and community structure in networks, 2006).
 #include <orvel/orvel.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <sstream>
 #include <string>
 #include <vector>
+
+#include "../check.h"
 
 namespace {
 
@@ -53,6 +56,46 @@ double triangles(const Matrix& m)
     DSYMM("L", "L", &m.n, &m.n, &one, m.a.data(), &m.n, m.a.data(), &m.n, &zero, square.data(), &m.n);
     const auto count = static_cast<int32_t>(m.a.size());
     return DDOT(&count, m.a.data(), &one_step, square.data(), &one_step) / 6;
+}
+
+// The same, one by one.
+double triangles_by_counting(Matrix& m)
+{
+    int count = 0;
+    for (int32_t i = 0; i < m.n; ++i)
+        for (int32_t j = 0; j < i; ++j)
+            for (int32_t k = 0; k < j; ++k) count += m(i, j) != 0 && m(j, k) != 0 && m(k, i) != 0;
+    return count;
+}
+
+// The network as an image, members in the order of the eigenvector x: first the place and the number of each
+// member, then two places for each friendship and 0, 1 or 2: between the groups, in the one, in the other.
+void write(std::FILE* plot, Matrix& a, const std::vector<double>& x)
+{
+    const std::size_t n = x.size();
+    std::vector<std::size_t> place(n);
+    for (std::size_t i = 0; i < n; ++i) {
+        for (std::size_t k = 0; k < n; ++k) place[i] += x[k] < x[i] || (x[k] == x[i] && k < i);
+        std::fprintf(plot, "%zu %zu\n", place[i] + 1, i + 1);
+    }
+    std::fprintf(plot, "\n\n");
+    for (std::size_t j = 0; j < n; ++j)
+        for (std::size_t i = 0; i < n; ++i)
+            if (a(static_cast<int32_t>(i), static_cast<int32_t>(j)) != 0)
+                std::fprintf(plot, "%zu %zu %d\n", place[i] + 1, place[j] + 1,
+                             x[i] * x[j] < 0 ? 0 : (x[i] * x[0] > 0 ? 1 : 2));
+}
+
+// When the club had split, these were with the instructor.
+int strangers(const std::vector<double>& x)
+{
+    const std::vector<std::size_t> with_instructor{1, 2, 3, 4, 5, 6, 7, 8, 9, 11, 12, 13, 14, 17, 18, 20, 22};
+    int count = 0;
+    for (std::size_t i = 0; i < x.size(); ++i) {
+        const bool joined = std::binary_search(with_instructor.begin(), with_instructor.end(), i + 1);
+        count += joined != (x[i] * x[0] > 0);
+    }
+    return count;
 }
 
 // Largest eigenvalue by the power method on M + shift * I; x becomes its eigenvector of length 1.
@@ -109,17 +152,12 @@ int main(int count, char** arguments)
         for (int32_t i = 0; i < j; ++i)
             if (x[static_cast<std::size_t>(i)] * x[static_cast<std::size_t>(j)] < 0) across += a(i, j);
     std::printf(" friendships between the groups: %.0f of %.0f\n", across, ends / 2);
-
-    // The network as an image, members in the order of the eigenvector.
     if (std::FILE* plot = count > 2 ? std::fopen(arguments[2], "w") : nullptr) {
-        std::vector<std::size_t> rank(n);
-        for (std::size_t i = 0; i < n; ++i)
-            for (std::size_t k = 0; k < n; ++k) rank[i] += x[k] < x[i] || (x[k] == x[i] && k < i);
-        for (int32_t j = 0; j < a.n; ++j)
-            for (int32_t i = 0; i < a.n; ++i)
-                if (a(i, j) != 0)
-                    std::fprintf(plot, "%zu %zu\n", rank[static_cast<std::size_t>(i)],
-                                 rank[static_cast<std::size_t>(j)]);
+        write(plot, a, x);
         std::fclose(plot);
     }
+    std::printf("\n");
+    return check("triangles", triangles(a), triangles_by_counting(a), 0, 0, "counted one by one") +
+           check("members in the other group than the club they joined", strangers(x), 1, 0, 0,
+                 "member 9, W. W. Zachary, 1977");
 }

@@ -5,8 +5,8 @@
 //
 // Pallas moves in a closed curve, so the periodic spline is the right one; the others show what they make of
 // the ends. The thermocouple is interpolated from every other line of its table; the lines between tell how
-// far off each spline is. The plot file has columns x, then value and first derivative of each spline of
-// Pallas and its integral from 0.
+// far off each spline is. The plot file has columns x, the trigonometric series that Gauss found for Pallas,
+// and the difference of each spline from it.
 #include <orvel/orvel.h>
 
 #include <algorithm>
@@ -16,6 +16,8 @@
 #include <sstream>
 #include <string>
 #include <vector>
+
+#include "../check.h"
 
 namespace {
 
@@ -67,24 +69,40 @@ std::vector<Spline> all_splines(const Table& t)
     return s;
 }
 
-void follow_pallas(const Table& t, std::FILE* plot)
+// The trigonometric polynomial through n equidistant places of a closed curve: each place has a part in it,
+// sin(n u) cot(u) / n at the half distance u, which is 1 at the place itself and 0 at all others.
+double trigonometric(const Table& t, double x)
 {
-    double mean = 0;  // the constant term of Gauss's series
-    for (std::size_t k = 0; k + 1 < t.f.size(); ++k) mean += t.f[k] / static_cast<double>(t.size() - 1);
-    std::printf(" mean declination by Gauss: %.3f\n", mean);
+    const std::size_t n = t.x.size() - 1;
+    double sum = 0;
+    for (std::size_t k = 0; k < n; ++k) {
+        const double u = std::acos(-1.0) * (x - t.x[k]) / (t.x[n] - t.x[0]), sine = std::sin(u);
+        if (std::abs(sine) < 1e-12) return t.f[k];
+        sum += t.f[k] * std::sin(static_cast<double>(n) * u) * std::cos(u) / (static_cast<double>(n) * sine);
+    }
+    return sum;
+}
+
+int follow_pallas(const Table& t, std::FILE* plot)
+{
     std::printf("              at 45    slopes at both ends       mean\n");
     const std::vector<Spline> splines = all_splines(t);
     const double begin = t.x.front(), end = t.x.back();
-    for (const Spline& s : splines)
+    double mean = 0;
+    for (const Spline& s : splines) {
+        mean = s.integral(begin, end) / (end - begin);
         std::printf(" %-10s %8.2f %11.4f %10.4f %12.3f\n", s.name, s.value(45), s.derivative(1, begin),
-                    s.derivative(1, end), s.integral(begin, end) / (end - begin));
-    for (int k = 0; plot != nullptr && k <= 720; ++k) {
-        const double x = begin + (end - begin) * k / 720;
-        std::fprintf(plot, "%g", x);
-        for (const Spline& s : splines)
-            std::fprintf(plot, " %g %g %g", s.value(x), s.derivative(1, x), s.integral(begin, x));
+                    s.derivative(1, end), mean);
+    }
+    std::printf(" %-10s %8.2f\n\n", "Gauss", trigonometric(t, 45));
+    for (int k = 0; plot != nullptr && k <= 360; ++k) {
+        const double x = begin + (end - begin) * k / 360, gauss = trigonometric(t, x);
+        std::fprintf(plot, "%g %g", x, gauss);
+        for (const Spline& s : splines) std::fprintf(plot, " %g", s.value(x) - gauss);
         std::fprintf(plot, "\n");
     }
+    return check("mean declination by the periodic spline", mean, 780.6, 0.05, 3,
+                 "the constant term of Gauss's series");
 }
 
 // The largest error in microvolts, between the second and the last but one line and over all.
@@ -122,8 +140,8 @@ int main(int argc, char** argv)
     std::FILE* plot = argc > 3 ? std::fopen(argv[3], "w") : nullptr;
     const Table pallas(argv[1]), thermocouple(argv[2]);
     if (pallas.size() < 4 || thermocouple.size() < 8) return 2;
-    follow_pallas(pallas, plot);
+    const int differs = follow_pallas(pallas, plot);
     if (plot != nullptr) std::fclose(plot);
     calibrate(thermocouple);
-    return 0;
+    return differs;
 }

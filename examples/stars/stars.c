@@ -1,14 +1,34 @@
 /* examples/stars/stars.c - a table of stars sorted by brightness and by nearness to the celestial equator
  *
- *     stars_c stars.txt
+ *     stars_c stars.txt [plot.dat]
  *
  * A line of the file is magnitude, declination and name. The sort carries the line numbers along; they then
  * put the rows of the table into order, and their inverse gives each star its rank.
  */
 #include <orvel/orvel.h>
 #include <stdio.h>
+#include <stdlib.h>
+
+#include "../check.h"
 
 enum { room = 64 };
+
+static int ascending(const void* a, const void* b)
+{
+    const double x = *(const double*)a, y = *(const double*)b;
+    return (x > y) - (x < y);
+}
+
+/* How many numbers are not where the sort of the C library puts them. */
+static int misplaced(const double* sorted, int n)
+{
+    double by_c[room];
+    int k, count = 0;
+    for (k = 0; k < n; ++k) by_c[k] = sorted[k];
+    qsort(by_c, (size_t)n, sizeof *by_c, ascending);
+    for (k = 0; k < n; ++k) count += by_c[k] != sorted[k];
+    return count;
+}
 
 int main(int argc, char** argv)
 {
@@ -18,7 +38,7 @@ int main(int argc, char** argv)
     char name[room][40], line[200];
     FILE* file = argc > 1 ? fopen(argv[1], "r") : NULL;
     if (file == NULL) {
-        fprintf(stderr, "usage: stars_c stars.txt\n");
+        fprintf(stderr, "usage: stars_c stars.txt [plot.dat]\n");
         return 2;
     }
     while (n < room && fgets(line, sizeof line, file) != NULL)
@@ -38,5 +58,13 @@ int main(int argc, char** argv)
         printf("%4d %10.1f %12.1f %6.0f   %s\n", (int)k + 1, sorted[k], sorted[room + k], rank[k],
                name[order[k] - 1]);
     printf(" nearest to the equator: %s, farthest: %s\n", name[nearness[0] - 1], name[nearness[n - 1] - 1]);
-    return 0;
+    FILE* plot = argc > 2 ? fopen(argv[2], "w") : NULL;
+    for (int32_t k = 0; plot != NULL && k < n; ++k)
+        fprintf(plot, "%d %g %g %g \"%s\"\n", (int)k + 1, sorted[k], sorted[room + k], rank[k],
+                name[order[k] - 1]);
+    if (plot != NULL) fclose(plot);
+    printf("\n");
+    return check("stars out of order by magnitude", misplaced(sorted, n), 0, 0, 0,
+                 "the sort of the C library") +
+           check("magnitude of the first", sorted[0], -1.5, 0, 1, "Sirius, the brightest star");
 }

@@ -69,7 +69,7 @@ expect() { # ROOT COMMAND FILE: the command passes and leaves the file
     inside "$1" "$2" || fail "$2 fails"
     ls "$1"$3 >/dev/null || fail "$2 leaves no $3"
 }
-expect "$room/base" "./run demo" "/root/orvel/out/demo/sunspots.svg"
+expect "$room/base" "./run demo" "/root/orvel/out/demo/index.html"
 step "the demo ends; downloads and installation of packages are in this time"
 expect "$room/base" "./run test" "/root/orvel/build/release/tests/frame_tests"
 expect "$room/base" "cd /tmp && /root/orvel/run install mine" "/tmp/mine/lib*/liborvel.so"
@@ -81,7 +81,7 @@ tail -n 1 "$room/log"
 cp -a "$room/base/opt/." "$room/second/opt/"
 cp -a "$room/base/var/cache/apt/archives/." "$room/second/var/cache/apt/archives/"
 expect "$room/second" "./run test" "/root/orvel/build/release/tests/frame_tests"
-expect "$room/second" "./run demo" "/root/orvel/out/demo/sunspots.svg"
+expect "$room/second" "./run demo" "/root/orvel/out/demo/index.html"
 if ls out/packages/*.deb >/dev/null 2>&1; then
     cp out/packages/*.deb "$room/second/root/"
     expect "$room/second" "apt-get install -y --no-install-recommends pkg-config /root/*.deb && mkdir /tmp/first &&

@@ -38,19 +38,20 @@ consumer() {
         cmake --build "$folder/build" >>"$folder/log" 2>&1 || { cat "$folder/log"; exit 1; }
 }
 alpha=$source/examples/alpha/alpha
+checks=$source/examples/checks.f90
 consumer C shared $alpha.c orvel::orvel static $alpha.c orvel::static
 consumer CXX shared $alpha.cpp orvel::orvel static $alpha.cpp orvel::static
-consumer Fortran shared $alpha.f90 orvel::fortran blas "$scratch/standard.f90" orvel::blas \
+consumer Fortran shared "$checks $alpha.f90" orvel::fortran blas "$scratch/standard.f90" orvel::blas \
     blas_static "$scratch/standard.f90" orvel::blas_static
 
 export LD_LIBRARY_PATH=$libraries
 plain="-I$scratch/prefix/include -L$libraries"
 gcc "$alpha.c" $(pkg-config --cflags --libs orvel) -lm -o "$scratch/c_by_pkg_config"
 g++ -std=c++20 "$alpha.cpp" $(pkg-config --cflags --libs orvel) -o "$scratch/cxx_by_pkg_config"
-gfortran "$alpha.f90" $(pkg-config --cflags --libs orvel) -J"$scratch" -o "$scratch/fortran_by_pkg_config"
+gfortran "$checks" "$alpha.f90" $(pkg-config --cflags --libs orvel) -J"$scratch" -o "$scratch/fortran_by_pkg_config"
 gcc $plain "$alpha.c" -lorvel -lm -o "$scratch/c_by_flags"
 g++ -std=c++20 $plain "$alpha.cpp" -lorvel -o "$scratch/cxx_by_flags"
-gfortran -I"$modules" -L"$libraries" "$alpha.f90" -lorvel -J"$scratch" -o "$scratch/fortran_by_flags"
+gfortran -I"$modules" -L"$libraries" "$checks" "$alpha.f90" -lorvel -J"$scratch" -o "$scratch/fortran_by_flags"
 gcc "$alpha.c" $(pkg-config --static --cflags orvel) "$libraries/liborvel.a" \
     $(pkg-config --static --libs-only-l orvel | sed 's/-lorvel//') -o "$scratch/c_static"
 gfortran "$scratch/module.f90" $(pkg-config --cflags --libs orvel_blas) -o "$scratch/module"
