@@ -61,6 +61,16 @@ void check_ipath(Frame& me, int32_t code, int32_t ipath)
                 {i(1, ipath)});
 }
 
+template <class Frame>
+void check_option_17(Frame& me, int32_t code, int32_t flag)
+{
+    if (flag != 1 && flag != 2)
+        me.post(
+            terminal, code,
+            "The flag value for computing the matrix condition number must be 1 or 2 while %(I1) is given.",
+            {i(1, flag)});
+}
+
 // Scratch storage of a front, whose size depends on N.
 template <class Frame>
 void no_workspace(Frame& me, int32_t code, int32_t n)

@@ -351,6 +351,93 @@ void L2NCG(const int32_t* n, const orvel_complex* a, const int32_t* lda, orvel_c
 void DL2NCG(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, orvel_dcomplex* ainv,
             const int32_t* ldainv, orvel_dcomplex* wk, int32_t* iwk);
 
+/* ---- triangular matrices -----------------------------------------------------------------------------
+ *
+ * Real members have RT in their names, complex ones CT. The other triangle is not read.
+ *
+ *     A(N:LDA,N)  in  the matrix, of which one triangle is read
+ *     IPATH       in  1: the lower triangle; 2: the upper triangle
+ */
+
+/* Solves a triangular system.
+ *
+ *     IPATH       in  1: A*X = B, A lower; 2: A*X = B, A upper; 3: A^H*X = B, A lower; 4: A^H*X = B, A upper
+ *
+ *     TERMINAL 1  N < 1
+ *     TERMINAL 2  N > LDA
+ *     TERMINAL 3  IPATH is not 1 to 4
+ *                 "IPATH must be 1, 2, 3 or 4 while a value of %(I1) is given."
+ *     TERMINAL 4  a diagonal element is close to zero
+ *                 "The input matrix is singular.  The index of the first diagonal element of A that is close
+ *                 to zero is %(I1)."
+ *                 -> leave out the row or column that depends on others
+ *
+ * After an error: X is untouched.
+ *
+ * Time: N^2 operations.
+ */
+void LSLRT(const int32_t* n, const float* a, const int32_t* lda, const float* b, const int32_t* ipath,
+           float* x);
+void DLSLRT(const int32_t* n, const double* a, const int32_t* lda, const double* b, const int32_t* ipath,
+            double* x);
+void LSLCT(const int32_t* n, const orvel_complex* a, const int32_t* lda, const orvel_complex* b,
+           const int32_t* ipath, orvel_complex* x);
+void DLSLCT(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const orvel_dcomplex* b,
+            const int32_t* ipath, orvel_dcomplex* x);
+
+/* Estimates the condition number of a triangle. The estimate is seldom below the true value, and may be above
+ * it by a factor of 10. RCOND = 0 where a diagonal element is close to zero. Option 17 does not matter.
+ *
+ *     TERMINAL 1  N < 1: the order
+ *     TERMINAL 2  N > LDA
+ *     TERMINAL 2  no storage
+ *     TERMINAL 3  IPATH is neither 1 nor 2
+ *     WARNING 1   RCOND is not above eps: the matrix
+ *                 "The matrix is algorithmically singular.  An estimate of the reciprocal of its L1
+ *                 condition number is RCOND = %(R1)."
+ *                 -> scale rows and columns, or use the double member
+ *
+ * After an error: RCOND is untouched after a TERMINAL error.
+ *
+ * Time: of the order N^2.
+ *
+ * Source: A. Cline, C. Moler, G. Stewart and J. Wilkinson, An estimate for the condition number of a
+ * matrix, 1979.
+ */
+void LFCRT(const int32_t* n, const float* a, const int32_t* lda, const int32_t* ipath, float* rcond);
+void DLFCRT(const int32_t* n, const double* a, const int32_t* lda, const int32_t* ipath, double* rcond);
+void LFCCT(const int32_t* n, const orvel_complex* a, const int32_t* lda, const int32_t* ipath, float* rcond);
+void DLFCCT(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const int32_t* ipath,
+            double* rcond);
+void L2CRT(const int32_t* n, const float* a, const int32_t* lda, const int32_t* ipath, float* rcond,
+           float* wk);
+void DL2CRT(const int32_t* n, const double* a, const int32_t* lda, const int32_t* ipath, double* rcond,
+            double* wk);
+void L2CCT(const int32_t* n, const orvel_complex* a, const int32_t* lda, const int32_t* ipath, float* rcond,
+           orvel_complex* wk);
+void DL2CCT(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const int32_t* ipath,
+            double* rcond, orvel_dcomplex* wk);
+
+/* Determinant DET1 * 10^DET2 of a triangle.
+ *
+ *     A(N:LDA,N)  in   the matrix, of which the diagonal is read
+ *     DET1        out  the mantissa, 1 <= |DET1| < 10, complex magnitudes being |Re| + |Im|; 0 when a
+ *                      diagonal element is zero; an infinite one stays as it is
+ *     DET2        out  the exponent; that reached before a zero
+ *
+ *     TERMINAL 1  N < 1: the order
+ *     TERMINAL 2  N > LDA
+ *
+ * After an error: DET1 and DET2 are unchanged.
+ *
+ * Time: of the order N.
+ */
+void LFDRT(const int32_t* n, const float* a, const int32_t* lda, float* det1, float* det2);
+void DLFDRT(const int32_t* n, const double* a, const int32_t* lda, double* det1, double* det2);
+void LFDCT(const int32_t* n, const orvel_complex* a, const int32_t* lda, orvel_complex* det1, float* det2);
+void DLFDCT(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, orvel_dcomplex* det1,
+            double* det2);
+
 /* Inverse of a triangle, into the same triangle of AINV. The other triangles are neither read nor written.
  *
  *     IPATH       in  1: the lower triangle; 2: the upper triangle
