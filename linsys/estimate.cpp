@@ -14,18 +14,6 @@ namespace orvel::linsys {
 
 namespace {
 
-// |a| with the direction of b; a where b is zero.
-template <class T>
-T with_sign(T a, T b)
-{
-    if constexpr (is_complex<T>) {
-        const Part<T> size = magnitude(b);
-        return size == 0 ? a : magnitude(a) * (b / size);
-    } else {
-        return std::copysign(a, b);
-    }
-}
-
 // Zeros behind a vector, so that the loops need not care for its end.
 template <class T>
 constexpr int64_t padding = 64 / static_cast<int64_t>(sizeof(T));

@@ -47,6 +47,18 @@ inline double magnitude(double x)
     return std::abs(x);
 }
 
+// |a| with the direction of b; a where b is zero.
+template <class T>
+inline T with_sign(T a, T b)
+{
+    if constexpr (is_complex<T>) {
+        const Part<T> size = magnitude(b);
+        return size == 0 ? a : magnitude(a) * (b / size);
+    } else {
+        return std::copysign(a, b);
+    }
+}
+
 // The first of n rows, from 0, whose |x| * s is largest: a later one has to be strictly larger.
 template <class T>
 inline int64_t first_of_largest(int64_t n, const T* x, const Part<T>* s)

@@ -463,6 +463,275 @@ void LINCT(const int32_t* n, const orvel_complex* a, const int32_t* lda, const i
 void DLINCT(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const int32_t* ipath,
             orvel_dcomplex* ainv, const int32_t* ldainv);
 
+/* ---- general band matrices ---------------------------------------------------------------------------
+ *
+ * Real members have RB in their names, complex ones CB. A has KL diagonals below the main one and KU above
+ * it; element (i, j) is in row KU+1+i-j of column j, as in the band kernels. KL and KU may be N or more: what
+ * lies outside of the matrix is not read. Elimination with row-scaled partial pivoting, inside the band; for
+ * wide bands in blocks.
+ *
+ *     A(KL+KU+1:LDA,N)         in       the band
+ *     LDA                      in       the leading dimension of A, at least KL+KU+1
+ *     KL                       in       the number of diagonals below the main one
+ *     KU                       in       the number of diagonals above it
+ *     FACT(2*KL+KU+1:LDFAC,N)  in       the factorization of LFTRB or LFCRB
+ *     LDFAC                    in       the leading dimension of FACT, at least 2KL+KU+1
+ *
+ *     cause                    LDA < KL + KU + 1
+ *                              "The leading dimension of A must be at least KL+KU+1 while KL = %(I1), KU =
+ *                              %(I2) and LDA = %(I3) are given."
+ *     cause                    LDFAC < 2*KL + KU + 1
+ *                              "The leading dimension of FACT must be at least 2KL+KU+1 while KL = %(I1),
+ *                              KU = %(I2) and LDFAC = %(I3) are given."
+ *     cause                    KL < 0
+ *                              "The number of diagonals below the main one must not be negative while KL =
+ *                              %(I1) is given."
+ *     cause                    KU < 0
+ *                              "The number of diagonals above the main one must not be negative while KU =
+ *                              %(I1) is given."
+ *     cause                    an element of IPVT is no row that its step can take, k to k + KL
+ *                              "The elements of IPVT must be rows that their step can take, while
+ *                              IPVT(%(I1)) = %(I2) is given."
+ *                              -> pass FACT and IPVT of one factorization
+ *
+ * NaN: a NaN in A gives a singular matrix or NaN in the results, a NaN in B NaN in X.
+ *
+ * Source: J. Dongarra, J. Bunch, C. Moler and G. Stewart, LINPACK Users' Guide, SIAM, 1979; J. Du Croz, P.
+ * Mayes and G. Radicati, Factorization of band matrices using level 3 BLAS, 1990.
+ */
+
+/* Solves a band system with iterative refinement, as LSARG.
+ *
+ *     FACT(2*KL+KU+1,N)  out  the factorization afterwards, see LFTRB
+ *     IPVT(N)            out  the interchanges
+ *
+ *     TERMINAL 1         N < 1
+ *     TERMINAL 2         LDA < KL + KU + 1
+ *     TERMINAL 2         no storage
+ *     TERMINAL 3         KL < 0
+ *     TERMINAL 4         KU < 0
+ *     TERMINAL 5         IPATH is neither 1 nor 2
+ *     WARNING 1          RCOND is not above eps
+ *
+ * Passes up the errors of LFCRB and LFIRB, whose codes tell of the option, of singular matrices and of
+ * storage for a copy of B.
+ *
+ * Time: that of LFTRB, and of a few solutions.
+ */
+void LSARB(const int32_t* n, const float* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
+           const float* b, const int32_t* ipath, float* x);
+void DLSARB(const int32_t* n, const double* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
+            const double* b, const int32_t* ipath, double* x);
+void LSACB(const int32_t* n, const orvel_complex* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
+           const orvel_complex* b, const int32_t* ipath, orvel_complex* x);
+void DLSACB(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const int32_t* kl,
+            const int32_t* ku, const orvel_dcomplex* b, const int32_t* ipath, orvel_dcomplex* x);
+void L2ARB(const int32_t* n, const float* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
+           const float* b, const int32_t* ipath, float* x, float* fact, int32_t* ipvt, float* wk);
+void DL2ARB(const int32_t* n, const double* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
+            const double* b, const int32_t* ipath, double* x, double* fact, int32_t* ipvt, double* wk);
+void L2ACB(const int32_t* n, const orvel_complex* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
+           const orvel_complex* b, const int32_t* ipath, orvel_complex* x, orvel_complex* fact, int32_t* ipvt,
+           orvel_complex* wk);
+void DL2ACB(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const int32_t* kl,
+            const int32_t* ku, const orvel_dcomplex* b, const int32_t* ipath, orvel_dcomplex* x,
+            orvel_dcomplex* fact, int32_t* ipvt, orvel_dcomplex* wk);
+
+/* Solves a band system without refinement, as LSLRG.
+ *
+ *     FACT(2*KL+KU+1,N)  out  the factorization afterwards, see LFTRB
+ *     IPVT(N)            out  the interchanges
+ *
+ *     TERMINAL 1         N < 1
+ *     TERMINAL 2         LDA < KL + KU + 1
+ *     TERMINAL 2         no storage
+ *     TERMINAL 3         KL < 0
+ *     TERMINAL 4         KU < 0
+ *     TERMINAL 5         IPATH is neither 1 nor 2
+ *     WARNING 1          RCOND is not above eps
+ *
+ * Passes up the errors of LFCRB and LFSRB.
+ *
+ * Time: that of LFTRB.
+ */
+void LSLRB(const int32_t* n, const float* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
+           const float* b, const int32_t* ipath, float* x);
+void DLSLRB(const int32_t* n, const double* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
+            const double* b, const int32_t* ipath, double* x);
+void LSLCB(const int32_t* n, const orvel_complex* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
+           const orvel_complex* b, const int32_t* ipath, orvel_complex* x);
+void DLSLCB(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const int32_t* kl,
+            const int32_t* ku, const orvel_dcomplex* b, const int32_t* ipath, orvel_dcomplex* x);
+void L2LRB(const int32_t* n, const float* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
+           const float* b, const int32_t* ipath, float* x, float* fact, int32_t* ipvt, float* wk);
+void DL2LRB(const int32_t* n, const double* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
+            const double* b, const int32_t* ipath, double* x, double* fact, int32_t* ipvt, double* wk);
+void L2LCB(const int32_t* n, const orvel_complex* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
+           const orvel_complex* b, const int32_t* ipath, orvel_complex* x, orvel_complex* fact, int32_t* ipvt,
+           orvel_complex* wk);
+void DL2LCB(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const int32_t* kl,
+            const int32_t* ku, const orvel_dcomplex* b, const int32_t* ipath, orvel_dcomplex* x,
+            orvel_dcomplex* fact, int32_t* ipvt, orvel_dcomplex* wk);
+
+/* Factors a band matrix, as LFTRB, and estimates its condition number. RCOND = 1 where it is not estimated
+ * (option 17 is 1, or A is singular). The estimate is seldom below the true value, and may be above it by a
+ * factor of 10. Passes up the errors of LFTRB.
+ *
+ *     FACT(2*KL+KU+1:LDFAC,N)  out  the factorization; may be A where LDFAC = LDA
+ *     IPVT(N)                  out  the interchanges
+ *
+ *     TERMINAL 1               N < 1: the order
+ *     TERMINAL 2               LDA < KL + KU + 1
+ *     TERMINAL 2               no storage
+ *     TERMINAL 3               LDFAC < 2*KL + KU + 1
+ *     TERMINAL 4               KL < 0
+ *     TERMINAL 5               KU < 0
+ *     TERMINAL 6               option 17 is neither 1 nor 2
+ *     WARNING 1                RCOND is not above eps: the matrix
+ *                              "The matrix is algorithmically singular.  An estimate of the reciprocal of its
+ *                              L1 condition number is RCOND = %(R1)."
+ *                              -> scale rows and columns, or use the double member
+ *
+ * Time: that of LFTRB, and of five solutions.
+ */
+void LFCRB(const int32_t* n, const float* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
+           float* fact, const int32_t* ldfac, int32_t* ipvt, float* rcond);
+void DLFCRB(const int32_t* n, const double* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
+            double* fact, const int32_t* ldfac, int32_t* ipvt, double* rcond);
+void LFCCB(const int32_t* n, const orvel_complex* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
+           orvel_complex* fact, const int32_t* ldfac, int32_t* ipvt, float* rcond);
+void DLFCCB(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const int32_t* kl,
+            const int32_t* ku, orvel_dcomplex* fact, const int32_t* ldfac, int32_t* ipvt, double* rcond);
+void L2CRB(const int32_t* n, const float* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
+           float* fact, const int32_t* ldfac, int32_t* ipvt, float* rcond, float* wk);
+void DL2CRB(const int32_t* n, const double* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
+            double* fact, const int32_t* ldfac, int32_t* ipvt, double* rcond, double* wk);
+void L2CCB(const int32_t* n, const orvel_complex* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
+           orvel_complex* fact, const int32_t* ldfac, int32_t* ipvt, float* rcond, orvel_complex* wk);
+void DL2CCB(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const int32_t* kl,
+            const int32_t* ku, orvel_dcomplex* fact, const int32_t* ldfac, int32_t* ipvt, double* rcond,
+            orvel_dcomplex* wk);
+
+/* Factors a band matrix by elimination with row-scaled partial pivoting.
+ *
+ *     FACT(2*KL+KU+1:LDFAC,N)  out  the factorization; may be A where LDFAC = LDA
+ *     IPVT(N)                  out  the row that was interchanged with row k at step k, k to k + KL
+ *
+ *     TERMINAL 1               N < 1: the order
+ *     TERMINAL 2               LDA < KL + KU + 1
+ *     TERMINAL 2               no storage
+ *     TERMINAL 3               LDFAC < 2*KL + KU + 1
+ *     TERMINAL 4               KL < 0
+ *     TERMINAL 5               KU < 0
+ *     FATAL 2                  A is singular
+ *
+ * Element (i, j) of FACT is in row KL+KU+1+i-j of column j: above and on the diagonal U, which has KL+KU
+ * diagonals above the main one, below it in column k the multipliers of step k, in the row order of step k.
+ * An element gets its products in ascending order of the steps. Where FACT is A, A is in its usual rows, the
+ * first ones.
+ *
+ * Time: 2 N KL (KL + KU) operations at most, 2 N KL KU without interchanges.
+ */
+void LFTRB(const int32_t* n, const float* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
+           float* fact, const int32_t* ldfac, int32_t* ipvt);
+void DLFTRB(const int32_t* n, const double* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
+            double* fact, const int32_t* ldfac, int32_t* ipvt);
+void LFTCB(const int32_t* n, const orvel_complex* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
+           orvel_complex* fact, const int32_t* ldfac, int32_t* ipvt);
+void DLFTCB(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const int32_t* kl,
+            const int32_t* ku, orvel_dcomplex* fact, const int32_t* ldfac, int32_t* ipvt);
+void L2TRB(const int32_t* n, const float* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
+           float* fact, const int32_t* ldfac, int32_t* ipvt, float* wk);
+void DL2TRB(const int32_t* n, const double* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
+            double* fact, const int32_t* ldfac, int32_t* ipvt, double* wk);
+void L2TCB(const int32_t* n, const orvel_complex* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
+           orvel_complex* fact, const int32_t* ldfac, int32_t* ipvt, orvel_complex* wk);
+void DL2TCB(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const int32_t* kl,
+            const int32_t* ku, orvel_dcomplex* fact, const int32_t* ldfac, int32_t* ipvt, orvel_dcomplex* wk);
+
+/* Solves A*X = B or A^H*X = B from the factorization of a band matrix.
+ *
+ *     TERMINAL 1  N < 1
+ *     TERMINAL 2  LDFAC < 2*KL + KU + 1
+ *     TERMINAL 3  KL < 0
+ *     TERMINAL 4  KU < 0
+ *     TERMINAL 5  IPATH is neither 1 nor 2
+ *     TERMINAL 6  A is singular
+ *     TERMINAL 7  an element of IPVT is no row that its step can take, k to k + KL
+ *
+ * After an error: X is untouched.
+ *
+ * Time: 2 N (2KL + KU) operations.
+ */
+void LFSRB(const int32_t* n, const float* fact, const int32_t* ldfac, const int32_t* kl, const int32_t* ku,
+           const int32_t* ipvt, const float* b, const int32_t* ipath, float* x);
+void DLFSRB(const int32_t* n, const double* fact, const int32_t* ldfac, const int32_t* kl, const int32_t* ku,
+            const int32_t* ipvt, const double* b, const int32_t* ipath, double* x);
+void LFSCB(const int32_t* n, const orvel_complex* fact, const int32_t* ldfac, const int32_t* kl,
+           const int32_t* ku, const int32_t* ipvt, const orvel_complex* b, const int32_t* ipath,
+           orvel_complex* x);
+void DLFSCB(const int32_t* n, const orvel_dcomplex* fact, const int32_t* ldfac, const int32_t* kl,
+            const int32_t* ku, const int32_t* ipvt, const orvel_dcomplex* b, const int32_t* ipath,
+            orvel_dcomplex* x);
+
+/* Solves as LFSRB and refines the solution, as LFIRG. Takes storage for 16 rows of the band from the heap.
+ *
+ *     RES(N)      out  the last correction
+ *
+ *     TERMINAL 1  N < 1
+ *     TERMINAL 2  LDA < KL + KU + 1
+ *     TERMINAL 3  LDFAC < 2*KL + KU + 1
+ *     TERMINAL 4  KL < 0
+ *     TERMINAL 5  KU < 0
+ *     TERMINAL 6  IPATH is neither 1 nor 2
+ *     TERMINAL 7  an element of IPVT is no row that its step can take, k to k + KL
+ *     TERMINAL 8  no storage for a copy of B
+ *     WARNING 2   the refinement makes no progress, or leaves a residual that is too large
+ *                 "The matrix is too ill-conditioned for iterative refinement to be effective."
+ *                 -> use the double member
+ *
+ * Passes up the error TERMINAL 6 of LFSRB.
+ *
+ * Time: a few times that of LFSRB.
+ */
+void LFIRB(const int32_t* n, const float* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
+           const float* fact, const int32_t* ldfac, const int32_t* ipvt, const float* b, const int32_t* ipath,
+           float* x, float* res);
+void DLFIRB(const int32_t* n, const double* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
+            const double* fact, const int32_t* ldfac, const int32_t* ipvt, const double* b,
+            const int32_t* ipath, double* x, double* res);
+void LFICB(const int32_t* n, const orvel_complex* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
+           const orvel_complex* fact, const int32_t* ldfac, const int32_t* ipvt, const orvel_complex* b,
+           const int32_t* ipath, orvel_complex* x, orvel_complex* res);
+void DLFICB(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const int32_t* kl,
+            const int32_t* ku, const orvel_dcomplex* fact, const int32_t* ldfac, const int32_t* ipvt,
+            const orvel_dcomplex* b, const int32_t* ipath, orvel_dcomplex* x, orvel_dcomplex* res);
+
+/* Determinant DET1 * 10^DET2 from the factorization of a band matrix.
+ *
+ *     DET1        out  the mantissa, 1 <= |DET1| < 10, complex magnitudes being |Re| + |Im|; 0 when a
+ *                      diagonal element is zero; an infinite one stays as it is
+ *     DET2        out  the exponent; that reached before a zero
+ *
+ *     TERMINAL 1  N < 1: the order
+ *     TERMINAL 2  LDFAC < 2*KL + KU + 1
+ *     TERMINAL 3  KL < 0
+ *     TERMINAL 4  KU < 0
+ *     TERMINAL 5  an element of IPVT is no row that its step can take, k to k + KL
+ *
+ * After an error: DET1 and DET2 are unchanged.
+ *
+ * Time: of the order N.
+ */
+void LFDRB(const int32_t* n, const float* fact, const int32_t* ldfac, const int32_t* kl, const int32_t* ku,
+           const int32_t* ipvt, float* det1, float* det2);
+void DLFDRB(const int32_t* n, const double* fact, const int32_t* ldfac, const int32_t* kl, const int32_t* ku,
+            const int32_t* ipvt, double* det1, double* det2);
+void LFDCB(const int32_t* n, const orvel_complex* fact, const int32_t* ldfac, const int32_t* kl,
+           const int32_t* ku, const int32_t* ipvt, orvel_complex* det1, float* det2);
+void DLFDCB(const int32_t* n, const orvel_dcomplex* fact, const int32_t* ldfac, const int32_t* kl,
+            const int32_t* ku, const int32_t* ipvt, orvel_dcomplex* det1, double* det2);
+
 /* ---- helpers, which check nothing ------------------------------------------------------------------- */
 
 /* Copies a matrix to B.
