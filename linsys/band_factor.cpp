@@ -17,6 +17,9 @@ namespace {
 
 using kernels::View;
 
+// Elements of a column for which a call would take longer than the work.
+constexpr int64_t few = 6;
+
 // Rows of a panel, whose columns lie in the band or, below it, in a square of their own.
 template <class T>
 struct Row {
@@ -69,10 +72,17 @@ void copy_and_scale(const Band<const T>& a, const Band<T>& fact, Part<T>* s)
         const int64_t first = a.first_row(j), rows = a.rows_end(j) - first;
         const T* const from = &a(first, j);
         T* const to = &fact(first, j);
-        std::memmove(static_cast<void*>(to), static_cast<const void*>(from),
-                     static_cast<std::size_t>(rows) * sizeof(T));
-        std::fill(&fact(fact.first_row(j), j), to, T(0));
-        raise_maxima(rows, kernels::parts(to), s + first);
+        if (rows > few) {
+            std::memmove(static_cast<void*>(to), static_cast<const void*>(from),
+                         static_cast<std::size_t>(rows) * sizeof(T));
+            raise_maxima(rows, kernels::parts(to), s + first);
+        } else {
+            for (int64_t i = rows - 1; i >= 0; --i) {
+                to[i] = from[i];
+                s[first + i] = std::max(s[first + i], magnitude(to[i]));
+            }
+        }
+        for (T* fill = &fact(fact.first_row(j), j); fill < to; ++fill) *fill = T(0);
     }
     const Part<T> small = smallest_pivot<T>();
     for (int64_t k = 0; k < a.n; ++k)
@@ -98,7 +108,7 @@ public:
 
 private:
     static constexpr int64_t block = is_complex<T> ? 16 : 32;  // two squares of it fit on the stack
-    static constexpr int64_t blocked_from = 48, few = 6;
+    static constexpr int64_t leaf = 8, blocked_from = 48;
     static_assert(blocked_from >= block);
 
     // Notes the pivot row of step k. False where the pivot is close to zero: column k stays as it is then.
@@ -135,29 +145,38 @@ private:
     // j + kl on, which the band has in its last columns only, are in `below_` meanwhile.
     void panel(int64_t j, int64_t nb)
     {
-        const int64_t bottom = j + f_.kl, extra = std::clamp<int64_t>(f_.n - bottom, 0, nb);
+        const int64_t bottom = j + f_.kl;
+        extra_ = std::clamp<int64_t>(f_.n - bottom, 0, nb);
         std::fill_n(below(0, 0), block * block, T(0));
         for (int64_t c = 0; c < nb; ++c)
-            for (int64_t i = 0; i < std::min(extra, c + 1); ++i) *below(i, c) = f_(bottom + i, j + c);
+            for (int64_t i = 0; i < std::min(extra_, c + 1); ++i) *below(i, c) = f_(bottom + i, j + c);
         const auto row = [&](int64_t i) -> Row<T> {
             return i < bottom ? Row<T>{&f_(i, j), f_.step} : Row<T>{below(i - bottom, 0), block};
         };
-        for (int64_t c = 0; c < nb; ++c) eliminate(j, nb, c, bottom, extra, row);
+        for (int64_t first = 0; first < nb; first += leaf) {
+            const int64_t last = std::min(first + leaf, nb);
+            for (int64_t c = first; c < last; ++c) eliminate(j, nb, c, last, row);
+            if (last < nb)
+                finish(j, j + first, last - first, nb - last, {&f_(j + first, j + last), 1, f_.step},
+                       &f_(j + last, j + last), {below(0, last), 1, block});
+        }
         const int64_t end = reach_ + 1;
-        if (end > j + nb) to_the_right(j, nb, end, bottom, extra);
+        if (end > j + nb) to_the_right(j, nb, end);
         // Multipliers go back to the rows that they had at their step.
         for (int64_t c = nb - 1; c >= 0; --c) {
             const int64_t pivot = ipvt_[j + c] - 1;
             if (pivot != j + c) swap_rows<T>(c, row(j + c), row(pivot));
         }
         for (int64_t c = 0; c < nb; ++c)
-            for (int64_t i = 0; i < std::min(extra, c + 1); ++i) f_(bottom + i, j + c) = *below(i, c);
+            for (int64_t i = 0; i < std::min(extra_, c + 1); ++i) f_(bottom + i, j + c) = *below(i, c);
     }
 
+    // Step c of a panel of nb columns, for the columns before `last`.
     template <class RowOf>
-    void eliminate(int64_t j, int64_t nb, int64_t c, int64_t bottom, int64_t extra, RowOf row)
+    void eliminate(int64_t j, int64_t nb, int64_t c, int64_t last, RowOf row)
     {
-        const int64_t k = j + c, rows = std::min(bottom, f_.n) - k, more = std::min(extra, c + 1);
+        const int64_t bottom = j + f_.kl;
+        const int64_t k = j + c, rows = std::min(bottom, f_.n) - k, more = std::min(extra_, c + 1);
         T *const column = &f_(k, k), *const rest = below(0, c);
         const int64_t first = first_of_largest(rows, column, s_ + k);
         int64_t pivot = k + first;
@@ -173,44 +192,47 @@ private:
         for (int64_t i = 1; i < rows; ++i) column[i] *= t;
         for (int64_t i = 0; i < more; ++i) rest[i] *= t;
         const Row<T> u{column + f_.step, f_.step};
-        const int64_t width = nb - c - 1;
+        const int64_t width = last - c - 1;
         subtract_products<T>(rows - 1, width, column + 1, u, column + 1 + f_.step, f_.step);
         subtract_products<T>(more, width, rest, u, rest + block, block);
     }
 
     // The columns from j + nb to `end`: interchanges, the rows of U, products. The corner above the band is
     // in a square meanwhile.
-    void to_the_right(int64_t j, int64_t nb, int64_t end, int64_t bottom, int64_t extra)
+    void to_the_right(int64_t j, int64_t nb, int64_t end)
     {
         const int64_t whole = std::min(end, j + f_.ku + 1);  // columns whose rows from j on are in the band
         for (int64_t c = j + nb; c < end; ++c)
             for (int64_t k = std::max(j, c - f_.ku); k < j + nb; ++k)
                 if (ipvt_[k] != k + 1) std::swap(f_(k, c), f_(ipvt_[k] - 1, c));
         if (whole > j + nb)
-            finish(j, nb, whole - j - nb, {&f_(j, j + nb), 1, f_.step}, j + nb, bottom, extra);
+            finish(j, j, nb, whole - j - nb, {&f_(j, j + nb), 1, f_.step}, &f_(j + nb, j + nb),
+                   {&f_(j + f_.kl, j + nb), 1, f_.step});
         const int64_t cut = std::max(whole, j + nb);
         if (end <= cut) return;
         OnStackSquare corner;
         std::fill_n(corner.p(), block * block, T(0));
         for (int64_t c = cut; c < end; ++c)
             for (int64_t k = c - f_.ku; k < j + nb; ++k) corner.p()[k - j + (c - cut) * block] = f_(k, c);
-        finish(j, nb, end - cut, {corner.p(), 1, block}, cut, bottom, extra);
+        finish(j, j, nb, end - cut, {corner.p(), 1, block}, &f_(j + nb, cut),
+               {&f_(j + f_.kl, cut), 1, f_.step});
         for (int64_t c = cut; c < end; ++c)
             for (int64_t k = c - f_.ku; k < j + nb; ++k) f_(k, c) = corner.p()[k - j + (c - cut) * block];
     }
 
-    // U(nb, columns) = L^-1 * U, and the rows below it less their multipliers times that.
-    void finish(int64_t j, int64_t nb, int64_t columns, View<T> u, int64_t first_column, int64_t bottom,
-                int64_t extra)
+    // Steps `first` to first + count - 1 of the panel that begins at j, for other columns: U(count, columns)
+    // = L^-1 * U, and the rows below, in the band and beyond the panel's, less their multipliers times that.
+    void finish(int64_t j, int64_t first, int64_t count, int64_t columns, View<T> u, T* rows, View<T> beyond)
     {
-        kernels::solve_with_triangle<T>(nb, columns, {true, true}, &f_(j, j), f_.step, u.p, u.columns);
-        const int64_t middle = std::min(bottom, f_.n) - j - nb;
+        kernels::solve_with_triangle<T>(count, columns, {true, true}, &f_(first, first), f_.step, u.p,
+                                        u.columns);
+        const int64_t next = first + count, middle = std::min(j + f_.kl, f_.n) - next;
         if (middle > 0)
-            kernels::add_product<T>(middle, columns, nb, T(-1), {{&f_(j + nb, j), 1, f_.step}},
-                                    {u.constant()}, {&f_(j + nb, first_column), 1, f_.step});
-        if (extra > 0)
-            kernels::add_product<T>(extra, columns, nb, T(-1), {{below(0, 0), 1, block}}, {u.constant()},
-                                    {&f_(bottom, first_column), 1, f_.step});
+            kernels::add_product<T>(middle, columns, count, T(-1), {{&f_(next, first), 1, f_.step}},
+                                    {u.constant()}, {rows, 1, f_.step});
+        if (extra_ > 0)
+            kernels::add_product<T>(extra_, columns, count, T(-1), {{below(0, first - j), 1, block}},
+                                    {u.constant()}, beyond);
     }
 
     struct OnStackSquare {
@@ -225,6 +247,7 @@ private:
     Part<T>* const s_;
     const Part<T> small_ = smallest_pivot<T>();
     int64_t reach_ = 0;  // the last column that the rows chosen so far have reached
+    int64_t extra_ = 0;  // rows of the panel that are in `below_`
     bool singular_ = false;
     OnStackSquare below_;
 };
