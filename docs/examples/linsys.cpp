@@ -63,6 +63,25 @@ void factoring()
     // end
 }
 
+void triangles()
+{
+    // By columns: rows 2 0 0, 3 4 0, 1 -1 5; what is above the diagonal is not read.
+    const matrix<double> lower(3, 3, {2, 3, 1, 0, 4, -1, 0, 0, 5});
+
+    title("LSLRT");
+    // example LSLRT
+    print("x", orvel::lslrt(lower, vector<double>{2, 7, 5}, 1).value());
+    print("with the transposed matrix", orvel::lslrt(lower, vector<double>{6, 3, 5}, 3).value());
+    // end
+
+    title("LFCRT, LFDRT");
+    // example LFCRT, LFDRT
+    std::printf("reciprocal of the condition: %.2f\n", orvel::lfcrt(lower, 1).value());
+    const auto [det1, det2] = orvel::lfdrt(lower).value();
+    print("determinant", det1 * std::pow(10, det2));
+    // end
+}
+
 void helpers()
 {
     title("CRGRG, NR1RR, L4TRG");
@@ -88,5 +107,6 @@ int main()
 {
     solving();
     factoring();
+    triangles();
     helpers();
 }
