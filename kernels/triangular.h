@@ -24,4 +24,10 @@ void solve_with_triangle(int64_t m, int64_t n, TriangleKind kind, const T* a, in
 template <class T>
 void divide_by_triangle(int64_t m, int64_t n, TriangleKind kind, const T* a, int64_t lda, T* b, int64_t ldb);
 
+// B(m, n) = A^-H * B, and B(m, n) = B * A^H, with an upper triangle.
+template <class T>
+void divide_by_turned_triangle(int64_t m, int64_t n, const T* a, int64_t lda, T* b, int64_t ldb);
+template <class T>
+void multiply_by_turned_triangle(int64_t m, int64_t n, const T* a, int64_t lda, T* b, int64_t ldb);
+
 }  // namespace orvel::kernels

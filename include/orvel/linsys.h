@@ -463,6 +463,259 @@ void LINCT(const int32_t* n, const orvel_complex* a, const int32_t* lda, const i
 void DLINCT(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const int32_t* ipath,
             orvel_dcomplex* ainv, const int32_t* ldainv);
 
+/* ---- positive definite matrices ----------------------------------------------------------------------
+ *
+ * Real symmetric members have DS in their names, complex Hermitian ones DH. Only the upper triangle of A is
+ * read, and only that of FACT written; no member pivots. The imaginary parts of the diagonal of a Hermitian
+ * matrix count as zero; where one is not negligible, the factorization warns of it.
+ *
+ *     A(N:LDA,N)       in   the matrix, of which the upper triangle is read
+ *     FACT(N:LDFAC,N)  in   the factorization of LFTDS or LFCDS
+ *
+ *     cause            A is not positive definite
+ *                      "The input matrix is not positive definite.  The first of its leading submatrices
+ *                      that is not has the order %(I1)."
+ *                      -> look at that row and column, or take the member for general matrices
+ *     cause            Hermitian members: a diagonal element is not real
+ *                      "The diagonal of a Hermitian matrix is real, but the element %(I1) has an imaginary
+ *                      part that is not negligible.  Zero is taken in its place."
+ *                      -> set the imaginary parts of the diagonal to zero
+ *
+ * Time: solving and factoring take N^3 / 3 operations, an inverse N^3, a solve from a factorization and a
+ * step of refinement 2 N^2 (complex: four times as many).
+ *
+ * Source: G. H. Golub, C. F. Van Loan, Matrix Computations, Johns Hopkins University Press, 1996.
+ */
+
+/* Solves A*X = B, A positive definite, with iterative refinement. The result is as accurate as the working
+ * precision allows while RCOND is above 100 eps. The worker makes all its checks even when one has failed.
+ *
+ *     FACT(N,N)   out  the factorization afterwards, see LFTDS
+ *
+ *     TERMINAL 1  N < 1
+ *     TERMINAL 2  N > LDA
+ *     TERMINAL 2  no storage
+ *     TERMINAL 3  option 17 is neither 1 nor 2
+ *     TERMINAL 4  no storage for a copy of B
+ *     FATAL 2     A is not positive definite
+ *     WARNING 1   RCOND is not above eps, or the refinement makes no progress
+ *                 "The matrix is too ill-conditioned. An estimate of the reciprocal of its L1 condition
+ *                 number is RCOND = %(R1).  The solution might not be accurate."
+ *                 -> scale rows and columns, or use the double member
+ *     WARNING 3   Hermitian members: a diagonal element is not real
+ *
+ * After an error: X is untouched after TERMINAL and FATAL errors, and the last iterate after WARNING 1.
+ */
+void LSADS(const int32_t* n, const float* a, const int32_t* lda, const float* b, float* x);
+void DLSADS(const int32_t* n, const double* a, const int32_t* lda, const double* b, double* x);
+void LSADH(const int32_t* n, const orvel_complex* a, const int32_t* lda, const orvel_complex* b,
+           orvel_complex* x);
+void DLSADH(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const orvel_dcomplex* b,
+            orvel_dcomplex* x);
+void L2ADS(const int32_t* n, const float* a, const int32_t* lda, const float* b, float* x, float* fact,
+           float* wk);
+void DL2ADS(const int32_t* n, const double* a, const int32_t* lda, const double* b, double* x, double* fact,
+            double* wk);
+void L2ADH(const int32_t* n, const orvel_complex* a, const int32_t* lda, const orvel_complex* b,
+           orvel_complex* x, orvel_complex* fact, orvel_complex* wk);
+void DL2ADH(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const orvel_dcomplex* b,
+            orvel_dcomplex* x, orvel_dcomplex* fact, orvel_dcomplex* wk);
+
+/* Solves A*X = B, A positive definite, without refinement.
+ *
+ *     FACT(N,N)   out  the factorization afterwards, see LFTDS
+ *
+ *     TERMINAL 1  N < 1
+ *     TERMINAL 2  N > LDA
+ *     TERMINAL 2  no storage
+ *     TERMINAL 3  option 17 is neither 1 nor 2
+ *     FATAL 2     A is not positive definite
+ *     WARNING 1   RCOND is not above eps
+ *     WARNING 3   Hermitian members: a diagonal element is not real
+ *
+ * After an error: X is untouched after TERMINAL and FATAL errors.
+ */
+void LSLDS(const int32_t* n, const float* a, const int32_t* lda, const float* b, float* x);
+void DLSLDS(const int32_t* n, const double* a, const int32_t* lda, const double* b, double* x);
+void LSLDH(const int32_t* n, const orvel_complex* a, const int32_t* lda, const orvel_complex* b,
+           orvel_complex* x);
+void DLSLDH(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const orvel_dcomplex* b,
+            orvel_dcomplex* x);
+void L2LDS(const int32_t* n, const float* a, const int32_t* lda, const float* b, float* x, float* fact,
+           float* wk);
+void DL2LDS(const int32_t* n, const double* a, const int32_t* lda, const double* b, double* x, double* fact,
+            double* wk);
+void L2LDH(const int32_t* n, const orvel_complex* a, const int32_t* lda, const orvel_complex* b,
+           orvel_complex* x, orvel_complex* fact, orvel_complex* wk);
+void DL2LDH(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const orvel_dcomplex* b,
+            orvel_dcomplex* x, orvel_dcomplex* fact, orvel_dcomplex* wk);
+
+/* Factors a positive definite matrix, as LFTDS, and estimates its condition number. RCOND = 1 where it is not
+ * estimated (option 17 is 1, or A is not positive definite). The estimate is seldom below the true value, and
+ * may be above it by a factor of 10.
+ *
+ *     FACT(N:LDFAC,N)  out  the factorization; may be A where LDFAC = LDA
+ *
+ *     TERMINAL 1       N < 1: the order
+ *     TERMINAL 2       N > LDA
+ *     TERMINAL 2       no storage
+ *     TERMINAL 3       N > LDFAC
+ *     TERMINAL 4       option 17 is neither 1 nor 2
+ *     FATAL 2          A is not positive definite
+ *     WARNING 1        RCOND is not above eps: the matrix
+ *                      "The matrix is algorithmically singular.  An estimate of the reciprocal of its L1
+ *                      condition number is RCOND = %(R1)."
+ *                      -> scale rows and columns, or use the double member
+ *     WARNING 3        Hermitian members: a diagonal element is not real
+ *
+ * After an error: FACT is untouched after a TERMINAL error, and holds the columns of R that were reached
+ * after FATAL 2.
+ *
+ * Source: A. Cline, C. Moler, G. Stewart and J. Wilkinson, An estimate for the condition number of a
+ * matrix, 1979.
+ */
+void LFCDS(const int32_t* n, const float* a, const int32_t* lda, float* fact, const int32_t* ldfac,
+           float* rcond);
+void DLFCDS(const int32_t* n, const double* a, const int32_t* lda, double* fact, const int32_t* ldfac,
+            double* rcond);
+void LFCDH(const int32_t* n, const orvel_complex* a, const int32_t* lda, orvel_complex* fact,
+           const int32_t* ldfac, float* rcond);
+void DLFCDH(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, orvel_dcomplex* fact,
+            const int32_t* ldfac, double* rcond);
+void L2CDS(const int32_t* n, const float* a, const int32_t* lda, float* fact, const int32_t* ldfac,
+           float* rcond, float* wk);
+void DL2CDS(const int32_t* n, const double* a, const int32_t* lda, double* fact, const int32_t* ldfac,
+            double* rcond, double* wk);
+void L2CDH(const int32_t* n, const orvel_complex* a, const int32_t* lda, orvel_complex* fact,
+           const int32_t* ldfac, float* rcond, orvel_complex* wk);
+void DL2CDH(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, orvel_dcomplex* fact,
+            const int32_t* ldfac, double* rcond, orvel_dcomplex* wk);
+
+/* Factors a positive definite matrix: A = R^H * R.
+ *
+ *     FACT  upper triangle with diagonal: R, whose diagonal is positive; the rest is untouched
+ *
+ * A is positive definite when each pivot, which is the square of an element of the diagonal of R, is above
+ * eps times the element of the diagonal of A. An element gets its products in ascending order of the steps,
+ * so that the result has the same bits whatever the size.
+ *
+ *     FACT(N:LDFAC,N)  out      the factorization; may be A where LDFAC = LDA
+ *     WK(N)            scratch  holds what the pivots must exceed (in the storage of its first N reals in
+ *                               complex members)
+ *
+ *     TERMINAL 1       N < 1: the order
+ *     TERMINAL 2       N > LDA
+ *     TERMINAL 2       no storage
+ *     TERMINAL 3       N > LDFAC
+ *     FATAL 2          A is not positive definite
+ *     WARNING 3        Hermitian members: a diagonal element is not real
+ *
+ * After an error: only the first TERMINAL error is posted, and FACT is untouched; after FATAL 2 it holds the
+ * columns of R before the order that the text names, the later columns are undefined.
+ */
+void LFTDS(const int32_t* n, const float* a, const int32_t* lda, float* fact, const int32_t* ldfac);
+void DLFTDS(const int32_t* n, const double* a, const int32_t* lda, double* fact, const int32_t* ldfac);
+void LFTDH(const int32_t* n, const orvel_complex* a, const int32_t* lda, orvel_complex* fact,
+           const int32_t* ldfac);
+void DLFTDH(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, orvel_dcomplex* fact,
+            const int32_t* ldfac);
+void L2TDS(const int32_t* n, const float* a, const int32_t* lda, float* fact, const int32_t* ldfac,
+           float* wk);
+void DL2TDS(const int32_t* n, const double* a, const int32_t* lda, double* fact, const int32_t* ldfac,
+            double* wk);
+void L2TDH(const int32_t* n, const orvel_complex* a, const int32_t* lda, orvel_complex* fact,
+           const int32_t* ldfac, orvel_complex* wk);
+void DL2TDH(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, orvel_dcomplex* fact,
+            const int32_t* ldfac, orvel_dcomplex* wk);
+
+/* Solves A*X = B from the factorization of LFTDS or LFCDS.
+ *
+ *     TERMINAL 1  N < 1
+ *     TERMINAL 2  N > LDFAC
+ *     TERMINAL 3  the diagonal of R has an element close to zero
+ *                 "The input matrix is singular.  Some of the diagonal elements of the upper triangular
+ *                 matrix R of the R**H*R factorization are close to zero."
+ *                 -> pass FACT of a factorization that has succeeded
+ *
+ * After an error: X is untouched.
+ */
+void LFSDS(const int32_t* n, const float* fact, const int32_t* ldfac, const float* b, float* x);
+void DLFSDS(const int32_t* n, const double* fact, const int32_t* ldfac, const double* b, double* x);
+void LFSDH(const int32_t* n, const orvel_complex* fact, const int32_t* ldfac, const orvel_complex* b,
+           orvel_complex* x);
+void DLFSDH(const int32_t* n, const orvel_dcomplex* fact, const int32_t* ldfac, const orvel_dcomplex* b,
+            orvel_dcomplex* x);
+
+/* Solves as LFSDS and refines the solution, with residuals of A in twice the working precision, until a
+ * correction is below eps or does not shrink. A WARNING also stands for an element of the residual that is
+ * larger than 4(N+1) eps (|A| |X| + |B|) afterwards; this may take one more pass over A. Passes up the error
+ * 3 of LFSDS, which ends it.
+ *
+ *     RES(N)      out  the last correction
+ *
+ *     TERMINAL 1  N < 1
+ *     TERMINAL 2  N > LDA
+ *     TERMINAL 3  N > LDFAC
+ *     TERMINAL 4  no storage for a copy of B
+ *     WARNING 2   the refinement makes no progress
+ *                 "The matrix is too ill-conditioned for iterative refinement to be effective."
+ *                 -> scale rows and columns, or use the double member
+ *
+ * After an error: X is untouched after a TERMINAL error of this routine, and the last iterate after the
+ * WARNING.
+ *
+ * Source: R. Skeel, Iterative refinement implies numerical stability for Gaussian elimination, 1980.
+ */
+void LFIDS(const int32_t* n, const float* a, const int32_t* lda, const float* fact, const int32_t* ldfac,
+           const float* b, float* x, float* res);
+void DLFIDS(const int32_t* n, const double* a, const int32_t* lda, const double* fact, const int32_t* ldfac,
+            const double* b, double* x, double* res);
+void LFIDH(const int32_t* n, const orvel_complex* a, const int32_t* lda, const orvel_complex* fact,
+           const int32_t* ldfac, const orvel_complex* b, orvel_complex* x, orvel_complex* res);
+void DLFIDH(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const orvel_dcomplex* fact,
+            const int32_t* ldfac, const orvel_dcomplex* b, orvel_dcomplex* x, orvel_dcomplex* res);
+
+/* Determinant DET1 * 10^DET2 of a positive definite matrix from its factorization.
+ *
+ *     DET1        out  the mantissa, 1 <= DET1 < 10, real in all members; 0 when a diagonal element of R is
+ *                      zero; an infinite one stays as it is
+ *     DET2        out  the exponent; that reached before a zero
+ *
+ *     TERMINAL 1  N < 1: the order
+ *     TERMINAL 2  N > LDFAC
+ *
+ * After an error: DET1 and DET2 are unchanged.
+ *
+ * Time: of the order N.
+ */
+void LFDDS(const int32_t* n, const float* fact, const int32_t* ldfac, float* det1, float* det2);
+void DLFDDS(const int32_t* n, const double* fact, const int32_t* ldfac, double* det1, double* det2);
+void LFDDH(const int32_t* n, const orvel_complex* fact, const int32_t* ldfac, float* det1, float* det2);
+void DLFDDH(const int32_t* n, const orvel_dcomplex* fact, const int32_t* ldfac, double* det1, double* det2);
+
+/* Inverse of a positive definite matrix, both triangles of it.
+ *
+ *     TERMINAL 1  N < 1: the order
+ *     TERMINAL 2  N > LDA
+ *     TERMINAL 2  no storage
+ *     TERMINAL 3  N > LDAINV
+ *     TERMINAL 4  option 17 is neither 1 nor 2
+ *     FATAL 2     A is not positive definite
+ *     WARNING 1   RCOND is not above eps: the inverse
+ *                 "The matrix is too ill-conditioned. An estimate of the reciprocal of its L1 condition
+ *                 number is RCOND = %(R1).  The inverse might not be accurate."
+ *                 -> scale rows and columns, or use the double member
+ *
+ * After an error: AINV is untouched after a TERMINAL error, and its upper triangle holds the factorization
+ * reached after FATAL 2.
+ */
+void LINDS(const int32_t* n, const float* a, const int32_t* lda, float* ainv, const int32_t* ldainv);
+void DLINDS(const int32_t* n, const double* a, const int32_t* lda, double* ainv, const int32_t* ldainv);
+void L2NDS(const int32_t* n, const float* a, const int32_t* lda, float* ainv, const int32_t* ldainv,
+           float* wk);
+void DL2NDS(const int32_t* n, const double* a, const int32_t* lda, double* ainv, const int32_t* ldainv,
+            double* wk);
+
 /* ---- general band matrices ---------------------------------------------------------------------------
  *
  * Real members have RB in their names, complex ones CB. A has KL diagonals below the main one and KU above
