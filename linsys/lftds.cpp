@@ -42,13 +42,8 @@ Part<T> norm_of(int64_t n, const T* a, int64_t lda, Part<T>* sums, Part<T> scale
 {
     for (int64_t j = 0; j < n; ++j) {
         const T* const column = a + j * lda;
-        Part<T> sum = std::abs(scale * std::real(column[j]));
-        for (int64_t i = 0; i < j; ++i) {
-            const Part<T> size = magnitude(scale * column[i]);
-            sums[i] += size;
-            sum += size;
-        }
-        sums[j] = sum;
+        for (int64_t i = 0; i < j; ++i) sums[i] += magnitude(scale * column[i]);
+        sums[j] = sum_of_magnitudes(j, column, scale) + std::abs(scale * std::real(column[j]));
     }
     for (int64_t j = 0; j < n; ++j)
         if (std::isnan(sums[j])) return sums[j];

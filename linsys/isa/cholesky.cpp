@@ -51,36 +51,28 @@ public:
         }
     }
 
-    // Row i from its diagonal on. False when the pivot is not above `least`.
-    bool eliminate(int64_t i, R least)
+    // The rows of R, up to the first pivot that is not above `least`; returns how many. What the next step
+    // waits for, its pivot, is formed beside the vectors.
+    int64_t eliminate(const R* least)
     {
-        const int64_t first = i / L * L;
-        for (int64_t v = first; v < half_; v += 4 * L) switch ((half_ - v) / L) {
-                case 1:
-                    subtract<1>(i, v);
-                    break;
-                case 2:
-                    subtract<2>(i, v);
-                    break;
-                case 3:
-                    subtract<3>(i, v);
-                    break;
-                default:
-                    subtract<4>(i, v);
+        R pivot = w_[0];
+        for (int64_t i = 0; i < n_; ++i) {
+            if (!(pivot > least[i])) return i;
+            const R root = sizeof(R) == 4 ? static_cast<R>(__builtin_sqrtf(static_cast<float>(pivot)))
+                                          : static_cast<R>(__builtin_sqrt(static_cast<double>(pivot)));
+            if (i + 1 == n_) {
+                divide(i, root);
+                continue;
             }
-        R* const row = w_ + i * parts * half_;
-        const R pivot = row[i];
-        if (!(pivot > least)) return false;
-        const R root = sizeof(R) == 4 ? static_cast<R>(__builtin_sqrtf(static_cast<float>(pivot)))
-                                      : static_cast<R>(__builtin_sqrt(static_cast<double>(pivot)));
-        const auto right = below<R>(i - 1 - first);
-        for (int64_t p = 0; p < parts * half_; p += half_)
-            wide(row + p + first) = right ? wide(row + p + first) : Wide<R>{};
-        for (int64_t p = 0; p < parts * half_; p += half_)
-            for (int64_t v = first; v < half_; v += L) wide(row + p + v) = wide(row + p + v) / root;
-        row[i] = root;
-        if constexpr (Complex) row[half_ + i] = 0;
-        return true;
+            subtract(i + 1, i);
+            const R* const row = w_ + i * parts * half_ + i + 1;
+            const R re = row[0] / root, im = Complex ? row[half_] / root : R(0);
+            pivot = row[parts * half_];
+            pivot -= re * re;
+            if constexpr (Complex) pivot -= im * im;
+            divide(i, root, re, im, (i + 1) / L * L);
+        }
+        return n_;
     }
 
 private:
@@ -107,27 +99,71 @@ private:
         if constexpr (Complex) a[2 * (r + c * lda) + 1] = w_[(2 * r + 1) * half_ + c];
     }
 
-    // V vectors of row i lose the products of the rows above.
+    // Row i from its diagonal on, and zeros before it. From column `next` on the row below loses its products
+    // with (re, im), the element of row i that is in its column.
+    void divide(int64_t i, R root, R re = 0, R im = 0, int64_t next = INT64_MAX)
+    {
+        const int64_t first = i / L * L;
+        R* const row = w_ + i * parts * half_;
+        for (int64_t v = first; v < half_; v += L) {
+            auto e = Rows<R, Complex>::load(row + v, half_);
+            if (v == first) e = Rows<R, Complex>::choose(below<R>(i - 1 - first), e, {Wide<R>{}, Wide<R>{}});
+            e.re /= root;
+            if constexpr (Complex) e.im /= root;
+            e.store(row + v, half_);
+            if (v < next) continue;
+            R* const under = row + parts * half_ + v;
+            auto sum = Rows<R, Complex>::load(under, half_);
+            lose(sum, e, re, im);
+            sum.store(under, half_);
+        }
+        row[i] = root;
+        if constexpr (Complex) row[half_ + i] = 0;
+    }
+
+    // sum -= conjugate of (re, im) * e
+    static void lose(Rows<R, Complex>& sum, const Rows<R, Complex>& e, R re, R im)
+    {
+        sum.re -= re * e.re;
+        if constexpr (Complex) {
+            sum.im += im * e.re;
+            sum.re -= im * e.im;
+            sum.im -= re * e.im;
+        }
+    }
+
+    // Row i loses its products with the rows before `to`.
+    void subtract(int64_t i, int64_t to)
+    {
+        for (int64_t v = i / L * L; v < half_; v += 4 * L) switch ((half_ - v) / L) {
+                case 1:
+                    subtract<1>(i, v, to);
+                    break;
+                case 2:
+                    subtract<2>(i, v, to);
+                    break;
+                case 3:
+                    subtract<3>(i, v, to);
+                    break;
+                default:
+                    subtract<4>(i, v, to);
+            }
+    }
+
+    // V vectors of it.
     template <int V>
-    void subtract(int64_t i, int64_t v)
+    void subtract(int64_t i, int64_t v, int64_t to)
     {
         Rows<R, Complex> sum[V];
         R* const row = w_ + i * parts * half_ + v;
 #pragma GCC unroll 4
         for (int u = 0; u < V; ++u) sum[u] = Rows<R, Complex>::load(row + u * L, half_);
-        for (int64_t k = 0; k < i; ++k) {
+        for (int64_t k = 0; k < to; ++k) {
             const R* const above = w_ + k * parts * half_;
             const R re = above[i], im = Complex ? above[half_ + i] : R(0);
 #pragma GCC unroll 4
-            for (int u = 0; u < V; ++u) {
-                const auto e = Rows<R, Complex>::load(above + v + u * L, half_);
-                sum[u].re -= re * e.re;
-                if constexpr (Complex) {
-                    sum[u].im += im * e.re;
-                    sum[u].re -= im * e.im;
-                    sum[u].im -= re * e.im;
-                }
-            }
+            for (int u = 0; u < V; ++u)
+                lose(sum[u], Rows<R, Complex>::load(above + v + u * L, half_), re, im);
         }
 #pragma GCC unroll 4
         for (int u = 0; u < V; ++u) sum[u].store(row + u * L, half_);
@@ -142,8 +178,7 @@ int64_t cholesky(int64_t n, const R* a, int64_t lda, R* fact, int64_t ldfac, con
 {
     SmallTriangle<R, Complex> triangle(n);
     triangle.load(a, lda);
-    int64_t done = 0;
-    while (done < n && triangle.eliminate(done, least[done])) ++done;
+    const int64_t done = triangle.eliminate(least);
     triangle.store(done, fact, ldfac);
     return done;
 }
