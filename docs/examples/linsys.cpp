@@ -131,6 +131,33 @@ void definite()
     // end
 }
 
+void bands()
+{
+    title("LSARB, LSLRB");
+    // example LSARB, LSLRB
+    // A string of five springs: 2 on the diagonal, -1 on either side; each diagonal is a row of the band.
+    const matrix<double> string(3, 5, {0, 2, -1, -1, 2, -1, -1, 2, -1, -1, 2, -1, -1, 2, 0});
+    const vector<double> pull = {0, 0, 6, 0, 0};
+    print("refined", orvel::lsarb(string, 1, 1, pull).value());
+    print("plain", orvel::lslrb(string, 1, 1, pull).value());
+    // end
+
+    title("LFCRB, LFSRB, LFIRB, LFDRB");
+    // example LFCRB, LFSRB, LFIRB, LFDRB
+    const auto [fact, ipvt, rcond] = orvel::lfcrb(string, 1, 1).value();
+    std::printf("reciprocal of the condition: %.2f\n", rcond);
+    print("x", orvel::lfsrb(fact, 1, 1, ipvt, pull).value());
+    print("refined", orvel::lfirb(string, 1, 1, fact, ipvt, pull).value().x);
+    const auto [det1, det2] = orvel::lfdrb(fact, 1, 1, ipvt).value();
+    print("determinant", det1 * std::pow(10, det2));
+    // end
+
+    title("LFTRB");
+    // example LFTRB
+    print("the row above the main diagonal, it, and multipliers", orvel::lftrb(string, 1, 1).value().fact);
+    // end
+}
+
 void helpers()
 {
     title("CRGRG, NR1RR, L4TRG");
@@ -158,5 +185,6 @@ int main()
     factoring();
     triangles();
     definite();
+    bands();
     helpers();
 }
