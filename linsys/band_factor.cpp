@@ -39,7 +39,7 @@ void subtract_products(int64_t m, int64_t n, const T* x, Row<T> y, T* c, int64_t
 {
     if (m < 1) return;
     if constexpr (is_complex<T>) {
-        kernels::add_product<T>(m, n, 1, T(-1), {{x, 1, m}}, {{y.p, 1, y.step}}, {c, 1, ldc});
+        for (int64_t j = 0; j < n; ++j) kernels::axpy<T>(m, -y.p[j * y.step], x, 1, c + j * ldc, 1);
     } else {
         constexpr int64_t piece = 64;
         T factors[piece];
@@ -107,7 +107,7 @@ public:
     }
 
 private:
-    static constexpr int64_t block = is_complex<T> ? 16 : 32;  // two squares of it fit on the stack
+    static constexpr int64_t block = 32;  // two squares of it fit on the stack
     static constexpr int64_t leaf = 8, blocked_from = 48;
     static_assert(blocked_from >= block);
 
