@@ -1,4 +1,4 @@
-// bench/linsys_eigen.h - a factorization by Eigen, compiled for this machine's instructions
+// bench/linsys_eigen.h - factorizations by Eigen, compiled for this machine's instructions
 #pragma once
 
 #include <complex>
@@ -8,5 +8,8 @@ namespace bench {
 
 template <class T>
 void eigen_factor(int32_t n, const T* a, T* fact, int32_t* ipvt);
+
+template <class T>
+void eigen_cholesky(int32_t n, const T* a, T* fact);
 
 }  // namespace bench

@@ -162,6 +162,32 @@ void divide_by_triangle(int64_t m, int64_t n, TriangleKind kind, const T* a, int
     apply_oriented<T>(Action::solve, false, kind.lower, kind.unit, m, n, {{a, 1, lda}}, {b, 1, ldb});
 }
 
+template <class T>
+void solve_with_triangle(int64_t m, int64_t n, TriangleKind kind, const T* a, int64_t lda, T* b, int64_t ldb)
+{
+    apply_oriented<T>(Action::solve, true, kind.lower, kind.unit, m, n, {{a, 1, lda}}, {b, 1, ldb});
+}
+
+template void solve_with_triangle(int64_t, int64_t, TriangleKind, const float*, int64_t, float*, int64_t);
+template void solve_with_triangle(int64_t, int64_t, TriangleKind, const double*, int64_t, double*, int64_t);
+template void solve_with_triangle(int64_t, int64_t, TriangleKind, const orvel_complex*, int64_t,
+                                  orvel_complex*, int64_t);
+template void solve_with_triangle(int64_t, int64_t, TriangleKind, const orvel_dcomplex*, int64_t,
+                                  orvel_dcomplex*, int64_t);
+
+template <class T>
+void divide_by_turned_triangle(int64_t m, int64_t n, const T* a, int64_t lda, T* b, int64_t ldb)
+{
+    apply_oriented<T>(Action::solve, true, true, false, m, n, Factor<T>{{a, 1, lda}}.adjoint(), {b, 1, ldb});
+}
+
+template <class T>
+void multiply_by_turned_triangle(int64_t m, int64_t n, const T* a, int64_t lda, T* b, int64_t ldb)
+{
+    apply_oriented<T>(Action::multiply, false, true, false, m, n, Factor<T>{{a, 1, lda}}.adjoint(),
+                      {b, 1, ldb});
+}
+
 template void multiply_by_triangle(int64_t, int64_t, bool, const float*, int64_t, float*, int64_t);
 template void multiply_by_triangle(int64_t, int64_t, bool, const double*, int64_t, double*, int64_t);
 template void multiply_by_triangle(int64_t, int64_t, bool, const orvel_complex*, int64_t, orvel_complex*,
@@ -174,6 +200,19 @@ template void divide_by_triangle(int64_t, int64_t, TriangleKind, const orvel_com
                                  orvel_complex*, int64_t);
 template void divide_by_triangle(int64_t, int64_t, TriangleKind, const orvel_dcomplex*, int64_t,
                                  orvel_dcomplex*, int64_t);
+
+template void divide_by_turned_triangle(int64_t, int64_t, const float*, int64_t, float*, int64_t);
+template void multiply_by_turned_triangle(int64_t, int64_t, const float*, int64_t, float*, int64_t);
+template void divide_by_turned_triangle(int64_t, int64_t, const double*, int64_t, double*, int64_t);
+template void multiply_by_turned_triangle(int64_t, int64_t, const double*, int64_t, double*, int64_t);
+template void divide_by_turned_triangle(int64_t, int64_t, const orvel_complex*, int64_t, orvel_complex*,
+                                        int64_t);
+template void multiply_by_turned_triangle(int64_t, int64_t, const orvel_complex*, int64_t, orvel_complex*,
+                                          int64_t);
+template void divide_by_turned_triangle(int64_t, int64_t, const orvel_dcomplex*, int64_t, orvel_dcomplex*,
+                                        int64_t);
+template void multiply_by_turned_triangle(int64_t, int64_t, const orvel_dcomplex*, int64_t, orvel_dcomplex*,
+                                          int64_t);
 
 }  // namespace orvel::kernels
 

@@ -61,6 +61,16 @@ void check_ipath(Frame& me, int32_t code, int32_t ipath)
                 {i(1, ipath)});
 }
 
+template <class Frame>
+void check_option_17(Frame& me, int32_t code, int32_t flag)
+{
+    if (flag != 1 && flag != 2)
+        me.post(
+            terminal, code,
+            "The flag value for computing the matrix condition number must be 1 or 2 while %(I1) is given.",
+            {i(1, flag)});
+}
+
 // Scratch storage of a front, whose size depends on N.
 template <class Frame>
 void no_workspace(Frame& me, int32_t code, int32_t n)
@@ -80,6 +90,18 @@ void check_pivots(Frame& me, int32_t code, int32_t n, const int32_t* ipvt)
                 terminal, code,
                 "The elements of IPVT must be rows of the matrix, from 1 to N = %(I1), while IPVT(%(I2)) = %(I3) is given.",
                 {i(1, n), i(2, k + 1), i(3, ipvt[k])});
+}
+
+// The first entry of IPVT that is none of the rows that step k can take, k to k + KL.
+template <class Frame>
+void check_pivots_of_band(Frame& me, int32_t code, int32_t n, int64_t kl, const int32_t* ipvt)
+{
+    for (int64_t k = 1; k <= n; ++k)
+        if (ipvt[k - 1] < k || ipvt[k - 1] > n || ipvt[k - 1] > k + kl)
+            return me.post(
+                terminal, code,
+                "The elements of IPVT must be rows that their step can take, while IPVT(%(I1)) = %(I2) is given.",
+                {i(1, static_cast<int32_t>(k)), i(2, ipvt[k - 1])});
 }
 
 }  // namespace orvel::linsys

@@ -1,4 +1,4 @@
-// linsys/estimate.cpp - estimate of the norm of the inverse from an LU factorization
+// linsys/estimate.cpp - estimate of the norm of the inverse from a factorization
 //
 // Source: A. Cline, C. Moler, G. Stewart and J. Wilkinson, An estimate for the condition number of a matrix,
 // 1979, in the form of J. Dongarra, C. Moler, J. Bunch and G. Stewart, LINPACK Users' Guide, 1979. All the
@@ -14,28 +14,17 @@ namespace orvel::linsys {
 
 namespace {
 
-// |a| with the direction of b; a where b is zero.
-template <class T>
-T with_sign(T a, T b)
-{
-    if constexpr (is_complex<T>) {
-        const Part<T> size = magnitude(b);
-        return size == 0 ? a : magnitude(a) * (b / size);
-    } else {
-        return std::copysign(a, b);
-    }
-}
-
 // Zeros behind a vector, so that the loops need not care for its end.
 template <class T>
 constexpr int64_t padding = 64 / static_cast<int64_t>(sizeof(T));
 
-// Rows of U, conjugated, copied a strip at a time, so that no single row is read across the columns of the
-// matrix. False without memory for a strip; see for_pieces.
+// A triangle that is upper, or a lower one read from its end. Rows of it, conjugated, copied a strip at a
+// time, so that no single row is read across the columns of the matrix. False without memory for a strip; see
+// for_pieces.
 template <class T>
 class Rows {
 public:
-    Rows(int64_t n, const T* fact, int64_t ldfac) : n_(n), fact_(fact), ldfac_(ldfac)
+    Rows(int64_t n, kernels::View<const T> u) : n_(n), u_(u)
     {
         held_ = copies_.allocate(strip, n + padding<T>);
         if (held_) std::fill_n(static_cast<T*>(copies_), strip * (n + padding<T>), T(0));
@@ -57,13 +46,11 @@ private:
     {
         const int64_t rows = std::min(strip, n_ - first);
         for (int64_t j = first; j < n_; ++j)
-            for (int64_t r = 0; r < rows; ++r)
-                copies_[r * (n_ + padding<T>)+j] = conjugate(fact_[first + r + j * ldfac_]);
+            for (int64_t r = 0; r < rows; ++r) copies_[r * (n_ + padding<T>)+j] = conjugate(u_(first + r, j));
     }
 
     int64_t n_;
-    const T* fact_;
-    int64_t ldfac_;
+    kernels::View<const T> u_;
     SmallScratch<T, 320> copies_;
     bool held_;
 };
@@ -100,16 +87,16 @@ void for_pieces(int64_t n, const T* u, int64_t step, T* z, Visit visit)
 
 // Solves U^H * w = e, with the signs of e chosen to make w grow.
 template <class T>
-void solve_for_growth(int64_t n, const T* fact, int64_t ldfac, T* result)
+void solve_for_growth(int64_t n, kernels::View<const T> u, T* result)
 {
-    Rows<T> rows(n, fact, ldfac);
+    Rows<T> rows(n, u);
     SmallScratch<T, 64> padded;
     const bool held = rows && padded.allocate(n + padding<T>);
     T* const z = held ? static_cast<T*>(padded) : result;
     std::fill_n(z, held ? n + padding<T> : n, T(0));
     T ek = 1;
     for (int64_t k = 0; k < n; ++k) {
-        const T diagonal = fact[k * (ldfac + 1)];
+        const T diagonal = u(k, k);
         const Part<T> size = magnitude(diagonal);
         if (z[k] != T(0)) ek = with_sign(ek, -z[k]);
         if (magnitude(ek - z[k]) > size) {
@@ -129,19 +116,19 @@ void solve_for_growth(int64_t n, const T* fact, int64_t ldfac, T* result)
             if (held)
                 work(n - k - 1, rows.row(k), z + k + 1);
             else
-                for_pieces(n - k - 1, fact + k + (k + 1) * ldfac, ldfac, z + k + 1, work);
+                for_pieces(n - k - 1, &u(k, k) + u.columns, u.columns, z + k + 1, work);
         };
         constexpr int64_t lanes = 64 / static_cast<int64_t>(sizeof(Part<T>));  // of the widest level
         alignas(64) Part<T> before[lanes] = {}, after[lanes] = {};
-        visit([&](int64_t count, const T* u, T* behind) {
+        visit([&](int64_t count, const T* row, T* behind) {
             of_type<T>(vector_loops())
-                .grow(count, kernels::parts(u), kernels::parts(&wm), kernels::parts(&wp),
+                .grow(count, kernels::parts(row), kernels::parts(&wm), kernels::parts(&wp),
                       kernels::parts(behind), before, after);
         });
         if (std::accumulate(before, before + lanes, sm) > std::accumulate(after, after + lanes, sp)) {
             const T change = wm - wp;
-            visit([&](int64_t count, const T* u, T* behind) {
-                kernels::axpy<T>(count, change, u, 1, behind, 1);
+            visit([&](int64_t count, const T* row, T* behind) {
+                kernels::axpy<T>(count, change, row, 1, behind, 1);
             });
             wp = wm;
         }
@@ -150,12 +137,86 @@ void solve_for_growth(int64_t n, const T* fact, int64_t ldfac, T* result)
     if (held) std::copy_n(z, n, result);
 }
 
+// Multiplies all of z, and `factor`, so that z(k) / diagonal is not above 1.
+template <class T>
+void make_room(int64_t n, int64_t k, T diagonal, T* z, Part<T>& factor)
+{
+    const Part<T> size = magnitude(diagonal);
+    if (magnitude(z[k]) > size) {
+        const Part<T> shrinking = size / magnitude(z[k]);
+        scale(n, shrinking, z);
+        factor *= shrinking;
+    }
+}
+
+// z = the solution of A * z = z with a triangle, kept from growing: `factor` is multiplied by what z is.
+template <class T>
+void solve_carefully(const Triangle<T>& t, T* z, Part<T>& factor)
+{
+    for (int64_t step = 0; step < t.n; ++step) {
+        const int64_t k = t.lower ? step : t.n - 1 - step;
+        const T diagonal = t.a[k * (t.lda + 1)];
+        make_room(t.n, k, diagonal, z, factor);
+        z[k] = magnitude(diagonal) != 0 ? kernels::quotient(z[k], diagonal) : T(1);
+        if (t.lower)
+            kernels::axpy<T>(t.n - k - 1, -z[k], t.a + k + 1 + k * t.lda, 1, z + k + 1, 1);
+        else
+            kernels::axpy<T>(k, -z[k], t.a + k * t.lda, 1, z, 1);
+    }
+}
+
+// The same with the conjugate transpose of an upper triangle.
+template <class T>
+void solve_turned_carefully(int64_t n, const T* r, int64_t ldr, T* z, Part<T>& factor)
+{
+    for (int64_t k = 0; k < n; ++k) {
+        const T diagonal = r[k * (ldr + 1)];
+        z[k] -= kernels::dotc<T>(k, r + k * ldr, 1, z, 1);
+        make_room(n, k, diagonal, z, factor);
+        z[k] = kernels::quotient(z[k], conjugate(diagonal));
+    }
+}
+
 }  // namespace
+
+template <class T>
+Part<T> reciprocal_of_inverse_norm(const Triangle<T>& t, T* z)
+{
+    const kernels::View<const T> a{t.a, 1, t.lda};
+    if (t.lower) {
+        solve_for_growth(t.n, a.rows_reversed(t.n).columns_reversed(t.n), z);
+        std::reverse(z, z + t.n);
+    } else {
+        solve_for_growth(t.n, a, z);
+    }
+    scale_to_one(t.n, z);
+    Part<T> ynorm = 1;
+    solve_carefully(t, z, ynorm);
+    ynorm *= scale_to_one(t.n, z);
+    return ynorm;
+}
+
+template <class T>
+Part<T> reciprocal_of_inverse_norm(int64_t n, const T* r, int64_t ldr, T* z)
+{
+    const Triangle<T> upper{false, n, r, ldr};
+    Part<T> ynorm = 1;
+    solve_for_growth<T>(n, {r, 1, ldr}, z);  // R^H * w = e
+    scale_to_one(n, z);
+    solve_carefully(upper, z, ynorm);  // R * y = w
+    scale_to_one(n, z);
+    ynorm = 1;
+    solve_turned_carefully(n, r, ldr, z, ynorm);  // R^H * v = y
+    ynorm *= scale_to_one(n, z);
+    solve_carefully(upper, z, ynorm);  // R * z = v
+    ynorm *= scale_to_one(n, z);
+    return ynorm;
+}
 
 template <class T>
 Part<T> reciprocal_of_inverse_norm(int64_t n, const T* fact, int64_t ldfac, const int32_t* ipvt, T* z)
 {
-    solve_for_growth(n, fact, ldfac, z);
+    solve_for_growth<T>(n, {fact, 1, ldfac}, z);
     scale_to_one(n, z);
     for (int64_t k = n - 1; k >= 0; --k) {  // L^H * y = w
         if (k < n - 1) z[k] += kernels::dotc<T>(n - k - 1, fact + k + 1 + k * ldfac, 1, z + k + 1, 1);
@@ -175,21 +236,20 @@ Part<T> reciprocal_of_inverse_norm(int64_t n, const T* fact, int64_t ldfac, cons
         }
     }
     ynorm *= scale_to_one(n, z);
-    for (int64_t k = n - 1; k >= 0; --k) {  // U * z = v
-        const T diagonal = fact[k * (ldfac + 1)];
-        const Part<T> size = magnitude(diagonal);
-        if (magnitude(z[k]) > size) {
-            const Part<T> factor = size / magnitude(z[k]);
-            scale(n, factor, z);
-            ynorm *= factor;
-        }
-        z[k] = size != 0 ? kernels::quotient(z[k], diagonal) : T(1);
-        kernels::axpy<T>(k, -z[k], fact + k * ldfac, 1, z, 1);
-    }
+    solve_carefully<T>({false, n, fact, ldfac}, z, ynorm);  // U * z = v
     ynorm *= scale_to_one(n, z);
     return ynorm;
 }
 
+template float reciprocal_of_inverse_norm(const Triangle<float>&, float*);
+template float reciprocal_of_inverse_norm(int64_t, const float*, int64_t, float*);
+template double reciprocal_of_inverse_norm(const Triangle<double>&, double*);
+template double reciprocal_of_inverse_norm(int64_t, const double*, int64_t, double*);
+template float reciprocal_of_inverse_norm(const Triangle<std::complex<float>>&, std::complex<float>*);
+template float reciprocal_of_inverse_norm(int64_t, const std::complex<float>*, int64_t, std::complex<float>*);
+template double reciprocal_of_inverse_norm(const Triangle<std::complex<double>>&, std::complex<double>*);
+template double reciprocal_of_inverse_norm(int64_t, const std::complex<double>*, int64_t,
+                                           std::complex<double>*);
 template float reciprocal_of_inverse_norm(int64_t, const float*, int64_t, const int32_t*, float*);
 template double reciprocal_of_inverse_norm(int64_t, const double*, int64_t, const int32_t*, double*);
 template float reciprocal_of_inverse_norm(int64_t, const std::complex<float>*, int64_t, const int32_t*,

@@ -15,61 +15,33 @@ Part<T> norm_1(int64_t rows, int64_t columns, const T* a, int64_t lda, Part<T> s
 {
     Part<T> largest = 0;
     for (int64_t j = 0; j < columns; ++j) {
-        const T* const column = a + j * lda;
-        Part<T> sum = 0;
-        if (scale == 1)
-            sum = kernels::asum<T>(rows, column, 1);
-        else
-            for (int64_t r = 0; r < rows; ++r) sum += magnitude(scale * column[r]);
+        const Part<T> sum = sum_of_magnitudes(rows, a + j * lda, scale);
         if (std::isnan(sum)) return sum;
         largest = std::max(largest, sum);
     }
     return largest;
 }
 
-namespace {
-
-// The norm of A, times a power of two where it would overflow.
-template <class R>
-struct ScaledNorm {
-    R value = 0, scale = 1;
-};
-
-template <class T>
-ScaledNorm<Part<T>> scaled_norm(int64_t n, const T* a, int64_t lda)
-{
-    const Part<T> norm = norm_1<T>(n, n, a, lda);
-    if (!std::isinf(norm)) return {norm, 1};
-    const Part<T> scale = Part<T>(0x1p-40);  // for more elements than a column can have
-    return {norm_1<T>(n, n, a, lda, scale), scale};
-}
-
-}  // namespace
-
 template <class T>
 void l2crg(frame::State& state, int32_t n, const T* a, int64_t lda, T* fact, int64_t ldfac, int32_t* ipvt,
            Part<T>* rcond, T* wk)
 {
-    Routine<T, general<T>("L2CRG", "L2CCG")> me(state);
+    Routine<T, name_of<T>("L2CRG", "L2CCG")> me(state);
     check_order(me, 1, n);
     check_lda(me, 2, n, lda);
     check_ldfac(me, 3, n, ldfac);
     if (me.failed()) return;
 
     *rcond = 1;
-    const int32_t flag = options().condition_flag;
-    if (flag != 1 && flag != 2)
-        return me.post(
-            terminal, 4,
-            "The flag value for computing the matrix condition number must be 1 or 2 while %(I1) is given.",
-            {i(1, flag)});
+    check_option_17(me, 4, options().condition_flag);
+    if (me.failed()) return;
+    const bool estimates = options().condition_flag == 2;
     ScaledNorm<Part<T>> norm;
-    if (flag == 2) norm = scaled_norm<T>(n, a, lda);
+    if (estimates) norm = scaled_norm<Part<T>>([&](Part<T> scale) { return norm_1<T>(n, n, a, lda, scale); });
     l2trg<T>(state, n, a, lda, fact, ldfac, ipvt, wk);
     if (is_severe(me.callee_type())) return;
-    if (flag == 1) return;
-    const Part<T> ynorm = reciprocal_of_inverse_norm<T>(n, fact, ldfac, ipvt, wk);
-    if (norm.value != 0) *rcond = norm.scale * ynorm / norm.value;
+    if (!estimates) return;
+    *rcond = norm.condition(reciprocal_of_inverse_norm<T>(n, fact, ldfac, ipvt, wk));
     if (epsilon<T>() >= *rcond)
         me.post(
             warning, 1,
@@ -89,7 +61,7 @@ template <class T>
 void lfcrg(const int32_t* n, const T* a, const int32_t* lda, T* fact, const int32_t* ldfac, int32_t* ipvt,
            Part<T>* rcond)
 {
-    factor_in_scratch<general<T>("LFCRG", "LFCCG"), T>(
+    factor_in_scratch<name_of<T>("LFCRG", "LFCCG"), T>(
         *n, [&](frame::State& state, T* wk) { l2crg<T>(state, *n, a, *lda, fact, *ldfac, ipvt, rcond, wk); });
 }
 

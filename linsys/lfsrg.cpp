@@ -9,24 +9,11 @@
 
 namespace orvel::linsys {
 
-namespace {
-
-template <class T>
-bool has_small_diagonal(int64_t n, const T* fact, int64_t ldfac)
-{
-    const Part<T> small = smallest_pivot<T>();
-    for (int64_t k = 0; k < n; ++k)
-        if (magnitude(fact[k * (ldfac + 1)]) <= small) return true;
-    return false;
-}
-
-}  // namespace
-
 template <class T>
 void lfsrg(frame::State& state, int32_t n, const T* fact, int64_t ldfac, const int32_t* ipvt, const T* b,
            int32_t ipath, T* x)
 {
-    Routine<T, general<T>("LFSRG", "LFSCG")> me(state);
+    Routine<T, name_of<T>("LFSRG", "LFSCG")> me(state);
     check_number_of_equations(me, 1, n);
     check_ldfac(me, 2, n, ldfac);
     if (me.failed()) return;
@@ -41,13 +28,13 @@ void lfsrg(frame::State& state, int32_t n, const T* fact, int64_t ldfac, const i
             std::swap(x[ipvt[k] - 1], x[k]);
             kernels::axpy<T>(n - k - 1, x[k], fact + k + 1 + k * ldfac, 1, x + k + 1, 1);
         }
-        if (has_small_diagonal(n, fact, ldfac))
+        if (first_small_diagonal(n, fact, ldfac) < n)
             return me.post(
                 terminal, 3,
                 "The input matrix is singular.  Some of the diagonal elements of the upper triangular matrix U of the LU factorization are close to zero.");
         kernels::solve_triangle<T>(false, false, n, fact, ldfac, x);
     } else {
-        if (has_small_diagonal(n, fact, ldfac))
+        if (first_small_diagonal(n, fact, ldfac) < n)
             return me.post(
                 terminal, 4,
                 "The input matrix is singular.  Some of the diagonal elements of the upper triangular matrix U of the LU factorization are close to zero.");

@@ -55,7 +55,7 @@ template <class T>
 void l2trg(frame::State& state, int32_t n, const T* a, int64_t lda, T* fact, int64_t ldfac, int32_t* ipvt,
            T* wk)
 {
-    Routine<T, general<T>("L2TRG", "L2TCG")> me(state);
+    Routine<T, name_of<T>("L2TRG", "L2TCG")> me(state);
     // Only the first error counts.
     check_order(me, 1, n);
     if (!me.failed()) check_lda(me, 2, n, lda);
@@ -73,7 +73,7 @@ namespace {
 template <class T>
 void lftrg(const int32_t* n, const T* a, const int32_t* lda, T* fact, const int32_t* ldfac, int32_t* ipvt)
 {
-    factor_in_scratch<general<T>("LFTRG", "LFTCG"), T>(
+    factor_in_scratch<name_of<T>("LFTRG", "LFTCG"), T>(
         *n, [&](frame::State& state, T* wk) { l2trg<T>(state, *n, a, *lda, fact, *ldfac, ipvt, wk); });
 }
 

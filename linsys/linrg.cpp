@@ -90,7 +90,7 @@ template <class T>
 void l2nrg(frame::State& state, int32_t n, const T* a, int64_t lda, T* ainv, int64_t ldainv, T* wk,
            int32_t* iwk)
 {
-    Routine<T, general<T>("L2NRG", "L2NCG")> me(state);
+    Routine<T, name_of<T>("L2NRG", "L2NCG")> me(state);
     check_order(me, 1, n);
     check_lda(me, 2, n, lda);
     check_ldainv(me, 3, n, ldainv);
@@ -114,7 +114,7 @@ void l2nrg(frame::State& state, int32_t n, const T* a, int64_t lda, T* ainv, int
 template <class T>
 void linrg(const int32_t* n, const T* a, const int32_t* lda, T* ainv, const int32_t* ldainv)
 {
-    Routine<T, general<T>("LINRG", "LINCG")> me;
+    Routine<T, name_of<T>("LINRG", "LINCG")> me;
     check_order(me, 1, *n);
     if (me.failed()) return;
     const int64_t order = *n;

@@ -58,20 +58,19 @@ template <class T>
 void linrt(const int32_t* n, const T* a, const int32_t* lda, const int32_t* ipath, T* ainv,
            const int32_t* ldainv)
 {
-    Routine<T, general<T>("LINRT", "LINCT")> me;
+    Routine<T, name_of<T>("LINRT", "LINCT")> me;
     check_order(me, 1, *n);
     check_lda(me, 2, *n, *lda);
     check_ldainv(me, 3, *n, *ldainv);
     check_ipath(me, 4, *ipath);
     if (me.failed()) return;
 
-    const Part<T> small = smallest_pivot<T>();
-    for (int64_t k = 0; k < *n; ++k)
-        if (magnitude(a[k + k * *lda]) <= small)
-            return me.post(
-                terminal, 5,
-                "The matrix to be inverted is singular.  The index of the first zero diagonal element of A is %(I1).",
-                {i(1, static_cast<int32_t>(k + 1))});
+    const int64_t k = first_small_diagonal(*n, a, *lda);
+    if (k < *n)
+        return me.post(
+            terminal, 5,
+            "The matrix to be inverted is singular.  The index of the first zero diagonal element of A is %(I1).",
+            {i(1, static_cast<int32_t>(k + 1))});
     const bool lower = *ipath == 1;
     if (ainv != a || *ldainv != *lda)
         for (int64_t j = 0; j < *n; ++j) {

@@ -9,6 +9,7 @@
 #include "frame/constants.h"
 #include "frame/routine.h"
 #include "frame/scratch.h"
+#include "kernels/level1.h"
 #include "kernels/matrix.h"
 #include "kernels/vectors.h"
 #include "linsys/checks.h"
@@ -22,9 +23,9 @@ using kernels::conjugate;
 using kernels::is_complex;
 using kernels::Part;
 
-// The name of a routine for general matrices: R for real members, C for complex ones.
+// The name of a routine by its numbers: as RG and CG, RT and CT, DS and DH.
 template <class T>
-consteval Name<6> general(const char (&real)[6], const char (&complex)[6])
+consteval Name<6> name_of(const char (&real)[6], const char (&complex)[6])
 {
     return is_complex<T> ? Name<6>(complex) : Name<6>(real);
 }
@@ -46,6 +47,18 @@ inline double magnitude(double x)
     return std::abs(x);
 }
 
+// |a| with the direction of b; a where b is zero.
+template <class T>
+inline T with_sign(T a, T b)
+{
+    if constexpr (is_complex<T>) {
+        const Part<T> size = magnitude(b);
+        return size == 0 ? a : magnitude(a) * (b / size);
+    } else {
+        return std::copysign(a, b);
+    }
+}
+
 // The first of n rows, from 0, whose |x| * s is largest: a later one has to be strictly larger.
 template <class T>
 inline int64_t first_of_largest(int64_t n, const T* x, const Part<T>* s)
@@ -65,6 +78,16 @@ inline Part<T> smallest_pivot()
 {
     const Part<T> tiny = machine<Part<T>>(1), huge = machine<Part<T>>(2);
     return tiny * huge < 1 ? 1 / huge : tiny;
+}
+
+// The first of n diagonal elements that is close to zero, from 0; n without one.
+template <class T>
+inline int64_t first_small_diagonal(int64_t n, const T* a, int64_t lda)
+{
+    const Part<T> small = smallest_pivot<T>();
+    for (int64_t k = 0; k < n; ++k)
+        if (magnitude(a[k * (lda + 1)]) <= small) return k;
+    return n;
 }
 
 template <class T>
@@ -96,6 +119,50 @@ bool factor_plainly(int64_t n, T* fact, int64_t ldfac, int32_t* ipvt, Part<T>* s
 // gives the reciprocal of the condition number.
 template <class T>
 Part<T> reciprocal_of_inverse_norm(int64_t n, const T* fact, int64_t ldfac, const int32_t* ipvt, T* z);
+
+// A triangle of a matrix by columns.
+template <class T>
+struct Triangle {
+    bool lower;
+    int64_t n;
+    const T* a;
+    int64_t lda;
+};
+
+// The same for a triangle, and for R^H * R.
+template <class T>
+Part<T> reciprocal_of_inverse_norm(const Triangle<T>& triangle, T* z);
+template <class T>
+Part<T> reciprocal_of_inverse_norm(int64_t n, const T* r, int64_t ldr, T* z);
+
+// The sum of magnitudes of `scale` * x.
+template <class T>
+Part<T> sum_of_magnitudes(int64_t n, const T* x, Part<T> scale)
+{
+    if (scale == 1) return kernels::asum<T>(n, x, 1);
+    Part<T> sum = 0;
+    for (int64_t k = 0; k < n; ++k) sum += magnitude(scale * x[k]);
+    return sum;
+}
+
+// A norm, times a power of two where it would overflow.
+template <class R>
+struct ScaledNorm {
+    R value = 0, scale = 1;
+
+    // The reciprocal of the condition number with that of the norm of the inverse.
+    R condition(R of_inverse) const { return value == 0 ? 1 : scale * of_inverse / value; }
+};
+
+// What norm(scale) gives for the largest scale that does not make it infinite.
+template <class R, class Norm>
+ScaledNorm<R> scaled_norm(Norm norm)
+{
+    const R value = norm(R(1));
+    if (!std::isinf(value)) return {value, 1};
+    const R scale = R(0x1p-40);  // for more elements than a column can have
+    return {norm(scale), scale};
+}
 
 // The largest column sum of magnitudes of `scale` * A; NaN when a column has one.
 template <class T>
@@ -146,6 +213,21 @@ void solve_in_scratch(int32_t n, int64_t ldfac, Worker worker)
     SmallScratch<T> wk;
     if (fact.allocate(ldfac, n) && ipvt.allocate(n) && wk.allocate(n))
         worker(me.state(), static_cast<T*>(fact), static_cast<int32_t*>(ipvt), static_cast<T*>(wk));
+    else
+        no_workspace(me, 2, n);
+}
+
+// The same for a matrix without interchanges: FACT(N,N), WK.
+template <Name name, class T, class Worker>
+void solve_in_scratch(int32_t n, Worker worker)
+{
+    Routine<T, name> me;
+    check_number_of_equations(me, 1, n);
+    if (me.failed()) return;
+    SmallScratch<T, 256> fact;
+    SmallScratch<T> wk;
+    if (fact.allocate(n, n) && wk.allocate(n))
+        worker(me.state(), static_cast<T*>(fact), static_cast<T*>(wk));
     else
         no_workspace(me, 2, n);
 }

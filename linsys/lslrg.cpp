@@ -18,7 +18,7 @@ template <class T>
 void l2lrg(frame::State& state, int32_t n, const T* a, int64_t lda, const T* b, int32_t ipath, T* x, T* fact,
            int32_t* ipvt, T* wk)
 {
-    Routine<T, general<T>("L2LRG", "L2LCG")> me(state);
+    Routine<T, name_of<T>("L2LRG", "L2LCG")> me(state);
     check_number_of_equations(me, 1, n);
     check_lda(me, 2, n, lda);
     check_ipath(me, 3, ipath);
@@ -45,7 +45,7 @@ void l2lrg(frame::State& state, int32_t n, const T* a, int64_t lda, const T* b, 
 template <class T>
 void lslrg(const int32_t* n, const T* a, const int32_t* lda, const T* b, const int32_t* ipath, T* x)
 {
-    solve_in_scratch<general<T>("LSLRG", "LSLCG"), T>(
+    solve_in_scratch<name_of<T>("LSLRG", "LSLCG"), T>(
         *n, padded(*n), [&](frame::State& state, T* fact, int32_t* ipvt, T* wk) {
             l2lrg<T>(state, *n, a, *lda, b, *ipath, x, fact, ipvt, wk);
         });

@@ -351,6 +351,93 @@ void L2NCG(const int32_t* n, const orvel_complex* a, const int32_t* lda, orvel_c
 void DL2NCG(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, orvel_dcomplex* ainv,
             const int32_t* ldainv, orvel_dcomplex* wk, int32_t* iwk);
 
+/* ---- triangular matrices -----------------------------------------------------------------------------
+ *
+ * Real members have RT in their names, complex ones CT. The other triangle is not read.
+ *
+ *     A(N:LDA,N)  in  the matrix, of which one triangle is read
+ *     IPATH       in  1: the lower triangle; 2: the upper triangle
+ */
+
+/* Solves a triangular system.
+ *
+ *     IPATH       in  1: A*X = B, A lower; 2: A*X = B, A upper; 3: A^H*X = B, A lower; 4: A^H*X = B, A upper
+ *
+ *     TERMINAL 1  N < 1
+ *     TERMINAL 2  N > LDA
+ *     TERMINAL 3  IPATH is not 1 to 4
+ *                 "IPATH must be 1, 2, 3 or 4 while a value of %(I1) is given."
+ *     TERMINAL 4  a diagonal element is close to zero
+ *                 "The input matrix is singular.  The index of the first diagonal element of A that is close
+ *                 to zero is %(I1)."
+ *                 -> leave out the row or column that depends on others
+ *
+ * After an error: X is untouched.
+ *
+ * Time: N^2 operations.
+ */
+void LSLRT(const int32_t* n, const float* a, const int32_t* lda, const float* b, const int32_t* ipath,
+           float* x);
+void DLSLRT(const int32_t* n, const double* a, const int32_t* lda, const double* b, const int32_t* ipath,
+            double* x);
+void LSLCT(const int32_t* n, const orvel_complex* a, const int32_t* lda, const orvel_complex* b,
+           const int32_t* ipath, orvel_complex* x);
+void DLSLCT(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const orvel_dcomplex* b,
+            const int32_t* ipath, orvel_dcomplex* x);
+
+/* Estimates the condition number of a triangle. The estimate is seldom below the true value, and may be above
+ * it by a factor of 10. RCOND = 0 where a diagonal element is close to zero. Option 17 does not matter.
+ *
+ *     TERMINAL 1  N < 1: the order
+ *     TERMINAL 2  N > LDA
+ *     TERMINAL 2  no storage
+ *     TERMINAL 3  IPATH is neither 1 nor 2
+ *     WARNING 1   RCOND is not above eps: the matrix
+ *                 "The matrix is algorithmically singular.  An estimate of the reciprocal of its L1
+ *                 condition number is RCOND = %(R1)."
+ *                 -> scale rows and columns, or use the double member
+ *
+ * After an error: RCOND is untouched after a TERMINAL error.
+ *
+ * Time: of the order N^2.
+ *
+ * Source: A. Cline, C. Moler, G. Stewart and J. Wilkinson, An estimate for the condition number of a
+ * matrix, 1979.
+ */
+void LFCRT(const int32_t* n, const float* a, const int32_t* lda, const int32_t* ipath, float* rcond);
+void DLFCRT(const int32_t* n, const double* a, const int32_t* lda, const int32_t* ipath, double* rcond);
+void LFCCT(const int32_t* n, const orvel_complex* a, const int32_t* lda, const int32_t* ipath, float* rcond);
+void DLFCCT(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const int32_t* ipath,
+            double* rcond);
+void L2CRT(const int32_t* n, const float* a, const int32_t* lda, const int32_t* ipath, float* rcond,
+           float* wk);
+void DL2CRT(const int32_t* n, const double* a, const int32_t* lda, const int32_t* ipath, double* rcond,
+            double* wk);
+void L2CCT(const int32_t* n, const orvel_complex* a, const int32_t* lda, const int32_t* ipath, float* rcond,
+           orvel_complex* wk);
+void DL2CCT(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const int32_t* ipath,
+            double* rcond, orvel_dcomplex* wk);
+
+/* Determinant DET1 * 10^DET2 of a triangle.
+ *
+ *     A(N:LDA,N)  in   the matrix, of which the diagonal is read
+ *     DET1        out  the mantissa, 1 <= |DET1| < 10, complex magnitudes being |Re| + |Im|; 0 when a
+ *                      diagonal element is zero; an infinite one stays as it is
+ *     DET2        out  the exponent; that reached before a zero
+ *
+ *     TERMINAL 1  N < 1: the order
+ *     TERMINAL 2  N > LDA
+ *
+ * After an error: DET1 and DET2 are unchanged.
+ *
+ * Time: of the order N.
+ */
+void LFDRT(const int32_t* n, const float* a, const int32_t* lda, float* det1, float* det2);
+void DLFDRT(const int32_t* n, const double* a, const int32_t* lda, double* det1, double* det2);
+void LFDCT(const int32_t* n, const orvel_complex* a, const int32_t* lda, orvel_complex* det1, float* det2);
+void DLFDCT(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, orvel_dcomplex* det1,
+            double* det2);
+
 /* Inverse of a triangle, into the same triangle of AINV. The other triangles are neither read nor written.
  *
  *     IPATH       in  1: the lower triangle; 2: the upper triangle
@@ -375,6 +462,528 @@ void LINCT(const int32_t* n, const orvel_complex* a, const int32_t* lda, const i
            orvel_complex* ainv, const int32_t* ldainv);
 void DLINCT(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const int32_t* ipath,
             orvel_dcomplex* ainv, const int32_t* ldainv);
+
+/* ---- positive definite matrices ----------------------------------------------------------------------
+ *
+ * Real symmetric members have DS in their names, complex Hermitian ones DH. Only the upper triangle of A is
+ * read, and only that of FACT written; no member pivots. The imaginary parts of the diagonal of a Hermitian
+ * matrix count as zero; where one is not negligible, the factorization warns of it.
+ *
+ *     A(N:LDA,N)       in   the matrix, of which the upper triangle is read
+ *     FACT(N:LDFAC,N)  in   the factorization of LFTDS or LFCDS
+ *
+ *     cause            A is not positive definite
+ *                      "The input matrix is not positive definite.  The first of its leading submatrices
+ *                      that is not has the order %(I1)."
+ *                      -> look at that row and column, or take the member for general matrices
+ *     cause            Hermitian members: a diagonal element is not real
+ *                      "The diagonal of a Hermitian matrix is real, but the element %(I1) has an imaginary
+ *                      part that is not negligible.  Zero is taken in its place."
+ *                      -> set the imaginary parts of the diagonal to zero
+ *
+ * Time: solving and factoring take N^3 / 3 operations, an inverse N^3, a solve from a factorization and a
+ * step of refinement 2 N^2 (complex: four times as many).
+ *
+ * Source: G. H. Golub, C. F. Van Loan, Matrix Computations, Johns Hopkins University Press, 1996.
+ */
+
+/* Solves A*X = B, A positive definite, with iterative refinement. The result is as accurate as the working
+ * precision allows while RCOND is above 100 eps. The worker makes all its checks even when one has failed.
+ *
+ *     FACT(N,N)   out  the factorization afterwards, see LFTDS
+ *
+ *     TERMINAL 1  N < 1
+ *     TERMINAL 2  N > LDA
+ *     TERMINAL 2  no storage
+ *     TERMINAL 3  option 17 is neither 1 nor 2
+ *     TERMINAL 4  no storage for a copy of B
+ *     FATAL 2     A is not positive definite
+ *     WARNING 1   RCOND is not above eps, or the refinement makes no progress
+ *                 "The matrix is too ill-conditioned. An estimate of the reciprocal of its L1 condition
+ *                 number is RCOND = %(R1).  The solution might not be accurate."
+ *                 -> scale rows and columns, or use the double member
+ *     WARNING 3   Hermitian members: a diagonal element is not real
+ *
+ * After an error: X is untouched after TERMINAL and FATAL errors, and the last iterate after WARNING 1.
+ */
+void LSADS(const int32_t* n, const float* a, const int32_t* lda, const float* b, float* x);
+void DLSADS(const int32_t* n, const double* a, const int32_t* lda, const double* b, double* x);
+void LSADH(const int32_t* n, const orvel_complex* a, const int32_t* lda, const orvel_complex* b,
+           orvel_complex* x);
+void DLSADH(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const orvel_dcomplex* b,
+            orvel_dcomplex* x);
+void L2ADS(const int32_t* n, const float* a, const int32_t* lda, const float* b, float* x, float* fact,
+           float* wk);
+void DL2ADS(const int32_t* n, const double* a, const int32_t* lda, const double* b, double* x, double* fact,
+            double* wk);
+void L2ADH(const int32_t* n, const orvel_complex* a, const int32_t* lda, const orvel_complex* b,
+           orvel_complex* x, orvel_complex* fact, orvel_complex* wk);
+void DL2ADH(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const orvel_dcomplex* b,
+            orvel_dcomplex* x, orvel_dcomplex* fact, orvel_dcomplex* wk);
+
+/* Solves A*X = B, A positive definite, without refinement.
+ *
+ *     FACT(N,N)   out  the factorization afterwards, see LFTDS
+ *
+ *     TERMINAL 1  N < 1
+ *     TERMINAL 2  N > LDA
+ *     TERMINAL 2  no storage
+ *     TERMINAL 3  option 17 is neither 1 nor 2
+ *     FATAL 2     A is not positive definite
+ *     WARNING 1   RCOND is not above eps
+ *     WARNING 3   Hermitian members: a diagonal element is not real
+ *
+ * After an error: X is untouched after TERMINAL and FATAL errors.
+ */
+void LSLDS(const int32_t* n, const float* a, const int32_t* lda, const float* b, float* x);
+void DLSLDS(const int32_t* n, const double* a, const int32_t* lda, const double* b, double* x);
+void LSLDH(const int32_t* n, const orvel_complex* a, const int32_t* lda, const orvel_complex* b,
+           orvel_complex* x);
+void DLSLDH(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const orvel_dcomplex* b,
+            orvel_dcomplex* x);
+void L2LDS(const int32_t* n, const float* a, const int32_t* lda, const float* b, float* x, float* fact,
+           float* wk);
+void DL2LDS(const int32_t* n, const double* a, const int32_t* lda, const double* b, double* x, double* fact,
+            double* wk);
+void L2LDH(const int32_t* n, const orvel_complex* a, const int32_t* lda, const orvel_complex* b,
+           orvel_complex* x, orvel_complex* fact, orvel_complex* wk);
+void DL2LDH(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const orvel_dcomplex* b,
+            orvel_dcomplex* x, orvel_dcomplex* fact, orvel_dcomplex* wk);
+
+/* Factors a positive definite matrix, as LFTDS, and estimates its condition number. RCOND = 1 where it is not
+ * estimated (option 17 is 1, or A is not positive definite). The estimate is seldom below the true value, and
+ * may be above it by a factor of 10.
+ *
+ *     FACT(N:LDFAC,N)  out  the factorization; may be A where LDFAC = LDA
+ *
+ *     TERMINAL 1       N < 1: the order
+ *     TERMINAL 2       N > LDA
+ *     TERMINAL 2       no storage
+ *     TERMINAL 3       N > LDFAC
+ *     TERMINAL 4       option 17 is neither 1 nor 2
+ *     FATAL 2          A is not positive definite
+ *     WARNING 1        RCOND is not above eps: the matrix
+ *                      "The matrix is algorithmically singular.  An estimate of the reciprocal of its L1
+ *                      condition number is RCOND = %(R1)."
+ *                      -> scale rows and columns, or use the double member
+ *     WARNING 3        Hermitian members: a diagonal element is not real
+ *
+ * After an error: FACT is untouched after a TERMINAL error, and holds the columns of R that were reached
+ * after FATAL 2.
+ *
+ * Source: A. Cline, C. Moler, G. Stewart and J. Wilkinson, An estimate for the condition number of a
+ * matrix, 1979.
+ */
+void LFCDS(const int32_t* n, const float* a, const int32_t* lda, float* fact, const int32_t* ldfac,
+           float* rcond);
+void DLFCDS(const int32_t* n, const double* a, const int32_t* lda, double* fact, const int32_t* ldfac,
+            double* rcond);
+void LFCDH(const int32_t* n, const orvel_complex* a, const int32_t* lda, orvel_complex* fact,
+           const int32_t* ldfac, float* rcond);
+void DLFCDH(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, orvel_dcomplex* fact,
+            const int32_t* ldfac, double* rcond);
+void L2CDS(const int32_t* n, const float* a, const int32_t* lda, float* fact, const int32_t* ldfac,
+           float* rcond, float* wk);
+void DL2CDS(const int32_t* n, const double* a, const int32_t* lda, double* fact, const int32_t* ldfac,
+            double* rcond, double* wk);
+void L2CDH(const int32_t* n, const orvel_complex* a, const int32_t* lda, orvel_complex* fact,
+           const int32_t* ldfac, float* rcond, orvel_complex* wk);
+void DL2CDH(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, orvel_dcomplex* fact,
+            const int32_t* ldfac, double* rcond, orvel_dcomplex* wk);
+
+/* Factors a positive definite matrix: A = R^H * R.
+ *
+ *     FACT  upper triangle with diagonal: R, whose diagonal is positive; the rest is untouched
+ *
+ * A is positive definite when each pivot, which is the square of an element of the diagonal of R, is above
+ * eps times the element of the diagonal of A. An element gets its products in ascending order of the steps,
+ * so that the result has the same bits whatever the size.
+ *
+ *     FACT(N:LDFAC,N)  out      the factorization; may be A where LDFAC = LDA
+ *     WK(N)            scratch  holds what the pivots must exceed (in the storage of its first N reals in
+ *                               complex members)
+ *
+ *     TERMINAL 1       N < 1: the order
+ *     TERMINAL 2       N > LDA
+ *     TERMINAL 2       no storage
+ *     TERMINAL 3       N > LDFAC
+ *     FATAL 2          A is not positive definite
+ *     WARNING 3        Hermitian members: a diagonal element is not real
+ *
+ * After an error: only the first TERMINAL error is posted, and FACT is untouched; after FATAL 2 it holds the
+ * columns of R before the order that the text names, the later columns are undefined.
+ */
+void LFTDS(const int32_t* n, const float* a, const int32_t* lda, float* fact, const int32_t* ldfac);
+void DLFTDS(const int32_t* n, const double* a, const int32_t* lda, double* fact, const int32_t* ldfac);
+void LFTDH(const int32_t* n, const orvel_complex* a, const int32_t* lda, orvel_complex* fact,
+           const int32_t* ldfac);
+void DLFTDH(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, orvel_dcomplex* fact,
+            const int32_t* ldfac);
+void L2TDS(const int32_t* n, const float* a, const int32_t* lda, float* fact, const int32_t* ldfac,
+           float* wk);
+void DL2TDS(const int32_t* n, const double* a, const int32_t* lda, double* fact, const int32_t* ldfac,
+            double* wk);
+void L2TDH(const int32_t* n, const orvel_complex* a, const int32_t* lda, orvel_complex* fact,
+           const int32_t* ldfac, orvel_complex* wk);
+void DL2TDH(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, orvel_dcomplex* fact,
+            const int32_t* ldfac, orvel_dcomplex* wk);
+
+/* Solves A*X = B from the factorization of LFTDS or LFCDS.
+ *
+ *     TERMINAL 1  N < 1
+ *     TERMINAL 2  N > LDFAC
+ *     TERMINAL 3  the diagonal of R has an element close to zero
+ *                 "The input matrix is singular.  Some of the diagonal elements of the upper triangular
+ *                 matrix R of the R**H*R factorization are close to zero."
+ *                 -> pass FACT of a factorization that has succeeded
+ *
+ * After an error: X is untouched.
+ */
+void LFSDS(const int32_t* n, const float* fact, const int32_t* ldfac, const float* b, float* x);
+void DLFSDS(const int32_t* n, const double* fact, const int32_t* ldfac, const double* b, double* x);
+void LFSDH(const int32_t* n, const orvel_complex* fact, const int32_t* ldfac, const orvel_complex* b,
+           orvel_complex* x);
+void DLFSDH(const int32_t* n, const orvel_dcomplex* fact, const int32_t* ldfac, const orvel_dcomplex* b,
+            orvel_dcomplex* x);
+
+/* Solves as LFSDS and refines the solution, with residuals of A in twice the working precision, until a
+ * correction is below eps or does not shrink. A WARNING also stands for an element of the residual that is
+ * larger than 4(N+1) eps (|A| |X| + |B|) afterwards; this may take one more pass over A. Passes up the error
+ * 3 of LFSDS, which ends it.
+ *
+ *     RES(N)      out  the last correction
+ *
+ *     TERMINAL 1  N < 1
+ *     TERMINAL 2  N > LDA
+ *     TERMINAL 3  N > LDFAC
+ *     TERMINAL 4  no storage for a copy of B
+ *     WARNING 2   the refinement makes no progress
+ *                 "The matrix is too ill-conditioned for iterative refinement to be effective."
+ *                 -> scale rows and columns, or use the double member
+ *
+ * After an error: X is untouched after a TERMINAL error of this routine, and the last iterate after the
+ * WARNING.
+ *
+ * Source: R. Skeel, Iterative refinement implies numerical stability for Gaussian elimination, 1980.
+ */
+void LFIDS(const int32_t* n, const float* a, const int32_t* lda, const float* fact, const int32_t* ldfac,
+           const float* b, float* x, float* res);
+void DLFIDS(const int32_t* n, const double* a, const int32_t* lda, const double* fact, const int32_t* ldfac,
+            const double* b, double* x, double* res);
+void LFIDH(const int32_t* n, const orvel_complex* a, const int32_t* lda, const orvel_complex* fact,
+           const int32_t* ldfac, const orvel_complex* b, orvel_complex* x, orvel_complex* res);
+void DLFIDH(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const orvel_dcomplex* fact,
+            const int32_t* ldfac, const orvel_dcomplex* b, orvel_dcomplex* x, orvel_dcomplex* res);
+
+/* Determinant DET1 * 10^DET2 of a positive definite matrix from its factorization.
+ *
+ *     DET1        out  the mantissa, 1 <= DET1 < 10, real in all members; 0 when a diagonal element of R is
+ *                      zero; an infinite one stays as it is
+ *     DET2        out  the exponent; that reached before a zero
+ *
+ *     TERMINAL 1  N < 1: the order
+ *     TERMINAL 2  N > LDFAC
+ *
+ * After an error: DET1 and DET2 are unchanged.
+ *
+ * Time: of the order N.
+ */
+void LFDDS(const int32_t* n, const float* fact, const int32_t* ldfac, float* det1, float* det2);
+void DLFDDS(const int32_t* n, const double* fact, const int32_t* ldfac, double* det1, double* det2);
+void LFDDH(const int32_t* n, const orvel_complex* fact, const int32_t* ldfac, float* det1, float* det2);
+void DLFDDH(const int32_t* n, const orvel_dcomplex* fact, const int32_t* ldfac, double* det1, double* det2);
+
+/* Inverse of a positive definite matrix, both triangles of it.
+ *
+ *     TERMINAL 1  N < 1: the order
+ *     TERMINAL 2  N > LDA
+ *     TERMINAL 2  no storage
+ *     TERMINAL 3  N > LDAINV
+ *     TERMINAL 4  option 17 is neither 1 nor 2
+ *     FATAL 2     A is not positive definite
+ *     WARNING 1   RCOND is not above eps: the inverse
+ *                 "The matrix is too ill-conditioned. An estimate of the reciprocal of its L1 condition
+ *                 number is RCOND = %(R1).  The inverse might not be accurate."
+ *                 -> scale rows and columns, or use the double member
+ *
+ * After an error: AINV is untouched after a TERMINAL error, and its upper triangle holds the factorization
+ * reached after FATAL 2.
+ */
+void LINDS(const int32_t* n, const float* a, const int32_t* lda, float* ainv, const int32_t* ldainv);
+void DLINDS(const int32_t* n, const double* a, const int32_t* lda, double* ainv, const int32_t* ldainv);
+void L2NDS(const int32_t* n, const float* a, const int32_t* lda, float* ainv, const int32_t* ldainv,
+           float* wk);
+void DL2NDS(const int32_t* n, const double* a, const int32_t* lda, double* ainv, const int32_t* ldainv,
+            double* wk);
+
+/* ---- general band matrices ---------------------------------------------------------------------------
+ *
+ * Real members have RB in their names, complex ones CB. A has KL diagonals below the main one and KU above
+ * it; element (i, j) is in row KU+1+i-j of column j, as in the band kernels. KL and KU may be N or more: what
+ * lies outside of the matrix is not read. Elimination with row-scaled partial pivoting, inside the band; for
+ * wide bands in blocks.
+ *
+ *     A(KL+KU+1:LDA,N)         in       the band
+ *     LDA                      in       the leading dimension of A, at least KL+KU+1
+ *     KL                       in       the number of diagonals below the main one
+ *     KU                       in       the number of diagonals above it
+ *     FACT(2*KL+KU+1:LDFAC,N)  in       the factorization of LFTRB or LFCRB
+ *     LDFAC                    in       the leading dimension of FACT, at least 2KL+KU+1
+ *
+ *     cause                    LDA < KL + KU + 1
+ *                              "The leading dimension of A must be at least KL+KU+1 while KL = %(I1), KU =
+ *                              %(I2) and LDA = %(I3) are given."
+ *     cause                    LDFAC < 2*KL + KU + 1
+ *                              "The leading dimension of FACT must be at least 2KL+KU+1 while KL = %(I1),
+ *                              KU = %(I2) and LDFAC = %(I3) are given."
+ *     cause                    KL < 0
+ *                              "The number of diagonals below the main one must not be negative while KL =
+ *                              %(I1) is given."
+ *     cause                    KU < 0
+ *                              "The number of diagonals above the main one must not be negative while KU =
+ *                              %(I1) is given."
+ *     cause                    an element of IPVT is no row that its step can take, k to k + KL
+ *                              "The elements of IPVT must be rows that their step can take, while
+ *                              IPVT(%(I1)) = %(I2) is given."
+ *                              -> pass FACT and IPVT of one factorization
+ *
+ * NaN: a NaN in A gives a singular matrix or NaN in the results, a NaN in B NaN in X.
+ *
+ * Source: J. Dongarra, J. Bunch, C. Moler and G. Stewart, LINPACK Users' Guide, SIAM, 1979; J. Du Croz, P.
+ * Mayes and G. Radicati, Factorization of band matrices using level 3 BLAS, 1990.
+ */
+
+/* Solves a band system with iterative refinement, as LSARG.
+ *
+ *     FACT(2*KL+KU+1,N)  out  the factorization afterwards, see LFTRB
+ *     IPVT(N)            out  the interchanges
+ *
+ *     TERMINAL 1         N < 1
+ *     TERMINAL 2         LDA < KL + KU + 1
+ *     TERMINAL 2         no storage
+ *     TERMINAL 3         KL < 0
+ *     TERMINAL 4         KU < 0
+ *     TERMINAL 5         IPATH is neither 1 nor 2
+ *     WARNING 1          RCOND is not above eps
+ *
+ * Passes up the errors of LFCRB and LFIRB, whose codes tell of the option, of singular matrices and of
+ * storage for a copy of B.
+ *
+ * Time: that of LFTRB, and of a few solutions.
+ */
+void LSARB(const int32_t* n, const float* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
+           const float* b, const int32_t* ipath, float* x);
+void DLSARB(const int32_t* n, const double* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
+            const double* b, const int32_t* ipath, double* x);
+void LSACB(const int32_t* n, const orvel_complex* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
+           const orvel_complex* b, const int32_t* ipath, orvel_complex* x);
+void DLSACB(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const int32_t* kl,
+            const int32_t* ku, const orvel_dcomplex* b, const int32_t* ipath, orvel_dcomplex* x);
+void L2ARB(const int32_t* n, const float* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
+           const float* b, const int32_t* ipath, float* x, float* fact, int32_t* ipvt, float* wk);
+void DL2ARB(const int32_t* n, const double* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
+            const double* b, const int32_t* ipath, double* x, double* fact, int32_t* ipvt, double* wk);
+void L2ACB(const int32_t* n, const orvel_complex* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
+           const orvel_complex* b, const int32_t* ipath, orvel_complex* x, orvel_complex* fact, int32_t* ipvt,
+           orvel_complex* wk);
+void DL2ACB(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const int32_t* kl,
+            const int32_t* ku, const orvel_dcomplex* b, const int32_t* ipath, orvel_dcomplex* x,
+            orvel_dcomplex* fact, int32_t* ipvt, orvel_dcomplex* wk);
+
+/* Solves a band system without refinement, as LSLRG.
+ *
+ *     FACT(2*KL+KU+1,N)  out  the factorization afterwards, see LFTRB
+ *     IPVT(N)            out  the interchanges
+ *
+ *     TERMINAL 1         N < 1
+ *     TERMINAL 2         LDA < KL + KU + 1
+ *     TERMINAL 2         no storage
+ *     TERMINAL 3         KL < 0
+ *     TERMINAL 4         KU < 0
+ *     TERMINAL 5         IPATH is neither 1 nor 2
+ *     WARNING 1          RCOND is not above eps
+ *
+ * Passes up the errors of LFCRB and LFSRB.
+ *
+ * Time: that of LFTRB.
+ */
+void LSLRB(const int32_t* n, const float* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
+           const float* b, const int32_t* ipath, float* x);
+void DLSLRB(const int32_t* n, const double* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
+            const double* b, const int32_t* ipath, double* x);
+void LSLCB(const int32_t* n, const orvel_complex* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
+           const orvel_complex* b, const int32_t* ipath, orvel_complex* x);
+void DLSLCB(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const int32_t* kl,
+            const int32_t* ku, const orvel_dcomplex* b, const int32_t* ipath, orvel_dcomplex* x);
+void L2LRB(const int32_t* n, const float* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
+           const float* b, const int32_t* ipath, float* x, float* fact, int32_t* ipvt, float* wk);
+void DL2LRB(const int32_t* n, const double* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
+            const double* b, const int32_t* ipath, double* x, double* fact, int32_t* ipvt, double* wk);
+void L2LCB(const int32_t* n, const orvel_complex* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
+           const orvel_complex* b, const int32_t* ipath, orvel_complex* x, orvel_complex* fact, int32_t* ipvt,
+           orvel_complex* wk);
+void DL2LCB(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const int32_t* kl,
+            const int32_t* ku, const orvel_dcomplex* b, const int32_t* ipath, orvel_dcomplex* x,
+            orvel_dcomplex* fact, int32_t* ipvt, orvel_dcomplex* wk);
+
+/* Factors a band matrix, as LFTRB, and estimates its condition number. RCOND = 1 where it is not estimated
+ * (option 17 is 1, or A is singular). The estimate is seldom below the true value, and may be above it by a
+ * factor of 10. Passes up the errors of LFTRB.
+ *
+ *     FACT(2*KL+KU+1:LDFAC,N)  out  the factorization; may be A where LDFAC = LDA
+ *     IPVT(N)                  out  the interchanges
+ *
+ *     TERMINAL 1               N < 1: the order
+ *     TERMINAL 2               LDA < KL + KU + 1
+ *     TERMINAL 2               no storage
+ *     TERMINAL 3               LDFAC < 2*KL + KU + 1
+ *     TERMINAL 4               KL < 0
+ *     TERMINAL 5               KU < 0
+ *     TERMINAL 6               option 17 is neither 1 nor 2
+ *     WARNING 1                RCOND is not above eps: the matrix
+ *                              "The matrix is algorithmically singular.  An estimate of the reciprocal of its
+ *                              L1 condition number is RCOND = %(R1)."
+ *                              -> scale rows and columns, or use the double member
+ *
+ * Time: that of LFTRB, and of five solutions.
+ */
+void LFCRB(const int32_t* n, const float* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
+           float* fact, const int32_t* ldfac, int32_t* ipvt, float* rcond);
+void DLFCRB(const int32_t* n, const double* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
+            double* fact, const int32_t* ldfac, int32_t* ipvt, double* rcond);
+void LFCCB(const int32_t* n, const orvel_complex* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
+           orvel_complex* fact, const int32_t* ldfac, int32_t* ipvt, float* rcond);
+void DLFCCB(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const int32_t* kl,
+            const int32_t* ku, orvel_dcomplex* fact, const int32_t* ldfac, int32_t* ipvt, double* rcond);
+void L2CRB(const int32_t* n, const float* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
+           float* fact, const int32_t* ldfac, int32_t* ipvt, float* rcond, float* wk);
+void DL2CRB(const int32_t* n, const double* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
+            double* fact, const int32_t* ldfac, int32_t* ipvt, double* rcond, double* wk);
+void L2CCB(const int32_t* n, const orvel_complex* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
+           orvel_complex* fact, const int32_t* ldfac, int32_t* ipvt, float* rcond, orvel_complex* wk);
+void DL2CCB(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const int32_t* kl,
+            const int32_t* ku, orvel_dcomplex* fact, const int32_t* ldfac, int32_t* ipvt, double* rcond,
+            orvel_dcomplex* wk);
+
+/* Factors a band matrix by elimination with row-scaled partial pivoting.
+ *
+ *     FACT(2*KL+KU+1:LDFAC,N)  out  the factorization; may be A where LDFAC = LDA
+ *     IPVT(N)                  out  the row that was interchanged with row k at step k, k to k + KL
+ *
+ *     TERMINAL 1               N < 1: the order
+ *     TERMINAL 2               LDA < KL + KU + 1
+ *     TERMINAL 2               no storage
+ *     TERMINAL 3               LDFAC < 2*KL + KU + 1
+ *     TERMINAL 4               KL < 0
+ *     TERMINAL 5               KU < 0
+ *     FATAL 2                  A is singular
+ *
+ * Element (i, j) of FACT is in row KL+KU+1+i-j of column j: above and on the diagonal U, which has KL+KU
+ * diagonals above the main one, below it in column k the multipliers of step k, in the row order of step k.
+ * An element gets its products in ascending order of the steps. Where FACT is A, A is in its usual rows, the
+ * first ones.
+ *
+ * Time: 2 N KL (KL + KU) operations at most, 2 N KL KU without interchanges.
+ */
+void LFTRB(const int32_t* n, const float* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
+           float* fact, const int32_t* ldfac, int32_t* ipvt);
+void DLFTRB(const int32_t* n, const double* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
+            double* fact, const int32_t* ldfac, int32_t* ipvt);
+void LFTCB(const int32_t* n, const orvel_complex* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
+           orvel_complex* fact, const int32_t* ldfac, int32_t* ipvt);
+void DLFTCB(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const int32_t* kl,
+            const int32_t* ku, orvel_dcomplex* fact, const int32_t* ldfac, int32_t* ipvt);
+void L2TRB(const int32_t* n, const float* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
+           float* fact, const int32_t* ldfac, int32_t* ipvt, float* wk);
+void DL2TRB(const int32_t* n, const double* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
+            double* fact, const int32_t* ldfac, int32_t* ipvt, double* wk);
+void L2TCB(const int32_t* n, const orvel_complex* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
+           orvel_complex* fact, const int32_t* ldfac, int32_t* ipvt, orvel_complex* wk);
+void DL2TCB(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const int32_t* kl,
+            const int32_t* ku, orvel_dcomplex* fact, const int32_t* ldfac, int32_t* ipvt, orvel_dcomplex* wk);
+
+/* Solves A*X = B or A^H*X = B from the factorization of a band matrix.
+ *
+ *     TERMINAL 1  N < 1
+ *     TERMINAL 2  LDFAC < 2*KL + KU + 1
+ *     TERMINAL 3  KL < 0
+ *     TERMINAL 4  KU < 0
+ *     TERMINAL 5  IPATH is neither 1 nor 2
+ *     TERMINAL 6  A is singular
+ *     TERMINAL 7  an element of IPVT is no row that its step can take, k to k + KL
+ *
+ * After an error: X is untouched.
+ *
+ * Time: 2 N (2KL + KU) operations.
+ */
+void LFSRB(const int32_t* n, const float* fact, const int32_t* ldfac, const int32_t* kl, const int32_t* ku,
+           const int32_t* ipvt, const float* b, const int32_t* ipath, float* x);
+void DLFSRB(const int32_t* n, const double* fact, const int32_t* ldfac, const int32_t* kl, const int32_t* ku,
+            const int32_t* ipvt, const double* b, const int32_t* ipath, double* x);
+void LFSCB(const int32_t* n, const orvel_complex* fact, const int32_t* ldfac, const int32_t* kl,
+           const int32_t* ku, const int32_t* ipvt, const orvel_complex* b, const int32_t* ipath,
+           orvel_complex* x);
+void DLFSCB(const int32_t* n, const orvel_dcomplex* fact, const int32_t* ldfac, const int32_t* kl,
+            const int32_t* ku, const int32_t* ipvt, const orvel_dcomplex* b, const int32_t* ipath,
+            orvel_dcomplex* x);
+
+/* Solves as LFSRB and refines the solution, as LFIRG. Takes storage for 16 rows of the band from the heap.
+ *
+ *     RES(N)      out  the last correction
+ *
+ *     TERMINAL 1  N < 1
+ *     TERMINAL 2  LDA < KL + KU + 1
+ *     TERMINAL 3  LDFAC < 2*KL + KU + 1
+ *     TERMINAL 4  KL < 0
+ *     TERMINAL 5  KU < 0
+ *     TERMINAL 6  IPATH is neither 1 nor 2
+ *     TERMINAL 7  an element of IPVT is no row that its step can take, k to k + KL
+ *     TERMINAL 8  no storage for a copy of B
+ *     WARNING 2   the refinement makes no progress, or leaves a residual that is too large
+ *                 "The matrix is too ill-conditioned for iterative refinement to be effective."
+ *                 -> use the double member
+ *
+ * Passes up the error TERMINAL 6 of LFSRB.
+ *
+ * Time: a few times that of LFSRB.
+ */
+void LFIRB(const int32_t* n, const float* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
+           const float* fact, const int32_t* ldfac, const int32_t* ipvt, const float* b, const int32_t* ipath,
+           float* x, float* res);
+void DLFIRB(const int32_t* n, const double* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
+            const double* fact, const int32_t* ldfac, const int32_t* ipvt, const double* b,
+            const int32_t* ipath, double* x, double* res);
+void LFICB(const int32_t* n, const orvel_complex* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
+           const orvel_complex* fact, const int32_t* ldfac, const int32_t* ipvt, const orvel_complex* b,
+           const int32_t* ipath, orvel_complex* x, orvel_complex* res);
+void DLFICB(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const int32_t* kl,
+            const int32_t* ku, const orvel_dcomplex* fact, const int32_t* ldfac, const int32_t* ipvt,
+            const orvel_dcomplex* b, const int32_t* ipath, orvel_dcomplex* x, orvel_dcomplex* res);
+
+/* Determinant DET1 * 10^DET2 from the factorization of a band matrix.
+ *
+ *     DET1        out  the mantissa, 1 <= |DET1| < 10, complex magnitudes being |Re| + |Im|; 0 when a
+ *                      diagonal element is zero; an infinite one stays as it is
+ *     DET2        out  the exponent; that reached before a zero
+ *
+ *     TERMINAL 1  N < 1: the order
+ *     TERMINAL 2  LDFAC < 2*KL + KU + 1
+ *     TERMINAL 3  KL < 0
+ *     TERMINAL 4  KU < 0
+ *     TERMINAL 5  an element of IPVT is no row that its step can take, k to k + KL
+ *
+ * After an error: DET1 and DET2 are unchanged.
+ *
+ * Time: of the order N.
+ */
+void LFDRB(const int32_t* n, const float* fact, const int32_t* ldfac, const int32_t* kl, const int32_t* ku,
+           const int32_t* ipvt, float* det1, float* det2);
+void DLFDRB(const int32_t* n, const double* fact, const int32_t* ldfac, const int32_t* kl, const int32_t* ku,
+            const int32_t* ipvt, double* det1, double* det2);
+void LFDCB(const int32_t* n, const orvel_complex* fact, const int32_t* ldfac, const int32_t* kl,
+           const int32_t* ku, const int32_t* ipvt, orvel_complex* det1, float* det2);
+void DLFDCB(const int32_t* n, const orvel_dcomplex* fact, const int32_t* ldfac, const int32_t* kl,
+            const int32_t* ku, const int32_t* ipvt, orvel_dcomplex* det1, double* det2);
 
 /* ---- helpers, which check nothing ------------------------------------------------------------------- */
 

@@ -57,6 +57,12 @@ using SmallMatrix = bool (*)(int64_t n, const R* a, int64_t lda, R* fact, int64_
 
 inline constexpr int64_t small_order = 32;
 
+// A = R^H * R for n <= small_order: the upper triangle of A is read, that of FACT, which may be A, is
+// written. A pivot must be above least(k). Returns the number of columns that were reached and written, n
+// when A is positive definite.
+template <class R>
+using SmallCholesky = int64_t (*)(int64_t n, const R* a, int64_t lda, R* fact, int64_t ldfac, const R* least);
+
 // Residuals with more than the working precision. Single members sum exact products in double, double members
 // in pairs (head, tail) of doubles made by error-free transformations.
 template <class R>
@@ -65,6 +71,10 @@ struct Residuals {
     void (*by_columns)(int64_t m, int64_t n, const R* a, int64_t lda, const R* x, const R* b, R* r);
     // r(n) = A(m, n)^T * x - b; the complex one with the conjugate transpose.
     void (*by_rows)(int64_t m, int64_t n, const R* a, int64_t lda, const R* x, const R* b, R* r);
+    // r(m) = the rows from `first` on of A(n, n) * x, less b(m); A is symmetric or Hermitian, its upper
+    // triangle is read, and the imaginary parts of its diagonal count as zero.
+    void (*by_upper_triangle)(int64_t n, int64_t first, int64_t m, const R* a, int64_t lda, const R* x,
+                              const R* b, R* r);
 };
 
 // Whether an element of the residual is larger than `limit` times the sum of the magnitudes that it is made
@@ -78,6 +88,7 @@ struct Excess {
 ORVEL_LEVEL_TABLE(isa::ForAll<Elimination>, elimination_loops);
 ORVEL_LEVEL_TABLE(isa::ForAll<VectorLoops>, vector_loops);
 ORVEL_LEVEL_TABLE(isa::ForAll<SmallMatrix>, small_matrix_loops);
+ORVEL_LEVEL_TABLE(isa::ForAll<SmallCholesky>, small_cholesky_loops);
 ORVEL_LEVEL_TABLE(isa::ForAll<Residuals>, residual_loops);
 ORVEL_LEVEL_TABLE(isa::ForAll<Excess>, excess_loops);
 

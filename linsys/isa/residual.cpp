@@ -14,40 +14,132 @@ inline void add_columns(const R* a, int64_t lda, const double* x, Sum& sum)
     for (int j = 0; j < N; ++j) sum.add_product(widened(a + j * lda), Wide{} + x[j]);
 }
 
-constexpr int64_t piece = 32 * L;  // rows whose sums are kept at a time
+// The sums of some rows, to which columns are added in ascending order. Complex rows are pairs of numbers.
+template <template <int> class Sum, class R, bool Complex>
+class Piece {
+public:
+    static constexpr int64_t most = Complex && L == 2 ? 16 * L : 32 * L;  // numbers
 
-template <template <int> class Sum, class R>
-void by_columns(int64_t m, int64_t n, const R* a, int64_t lda, const R* x, const R* b, R* r)
-{
-    for (int64_t first = 0; first < m; first += piece) {
-        const int64_t rows = m - first < piece ? m - first : piece, whole = rows / L * L;
-        Sum<L> sums[piece / L];
-        Sum<1> ends[L];
-        for (int64_t i = 0; i < whole; i += L) sums[i / L] = Sum<L>::from(-widened(b + first + i));
-        for (int64_t i = whole; i < rows; ++i)
-            ends[i - whole] = Sum<1>::from(-static_cast<double>(b[first + i]));
+    // -b(rows)
+    Piece(int64_t rows, const R* b) : rows_(rows), whole_(rows / L * L)
+    {
+        for (int64_t i = 0; i < whole_; i += L) sums_[i / L] = Sum<L>::from(-widened(b + i));
+        for (int64_t i = whole_; i < rows; ++i) ends_[i - whole_] = Sum<1>::from(-static_cast<double>(b[i]));
+    }
+
+    // += A(rows, n) * x(n)
+    void add(int64_t n, const R* a, int64_t lda, const R* x)
+    {
+        if constexpr (Complex)
+            add_complex(n, a, lda, x);
+        else
+            add_real(n, a, lda, x);
+    }
+
+    void store(R* r) const
+    {
+        for (int64_t i = 0; i < whole_; i += L) {
+            const Wide value = sums_[i / L].value();
+            for (int k = 0; k < L; ++k) r[i + k] = static_cast<R>(value[k]);
+        }
+        for (int64_t i = whole_; i < rows_; ++i) r[i] = static_cast<R>(ends_[i - whole_].value());
+    }
+
+private:
+    void add_real(int64_t n, const R* a, int64_t lda, const R* x)
+    {
         constexpr int N = 4;
         for (int64_t j = 0; j < n; j += N) {
-            const R* const columns = a + first + j * lda;
+            const R* const columns = a + j * lda;
             double factor[N];
             const int64_t here = n - j < N ? n - j : N;
             for (int64_t k = 0; k < here; ++k) factor[k] = static_cast<double>(x[j + k]);
-            for (int64_t i = 0; i < whole; i += L) {
+            for (int64_t i = 0; i < whole_; i += L) {
                 if (here == N)
-                    add_columns<N>(columns + i, lda, factor, sums[i / L]);
+                    add_columns<N>(columns + i, lda, factor, sums_[i / L]);
                 else
                     for (int64_t k = 0; k < here; ++k)
-                        add_columns<1>(columns + i + k * lda, lda, factor + k, sums[i / L]);
+                        add_columns<1>(columns + i + k * lda, lda, factor + k, sums_[i / L]);
             }
-            for (int64_t i = whole; i < rows; ++i)
+            for (int64_t i = whole_; i < rows_; ++i)
                 for (int64_t k = 0; k < here; ++k)
-                    ends[i - whole].add_product(static_cast<double>(columns[i + k * lda]), factor[k]);
+                    ends_[i - whole_].add_product(static_cast<double>(columns[i + k * lda]), factor[k]);
         }
-        for (int64_t i = 0; i < whole; i += L) {
-            const Wide value = sums[i / L].value();
-            for (int k = 0; k < L; ++k) r[first + i + k] = static_cast<R>(value[k]);
+    }
+
+    // A pair of lanes gets (re, im) * re(x) and (im, re) * (-im(x), im(x)).
+    void add_complex(int64_t n, const R* a, int64_t lda, const R* x)
+    {
+        for (int64_t j = 0; j < n; ++j) {
+            const R* const column = a + 2 * j * lda;
+            const double re = static_cast<double>(x[2 * j]), im = static_cast<double>(x[2 * j + 1]);
+            Wide cross = {};
+            for (int k = 0; k < L; ++k) cross[k] = k & 1 ? im : -im;
+            for (int64_t i = 0; i < whole_; i += L) {
+                sums_[i / L].add_product(widened(column + i), Wide{} + re);
+                sums_[i / L].add_product(exchanged(widened(column + i)), cross);
+            }
+            for (int64_t i = whole_; i < rows_; ++i) {
+                ends_[i - whole_].add_product(static_cast<double>(column[i]), re);
+                ends_[i - whole_].add_product(static_cast<double>(column[i ^ 1]), i & 1 ? im : -im);
+            }
         }
-        for (int64_t i = whole; i < rows; ++i) r[first + i] = static_cast<R>(ends[i - whole].value());
+    }
+
+    int64_t rows_, whole_;
+    Sum<L> sums_[most / L];
+    Sum<1> ends_[L];
+};
+
+template <template <int> class Sum, class R, bool Complex>
+void by_columns(int64_t m, int64_t n, const R* a, int64_t lda, const R* x, const R* b, R* r)
+{
+    using Rows = Piece<Sum, R, Complex>;
+    const int64_t numbers = Complex ? 2 * m : m;
+    for (int64_t first = 0; first < numbers; first += Rows::most) {
+        Rows sums(numbers - first < Rows::most ? numbers - first : Rows::most, b + first);
+        sums.add(n, a + first, lda, x);
+        sums.store(r + first);
+    }
+}
+
+// ---- A by its upper triangle: what is left of the diagonal is fetched from above it, some columns at a time
+
+constexpr int64_t strip = 8;
+
+// to(rows, columns) = A from row `row` and column `column` on, by columns `step` numbers apart.
+template <class R, bool Complex>
+void fetch(int64_t row, int64_t rows, int64_t column, int64_t columns, const R* a, int64_t lda, R* to,
+           int64_t step)
+{
+    constexpr int64_t parts = Complex ? 2 : 1;
+    for (int64_t c = column; c < column + columns; ++c, to += step)
+        for (int64_t i = 0; i < rows; ++i) {
+            const int64_t r = row + i;
+            const R* const e = a + parts * (r <= c ? r + c * lda : c + r * lda);
+            to[parts * i] = e[0];
+            if constexpr (Complex) to[2 * i + 1] = r < c ? e[1] : r > c ? -e[1] : R(0);
+        }
+}
+
+template <template <int> class Sum, class R, bool Complex>
+void by_upper_triangle(int64_t n, int64_t first, int64_t m, const R* a, int64_t lda, const R* x, const R* b,
+                       R* r)
+{
+    using Rows = Piece<Sum, R, Complex>;
+    constexpr int64_t parts = Complex ? 2 : 1, most = Rows::most / parts;
+    for (int64_t row = first; row < first + m; row += most) {
+        const int64_t rows = first + m - row < most ? first + m - row : most;
+        Rows sums(parts * rows, b + parts * (row - first));
+        R block[strip * Rows::most];
+        int64_t c = 0;
+        for (; c < n && c < row + rows; c += strip) {
+            const int64_t columns = n - c < strip ? n - c : strip;
+            fetch<R, Complex>(row, rows, c, columns, a, lda, block, parts * rows);
+            sums.add(columns, block, rows, x + parts * c);
+        }
+        if (c < n) sums.add(n - c, a + parts * (row + c * lda), lda, x + parts * c);
+        sums.store(r + parts * (row - first));
     }
 }
 
@@ -81,40 +173,6 @@ void by_rows(int64_t m, int64_t n, const R* a, int64_t lda, const R* x, const R*
 
 // ---- complex: interleaved pairs, real and imaginary sums side by side
 
-// r(m) = A * x - b. A pair of lanes gets (re, im) * re(x) and (im, re) * (-im(x), im(x)).
-template <template <int> class Sum, class R>
-void complex_by_columns(int64_t m, int64_t n, const R* a, int64_t lda, const R* x, const R* b, R* r)
-{
-    constexpr int64_t some = L > 2 ? piece : piece / 2;
-    for (int64_t first = 0; first < 2 * m; first += some) {
-        const int64_t rows = 2 * m - first < some ? 2 * m - first : some, whole = rows / L * L;
-        Sum<L> sums[piece / L];
-        Sum<1> ends[L];
-        for (int64_t i = 0; i < whole; i += L) sums[i / L] = Sum<L>::from(-widened(b + first + i));
-        for (int64_t i = whole; i < rows; ++i)
-            ends[i - whole] = Sum<1>::from(-static_cast<double>(b[first + i]));
-        for (int64_t j = 0; j < n; ++j) {
-            const R* const column = a + 2 * j * lda + first;
-            const double re = static_cast<double>(x[2 * j]), im = static_cast<double>(x[2 * j + 1]);
-            Wide cross = {};
-            for (int k = 0; k < L; ++k) cross[k] = k & 1 ? im : -im;
-            for (int64_t i = 0; i < whole; i += L) {
-                sums[i / L].add_product(widened(column + i), Wide{} + re);
-                sums[i / L].add_product(exchanged(widened(column + i)), cross);
-            }
-            for (int64_t i = whole; i < rows; ++i) {
-                ends[i - whole].add_product(static_cast<double>(column[i]), re);
-                ends[i - whole].add_product(static_cast<double>(column[i ^ 1]), i & 1 ? im : -im);
-            }
-        }
-        for (int64_t i = 0; i < whole; i += L) {
-            const Wide value = sums[i / L].value();
-            for (int k = 0; k < L; ++k) r[first + i + k] = static_cast<R>(value[k]);
-        }
-        for (int64_t i = whole; i < rows; ++i) r[first + i] = static_cast<R>(ends[i - whole].value());
-    }
-}
-
 // r(n) = A^H * x - b: re = sum of re re + im im, im = sum of re(a) im(x) - im(a) re(x).
 template <template <int> class Sum, class R>
 void complex_by_rows(int64_t m, int64_t n, const R* a, int64_t lda, const R* x, const R* b, R* r)
@@ -147,10 +205,10 @@ void complex_by_rows(int64_t m, int64_t n, const R* a, int64_t lda, const R* x, 
 }  // namespace
 
 const isa::ForAll<Residuals> ORVEL_ISA::residual_loops = {
-    {by_columns<Plain, float>, by_rows<Plain, float>},
-    {by_columns<Pair, double>, by_rows<Pair, double>},
-    {complex_by_columns<Plain, float>, complex_by_rows<Plain, float>},
-    {complex_by_columns<Pair, double>, complex_by_rows<Pair, double>},
+    {by_columns<Plain, float, false>, by_rows<Plain, float>, by_upper_triangle<Plain, float, false>},
+    {by_columns<Pair, double, false>, by_rows<Pair, double>, by_upper_triangle<Pair, double, false>},
+    {by_columns<Plain, float, true>, complex_by_rows<Plain, float>, by_upper_triangle<Plain, float, true>},
+    {by_columns<Pair, double, true>, complex_by_rows<Pair, double>, by_upper_triangle<Pair, double, true>},
 };
 
 }  // namespace orvel::linsys

@@ -28,7 +28,7 @@ WRITER = ctypes.CFUNCTYPE(None, ctypes.c_void_p, ctypes.c_int32, ctypes.c_void_p
 keep = WRITER(lambda context, unit, text, length: messages.append(ctypes.string_at(text, length).decode()))
 SINGLE = ctypes.CFUNCTYPE(ctypes.c_float, ctypes.POINTER(ctypes.c_float))(lambda x: x[0] * x[0])
 DOUBLE = ctypes.CFUNCTYPE(ctypes.c_double, ctypes.POINTER(ctypes.c_double))(lambda x: x[0] * x[0])
-CONDITION = re.compile(r"(\w+) (<=|<|>|=) ((?:[A-Z]+|\d+|max\(1,[A-Z]+\))(?: \+ (?:[A-Z]+|\d+))*)")
+CONDITION = re.compile(r"(\w+) (<=|<|>|=) ((?:(?:\d+\*)?[A-Z]+|\d+|max\(1,[A-Z]+\))(?: \+ (?:[A-Z]+|\d+))*)")
 SET = re.compile(r"(\w+) is (?:not|neither) (?:[A-Z]|MATH|-?\d+)(?:(?:,| to| or| nor)+ (?:[A-Z]|-?\d+))*")
 
 

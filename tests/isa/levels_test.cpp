@@ -46,6 +46,7 @@ TEST(Levels, EveryFamilyTakesTheTablesOfTheLevelInUse)
         ORVEL_EXPECT_TABLE(ORVEL_FOR_EACH_LEVEL, linsys, elimination_loops);
         ORVEL_EXPECT_TABLE(ORVEL_FOR_EACH_LEVEL, linsys, vector_loops);
         ORVEL_EXPECT_TABLE(ORVEL_FOR_EACH_LEVEL, linsys, small_matrix_loops);
+        ORVEL_EXPECT_TABLE(ORVEL_FOR_EACH_LEVEL, linsys, small_cholesky_loops);
         ORVEL_EXPECT_TABLE(ORVEL_FOR_EACH_LEVEL, linsys, residual_loops);
         ORVEL_EXPECT_TABLE(ORVEL_FOR_EACH_LEVEL, linsys, excess_loops);
         ORVEL_EXPECT_TABLE(ORVEL_FOR_EACH_LEVEL, random, number_loops);

@@ -1,0 +1,56 @@
+// linsys/band.h - general band matrices: storage, factorization, solution
+#pragma once
+
+#include <algorithm>
+
+#include "linsys/linsys.h"
+
+namespace orvel::linsys {
+
+// A band matrix of order n with kl diagonals below the main one and ku above it, of which none lies outside.
+// A matrix by columns whose rows shift by one from column to column: elements of a row are `step` apart.
+template <class T>
+struct Band {
+    int64_t n, kl, ku;
+    T* origin;  // where element (0, 0) is
+    int64_t step;
+
+    // Diagonal ku is in the first row of the array; those that lie outside the matrix are left out.
+    static Band in_array(int64_t n, int64_t kl, int64_t ku, T* a, int64_t lda)
+    {
+        return {n, std::min(kl, n - 1), std::min(ku, n - 1), a + ku, lda - 1};
+    }
+
+    T& operator()(int64_t i, int64_t j) const { return origin[i + j * step]; }
+
+    // The rows of a column, and the columns of a row.
+    int64_t first_row(int64_t j) const { return std::max<int64_t>(0, j - ku); }
+    int64_t rows_end(int64_t j) const { return std::min(n, j + kl + 1); }
+    int64_t first_column(int64_t i) const { return std::max<int64_t>(0, i - kl); }
+    int64_t columns_end(int64_t i) const { return std::min(n, i + ku + 1); }
+};
+
+// FACT of L2TRB: U has kl more diagonals than A above the main one.
+template <class T>
+inline Band<T> band_factor(int64_t n, int64_t kl, int64_t ku, T* fact, int64_t ldfac)
+{
+    const auto in_array = Band<T>::in_array(n, kl, kl + ku, fact, ldfac);
+    return {n, in_array.kl, std::min(in_array.kl + std::min(ku, n - 1), n - 1), in_array.origin,
+            in_array.step};
+}
+
+// FACT = A, factored with row-scaled partial pivoting; s(n) is scratch. FACT may be A's array. Returns
+// whether a pivot was close to zero.
+template <class T>
+bool factor_band(const Band<const T>& a, const Band<T>& fact, int32_t* ipvt, Part<T>* s);
+
+// x = the solution of A * x = x, or with the conjugate transpose, from the factorization.
+template <class T>
+void solve_band(const Band<const T>& fact, const int32_t* ipvt, bool turned, T* x);
+
+// An estimate of the reciprocal of the condition number of A in the 1-norm, from its norm; z(n) is scratch.
+template <class T>
+Part<T> condition_of_band(const ScaledNorm<Part<T>>& norm, const Band<const T>& fact, const int32_t* ipvt,
+                          T* z);
+
+}  // namespace orvel::linsys

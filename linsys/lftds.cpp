@@ -1,0 +1,147 @@
+// linsys/lftds.cpp - LFTDS, L2TDS, LFCDS, L2CDS: Cholesky factorization, with the condition number
+#include <algorithm>
+
+#include "frame/export.h"
+#include "frame/scratch.h"
+#include "kernels/level1.h"
+#include "linsys/checks.h"
+#include "linsys/definite.h"
+#include "linsys/linsys.h"
+
+namespace orvel::linsys {
+
+namespace {
+
+// Copies the upper triangle of A to FACT, and factors it.
+template <class T>
+int64_t copy_and_factor(int64_t n, const T* a, int64_t lda, T* fact, int64_t ldfac, const Part<T>* least)
+{
+    if (n <= definite_width)
+        return of_type<T>(small_cholesky_loops())(n, kernels::parts(a), lda, kernels::parts(fact), ldfac,
+                                                  least);
+    if (fact != a || ldfac != lda)
+        for (int64_t j = 0; j < n; ++j) kernels::copy<T>(j + 1, a + j * lda, 1, fact + j * ldfac, 1);
+    return factor_definite<T>(n, definite_width, fact, ldfac, least);
+}
+
+// The first diagonal element, from 0, whose imaginary part is not negligible; n without one.
+template <class T>
+int64_t first_complex_diagonal(int64_t n, const T* a, int64_t lda)
+{
+    if constexpr (is_complex<T>)
+        for (int64_t k = 0; k < n; ++k) {
+            const T e = a[k * (lda + 1)];
+            if (!(std::abs(e.imag()) <= epsilon<T>() * std::abs(e.real()))) return k;
+        }
+    return n;
+}
+
+// The largest column sum of magnitudes of `scale` * A, from its upper triangle; NaN when a column has one.
+template <class T>
+Part<T> norm_of(int64_t n, const T* a, int64_t lda, Part<T>* sums, Part<T> scale)
+{
+    for (int64_t j = 0; j < n; ++j) {
+        const T* const column = a + j * lda;
+        for (int64_t i = 0; i < j; ++i) sums[i] += magnitude(scale * column[i]);
+        sums[j] = sum_of_magnitudes(j, column, scale) + std::abs(scale * std::real(column[j]));
+    }
+    for (int64_t j = 0; j < n; ++j)
+        if (std::isnan(sums[j])) return sums[j];
+    return *std::max_element(sums, sums + n);
+}
+
+}  // namespace
+
+template <class T>
+void l2tds(frame::State& state, int32_t n, const T* a, int64_t lda, T* fact, int64_t ldfac, T* wk)
+{
+    Routine<T, name_of<T>("L2TDS", "L2TDH")> me(state);
+    // Only the first error counts.
+    check_order(me, 1, n);
+    if (!me.failed()) check_lda(me, 2, n, lda);
+    if (!me.failed()) check_ldfac(me, 3, n, ldfac);
+    if (me.failed()) return;
+
+    Part<T>* const least = kernels::parts(wk);
+    for (int64_t k = 0; k < n; ++k) least[k] = epsilon<T>() * std::real(a[k * (lda + 1)]);
+    const int64_t not_real = first_complex_diagonal(n, a, lda);
+    const int64_t done = copy_and_factor<T>(n, a, lda, fact, ldfac, least);
+    if (done < n)
+        me.post(
+            fatal, 2,
+            "The input matrix is not positive definite.  The first of its leading submatrices that is not has the order %(I1).",
+            {i(1, static_cast<int32_t>(done + 1))});
+    else if (not_real < n)
+        me.post(
+            warning, 3,
+            "The diagonal of a Hermitian matrix is real, but the element %(I1) has an imaginary part that is not negligible.  Zero is taken in its place.",
+            {i(1, static_cast<int32_t>(not_real + 1))});
+}
+
+template <class T>
+void l2cds(frame::State& state, int32_t n, const T* a, int64_t lda, T* fact, int64_t ldfac, Part<T>* rcond,
+           T* wk)
+{
+    Routine<T, name_of<T>("L2CDS", "L2CDH")> me(state);
+    check_order(me, 1, n);
+    check_lda(me, 2, n, lda);
+    check_ldfac(me, 3, n, ldfac);
+    if (me.failed()) return;
+
+    *rcond = 1;
+    check_option_17(me, 4, options().condition_flag);
+    if (me.failed()) return;
+    const bool estimates = options().condition_flag == 2;
+    ScaledNorm<Part<T>> norm;
+    if (estimates)
+        norm = scaled_norm<Part<T>>(
+            [&](Part<T> scale) { return norm_of<T>(n, a, lda, kernels::parts(wk), scale); });
+    l2tds<T>(state, n, a, lda, fact, ldfac, wk);
+    if (is_severe(me.callee_type()) || !estimates) return;
+    *rcond = norm.condition(reciprocal_of_inverse_norm<T>(n, fact, ldfac, wk));
+    if (epsilon<T>() >= *rcond)
+        me.post(
+            warning, 1,
+            "The matrix is algorithmically singular.  An estimate of the reciprocal of its L1 condition number is RCOND = %(R1).",
+            {r(1, *rcond)});
+}
+
+namespace {
+
+template <class T>
+void lftds(const int32_t* n, const T* a, const int32_t* lda, T* fact, const int32_t* ldfac)
+{
+    factor_in_scratch<name_of<T>("LFTDS", "LFTDH"), T>(
+        *n, [&](frame::State& state, T* wk) { l2tds<T>(state, *n, a, *lda, fact, *ldfac, wk); });
+}
+
+template <class T>
+void lfcds(const int32_t* n, const T* a, const int32_t* lda, T* fact, const int32_t* ldfac, Part<T>* rcond)
+{
+    factor_in_scratch<name_of<T>("LFCDS", "LFCDH"), T>(
+        *n, [&](frame::State& state, T* wk) { l2cds<T>(state, *n, a, *lda, fact, *ldfac, rcond, wk); });
+}
+
+}  // namespace
+
+template void l2tds(frame::State&, int32_t, const float*, int64_t, float*, int64_t, float*);
+template void l2cds(frame::State&, int32_t, const float*, int64_t, float*, int64_t, float*, float*);
+template void l2tds(frame::State&, int32_t, const double*, int64_t, double*, int64_t, double*);
+template void l2cds(frame::State&, int32_t, const double*, int64_t, double*, int64_t, double*, double*);
+template void l2tds(frame::State&, int32_t, const orvel_complex*, int64_t, orvel_complex*, int64_t,
+                    orvel_complex*);
+template void l2cds(frame::State&, int32_t, const orvel_complex*, int64_t, orvel_complex*, int64_t, float*,
+                    orvel_complex*);
+template void l2tds(frame::State&, int32_t, const orvel_dcomplex*, int64_t, orvel_dcomplex*, int64_t,
+                    orvel_dcomplex*);
+template void l2cds(frame::State&, int32_t, const orvel_dcomplex*, int64_t, orvel_dcomplex*, int64_t, double*,
+                    orvel_dcomplex*);
+
+}  // namespace orvel::linsys
+
+using namespace orvel::linsys;
+
+ORVEL_EXPORT_ALL(L2TDS, l2tds_, DL2TDS, dl2tds_, L2TDH, l2tdh_, DL2TDH, dl2tdh_, 6, l2tds);
+ORVEL_EXPORT_ALL(LFTDS, lftds_, DLFTDS, dlftds_, LFTDH, lftdh_, DLFTDH, dlftdh_, 5, lftds);
+ORVEL_EXPORT_ALL(L2CDS, l2cds_, DL2CDS, dl2cds_, L2CDH, l2cdh_, DL2CDH, dl2cdh_, 7, l2cds);
+ORVEL_EXPORT_ALL(LFCDS, lfcds_, DLFCDS, dlfcds_, LFCDH, lfcdh_, DLFCDH, dlfcdh_, 6, lfcds);
