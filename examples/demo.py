@@ -20,8 +20,8 @@ import page
 
 ROOT = Path(__file__).resolve().parent.parent
 DATA = Path("examples/data")
-CHAPTERS = ("alpha", "calendar", "montecarlo", "network", "regression", "stars", "splines", "pendulum", "isotherm",
-            "accidents", "sunspots")
+CHAPTERS = ("alpha", "calendar", "montecarlo", "network", "regression", "beam", "stars", "splines", "pendulum",
+            "isotherm", "accidents", "sunspots", "forecast")
 CHECK = re.compile(r"(?m)^ check: (.*:)\n +(.*): (agrees|DIFFERS)$")
 
 
