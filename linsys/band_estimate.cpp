@@ -34,22 +34,12 @@ public:
             std::swap(z_[ipvt_[k] - 1], z_[k]);
         }
         to_one();
-        norm_ = 1;
-        for (int64_t k = 0; k < f_.n; ++k) {  // L * v = y
-            std::swap(z_[ipvt_[k] - 1], z_[k]);
-            kernels::axpy<T>(multipliers(k), -z_[k], &f_(k, k) + 1, 1, z_ + k + 1, 1);
-            keep_below(1, k);
-        }
-        to_one();
-        for (int64_t k = f_.n - 1; k >= 0; --k) {  // U * z = v
-            const T diagonal = scale_ * f_(k, k);
-            keep_below(magnitude(diagonal), k);
-            z_[k] = diagonal != T(0) ? kernels::quotient(z_[k], diagonal) : T(1);
-            const int64_t first = f_.first_row(k);
-            kernels::axpy<T>(k - first, -scale_ * z_[k], &f_(first, k), 1, z_ + first, 1);
-        }
-        to_one();
-        return norm_;
+        // The norm is at least that of a column of the inverse: of the one that y points to.
+        const int64_t j = kernels::iamax<T>(f_.n, z_, 1) - 1;
+        const R of_vector = solve();
+        std::fill_n(z_, f_.n, T(0));
+        z_[j] = 1;
+        return std::min(of_vector, solve());
     }
 
 private:
@@ -68,6 +58,27 @@ private:
     void keep_below(R size, int64_t k)
     {
         if (magnitude(z_[k]) / most > size) multiply(size / (magnitude(z_[k]) / most) / most);
+    }
+
+    // z = the solution of A * z = z; returns the reciprocal of its norm.
+    R solve()
+    {
+        norm_ = 1;
+        for (int64_t k = 0; k < f_.n; ++k) {  // L * v = z
+            std::swap(z_[ipvt_[k] - 1], z_[k]);
+            kernels::axpy<T>(multipliers(k), -z_[k], &f_(k, k) + 1, 1, z_ + k + 1, 1);
+            keep_below(1, k);
+        }
+        to_one();
+        for (int64_t k = f_.n - 1; k >= 0; --k) {  // U * z = v
+            const T diagonal = scale_ * f_(k, k);
+            keep_below(magnitude(diagonal), k);
+            z_[k] = diagonal != T(0) ? kernels::quotient(z_[k], diagonal) : T(1);
+            const int64_t first = f_.first_row(k);
+            kernels::axpy<T>(k - first, -scale_ * z_[k], &f_(first, k), 1, z_ + first, 1);
+        }
+        to_one();
+        return norm_;
     }
 
     // z = the solution of U^H * w = e, with the signs of e chosen to make w grow.

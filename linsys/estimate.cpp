@@ -177,30 +177,55 @@ void solve_turned_carefully(int64_t n, const T* r, int64_t ldr, T* z, Part<T>& f
     }
 }
 
+// z = column j of the identity.
+template <class T>
+void set_unit(int64_t n, int64_t j, T* z)
+{
+    std::fill_n(z, n, T(0));
+    z[j] = 1;
+}
+
+template <class T>
+int64_t place_of_largest(int64_t n, const T* z)
+{
+    return kernels::iamax<T>(n, z, 1) - 1;
+}
+
 }  // namespace
 
+// The norm is at least that of any column of the inverse. The one that is looked at too is that where the
+// right singular vector of the largest singular value, to which y is close, has its largest element.
 template <class T>
 Part<T> reciprocal_of_inverse_norm(const Triangle<T>& t, T* z)
 {
     const kernels::View<const T> a{t.a, 1, t.lda};
     if (t.lower) {
-        solve_for_growth(t.n, a.rows_reversed(t.n).columns_reversed(t.n), z);
+        solve_for_growth(t.n, a.rows_reversed(t.n).columns_reversed(t.n), z);  // A^H * y = e
         std::reverse(z, z + t.n);
     } else {
         solve_for_growth(t.n, a, z);
     }
     scale_to_one(t.n, z);
-    Part<T> ynorm = 1;
+    const int64_t j = place_of_largest(t.n, z);
+    Part<T> ynorm = 1, of_column = 1;
     solve_carefully(t, z, ynorm);
     ynorm *= scale_to_one(t.n, z);
-    return ynorm;
+    // Elements of the column before j, or behind it, are zero.
+    set_unit(t.n, j, z);
+    if (t.lower)
+        solve_carefully<T>({true, t.n - j, t.a + j * (t.lda + 1), t.lda}, z + j, of_column);
+    else
+        solve_carefully<T>({false, j + 1, t.a, t.lda}, z, of_column);
+    of_column *= scale_to_one(t.n, z);
+    return std::min(ynorm, of_column);
 }
 
+// A column here, too: that of the largest element of the eigenvector to which z is close.
 template <class T>
 Part<T> reciprocal_of_inverse_norm(int64_t n, const T* r, int64_t ldr, T* z)
 {
     const Triangle<T> upper{false, n, r, ldr};
-    Part<T> ynorm = 1;
+    Part<T> ynorm = 1, of_column = 1;
     solve_for_growth<T>(n, {r, 1, ldr}, z);  // R^H * w = e
     scale_to_one(n, z);
     solve_carefully(upper, z, ynorm);  // R * y = w
@@ -210,7 +235,13 @@ Part<T> reciprocal_of_inverse_norm(int64_t n, const T* r, int64_t ldr, T* z)
     ynorm *= scale_to_one(n, z);
     solve_carefully(upper, z, ynorm);  // R * z = v
     ynorm *= scale_to_one(n, z);
-    return ynorm;
+    const int64_t j = place_of_largest(n, z);
+    set_unit(n, j, z);
+    solve_turned_carefully(n - j, r + j * (ldr + 1), ldr, z + j, of_column);
+    of_column *= scale_to_one(n, z);
+    solve_carefully(upper, z, of_column);
+    of_column *= scale_to_one(n, z);
+    return std::min(ynorm, of_column);
 }
 
 template <class T>

@@ -845,7 +845,7 @@ void DL2LCB(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const
  *                              L1 condition number is RCOND = %(R1)."
  *                              -> scale rows and columns, or use the double member
  *
- * Time: that of LFTRB, and of five solutions.
+ * Time: that of LFTRB, and of seven solutions.
  */
 void LFCRB(const int32_t* n, const float* a, const int32_t* lda, const int32_t* kl, const int32_t* ku,
            float* fact, const int32_t* ldfac, int32_t* ipvt, float* rcond);

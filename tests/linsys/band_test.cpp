@@ -136,7 +136,7 @@ TYPED_TEST(Banded, ConditionAndDeterminantAreThoseOfTheMatrix)
             const auto exact = reciprocal_condition(n, a, [&, order = n](int32_t i, int32_t j) {
                 return inverse[static_cast<std::size_t>(i + j * order)];
             });
-            EXPECT_LE(static_cast<long double>(rcond), 20 * exact) << n << " " << kl << " " << ku;
+            EXPECT_LE(static_cast<long double>(rcond), 10 * exact) << n << " " << kl << " " << ku;
             EXPECT_GE(static_cast<long double>(rcond), exact * 0.9L) << n << " " << kl << " " << ku;
         }
 }

@@ -4,7 +4,6 @@
 #include <string>
 
 #include "linsys/definite.h"
-#include "tests/levels.h"
 #include "tests/linsys/kinds.h"
 #include "tests/refusing_memory.h"
 
@@ -83,44 +82,42 @@ TYPED_TEST_SUITE(DefiniteSystems, Types);
 TYPED_TEST(DefiniteSystems, FactorsHaveTheBitsOfTheirPlainDefinition)
 {
     using T = TypeParam;
-    on_every_level([this](const std::string& level) {
-        for (const int32_t n : {1, 2, 3, 7, 16, 31, 32, 33, 47, 64, 65, 100, 161, 230}) {
-            SCOPED_TRACE(level + " n " + std::to_string(n));
-            const int32_t ld = n + n % 2;
-            const auto a = this->matrix_of(this->random, n, n);
-            // Step by step, each with its rank one product.
-            std::vector<T> plain = a, fact(this->at(0, n, ld), T(7));
-            const std::vector<Real<T>> least(static_cast<std::size_t>(n));
-            for (const int64_t width : {1, 5, 32}) {
-                std::vector<T> r = a;
-                ASSERT_EQ(orvel::linsys::factor_definite<T>(n, width, r.data(), n, least.data()), n);
-                if (width == 1) plain = r;
-                for (int32_t j = 0; j < n; ++j)
-                    for (int32_t i = 0; i <= j; ++i)
-                        ASSERT_EQ(r[this->at(i, j, n)], plain[this->at(i, j, n)])
-                            << width << " " << i << " " << j;
-            }
-            Guarded<T> guarded(a), guarded_fact(fact);
-            Definite<T>::factor(&n, guarded.data(), &n, guarded_fact.data(), &ld);
-            EXPECT_EQ(outcome(), (Outcome{0, 0}));
-            fact = guarded_fact.values();
+    for (const int32_t n : {1, 2, 3, 7, 16, 31, 32, 33, 47, 64, 65, 100, 161, 230}) {
+        SCOPED_TRACE("n " + std::to_string(n));
+        const int32_t ld = n + n % 2;
+        const auto a = this->matrix_of(this->random, n, n);
+        // Step by step, each with its rank one product.
+        std::vector<T> plain = a, fact(this->at(0, n, ld), T(7));
+        const std::vector<Real<T>> least(static_cast<std::size_t>(n));
+        for (const int64_t width : {1, 5, 32}) {
+            std::vector<T> r = a;
+            ASSERT_EQ(orvel::linsys::factor_definite<T>(n, width, r.data(), n, least.data()), n);
+            if (width == 1) plain = r;
             for (int32_t j = 0; j < n; ++j)
-                for (int32_t i = 0; i < ld; ++i)
-                    ASSERT_EQ(fact[this->at(i, j, ld)], i <= j ? plain[this->at(i, j, n)] : T(7));
-            // R^H * R is A, element by element.
-            const auto r = [&](int32_t i, int32_t j) { return i <= j ? wide(fact[this->at(i, j, ld)]) : 0; };
-            for (int32_t j = 0; j < n; ++j)
-                for (int32_t i = 0; i <= j; ++i) {
-                    std::complex<long double> sum = -wide(a[this->at(i, j, n)]);
-                    long double size = 0;
-                    for (int32_t k = 0; k <= i; ++k) {
-                        sum += std::conj(r(k, i)) * r(k, j);
-                        size += std::abs(r(k, i)) * std::abs(r(k, j));
-                    }
-                    ASSERT_LE(std::abs(sum), 2 * (n + 1) * this->eps * size);
-                }
+                for (int32_t i = 0; i <= j; ++i)
+                    ASSERT_EQ(r[this->at(i, j, n)], plain[this->at(i, j, n)])
+                        << width << " " << i << " " << j;
         }
-    });
+        Guarded<T> guarded(a), guarded_fact(fact);
+        Definite<T>::factor(&n, guarded.data(), &n, guarded_fact.data(), &ld);
+        EXPECT_EQ(outcome(), (Outcome{0, 0}));
+        fact = guarded_fact.values();
+        for (int32_t j = 0; j < n; ++j)
+            for (int32_t i = 0; i < ld; ++i)
+                ASSERT_EQ(fact[this->at(i, j, ld)], i <= j ? plain[this->at(i, j, n)] : T(7));
+        // R^H * R is A, element by element.
+        const auto r = [&](int32_t i, int32_t j) { return i <= j ? wide(fact[this->at(i, j, ld)]) : 0; };
+        for (int32_t j = 0; j < n; ++j)
+            for (int32_t i = 0; i <= j; ++i) {
+                std::complex<long double> sum = -wide(a[this->at(i, j, n)]);
+                long double size = 0;
+                for (int32_t k = 0; k <= i; ++k) {
+                    sum += std::conj(r(k, i)) * r(k, j);
+                    size += std::abs(r(k, i)) * std::abs(r(k, j));
+                }
+                ASSERT_LE(std::abs(sum), 2 * (n + 1) * this->eps * size);
+            }
+    }
 }
 
 TYPED_TEST(DefiniteSystems, RefinedSolutionsHaveNoBackwardErrorToSpeakOf)
