@@ -1,4 +1,5 @@
-// bench/linsys_band.cpp - general band systems against LAPACK routines, one thread each
+// bench/linsys_band.cpp - band systems, general and positive definite, against LAPACK routines, one thread
+// each
 #include <benchmark/benchmark.h>
 
 #include <complex>
@@ -96,11 +97,61 @@ void add_all(const std::string& p, Factor factor, Solve solve)
     }
 }
 
+template <class T>
+using Pbtrf = void(const char*, const int32_t*, const int32_t*, T*, const int32_t*, int32_t*);
+template <class T>
+using Pbtrs = void(const char*, const int32_t*, const int32_t*, const int32_t*, const T*, const int32_t*, T*,
+                   const int32_t*, int32_t*);
+
+// KD = k, the upper part of a diagonally dominant band.
+template <class T, class Factor, class Solve>
+void add_definite(const std::string& p, Factor factor, Solve solve)
+{
+    const auto dominant = [](BandSystem<T>& s) {
+        s.lda = s.k + 1;
+        for (std::size_t j = 0; j < BandSystem<T>::n; ++j)
+            s.a[j * static_cast<std::size_t>(s.lda) + static_cast<std::size_t>(s.k)] =
+                T(static_cast<float>(4 * s.k));
+    };
+    for (const int32_t k : {2, 20, 200}) {
+        const auto ours = [=](BandSystem<T>& s) {
+            factor(&s.n, s.a.data(), &s.lda, &s.k, s.fact.data(), &s.lda);
+        };
+        const auto ready = [=](BandSystem<T>& s) { dominant(s), ours(s); };
+        add<T>(p + "definite band factor", k, "ours", dominant, ours);
+        add<T>(p + "definite band solve", k, "ours", ready,
+               [=](BandSystem<T>& s) { solve(&s.n, s.fact.data(), &s.lda, &s.k, s.b.data(), s.x.data()); });
+        for (const bench::Peer& peer : bench::peers()) {
+            auto* const pbtrf = peer.find<Pbtrf<T>>(p + "pbtrf_");
+            auto* const pbtrs = peer.find<Pbtrs<T>>(p + "pbtrs_");
+            if (pbtrf == nullptr || pbtrs == nullptr) continue;
+            const auto theirs = [=](BandSystem<T>& s) {
+                int32_t info = 0;
+                std::memcpy(static_cast<void*>(s.fact.data()), s.a.data(),
+                            sizeof(T) * static_cast<std::size_t>(s.lda) * BandSystem<T>::n);
+                pbtrf("U", &s.n, &s.k, s.fact.data(), &s.lda, &info);
+            };
+            add<T>(p + "definite band factor", k, peer.name, dominant, theirs);
+            add<T>(
+                p + "definite band solve", k, peer.name, [=](BandSystem<T>& s) { dominant(s), theirs(s); },
+                [=](BandSystem<T>& s) {
+                    int32_t info = 0;
+                    s.x = s.b;
+                    pbtrs("U", &s.n, &s.k, &one, s.fact.data(), &s.lda, s.x.data(), &s.n, &info);
+                });
+        }
+    }
+}
+
 const int registered = [] {
     add_all<double>("d", DLFTRB, DLFSRB);
     add_all<float>("s", LFTRB, LFSRB);
     add_all<std::complex<double>>("z", DLFTCB, DLFSCB);
     add_all<std::complex<float>>("c", LFTCB, LFSCB);
+    add_definite<double>("d", DLFTQS, DLFSQS);
+    add_definite<float>("s", LFTQS, LFSQS);
+    add_definite<std::complex<double>>("z", DLFTQH, DLFSQH);
+    add_definite<std::complex<float>>("c", LFTQH, LFSQH);
     return 0;
 }();
 

@@ -48,7 +48,17 @@ bool factor_band(const Band<const T>& a, const Band<T>& fact, int32_t* ipvt, Par
 template <class T>
 void solve_band(const Band<const T>& fact, const int32_t* ipvt, bool turned, T* x);
 
+// R(n) = the factor of a positive definite band in place, kl = 0; a pivot must be above least(k). Returns the
+// number of columns that are done, n when A is positive definite.
+template <class T>
+int64_t factor_definite_band(const Band<T>& r, const Part<T>* least);
+
+// x = the solution of R^H * R * x = x.
+template <class T>
+void solve_definite_band(const Band<const T>& r, T* x);
+
 // An estimate of the reciprocal of the condition number of A in the 1-norm, from its norm; z(n) is scratch.
+// Without IPVT the factorization is that of a positive definite band.
 template <class T>
 Part<T> condition_of_band(const ScaledNorm<Part<T>>& norm, const Band<const T>& fact, const int32_t* ipvt,
                           T* z);

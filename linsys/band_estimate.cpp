@@ -28,11 +28,10 @@ public:
     {
         grow();
         to_one();
-        for (int64_t k = f_.n - 1; k >= 0; --k) {  // L^H * y = w
-            z_[k] -= kernels::dotc<T>(multipliers(k), &f_(k, k) + 1, 1, z_ + k + 1, 1);
-            keep_below(1, k);
-            std::swap(z_[ipvt_[k] - 1], z_[k]);
-        }
+        if (ipvt_ != nullptr)
+            lower_turned();
+        else
+            upper();
         to_one();
         // The norm is at least that of a column of the inverse: of the one that y points to.
         const int64_t j = kernels::iamax<T>(f_.n, z_, 1) - 1;
@@ -64,21 +63,52 @@ private:
     R solve()
     {
         norm_ = 1;
-        for (int64_t k = 0; k < f_.n; ++k) {  // L * v = z
+        if (ipvt_ != nullptr)
+            lower();
+        else
+            upper_turned();
+        to_one();
+        upper();
+        to_one();
+        return norm_;
+    }
+
+    void lower_turned()
+    {
+        for (int64_t k = f_.n - 1; k >= 0; --k) {
+            z_[k] -= kernels::dotc<T>(multipliers(k), &f_(k, k) + 1, 1, z_ + k + 1, 1);
+            keep_below(1, k);
+            std::swap(z_[ipvt_[k] - 1], z_[k]);
+        }
+    }
+    void lower()
+    {
+        for (int64_t k = 0; k < f_.n; ++k) {
             std::swap(z_[ipvt_[k] - 1], z_[k]);
             kernels::axpy<T>(multipliers(k), -z_[k], &f_(k, k) + 1, 1, z_ + k + 1, 1);
             keep_below(1, k);
         }
-        to_one();
-        for (int64_t k = f_.n - 1; k >= 0; --k) {  // U * z = v
-            const T diagonal = scale_ * f_(k, k);
-            keep_below(magnitude(diagonal), k);
-            z_[k] = diagonal != T(0) ? kernels::quotient(z_[k], diagonal) : T(1);
+    }
+    void upper()
+    {
+        for (int64_t k = f_.n - 1; k >= 0; --k) {
+            divide(k, scale_ * f_(k, k));
             const int64_t first = f_.first_row(k);
             kernels::axpy<T>(k - first, -scale_ * z_[k], &f_(first, k), 1, z_ + first, 1);
         }
-        to_one();
-        return norm_;
+    }
+    void upper_turned()
+    {
+        for (int64_t k = 0; k < f_.n; ++k) {
+            const int64_t first = f_.first_row(k);
+            z_[k] -= scale_ * kernels::dotc<T>(k - first, &f_(first, k), 1, z_ + first, 1);
+            divide(k, conjugate(scale_ * f_(k, k)));
+        }
+    }
+    void divide(int64_t k, T diagonal)
+    {
+        keep_below(magnitude(diagonal), k);
+        z_[k] = diagonal != T(0) ? kernels::quotient(z_[k], diagonal) : T(1);
     }
 
     // z = the solution of U^H * w = e, with the signs of e chosen to make w grow.
@@ -128,9 +158,11 @@ Part<T> condition_of_band(const ScaledNorm<Part<T>>& norm, const Band<const T>& 
     if (norm.value == 0) return 1;
     if (std::isnan(norm.value) || std::isinf(norm.value)) return norm.value - norm.value;
     constexpr int most = std::numeric_limits<R>::max_exponent - 2;
-    const int exponent = std::clamp(std::ilogb(norm.value) - std::ilogb(norm.scale), -most, most);
+    // Even, as the factor of a positive definite matrix has the root of its scale.
+    const int exponent = std::clamp(std::ilogb(norm.value) - std::ilogb(norm.scale), -most, most) / 2 * 2;
     const R scale = std::ldexp(R(1), -exponent);
-    const R of_inverse = BandEstimate<T>(fact, ipvt, scale, z).reciprocal_of_inverse_norm();
+    const R of_factor = ipvt != nullptr ? scale : std::ldexp(R(1), -exponent / 2);
+    const R of_inverse = BandEstimate<T>(fact, ipvt, of_factor, z).reciprocal_of_inverse_norm();
     return of_inverse / (norm.value * (scale / norm.scale));
 }
 

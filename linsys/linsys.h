@@ -217,16 +217,16 @@ void solve_in_scratch(int32_t n, int64_t ldfac, Worker worker)
         no_workspace(me, 2, n);
 }
 
-// The same for a matrix without interchanges: FACT(N,N), WK.
+// The same for a matrix without interchanges: FACT(N), WK.
 template <Name name, class T, class Worker>
-void solve_in_scratch(int32_t n, Worker worker)
+void solve_in_less_scratch(int32_t n, int64_t ldfac, Worker worker)
 {
     Routine<T, name> me;
     check_number_of_equations(me, 1, n);
     if (me.failed()) return;
     SmallScratch<T, 256> fact;
     SmallScratch<T> wk;
-    if (fact.allocate(n, n) && wk.allocate(n))
+    if (fact.allocate(ldfac, n) && wk.allocate(n))
         worker(me.state(), static_cast<T*>(fact), static_cast<T*>(wk));
     else
         no_workspace(me, 2, n);

@@ -315,6 +315,9 @@ def generic_names(members):
                 if real in by_name and shape_of(by_name[real]) == shape_of(member):
                     generic = real
                     break
+        symmetric = generic[:-1] + "S" if generic.endswith("H") else None  # of a Hermitian member
+        if symmetric in by_name and shape_of(by_name[symmetric]) == shape_of(member):
+            generic = symmetric
         member["generic"] = generic
 
 

@@ -152,6 +152,24 @@ void bands()
     print("determinant", det1 * std::pow(10, det2));
     // end
 
+    title("LSAQS, LSLQS");
+    // example LSAQS, LSLQS
+    // The same string, positive definite: the diagonal and the one above it.
+    const matrix<double> upper(2, 5, {0, 2, -1, 2, -1, 2, -1, 2, -1, 2});
+    print("refined", orvel::lsaqs(upper, 1, pull).value());
+    print("plain", orvel::lslqs(upper, 1, pull).value());
+    // end
+
+    title("LFCQS, LFTQS, LFSQS, LFIQS, LFDQS");
+    // example LFCQS, LFTQS, LFSQS, LFIQS, LFDQS
+    const auto [factor, condition] = orvel::lfcqs(upper, 1).value();
+    std::printf("reciprocal of the condition: %.2f\n", condition);
+    print("R", orvel::lftqs(upper, 1).value());
+    print("x", orvel::lfsqs(factor, 1, pull).value());
+    print("refined", orvel::lfiqs(upper, 1, factor, pull).value().x);
+    print("determinant", orvel::lfdqs(factor, 1).value().det1);
+    // end
+
     title("LFTRB");
     // example LFTRB
     print("the row above the main diagonal, it, and multipliers", orvel::lftrb(string, 1, 1).value().fact);

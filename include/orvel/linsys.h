@@ -985,6 +985,245 @@ void LFDCB(const int32_t* n, const orvel_complex* fact, const int32_t* ldfac, co
 void DLFDCB(const int32_t* n, const orvel_dcomplex* fact, const int32_t* ldfac, const int32_t* kl,
             const int32_t* ku, const int32_t* ipvt, orvel_dcomplex* det1, double* det2);
 
+/* ---- symmetric and Hermitian positive definite band matrices -------------------------------------------
+ *
+ * Real members have QS in their names, complex ones QH. Of A the main diagonal and the KD diagonals above it
+ * are stored: element (i, j) is in row KD+1+i-j of column j, as in the band kernels. KD may be N or more:
+ * what lies outside of the matrix is not read. A = R^H * R without interchanges, inside the band; for wide
+ * bands in blocks. The imaginary parts of the diagonal count as zero.
+ *
+ *     A(KD+1:LDA,N)       in       the band
+ *     LDA                 in       the leading dimension of A, at least KD+1
+ *     KD                  in       the number of diagonals above the main one
+ *     FACT(KD+1:LDFAC,N)  in       the factorization of LFTQS or LFCQS
+ *     LDFAC               in       the leading dimension of FACT, at least KD+1
+ *
+ *     cause               LDA < KD + 1
+ *                         "The leading dimension of A must be at least KD+1 while KD = %(I1) and LDA = %(I2)
+ *                         are given."
+ *     cause               LDFAC < KD + 1
+ *                         "The leading dimension of FACT must be at least KD+1 while KD = %(I1) and LDFAC =
+ *                         %(I2) are given."
+ *     cause               KD < 0
+ *                         "The number of diagonals above the main one must not be negative while KD = %(I1)
+ *                         is given."
+ *
+ * NaN: a NaN in A is not positive definite or gives NaN in the results, a NaN in B NaN in X.
+ *
+ * Source: J. Dongarra, J. Bunch, C. Moler and G. Stewart, LINPACK Users' Guide, SIAM, 1979; J. Du Croz, P.
+ * Mayes and G. Radicati, Factorization of band matrices using level 3 BLAS, 1990.
+ */
+
+/* Solves a positive definite band system with iterative refinement, as LSARG.
+ *
+ *     FACT(KD+1,N)  out  the factorization afterwards, see LFTQS
+ *
+ *     TERMINAL 1    N < 1
+ *     TERMINAL 2    LDA < KD + 1
+ *     TERMINAL 2    no storage
+ *     TERMINAL 3    KD < 0
+ *     TERMINAL 4    option 17 is neither 1 nor 2
+ *     WARNING 1     RCOND is not above eps
+ *
+ * Passes up the errors of LFCQS and LFIQS, whose codes tell of matrices that are not positive definite and of
+ * storage for a copy of B.
+ *
+ * Time: that of LFTQS, and of a few solutions.
+ */
+void LSAQS(const int32_t* n, const float* a, const int32_t* lda, const int32_t* kd, const float* b, float* x);
+void DLSAQS(const int32_t* n, const double* a, const int32_t* lda, const int32_t* kd, const double* b,
+            double* x);
+void LSAQH(const int32_t* n, const orvel_complex* a, const int32_t* lda, const int32_t* kd,
+           const orvel_complex* b, orvel_complex* x);
+void DLSAQH(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const int32_t* kd,
+            const orvel_dcomplex* b, orvel_dcomplex* x);
+void L2AQS(const int32_t* n, const float* a, const int32_t* lda, const int32_t* kd, const float* b, float* x,
+           float* fact, float* wk);
+void DL2AQS(const int32_t* n, const double* a, const int32_t* lda, const int32_t* kd, const double* b,
+            double* x, double* fact, double* wk);
+void L2AQH(const int32_t* n, const orvel_complex* a, const int32_t* lda, const int32_t* kd,
+           const orvel_complex* b, orvel_complex* x, orvel_complex* fact, orvel_complex* wk);
+void DL2AQH(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const int32_t* kd,
+            const orvel_dcomplex* b, orvel_dcomplex* x, orvel_dcomplex* fact, orvel_dcomplex* wk);
+
+/* Solves a positive definite band system without refinement, as LSLRG.
+ *
+ *     FACT(KD+1,N)  out  the factorization afterwards, see LFTQS
+ *
+ *     TERMINAL 1    N < 1
+ *     TERMINAL 2    LDA < KD + 1
+ *     TERMINAL 2    no storage
+ *     TERMINAL 3    KD < 0
+ *     TERMINAL 4    option 17 is neither 1 nor 2
+ *     WARNING 1     RCOND is not above eps
+ *
+ * Passes up the errors of LFCQS and LFSQS.
+ *
+ * Time: that of LFTQS.
+ */
+void LSLQS(const int32_t* n, const float* a, const int32_t* lda, const int32_t* kd, const float* b, float* x);
+void DLSLQS(const int32_t* n, const double* a, const int32_t* lda, const int32_t* kd, const double* b,
+            double* x);
+void LSLQH(const int32_t* n, const orvel_complex* a, const int32_t* lda, const int32_t* kd,
+           const orvel_complex* b, orvel_complex* x);
+void DLSLQH(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const int32_t* kd,
+            const orvel_dcomplex* b, orvel_dcomplex* x);
+void L2LQS(const int32_t* n, const float* a, const int32_t* lda, const int32_t* kd, const float* b, float* x,
+           float* fact, float* wk);
+void DL2LQS(const int32_t* n, const double* a, const int32_t* lda, const int32_t* kd, const double* b,
+            double* x, double* fact, double* wk);
+void L2LQH(const int32_t* n, const orvel_complex* a, const int32_t* lda, const int32_t* kd,
+           const orvel_complex* b, orvel_complex* x, orvel_complex* fact, orvel_complex* wk);
+void DL2LQH(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const int32_t* kd,
+            const orvel_dcomplex* b, orvel_dcomplex* x, orvel_dcomplex* fact, orvel_dcomplex* wk);
+
+/* Factors a positive definite band matrix, as LFTQS, and estimates its condition number. RCOND = 1 where it
+ * is not estimated (option 17 is 1, or A is not positive definite). The estimate is seldom below the true
+ * value, and may be above it by a factor of 10. Passes up the errors of LFTQS; a WARNING 1 wins.
+ *
+ *     FACT(KD+1:LDFAC,N)  out  the factorization; may be A where LDFAC = LDA
+ *
+ *     TERMINAL 1          N < 1: the order
+ *     TERMINAL 2          LDA < KD + 1
+ *     TERMINAL 2          no storage
+ *     TERMINAL 3          LDFAC < KD + 1
+ *     TERMINAL 4          KD < 0
+ *     TERMINAL 5          option 17 is neither 1 nor 2
+ *     WARNING 1           RCOND is not above eps: the matrix
+ *                         "The matrix is algorithmically singular.  An estimate of the reciprocal of its L1
+ *                         condition number is RCOND = %(R1)."
+ *                         -> scale rows and columns, or use the double member
+ *
+ * Time: that of LFTQS, and of seven solutions.
+ */
+void LFCQS(const int32_t* n, const float* a, const int32_t* lda, const int32_t* kd, float* fact,
+           const int32_t* ldfac, float* rcond);
+void DLFCQS(const int32_t* n, const double* a, const int32_t* lda, const int32_t* kd, double* fact,
+            const int32_t* ldfac, double* rcond);
+void LFCQH(const int32_t* n, const orvel_complex* a, const int32_t* lda, const int32_t* kd,
+           orvel_complex* fact, const int32_t* ldfac, float* rcond);
+void DLFCQH(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const int32_t* kd,
+            orvel_dcomplex* fact, const int32_t* ldfac, double* rcond);
+void L2CQS(const int32_t* n, const float* a, const int32_t* lda, const int32_t* kd, float* fact,
+           const int32_t* ldfac, float* rcond, float* wk);
+void DL2CQS(const int32_t* n, const double* a, const int32_t* lda, const int32_t* kd, double* fact,
+            const int32_t* ldfac, double* rcond, double* wk);
+void L2CQH(const int32_t* n, const orvel_complex* a, const int32_t* lda, const int32_t* kd,
+           orvel_complex* fact, const int32_t* ldfac, float* rcond, orvel_complex* wk);
+void DL2CQH(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const int32_t* kd,
+            orvel_dcomplex* fact, const int32_t* ldfac, double* rcond, orvel_dcomplex* wk);
+
+/* Factors a positive definite band matrix: A = R^H * R. A pivot must be above eps times its own diagonal
+ * element of A.
+ *
+ *     FACT(KD+1:LDFAC,N)  out  R, as A is stored; may be A where LDFAC = LDA
+ *
+ *     TERMINAL 1          N < 1: the order
+ *     TERMINAL 2          LDA < KD + 1
+ *     TERMINAL 2          no storage
+ *     TERMINAL 3          LDFAC < KD + 1
+ *     TERMINAL 4          KD < 0
+ *     FATAL 2             A is not positive definite
+ *                         "The input matrix is not positive definite.  The first of its leading submatrices
+ *                         that is not has the order %(I1)."
+ *                         -> solve it as a general band matrix
+ *     WARNING 3           an element of the diagonal has |Im| > eps |Re|
+ *                         "The diagonal of a Hermitian matrix is real, but the element %(I1) has an imaginary
+ *                         part that is not negligible.  Zero is taken in its place."
+ *
+ * After an error: FACT has the columns of R before the order that is named.
+ *
+ * Time: N KD^2 operations.
+ */
+void LFTQS(const int32_t* n, const float* a, const int32_t* lda, const int32_t* kd, float* fact,
+           const int32_t* ldfac);
+void DLFTQS(const int32_t* n, const double* a, const int32_t* lda, const int32_t* kd, double* fact,
+            const int32_t* ldfac);
+void LFTQH(const int32_t* n, const orvel_complex* a, const int32_t* lda, const int32_t* kd,
+           orvel_complex* fact, const int32_t* ldfac);
+void DLFTQH(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const int32_t* kd,
+            orvel_dcomplex* fact, const int32_t* ldfac);
+void L2TQS(const int32_t* n, const float* a, const int32_t* lda, const int32_t* kd, float* fact,
+           const int32_t* ldfac, float* wk);
+void DL2TQS(const int32_t* n, const double* a, const int32_t* lda, const int32_t* kd, double* fact,
+            const int32_t* ldfac, double* wk);
+void L2TQH(const int32_t* n, const orvel_complex* a, const int32_t* lda, const int32_t* kd,
+           orvel_complex* fact, const int32_t* ldfac, orvel_complex* wk);
+void DL2TQH(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const int32_t* kd,
+            orvel_dcomplex* fact, const int32_t* ldfac, orvel_dcomplex* wk);
+
+/* Solves A*X = B from the factorization of a positive definite band matrix.
+ *
+ *     TERMINAL 1  N < 1
+ *     TERMINAL 2  LDFAC < KD + 1
+ *     TERMINAL 3  KD < 0
+ *     TERMINAL 4  an element of the diagonal of FACT is close to zero
+ *                 "The input matrix is singular.  Some of the diagonal elements of the upper triangular
+ *                 matrix R of the R**H*R factorization are close to zero."
+ *
+ * After an error: X is untouched.
+ *
+ * Time: 4 N KD operations.
+ */
+void LFSQS(const int32_t* n, const float* fact, const int32_t* ldfac, const int32_t* kd, const float* b,
+           float* x);
+void DLFSQS(const int32_t* n, const double* fact, const int32_t* ldfac, const int32_t* kd, const double* b,
+            double* x);
+void LFSQH(const int32_t* n, const orvel_complex* fact, const int32_t* ldfac, const int32_t* kd,
+           const orvel_complex* b, orvel_complex* x);
+void DLFSQH(const int32_t* n, const orvel_dcomplex* fact, const int32_t* ldfac, const int32_t* kd,
+            const orvel_dcomplex* b, orvel_dcomplex* x);
+
+/* Solves as LFSQS and refines the solution, as LFIRG. Takes storage for 16 rows of the band from the heap.
+ *
+ *     RES(N)      out  the last correction
+ *
+ *     TERMINAL 1  N < 1
+ *     TERMINAL 2  LDA < KD + 1
+ *     TERMINAL 3  LDFAC < KD + 1
+ *     TERMINAL 4  KD < 0
+ *     TERMINAL 5  no storage for a copy of B
+ *     WARNING 2   the refinement makes no progress, or leaves a residual that is too large
+ *                 "The matrix is too ill-conditioned for iterative refinement to be effective."
+ *                 -> use the double member
+ *
+ * Passes up the error TERMINAL 4 of LFSQS.
+ *
+ * Time: a few times that of LFSQS.
+ */
+void LFIQS(const int32_t* n, const float* a, const int32_t* lda, const int32_t* kd, const float* fact,
+           const int32_t* ldfac, const float* b, float* x, float* res);
+void DLFIQS(const int32_t* n, const double* a, const int32_t* lda, const int32_t* kd, const double* fact,
+            const int32_t* ldfac, const double* b, double* x, double* res);
+void LFIQH(const int32_t* n, const orvel_complex* a, const int32_t* lda, const int32_t* kd,
+           const orvel_complex* fact, const int32_t* ldfac, const orvel_complex* b, orvel_complex* x,
+           orvel_complex* res);
+void DLFIQH(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, const int32_t* kd,
+            const orvel_dcomplex* fact, const int32_t* ldfac, const orvel_dcomplex* b, orvel_dcomplex* x,
+            orvel_dcomplex* res);
+
+/* Determinant DET1 * 10^DET2 from the factorization of a positive definite band matrix.
+ *
+ *     DET1        out  the mantissa, 1 <= DET1 < 10; 0 when a diagonal element is zero
+ *     DET2        out  the exponent; that reached before a zero
+ *
+ *     TERMINAL 1  N < 1: the order
+ *     TERMINAL 2  LDFAC < KD + 1
+ *     TERMINAL 3  KD < 0
+ *
+ * After an error: DET1 and DET2 are unchanged.
+ *
+ * Time: of the order N.
+ */
+void LFDQS(const int32_t* n, const float* fact, const int32_t* ldfac, const int32_t* kd, float* det1,
+           float* det2);
+void DLFDQS(const int32_t* n, const double* fact, const int32_t* ldfac, const int32_t* kd, double* det1,
+            double* det2);
+void LFDQH(const int32_t* n, const orvel_complex* fact, const int32_t* ldfac, const int32_t* kd, float* det1,
+           float* det2);
+void DLFDQH(const int32_t* n, const orvel_dcomplex* fact, const int32_t* ldfac, const int32_t* kd,
+            double* det1, double* det2);
+
 /* ---- helpers, which check nothing ------------------------------------------------------------------- */
 
 /* Copies a matrix to B.
