@@ -39,6 +39,23 @@ inline Band<T> band_factor(int64_t n, int64_t kl, int64_t ku, T* fact, int64_t l
             in_array.step};
 }
 
+// Where a call takes longer than the work, it is done in place: x^H * y, and y -= a * x.
+inline constexpr int64_t few_elements = 8;
+template <class T>
+inline T short_product(int64_t n, const T* x, const T* y)
+{
+    if (n > few_elements) return kernels::dotc<T>(n, x, 1, y, 1);
+    T sum = 0;
+    for (int64_t k = 0; k < n; ++k) sum += conjugate(x[k]) * y[k];
+    return sum;
+}
+template <class T>
+inline void subtract_short(int64_t n, T a, const T* x, T* y)
+{
+    if (n > few_elements) return kernels::axpy<T>(n, -a, x, 1, y, 1);
+    for (int64_t k = 0; k < n; ++k) y[k] -= a * x[k];
+}
+
 // FACT = A, factored with row-scaled partial pivoting; s(n) is scratch. FACT may be A's array. Returns
 // whether a pivot was close to zero.
 template <class T>

@@ -269,19 +269,19 @@ void solve_band(const Band<const T>& f, const int32_t* ipvt, bool turned, T* x)
     if (!turned) {
         for (int64_t k = 0; k + 1 < f.n; ++k) {
             std::swap(x[ipvt[k] - 1], x[k]);
-            kernels::axpy<T>(multipliers(k), -x[k], &f(k, k) + 1, 1, x + k + 1, 1);
+            subtract_short<T>(multipliers(k), x[k], &f(k, k) + 1, x + k + 1);
         }
         for (int64_t k = f.n - 1; k >= 0; --k) {
             x[k] = kernels::quotient(x[k], f(k, k));
-            kernels::axpy<T>(above(k), -x[k], &f(f.first_row(k), k), 1, x + f.first_row(k), 1);
+            subtract_short<T>(above(k), x[k], &f(f.first_row(k), k), x + f.first_row(k));
         }
     } else {
         for (int64_t k = 0; k < f.n; ++k) {
-            x[k] -= kernels::dotc<T>(above(k), &f(f.first_row(k), k), 1, x + f.first_row(k), 1);
+            x[k] -= short_product<T>(above(k), &f(f.first_row(k), k), x + f.first_row(k));
             x[k] = kernels::quotient(x[k], conjugate(f(k, k)));
         }
         for (int64_t k = f.n - 2; k >= 0; --k) {
-            x[k] -= kernels::dotc<T>(multipliers(k), &f(k, k) + 1, 1, x + k + 1, 1);
+            x[k] -= short_product<T>(multipliers(k), &f(k, k) + 1, x + k + 1);
             std::swap(x[ipvt[k] - 1], x[k]);
         }
     }

@@ -98,13 +98,13 @@ void solve_definite_band(const Band<const T>& r, T* x)
 {
     for (int64_t k = 0; k < r.n; ++k) {
         const int64_t first = r.first_row(k);
-        x[k] -= kernels::dotc<T>(k - first, &r(first, k), 1, x + first, 1);
+        x[k] -= short_product<T>(k - first, &r(first, k), x + first);
         x[k] /= std::real(r(k, k));
     }
     for (int64_t k = r.n - 1; k >= 0; --k) {
         const int64_t first = r.first_row(k);
         x[k] /= std::real(r(k, k));
-        kernels::axpy<T>(k - first, -x[k], &r(first, k), 1, x + first, 1);
+        subtract_short<T>(k - first, x[k], &r(first, k), x + first);
     }
 }
 

@@ -98,7 +98,7 @@ void definite()
     title("LSLDS");
     // example LSLDS
     const matrix<std::complex<double>> hermitian(2, 2, {{2, 0}, {0, 0}, {0, 1}, {3, 0}});
-    print("x", orvel::lsldh(hermitian, vector<std::complex<double>>{{2, 1}, {3, -1}}).value());
+    print("x", orvel::lslds(hermitian, vector<std::complex<double>>{{2, 1}, {3, -1}}).value());
     // end
 
     title("LFCDS, LFSDS, LFIDS, LFDDS");
