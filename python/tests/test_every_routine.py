@@ -90,6 +90,8 @@ def arguments(name, entry, member):
             given[n] = TEXTS[n]
         else:
             given[n] = values[n] if kind in "il" else SCALARS[kind](values[n])
+    if "kd" in entry["arguments"] and "a" in given:
+        given["a"][-1] = 10  # the main diagonal of a positive definite band
     given.update(SPECIAL.get(name, {}))
     work_vectors(given, member)
     return given, values, options

@@ -52,6 +52,9 @@ class Functions(unittest.TestCase):
                 signal.raise_signal(signal.SIGINT)
             return x
 
+        # A job in the background is started with interrupts ignored.
+        before = signal.signal(signal.SIGINT, signal.default_int_handler)
+        self.addCleanup(signal.signal, signal.SIGINT, before)
         with self.assertRaises(KeyboardInterrupt):
             orvel.qdags(function, 0, 1)
         self.assertLess(len(calls), 5)
