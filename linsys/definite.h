@@ -15,6 +15,34 @@ inline constexpr int64_t definite_width = small_order;
 template <class T>
 int64_t factor_definite(int64_t n, int64_t width, T* r, int64_t ldr, const Part<T>* least);
 
+// The first diagonal element, from 0, whose imaginary part is not negligible; n without one.
+template <class T>
+inline int64_t first_complex_diagonal(int64_t n, const T* a, int64_t lda)
+{
+    if constexpr (is_complex<T>)
+        for (int64_t k = 0; k < n; ++k) {
+            const T e = a[k * (lda + 1)];
+            if (!(std::abs(e.imag()) <= epsilon<T>() * std::abs(e.real()))) return k;
+        }
+    return n;
+}
+
+// After a factorization of order n: where it ended, and the first element of the diagonal that is not real.
+template <class Frame>
+void say_what_is_wrong(Frame& me, int64_t n, int64_t done, int64_t not_real)
+{
+    if (done < n)
+        me.post(
+            fatal, 2,
+            "The input matrix is not positive definite.  The first of its leading submatrices that is not has the order %(I1).",
+            {i(1, static_cast<int32_t>(done + 1))});
+    else if (not_real < n)
+        me.post(
+            warning, 3,
+            "The diagonal of a Hermitian matrix is real, but the element %(I1) has an imaginary part that is not negligible.  Zero is taken in its place.",
+            {i(1, static_cast<int32_t>(not_real + 1))});
+}
+
 // A = R * R^H in place, upper triangles.
 template <class T>
 void multiply_by_own_adjoint(int64_t n, T* r, int64_t ldr);

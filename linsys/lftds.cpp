@@ -24,18 +24,6 @@ int64_t copy_and_factor(int64_t n, const T* a, int64_t lda, T* fact, int64_t ldf
     return factor_definite<T>(n, definite_width, fact, ldfac, least);
 }
 
-// The first diagonal element, from 0, whose imaginary part is not negligible; n without one.
-template <class T>
-int64_t first_complex_diagonal(int64_t n, const T* a, int64_t lda)
-{
-    if constexpr (is_complex<T>)
-        for (int64_t k = 0; k < n; ++k) {
-            const T e = a[k * (lda + 1)];
-            if (!(std::abs(e.imag()) <= epsilon<T>() * std::abs(e.real()))) return k;
-        }
-    return n;
-}
-
 // The largest column sum of magnitudes of `scale` * A, from its upper triangle; NaN when a column has one.
 template <class T>
 Part<T> norm_of(int64_t n, const T* a, int64_t lda, Part<T>* sums, Part<T> scale)
@@ -66,16 +54,7 @@ void l2tds(frame::State& state, int32_t n, const T* a, int64_t lda, T* fact, int
     for (int64_t k = 0; k < n; ++k) least[k] = epsilon<T>() * std::real(a[k * (lda + 1)]);
     const int64_t not_real = first_complex_diagonal(n, a, lda);
     const int64_t done = copy_and_factor<T>(n, a, lda, fact, ldfac, least);
-    if (done < n)
-        me.post(
-            fatal, 2,
-            "The input matrix is not positive definite.  The first of its leading submatrices that is not has the order %(I1).",
-            {i(1, static_cast<int32_t>(done + 1))});
-    else if (not_real < n)
-        me.post(
-            warning, 3,
-            "The diagonal of a Hermitian matrix is real, but the element %(I1) has an imaginary part that is not negligible.  Zero is taken in its place.",
-            {i(1, static_cast<int32_t>(not_real + 1))});
+    say_what_is_wrong(me, n, done, not_real);
 }
 
 template <class T>

@@ -7,6 +7,7 @@
 #include "frame/scratch.h"
 #include "linsys/band.h"
 #include "linsys/checks.h"
+#include "linsys/definite.h"
 #include "linsys/determinant.h"
 #include "linsys/refine.h"
 
@@ -73,15 +74,6 @@ Band<const T> constant(const Band<T>& f)
     return {f.n, f.kl, f.ku, f.origin, f.step};
 }
 
-// The first diagonal element, from 0, whose imaginary part is not negligible; n without one.
-template <class T>
-int64_t first_complex_diagonal(const Band<const T>& a)
-{
-    for (int64_t k = 0; k < a.n; ++k)
-        if (!(std::abs(std::imag(a(k, k))) <= epsilon<T>() * std::abs(std::real(a(k, k))))) return k;
-    return a.n;
-}
-
 template <class T>
 void l2tqs(frame::State& state, const Given<T>& g, const Band<T>& f, int64_t ldfac, T* wk)
 {
@@ -95,23 +87,14 @@ void l2tqs(frame::State& state, const Given<T>& g, const Band<T>& f, int64_t ldf
     const auto a = g.band();
     Part<T>* const least = kernels::parts(wk);
     for (int64_t k = 0; k < a.n; ++k) least[k] = epsilon<T>() * std::real(a(k, k));
-    const int64_t not_real = is_complex<T> ? first_complex_diagonal<T>(a) : a.n;
+    const int64_t not_real = first_complex_diagonal(a.n, a.origin, a.step);
     for (int64_t j = 0; j < a.n; ++j) {
         const int64_t first = a.first_row(j);
         if (&f(first, j) != &a(first, j)) kernels::copy<T>(j - first + 1, &a(first, j), 1, &f(first, j), 1);
         f(j, j) = std::real(f(j, j));
     }
     const int64_t done = factor_definite_band<T>(f, least);
-    if (done < a.n)
-        me.post(
-            fatal, 2,
-            "The input matrix is not positive definite.  The first of its leading submatrices that is not has the order %(I1).",
-            {i(1, static_cast<int32_t>(done + 1))});
-    else if (not_real < a.n)
-        me.post(
-            warning, 3,
-            "The diagonal of a Hermitian matrix is real, but the element %(I1) has an imaginary part that is not negligible.  Zero is taken in its place.",
-            {i(1, static_cast<int32_t>(not_real + 1))});
+    say_what_is_wrong(me, a.n, done, not_real);
 }
 
 // The largest column sum of magnitudes of `scale` * A, from its upper part; NaN when a column has one.
