@@ -105,6 +105,11 @@ TYPED_TEST(Banded, FactorsInPlaceAndApartWithTheSameBits)
             EXPECT_EQ(x, y) << n << " " << kl << " " << ku;
             Band<T>::lsl(&n, a.band.data(), &ld, &kl, &ku, b.data(), &path, y.data());
             EXPECT_EQ(x, y);
+            std::vector<T> correction(b.size());
+            Band<T>::lfi(&n, a.band.data(), &ld, &kl, &ku, apart.data(), &ld, p.data(), b.data(), &path,
+                         x.data(), correction.data());
+            Band<T>::lsa(&n, a.band.data(), &ld, &kl, &ku, b.data(), &path, y.data());
+            EXPECT_EQ(x, y);
         }
     }
 }

@@ -41,7 +41,7 @@ protected:
     Capture printed;
 
     enum Family { random, graded, hilbert };
-    static constexpr Family families[] = {random, graded, hilbert};
+    static constexpr Family families[3] = {random, graded, hilbert};
 
     // The upper triangle, and poison below it and behind its columns: G^H * G + I, the same with rows and
     // columns scaled, or that of Hilbert and a small part of I.
