@@ -100,7 +100,7 @@ TYPED_TEST(Level3, ProductsAreAddedInOrder)
     using T = TypeParam;
     using R = Real<T>;
     on_every_level([&](const std::string& level) {
-        const bool fused = level != orvel::isa::level_name(0);
+        const bool fused = level != "x86-64";  // every other one has fused operations
         const auto add = [fused](R x, R y, R sum) { return fused ? std::fma(x, y, sum) : sum + x * y; };
         for (const Size& s : {Size{3, 3, 3}, Size{40, 20, 47}, Size{150, 30, 150}, Size{170, 40, 300}}) {
             for (const char ta : {'N', 'T'}) {
