@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "frame/scratch.h"
+#include "isa/caches.h"
 #include "kernels/isa/loops.h"
 #include "kernels/vectors.h"
 
@@ -107,7 +108,7 @@ void by_small_panels(int64_t m, int64_t n, int64_t k, std::complex<R> alpha, con
                      const Factor<std::complex<R>>& b, const View<std::complex<R>>& c, bool from_zero)
 {
     constexpr int64_t size = stack_block<std::complex<R>>, depth = sizeof(R) == 4 ? size : size / 2;
-    alignas(64) R panels[8 * size * depth];  // for rows up to the next whole tile
+    alignas(64) R panels[4 * size * depth];  // of A, then of B
     const auto& run = product_loops<std::complex<R>>();
     for (int64_t j = 0; j < n; j += size)
         for (int64_t q = 0; q < k; q += depth)
@@ -115,19 +116,48 @@ void by_small_panels(int64_t m, int64_t n, int64_t k, std::complex<R> alpha, con
                 const Target here{from_zero && q == 0};
                 const auto p = task(std::min(size, m - r), std::min(size, n - j), std::min(depth, k - q),
                                     alpha, a.from(r, q), b.from(q, j), c.from(r, j), here);
-                run.packed(&p, panels);
+                run.packed(&p, {depth, size, size}, panels, panels + 2 * size * depth);
             }
 }
 
-template <class T>
-bool by_panels(int64_t m, int64_t n, int64_t k, T alpha, const Factor<T>& a, const Factor<T>& b,
-               const View<T>& c, Target target)
+constexpr int64_t round_up(int64_t n, int64_t unit) { return (n + unit - 1) / unit * unit; }
+
+// The size of equal parts of n, none above `most`, in whole units.
+constexpr int64_t equal_parts(int64_t n, int64_t most, int64_t unit)
+{
+    const int64_t parts = (n + most - 1) / most;
+    return round_up((n + parts - 1) / parts, unit);
+}
+
+struct Tile {
+    int64_t rows, columns;
+};
+
+// What stays in the caches: of B a panel in the first level, beside C and what streams past of A; a block of
+// A in the second; a block of B in the last, beside the part of C that it is multiplied into.
+Blocks blocks_of(Tile tile, int64_t bytes, int64_t m, int64_t n, int64_t k)
+{
+    constexpr int64_t unit = 8, least_depth = 64, most_depth = 1024, least_columns = 512, most_columns = 4096;
+    const isa::Caches& cache = isa::caches();
+    const int64_t of_second = cache.second * 2 / 5;
+    const int64_t deep =
+        std::min(cache.first * 3 / 4 / (tile.columns * bytes), of_second / (4 * tile.rows * bytes));
+    const int64_t depth = equal_parts(k, std::clamp(deep / unit * unit, least_depth, most_depth), unit);
+    const int64_t high = std::max<int64_t>(1, of_second / (depth * bytes) / tile.rows) * tile.rows;
+    const int64_t wide = std::clamp(cache.last / 10 / (depth * bytes), least_columns, most_columns);
+    return {depth, equal_parts(m, high, tile.rows),
+            equal_parts(n, wide / tile.columns * tile.columns, tile.columns)};
+}
+
+template <class T, class Task>
+bool by_panels(const Task& p)
 {
     const auto& run = product_loops<T>();
+    const Blocks blocks = blocks_of({run.tile_rows, run.tile_columns}, sizeof(T), p.m, p.n, p.k);
     Scratch<Part<T>> panels;
-    if (!panels.allocate(run.workspace(m, n, k))) return false;
-    const auto p = task(m, n, k, alpha, a, b, c, target);
-    run.packed(&p, panels);
+    constexpr int64_t parts = sizeof(T) / sizeof(Part<T>);
+    if (!panels.allocate(parts * blocks.depth, blocks.rows + blocks.columns)) return false;
+    run.packed(&p, blocks, panels, panels + parts * blocks.depth * blocks.rows);
     return true;
 }
 
@@ -163,7 +193,8 @@ void add_to_columns(int64_t m, int64_t n, int64_t k, T alpha, const Factor<T>& a
                           b.conjugated, c.p, c.columns, from_zero))
         return;
     constexpr int64_t small = stack_block<T>;
-    if ((m > small || n > small || k > small) && by_panels(m, n, k, alpha, a, b, c, {from_zero})) return;
+    if ((m > small || n > small || k > small) && by_panels<T>(task(m, n, k, alpha, a, b, c, {from_zero})))
+        return;
     if constexpr (is_complex<T>)
         if (alpha != T(1)) return by_small_panels(m, n, k, alpha, a, b, c, from_zero);
     by_blocks(m, n, k, alpha, a, b, c, from_zero);
@@ -178,7 +209,7 @@ void add_to_triangle(int64_t n, int64_t k, T alpha, const Factor<T>& a, const Fa
     constexpr int64_t small = sizeof(T) == 16 ? 32 : 48;
     const bool lower = target.triangle == 'L';
     if (n > small) {
-        if (by_panels(n, n, k, alpha, a, b, c, target)) return;
+        if (by_panels<T>(task(n, n, k, alpha, a, b, c, target))) return;
         const int64_t half = n / 2, rest = n - half;
         add_to_triangle(half, k, alpha, a, b, c, target);
         if (lower)
@@ -231,6 +262,27 @@ template bool add_small_product(int64_t, int64_t, int64_t, const std::complex<fl
 template bool add_small_product(int64_t, int64_t, int64_t, const std::complex<double>*, int64_t,
                                 const std::complex<double>*, int64_t, int64_t, bool, std::complex<double>*,
                                 int64_t, bool);
+
+template <class T>
+bool add_symmetric_product(int64_t m, int64_t n, T alpha, SymmetricSide how, View<const T> a, View<const T> b,
+                           View<T> c, bool from_zero)
+{
+    auto p = task(m, n, how.left ? m : n, alpha, Factor<T>{a}, Factor<T>{b}, c, {from_zero});
+    (how.left ? p.a_stored : p.b_stored) = how.stored;
+    if constexpr (is_complex<T>) p.hermitian = how.hermitian;
+    return by_panels<T>(p);
+}
+
+template bool add_symmetric_product(int64_t, int64_t, float, SymmetricSide, View<const float>,
+                                    View<const float>, View<float>, bool);
+template bool add_symmetric_product(int64_t, int64_t, double, SymmetricSide, View<const double>,
+                                    View<const double>, View<double>, bool);
+template bool add_symmetric_product(int64_t, int64_t, std::complex<float>, SymmetricSide,
+                                    View<const std::complex<float>>, View<const std::complex<float>>,
+                                    View<std::complex<float>>, bool);
+template bool add_symmetric_product(int64_t, int64_t, std::complex<double>, SymmetricSide,
+                                    View<const std::complex<double>>, View<const std::complex<double>>,
+                                    View<std::complex<double>>, bool);
 
 template <class T, class S>
 void scale(int64_t m, int64_t n, S beta, View<T> c, char uplo)

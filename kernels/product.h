@@ -29,8 +29,20 @@ extern template void add_product(int64_t, int64_t, int64_t, std::complex<double>
                                  Factor<std::complex<double>>, Factor<std::complex<double>>,
                                  View<std::complex<double>>, Target);
 
-// The same for a small A by columns and alpha = 1, with as little as possible around the tiles. False when
-// the sizes are not for the tiles; nothing has been done then.
+// C(m, n) += A * (alpha * B) with a symmetric or Hermitian A(m, m), or with such a B(n, n); C by columns. Of
+// that matrix one triangle, L or U, is read. False when there is no memory for panels; nothing has been done
+// then.
+struct SymmetricSide {
+    bool left;
+    char stored;
+    bool hermitian;
+};
+template <class T>
+bool add_symmetric_product(int64_t m, int64_t n, T alpha, SymmetricSide how, View<const T> a, View<const T> b,
+                           View<T> c, bool from_zero);
+
+// The product of add_product for a small A by columns and alpha = 1, with as little as possible around the
+// tiles. False when the sizes are not for the tiles; nothing has been done then.
 template <class T>
 bool add_small_product(int64_t m, int64_t n, int64_t k, const T* a, int64_t lda, const T* b, int64_t b_rows,
                        int64_t b_columns, bool b_conjugated, T* c, int64_t ldc, bool from_zero);

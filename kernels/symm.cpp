@@ -42,32 +42,35 @@ void expand(const Symmetric<T>& a, int64_t row, int64_t column, int64_t rows, in
     }
 }
 
-// The full matrix is formed block by block, a slab of the inner index at a time; on the stack where memory is
-// short.
+// Small matrices are formed in full, large ones in the panels of their product; any on the stack, block by
+// block, where memory is short.
 template <class T>
-void multiply(bool left, int64_t m, int64_t n, T alpha, const Symmetric<T>& a, Factor<T> b, View<T> c)
+void multiply(bool left, int64_t m, int64_t n, T alpha, const Symmetric<T>& a, Factor<T> b, View<T> c,
+              bool from_zero)
 {
-    constexpr int64_t small = 32;
+    constexpr int64_t small = 32, medium = 96;
+    const int64_t order = left ? m : n;
+    if (order > medium &&
+        add_symmetric_product<T>(m, n, alpha, {left, a.lower ? 'L' : 'U', a.hermitian},
+                                 left ? a.stored : b.view, left ? b.view : a.stored, c, from_zero))
+        return;
     OnStack<T, small * small> on_stack;
     Scratch<T> on_heap;
-    const int64_t order = left ? m : n;
-    int64_t depth = std::min<int64_t>(order, 256), span = order;
-    T* block = on_stack;
-    if (order > small) {
-        if (on_heap.allocate(span, depth))
-            block = on_heap;
-        else
-            span = depth = small;
-    }
-    for (int64_t q = 0; q < order; q += depth)
-        for (int64_t r = 0; r < order; r += span) {
-            const int64_t inner = std::min(depth, order - q), outer = std::min(span, order - r);
+    const bool in_full = order > small && order <= medium && on_heap.allocate(order, order);
+    T* const block = in_full ? on_heap : on_stack;
+    const int64_t size = in_full ? order : small;
+    for (int64_t q = 0; q < order; q += size)
+        for (int64_t r = 0; r < order; r += size) {
+            const int64_t inner = std::min(size, order - q), outer = std::min(size, order - r);
+            const Target target{from_zero && q == 0};
             if (left) {
-                expand(a, r, q, outer, inner, block);
-                add_product<T>(outer, n, inner, alpha, {{block, 1, outer}}, b.from(q, 0), c.from(r, 0));
+                expand<T>(a, r, q, outer, inner, block);
+                add_product<T>(outer, n, inner, alpha, {{block, 1, outer}}, b.from(q, 0), c.from(r, 0),
+                               target);
             } else {
-                expand(a, q, r, inner, outer, block);
-                add_product<T>(m, outer, inner, alpha, b.from(0, q), {{block, 1, inner}}, c.from(0, r));
+                expand<T>(a, q, r, inner, outer, block);
+                add_product<T>(m, outer, inner, alpha, b.from(0, q), {{block, 1, inner}}, c.from(0, r),
+                               target);
             }
         }
 }
@@ -84,10 +87,11 @@ void symm(const char* side, const char* uplo, const int32_t* m, const int32_t* n
 
     if (*m == 0 || *n == 0) return;
     const View<T> target = by_columns(c, *ldc);
-    scale<T>(*m, *n, *beta, target);
+    const bool from_zero = *alpha != T(0) && *beta == T(0);
+    if (!from_zero) scale<T>(*m, *n, *beta, target);
     if (*alpha == T(0)) return;
     const Symmetric<T> matrix{by_columns(a, *lda), is_letter(uplo, 'L'), Hermitian};
-    multiply<T>(is_letter(side, 'L'), *m, *n, *alpha, matrix, {by_columns(b, *ldb)}, target);
+    multiply<T>(is_letter(side, 'L'), *m, *n, *alpha, matrix, {by_columns(b, *ldb)}, target, from_zero);
 }
 
 }  // namespace

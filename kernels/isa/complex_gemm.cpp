@@ -12,9 +12,13 @@ namespace {
 
 template <class R>
 constexpr int most_rows = complex_tile_vectors* lanes<R>;
+template <class R>
+constexpr int most_across = most_rows<R> > complex_tile_columns ? most_rows<R> : complex_tile_columns;
 
 // Where a tile lies in C, and what of it exists.
+template <class R>
 struct Place {
+    const R* next;
     int64_t row, column;
     int rows;
     char triangle;  // A when the whole tile counts
@@ -27,7 +31,7 @@ template <class R, int V, int N>
 struct TileOfC {
     static constexpr int rows = V * lanes<R>;
 
-    void load(const R* c, int64_t ldc, const Place& place)
+    void load(const R* c, int64_t ldc, const Place<R>& place)
     {
         const auto fill = [&](auto exists) __attribute__((always_inline))
         {
@@ -44,7 +48,7 @@ struct TileOfC {
         else
             fill([&place](int i, int j) { return is_at(place, i, j); });
     }
-    void store(R* c, int64_t ldc, const Place& place) const
+    void store(R* c, int64_t ldc, const Place<R>& place) const
     {
         const bool whole = is_whole(place);
         for (int j = 0; j < N; ++j)
@@ -58,18 +62,20 @@ struct TileOfC {
     R re[N][rows], im[N][rows];
 
 private:
-    static bool is_whole(const Place& place) { return place.rows == rows && place.triangle == 'A'; }
-    static bool is_at(const Place& place, int i, int j)
+    static bool is_whole(const Place<R>& place) { return place.rows == rows && place.triangle == 'A'; }
+    static bool is_at(const Place<R>& place, int i, int j)
     {
         return i < place.rows && is_in(place.triangle, place.row + i, place.column + j);
     }
 };
 
-// One tile of V vectors by N columns.
+// One tile of V vectors by N columns. While it runs, the next one of C is fetched.
 template <class R, int V, int N>
-void complex_tile(int64_t k, const R* a, const R* b, R* c, int64_t ldc, const Place& place)
+void complex_tile(int64_t k, const R* a, const R* b, R* c, int64_t ldc, const Place<R>& place)
 {
     constexpr int L = lanes<R>;
+    for (int j = 0; j < N; ++j)
+        for (int v = 0; v < 2 * V; ++v) __builtin_prefetch(place.next + 2 * j * ldc + v * L, 1);
     Vector<R, L> re[N][V], im[N][V];
     TileOfC<R, V, N> tile;
     tile.load(c, ldc, place);
@@ -109,21 +115,79 @@ void complex_tile(int64_t k, const R* a, const R* b, R* c, int64_t ldc, const Pl
     tile.store(c, ldc, place);
 }
 
-// Panels of most_rows rows, the last one narrower by whole vectors: real parts, then imaginary parts, of a
-// column.
+// Where a factor lies as its panels see it: across a panel and along it, in complex elements.
 template <class R>
-void pack_rows(int64_t k, const R* a, Strides s, bool conjugate, int rows, int here, R* __restrict to)
-{
-    const R sign = conjugate ? R(-1) : R(1);
-    for (int64_t l = 0; l < k; ++l, to += 2 * rows) {
-        const R* column = a + 2 * l * s.columns;
-#pragma GCC ivdep
-        for (int r = 0; r < here; ++r) {
-            to[r] = column[2 * r * s.rows];
-            to[rows + r] = sign * column[2 * r * s.rows + 1];
-        }
-        for (int r = here; r < rows; ++r) to[r] = to[rows + r] = 0;
+struct Source {
+    const R* p;
+    int64_t across, along;
+    R sign;  // of the imaginary parts
+
+    const R* at(int64_t a, int64_t l) const { return p + 2 * (a * across + l * along); }
+    Source from(int64_t a, int64_t l) const { return {at(a, l), across, along, sign}; }
+};
+
+// A symmetric or Hermitian factor of which one triangle is stored, or a factor that is.
+template <class R>
+struct Whole {
+    Source<R> source;
+    char stored;
+    bool hermitian;
+
+    // The numbers of lower or higher index in the panel's direction than along it.
+    Source<R> part(bool lower) const
+    {
+        if (stored == 'A' || (stored == 'L') == lower) return source;
+        return {source.p, source.along, source.across, hermitian ? -source.sign : source.sign};
     }
+};
+
+// `width` numbers side by side in a panel, real parts, then imaginary parts: alpha times those of the source
+// that are there, and zeros.
+template <class R>
+void pack_part(int64_t k, const Source<R>& from, const R* alpha, int width, int here, R* __restrict to)
+{
+    const bool one = alpha[0] == R(1) && alpha[1] == R(0);
+    for (int64_t l = 0; l < k; ++l, to += 2 * width) {
+        const R* e = from.at(0, l);
+#pragma GCC ivdep
+        for (int a = 0; a < here; ++a) {
+            const R re = e[2 * a * from.across], im = from.sign * e[2 * a * from.across + 1];
+            to[a] = one ? re : alpha[0] * re - alpha[1] * im;
+            to[width + a] = one ? im : alpha[0] * im + alpha[1] * re;
+        }
+        for (int a = here; a < width; ++a) to[a] = to[width + a] = 0;
+    }
+}
+
+// The same where the panel, which begins at a0, meets the diagonal in every column from l0 on.
+template <class R>
+void pack_diagonal(int64_t k, const Whole<R>& all, int64_t a0, int64_t l0, const R* alpha, int width,
+                   int here, R* to)
+{
+    const Source<R> lower = all.part(true), upper = all.part(false);
+    for (int64_t l = 0; l < k; ++l) {
+        R column[2 * most_across<R>];
+        for (int a = 0; a < here; ++a) {
+            const bool diagonal = a0 + a == l0 + l;
+            const Source<R>& half = a0 + a < l0 + l ? upper : lower;
+            const R* e = half.at(a0 + a, l0 + l);
+            column[2 * a] = e[0];
+            column[2 * a + 1] = all.hermitian && diagonal ? R(0) : half.sign * e[1];
+        }
+        pack_part<R>(1, {column, 1, 0, R(1)}, alpha, width, here, to + 2 * width * l);
+    }
+}
+
+// The panel that begins at a0, of the inner indices from l0 on.
+template <class R>
+void pack_panel(int64_t k, const Whole<R>& all, int64_t a0, int64_t l0, const R* alpha, int width, int here,
+                R* to)
+{
+    if (all.stored == 'A') return pack_part(k, all.source.from(a0, l0), alpha, width, here, to);
+    const int64_t first = clamped(a0 - l0, 0, k), last = clamped(a0 + here - l0, 0, k);
+    pack_part(first, all.part(true).from(a0, l0), alpha, width, here, to);
+    pack_diagonal(last - first, all, a0, l0 + first, alpha, width, here, to + 2 * width * first);
+    pack_part(k - last, all.part(false).from(a0, l0 + last), alpha, width, here, to + 2 * width * last);
 }
 
 template <class R>
@@ -133,16 +197,45 @@ int panel_rows(int64_t left)
     return left >= most_rows<R> ? most_rows<R> : static_cast<int>((left + L - 1) / L * L);
 }
 
+// Whole panels of columns that lie in a row: down one column after the other, as the memory has them.
 template <class R>
-void pack_a(int64_t m, int64_t k, const R* a, Strides s, bool conjugate, R* __restrict to)
+void pack_columns(int64_t panels, int64_t k, const Source<R>& from, R* __restrict to)
 {
-    while (m > 0) {
-        const int rows = panel_rows<R>(m);
-        const int here = m < rows ? static_cast<int>(m) : rows;
-        pack_rows(k, a, s, conjugate, rows, here, to);
+    constexpr int L = lanes<R>, rows = most_rows<R>, ahead = 4;
+    isa::Integers<R, L> even{}, odd{};
+    for (int i = 0; i < L; ++i) even[i] = 2 * i, odd[i] = 2 * i + 1;
+    for (int64_t l = 0; l < k; ++l)
+        for (int64_t i = 0; i < panels; ++i) {
+            const R* column = from.at(i * rows, l);
+            R* panel = to + 2 * rows * (i * k + l);
+            for (int r = 0; r < rows; r += L) {
+                const R* e = column + 2 * r;
+                __builtin_prefetch(e + 2 * ahead * from.along);
+                __builtin_prefetch(e + 2 * ahead * from.along + L);
+                const Vector<R, L> first = at<L>(e), second = at<L>(e + L);
+                at<L>(panel + r) = isa::shuffle(first, second, even);
+                at<L>(panel + rows + r) = from.sign * isa::shuffle(first, second, odd);
+            }
+        }
+}
+
+// Panels of most_rows rows, the last one narrower by whole vectors.
+template <class R>
+void pack_a(int64_t m, int64_t k, const Whole<R>& a, int64_t i0, int64_t l0, R* to)
+{
+    const R one[] = {1, 0};
+    int64_t i = 0;
+    if (a.stored == 'A' && a.source.across == 1) {
+        const int64_t panels = m / most_rows<R>;
+        pack_columns(panels, k, a.source.from(i0, l0), to);
+        i = panels * most_rows<R>;
+        to += 2 * i * k;
+    }
+    while (i < m) {
+        const int rows = panel_rows<R>(m - i), here = m - i < rows ? static_cast<int>(m - i) : rows;
+        pack_panel(k, a, i0 + i, l0, one, rows, here, to);
         to += 2 * rows * k;
-        a += 2 * rows * s.rows;
-        m -= here;
+        i += here;
     }
 }
 
@@ -153,27 +246,19 @@ constexpr int panel_columns(int64_t left)
 }
 
 template <class R>
-void pack_b(int64_t k, int64_t n, const R* b, Strides s, bool conjugate, const R* alpha, R* __restrict to)
+void pack_b(int64_t k, int64_t n, const Whole<R>& b, int64_t j0, int64_t l0, const R* alpha, R* to)
 {
-    const R sign = conjugate ? R(-1) : R(1);
-    const bool one = alpha[0] == R(1) && alpha[1] == R(0);
-    while (n > 0) {
-        const int columns = panel_columns(n);
-        for (int64_t l = 0; l < k; ++l, to += 2 * columns)
-#pragma GCC ivdep
-            for (int c = 0; c < columns; ++c) {
-                const R* e = b + 2 * (l * s.rows + c * s.columns);
-                const R re = e[0], im = sign * e[1];
-                to[c] = one ? re : alpha[0] * re - alpha[1] * im;
-                to[columns + c] = one ? im : alpha[0] * im + alpha[1] * re;
-            }
-        b += 2 * columns * s.columns;
-        n -= columns;
+    for (int64_t j = 0; j < n;) {
+        const int columns = panel_columns(n - j);
+        pack_panel(k, b, j0 + j, l0, alpha, columns, columns, to);
+        to += 2 * columns * k;
+        j += columns;
     }
 }
 
 template <class R, int V>
-void tiles_of_columns(int columns, int64_t k, const R* a, const R* b, R* c, int64_t ldc, const Place& place)
+void tiles_of_columns(int columns, int64_t k, const R* a, const R* b, R* c, int64_t ldc,
+                      const Place<R>& place)
 {
     if (columns == complex_tile_columns)
         return complex_tile<R, V, complex_tile_columns>(k, a, b, c, ldc, place);
@@ -196,7 +281,9 @@ void multiply_panels(const ComplexProduct<R>& p, int64_t i0, int64_t m, int64_t 
             const int here = m - i < rows ? static_cast<int>(m - i) : rows;
             R* tile = p.c + 2 * (i0 + i + (j0 + j) * p.c_columns);
             const Position where = position(p.triangle, i0 + i, j0 + j, here, columns);
-            const Place place{i0 + i, j0 + j, here, where == Position::across ? p.triangle : 'A', from_zero};
+            const R* next = i + here < m ? tile + 2 * here : tile + 2 * (columns * p.c_columns - i);
+            const Place<R> place{next,     i0 + i, j0 + j, here, where == Position::across ? p.triangle : 'A',
+                                 from_zero};
             if (where != Position::outside) {
                 if (complex_tile_vectors > 1 && rows == most_rows<R>)
                     tiles_of_columns<R, complex_tile_vectors>(columns, k, panel, b, tile, p.c_columns, place);
@@ -289,50 +376,29 @@ void direct(const ComplexProduct<R>* p)
 
 // ---- large sizes ------------------------------------------------------------------------------------------
 
-constexpr int64_t depth = 192;
-constexpr int64_t block_columns = 1536;
-
 template <class R>
-constexpr int64_t block_rows = 384 * 1024 / depth /
-                               static_cast<int64_t>(2 * sizeof(R)) / most_rows<R>* most_rows<R>;
-
-constexpr int64_t smaller(int64_t a, int64_t b) { return a < b ? a : b; }
-
-template <class R>
-int64_t rows_of_work(int64_t m)
+void packed(const ComplexProduct<R>* product, Blocks blocks, R* packed_a, R* packed_b)
 {
-    return smaller((m + lanes<R> - 1) / lanes<R> * lanes<R>, block_rows<R>);
-}
-
-template <class R>
-int64_t workspace(int64_t m, int64_t n, int64_t k)
-{
-    return 2 * (rows_of_work<R>(m) + smaller(n, block_columns)) * smaller(k, depth);
-}
-
-template <class R>
-void packed(const ComplexProduct<R>* p, R* work)
-{
-    R* packed_a = work;
-    R* packed_b = work + 2 * rows_of_work<R>(p->m) * smaller(p->k, depth);
-    for (int64_t j = 0; j < p->n; j += block_columns) {
-        const int64_t n = smaller(p->n - j, block_columns);
-        for (int64_t l = 0; l < p->k; l += depth) {
-            const int64_t k = smaller(p->k - l, depth);
-            pack_b(k, n, p->b + 2 * (l * p->b_rows + j * p->b_columns), {p->b_rows, p->b_columns},
-                   p->b_conjugate, p->alpha, packed_b);
-            for (int64_t i = 0; i < p->m; i += block_rows<R>) {
-                const int64_t m = smaller(p->m - i, block_rows<R>);
-                pack_a(m, k, p->a + 2 * (i * p->a_rows + l * p->a_columns), {p->a_rows, p->a_columns},
-                       p->a_conjugate, packed_a);
-                multiply_panels(*p, i, m, j, n, k, packed_a, packed_b, p->from_zero && l == 0);
+    const ComplexProduct<R>& p = *product;
+    const Whole<R> a{{p.a, p.a_rows, p.a_columns, p.a_conjugate ? R(-1) : R(1)}, p.a_stored, p.hermitian};
+    const Whole<R> b{
+        {p.b, p.b_columns, p.b_rows, p.b_conjugate ? R(-1) : R(1)}, turned_triangle(p.b_stored), p.hermitian};
+    for (int64_t j = 0; j < p.n; j += blocks.columns) {
+        const int64_t n = smaller(p.n - j, blocks.columns);
+        for (int64_t l = 0; l < p.k; l += blocks.depth) {
+            const int64_t k = smaller(p.k - l, blocks.depth);
+            pack_b(k, n, b, j, l, p.alpha, packed_b);
+            for (int64_t i = 0; i < p.m; i += blocks.rows) {
+                const int64_t m = smaller(p.m - i, blocks.rows);
+                pack_a(m, k, a, i, l, packed_a);
+                multiply_panels(p, i, m, j, n, k, packed_a, packed_b, p.from_zero && l == 0);
             }
         }
     }
 }
 
 template <class R>
-constexpr ComplexLevel3<R> complex_loops = {direct<R>, packed<R>, workspace<R>};
+constexpr ComplexLevel3<R> complex_loops = {most_rows<R>, complex_tile_columns, direct<R>, packed<R>};
 
 }  // namespace
 

@@ -84,15 +84,22 @@ struct Product {
     R alpha;
     R* c;
     int64_t c_columns;
-    bool from_zero;  // the sums start from zero instead of C
-    char triangle;   // L or U: only this triangle of C is read and written
+    bool from_zero;       // the sums start from zero instead of C
+    char triangle;        // L or U: only this triangle of C is read and written
+    char a_stored = 'A';  // L or U: of a symmetric A this triangle is read
+    char b_stored = 'A';
+};
+
+// Packed panels of A(rows, depth) and B(depth, columns) that a product goes through. Rows are whole tiles.
+struct Blocks {
+    int64_t depth, rows, columns;
 };
 
 template <class R>
 struct RealLevel3 {
-    void (*direct)(const Product<R>*);           // needs a_rows = 1, alpha = 1 and no triangle
-    void (*packed)(const Product<R>*, R* work);  // any strides
-    int64_t (*workspace)(int64_t m, int64_t n, int64_t k);
+    int tile_rows, tile_columns;
+    void (*direct)(const Product<R>*);  // needs a_rows = 1, alpha = 1, no triangle and no symmetry
+    void (*packed)(const Product<R>*, Blocks, R* packed_a, R* packed_b);  // any strides
     // to(columns, rows) by columns `ldto` apart = the transpose of A(rows, columns) by columns lda apart
     void (*transpose)(int64_t rows, int64_t columns, const R* a, int64_t lda, R* to, int64_t ldto);
 };
@@ -112,14 +119,16 @@ struct ComplexProduct {
     int64_t c_columns;
     bool from_zero;
     char triangle;
+    char a_stored = 'A';
+    char b_stored = 'A';
+    bool hermitian = false;  // what is not stored is the conjugate, and the diagonal is real
 };
 
 template <class R>
 struct ComplexLevel3 {
-    void (*direct)(
-        const ComplexProduct<R>*);  // needs a_rows = 1, alpha = 1, A not conjugated and no triangle
-    void (*packed)(const ComplexProduct<R>*, R* work);
-    int64_t (*workspace)(int64_t m, int64_t n, int64_t k);
+    int tile_rows, tile_columns;
+    void (*direct)(const ComplexProduct<R>*);  // as above, and A not conjugated
+    void (*packed)(const ComplexProduct<R>*, Blocks, R* packed_a, R* packed_b);
 };
 
 // Small lower triangles applied to blocks of rows, see triangle.cpp. A block has `width` columns (complex

@@ -25,6 +25,12 @@ constexpr int tile_vectors = 2, tile_columns = 4;
 constexpr int complex_tile_vectors = 1, complex_tile_columns = 4;
 #endif
 
+constexpr int64_t smaller(int64_t a, int64_t b) { return a < b ? a : b; }
+constexpr int64_t clamped(int64_t x, int64_t least, int64_t most)
+{
+    return x < least ? least : x < most ? x : most;
+}
+
 // to(columns, rows) = the transpose of A(rows, columns); both by columns, lda and ldto apart.
 template <class R, int L = lanes<R>>
 inline void transpose_matrix(int64_t rows, int64_t columns, const R* a, int64_t lda, R* to, int64_t ldto)
@@ -102,6 +108,9 @@ inline bool is_in(char triangle, int64_t i, int64_t j)
 {
     return triangle == 'L' ? i >= j : triangle == 'U' ? i <= j : true;
 }
+
+// The panels of the second factor see its rows as columns.
+inline char turned_triangle(char stored) { return stored == 'L' ? 'U' : stored == 'U' ? 'L' : 'A'; }
 
 }  // namespace
 }  // namespace orvel::kernels
