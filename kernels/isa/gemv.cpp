@@ -14,41 +14,64 @@ using isa::held;
 using isa::Wide;
 using isa::wide;
 
-// V vectors of rows stay in registers while N columns pass.
-template <class R, int V, int N>
+// Whether the columns come from a cache or from memory, where those of the next strip are fetched ahead. In a
+// cache that only costs.
+enum class Distance { near, far };
+
+template <Distance distance, class R, int V, int N>
+inline __attribute__((always_inline)) void fetch_next_strip(const R* a, int64_t lda)
+{
+    if constexpr (distance == Distance::far)
+#pragma GCC unroll 8
+        for (int j = N; j < 2 * N; ++j)
+#pragma GCC unroll 8
+            for (int v = 0; v < V; ++v) __builtin_prefetch(a + j * lda + v * lanes<R>, 0, 2);
+}
+
+// V vectors of L rows stay in registers while N columns pass.
+template <class R, int L, int V, int N>
 inline void add_block(const R* a, int64_t lda, const R* x, R* y)
 {
-    constexpr int L = lanes<R>;
-    Wide<R> sum[V];
+    Vector<R, L> sum[V];
 #pragma GCC unroll 8
-    for (int v = 0; v < V; ++v) sum[v] = wide(y + v * L);
+    for (int v = 0; v < V; ++v) sum[v] = at<L>(y + v * L);
 #pragma GCC unroll 8
     for (int j = 0; j < N; ++j)
 #pragma GCC unroll 8
-        for (int v = 0; v < V; ++v) sum[v] += wide(a + j * lda + v * L) * x[j];
+        for (int v = 0; v < V; ++v) sum[v] += at<L>(a + j * lda + v * L) * x[j];
 #pragma GCC unroll 8
-    for (int v = 0; v < V; ++v) wide(y + v * L) = sum[v];
+    for (int v = 0; v < V; ++v) at<L>(y + v * L) = sum[v];
 }
 
-template <class R, int N>
+// Rows that are left over go to ever narrower vectors.
+template <class R, int L, int N>
+inline void add_rest(int64_t m, const R* a, int64_t lda, const R* x, R* y)
+{
+    if (m >= L) {
+        add_block<R, L, 1, N>(a, lda, x, y);
+        m -= L, a += L, y += L;
+    }
+    if constexpr (L > 1) add_rest<R, L / 2, N>(m, a, lda, x, y);
+}
+
+template <class R, int N, Distance distance = Distance::near>
 void add_strip(int64_t m, const R* a, int64_t lda, const R* x, R* y)
 {
     constexpr int L = lanes<R>;
     int64_t i = 0;
-    for (; i + 2 * L <= m; i += 2 * L) add_block<R, 2, N>(a + i, lda, x, y + i);
-    for (; i + L <= m; i += L) add_block<R, 1, N>(a + i, lda, x, y + i);
-    for (; i < m; ++i) {
-        R sum = y[i];
-#pragma GCC unroll 8
-        for (int j = 0; j < N; ++j) sum += a[j * lda + i] * x[j];
-        y[i] = sum;
+    for (; i + 2 * L <= m; i += 2 * L) {
+        fetch_next_strip<distance, R, 2, N>(a + i, lda);
+        add_block<R, L, 2, N>(a + i, lda, x, y + i);
     }
+    add_rest<R, L, N>(m - i, a + i, lda, x, y + i);
 }
 
 template <class R>
 void add_columns(int64_t m, int64_t n, const R* a, int64_t lda, const R* x, R* y)
 {
     int64_t j = 0;
+    if (m * n >= far<R>)
+        for (; j + 8 <= n; j += 8) add_strip<R, 8, Distance::far>(m, a + j * lda, lda, x + j, y);
     for (; j + 8 <= n; j += 8) add_strip<R, 8>(m, a + j * lda, lda, x + j, y);
     for (; j + 2 <= n; j += 2) add_strip<R, 2>(m, a + j * lda, lda, x + j, y);
     for (; j < n; ++j) add_strip<R, 1>(m, a + j * lda, lda, x + j, y);
@@ -87,7 +110,28 @@ inline void total_of_pairs(Wide<R> sum, R& even, R& odd)
     }
 }
 
-template <class R, int N>
+// Adds to sums of N columns what is left of them, in ever narrower vectors: the sums of all lanes.
+template <class R, int L, int N>
+inline void add_rest_of_dots(const Vector<R, L> (&sum)[N], int64_t m, const R* a, int64_t lda, const R* x,
+                             R* y)
+{
+    if constexpr (L == 1) {
+#pragma GCC unroll 8
+        for (int j = 0; j < N; ++j) y[j] = sum[j];
+    } else {
+        Vector<R, L / 2> half[N];
+#pragma GCC unroll 8
+        for (int j = 0; j < N; ++j) half[j] = isa::fold<R, L>(sum[j]);
+        if (m >= L / 2) {
+#pragma GCC unroll 8
+            for (int j = 0; j < N; ++j) half[j] += at<L / 2>(a + j * lda) * at<L / 2>(x);
+            m -= L / 2, a += L / 2, x += L / 2;
+        }
+        add_rest_of_dots<R, L / 2, N>(half, m, a, lda, x, y);
+    }
+}
+
+template <class R, int N, Distance distance = Distance::near>
 void dot_strip(int64_t m, const R* a, int64_t lda, const R* x, R* y)
 {
     constexpr int L = lanes<R>;
@@ -96,6 +140,7 @@ void dot_strip(int64_t m, const R* a, int64_t lda, const R* x, R* y)
     for (int j = 0; j < N; ++j) sum[j][0] = sum[j][1] = Wide<R>{};
     int64_t i = 0;
     for (; i + 2 * L <= m; i += 2 * L) {
+        fetch_next_strip<distance, R, 2, N>(a + i, lda);
         const Wide<R> low = wide(x + i), high = wide(x + i + L);
 #pragma GCC unroll 8
         for (int j = 0; j < N; ++j) {
@@ -103,18 +148,23 @@ void dot_strip(int64_t m, const R* a, int64_t lda, const R* x, R* y)
             sum[j][1] += wide(a + j * lda + i + L) * high;
         }
     }
+    Wide<R> both[N];
 #pragma GCC unroll 8
-    for (int j = 0; j < N; ++j) {
-        R rest = 0;
-        for (int64_t k = i; k < m; ++k) rest += a[j * lda + k] * x[k];
-        y[j] = total<R>(sum[j][0] + sum[j][1]) + rest;
+    for (int j = 0; j < N; ++j) both[j] = sum[j][0] + sum[j][1];
+    if (i + L <= m) {
+#pragma GCC unroll 8
+        for (int j = 0; j < N; ++j) both[j] += wide(a + j * lda + i) * wide(x + i);
+        i += L;
     }
+    add_rest_of_dots<R, L, N>(both, m - i, a + i, lda, x + i, y);
 }
 
 template <class R>
 void dot_columns(int64_t m, int64_t n, const R* a, int64_t lda, const R* x, R* y)
 {
     int64_t j = 0;
+    if (m * n >= far<R>)
+        for (; j + 4 <= n; j += 4) dot_strip<R, 4, Distance::far>(m, a + j * lda, lda, x, y + j);
     for (; j + 4 <= n; j += 4) dot_strip<R, 4>(m, a + j * lda, lda, x, y + j);
     for (; j < n; ++j) dot_strip<R, 1>(m, a + j * lda, lda, x, y + j);
 }
