@@ -58,7 +58,7 @@ constexpr int64_t far = (16 << 20) / static_cast<int64_t>(sizeof(R));
 template <class R>
 constexpr int narrow = 16 / static_cast<int>(sizeof(R));
 
-// Calls work(lanes, i) for all i: four vectors of N numbers at a time, then single ones, then ever narrower
+// Calls work(lanes, i) from i on: four vectors of N numbers at a time, then single ones, then ever narrower
 // ones. `finest` is the narrowest width, 1 or 2; n is a multiple of it.
 template <class R, int N, int finest, class F>
 inline __attribute__((always_inline)) void for_rest(int64_t i, int64_t n, F work)
@@ -71,10 +71,9 @@ inline __attribute__((always_inline)) void for_rest(int64_t i, int64_t n, F work
 }
 
 template <class R, int N, int finest, class F>
-inline __attribute__((always_inline)) void for_width(int64_t n, F work)
+inline __attribute__((always_inline)) void for_width(int64_t i, int64_t n, F work)
 {
     typedef Lanes<R, N> L;
-    int64_t i = 0;
     for (; n - i >= 4 * N; i += 4 * N) {
         work(L(), i);
         work(L(), i + N);
@@ -94,9 +93,37 @@ template <class R, int finest, class F>
 inline __attribute__((always_inline)) void for_lanes(int64_t n, F work)
 {
     if (n < far<R>)
-        for_width<R, written<R>, finest>(n, work);
+        for_width<R, written<R>, finest>(0, n, work);
     else
-        for_width<R, narrow<R>, finest>(n, work);
+        for_width<R, narrow<R>, finest>(0, n, work);
+}
+
+// The `lead` numbers in front, less than N, in ever wider vectors.
+template <class R, int N, int width, class F>
+inline __attribute__((always_inline)) void for_lead(int64_t i, int64_t lead, F work)
+{
+    if constexpr (width < N) {
+        if ((lead & width) != 0) {
+            work(Lanes<R, width>(), i);
+            i += width;
+        }
+        for_lead<R, N, 2 * width>(i, lead, work);
+    }
+}
+
+// The same where y is written, with stores that do not cross lines. The work on one number has at most one
+// product to a sum, so that vectors of all widths, among which the address of y chooses, give the same bits.
+template <class R, int finest, class F>
+inline __attribute__((always_inline)) void for_stores(const R* y, int64_t n, F work)
+{
+    constexpr int N = written<R>, worthwhile = 8 * N;
+    constexpr int64_t mask = N * sizeof(R) - 1;
+    const int64_t bytes = -reinterpret_cast<intptr_t>(y) & mask,
+                  lead = bytes / static_cast<int64_t>(sizeof(R));
+    if (n < worthwhile || n >= far<R> || bytes % (finest * static_cast<int64_t>(sizeof(R))) != 0)
+        return for_lanes<R, finest>(n, work);
+    for_lead<R, N, finest>(0, lead, work);
+    for_width<R, N, finest>(lead, n, work);
 }
 
 }  // namespace

@@ -11,7 +11,15 @@ using isa::held;
 template <class R>
 void copy(int64_t n, const R* x, R* y)
 {
-    for_lanes<R, 1>(n, [=](auto l, int64_t i) { l.store(y + i, l.load(x + i)); });
+    // The C library knows best how this machine moves much memory.
+    constexpr int64_t much = 512;
+    const int64_t bytes = n * static_cast<int64_t>(sizeof(R));
+    const int64_t distance = reinterpret_cast<intptr_t>(y) - reinterpret_cast<intptr_t>(x);
+    if (n >= much && (distance >= bytes || distance <= -bytes)) {
+        __builtin_memcpy(y, x, static_cast<uint64_t>(bytes));
+        return;
+    }
+    for_stores<R, 1>(y, n, [=](auto l, int64_t i) { l.store(y + i, l.load(x + i)); });
 }
 
 template <class R>
@@ -27,20 +35,19 @@ void swap(int64_t n, R* x, R* y)
 template <class R>
 void axpy(int64_t n, R a, const R* x, R* y)
 {
-    for_lanes<R, 1>(n, [=](auto l, int64_t i) { l.store(y + i, a * l.load(x + i) + l.load(y + i)); });
+    for_stores<R, 1>(y, n, [=](auto l, int64_t i) { l.store(y + i, a * l.load(x + i) + l.load(y + i)); });
 }
 
-// In place this is a single stream, for which narrow loads gain nothing.
 template <class R>
 void scale(int64_t n, R a, const R* x, R* y)
 {
-    for_width<R, written<R>, 1>(n, [=](auto l, int64_t i) { l.store(y + i, a * l.load(x + i)); });
+    for_stores<R, 1>(y, n, [=](auto l, int64_t i) { l.store(y + i, a * l.load(x + i)); });
 }
 
 template <class R>
 void multiply(int64_t n, const R* x, const R* y, R* z)
 {
-    for_lanes<R, 1>(n, [=](auto l, int64_t i) { l.store(z + i, l.load(x + i) * l.load(y + i)); });
+    for_stores<R, 1>(z, n, [=](auto l, int64_t i) { l.store(z + i, l.load(x + i) * l.load(y + i)); });
 }
 
 template <class R>
@@ -58,7 +65,7 @@ template <class R>
 void complex_axpy(int64_t n, R a, R b, const R* x, R* y)
 {
     const Pairs<R> turn(-b, b);
-    for_lanes<R, 2>(n, [=](auto l, int64_t i) {
+    for_stores<R, 2>(y, n, [=](auto l, int64_t i) {
         const auto v = held(l.load(x + i));
         l.store(y + i, turn.of(l) * l.exchanged(v) + (a * v + l.load(y + i)));
     });
