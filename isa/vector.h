@@ -150,6 +150,15 @@ inline V held(V v)
     return v;
 }
 
+// The same address, which the compiler takes for another: what was computed from it before is computed again instead
+// of being kept, where there are more addresses than registers.
+template <class R>
+inline R* anew(R* p)
+{
+    __asm__("" : "+r"(p));
+    return p;
+}
+
 // Lane k of the result is lane places[k] of both vectors in a row, or of the one. The places are known when
 // the caller is compiled; one compiler makes a shuffle of the numbers one by one.
 template <class V, class Places>

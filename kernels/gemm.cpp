@@ -53,9 +53,9 @@ void gemm(const char* transa, const char* transb, const int32_t* m, const int32_
     const bool multiplies = *k > 0 && *alpha != T(0), from_zero = multiplies && *beta == T(0);
     if (!from_zero) scale<T>(*m, *n, *beta, target);
     if (!multiplies) return;
-    if (!plain_a || *alpha != T(1) ||
-        !add_small_product<T>(*m, *n, *k, a, *lda, b, plain_b ? 1 : *ldb, plain_b ? *ldb : 1,
-                              is_letter(transb, 'C'), c, *ldc, from_zero))
+    if (*alpha != T(1) ||
+        !add_small_product<T>(*m, *n, *k, a, plain_a ? 1 : *lda, plain_a ? *lda : 1, b, plain_b ? 1 : *ldb,
+                              plain_b ? *ldb : 1, is_letter(transb, 'C'), c, *ldc, from_zero))
         add_product<T>(*m, *n, *k, *alpha, operand(a, *lda, transa), operand(b, *ldb, transb), target,
                        {from_zero});
 }

@@ -163,19 +163,40 @@ bool by_panels(const Task& p)
 
 }  // namespace
 
+namespace {
+
+// A by rows is turned on the stack. A function of its own, so that others do not make room for it.
+template <class R>
+[[gnu::noinline]] bool add_small_turned_product(Product<R> p)
+{
+    constexpr int64_t room = 16384 / sizeof(R);
+    if (p.a_columns != 1 || p.m * p.k > room) return false;
+    alignas(64) R turned[room];
+    const auto& run = product_loops<R>();
+    run.transpose(p.k, p.m, p.a, p.a_rows, turned, p.m);
+    p.a = turned, p.a_rows = 1, p.a_columns = p.m;
+    run.direct(&p);
+    return true;
+}
+
+}  // namespace
+
 template <class T>
-bool add_small_product(int64_t m, int64_t n, int64_t k, const T* a, int64_t lda, const T* b, int64_t b_rows,
-                       int64_t b_columns, bool b_conjugated, T* c, int64_t ldc, bool from_zero)
+bool add_small_product(int64_t m, int64_t n, int64_t k, const T* a, int64_t a_rows, int64_t a_columns,
+                       const T* b, int64_t b_rows, int64_t b_columns, bool b_conjugated, T* c, int64_t ldc,
+                       bool from_zero)
 {
     if (m > direct_limit<T> || k > direct_limit<T>) return false;
     const auto& run = product_loops<T>();
     if constexpr (is_complex<T>) {
-        const ComplexProduct<Part<T>> p{m,         n,      k,         parts(a),     1,      lda,      false,
-                                        parts(b),  b_rows, b_columns, b_conjugated, {1, 0}, parts(c), ldc,
+        if (a_rows != 1) return false;
+        const ComplexProduct<Part<T>> p{m,         n,      k,         parts(a),     1,      a_columns, false,
+                                        parts(b),  b_rows, b_columns, b_conjugated, {1, 0}, parts(c),  ldc,
                                         from_zero, 'A'};
         run.direct(&p);
     } else {
-        const Product<T> p{m, n, k, a, 1, lda, b, b_rows, b_columns, T(1), c, ldc, from_zero, 'A'};
+        const Product<T> p{m, n, k, a, a_rows, a_columns, b, b_rows, b_columns, T(1), c, ldc, from_zero, 'A'};
+        if (a_rows != 1) return add_small_turned_product(p);
         run.direct(&p);
     }
     return true;
@@ -189,7 +210,7 @@ void add_to_columns(int64_t m, int64_t n, int64_t k, T alpha, const Factor<T>& a
                     const View<T>& c, bool from_zero)
 {
     if (a.view.rows == 1 && !a.conjugated && alpha == T(1) &&
-        add_small_product(m, n, k, a.view.p, a.view.columns, b.view.p, b.view.rows, b.view.columns,
+        add_small_product(m, n, k, a.view.p, 1, a.view.columns, b.view.p, b.view.rows, b.view.columns,
                           b.conjugated, c.p, c.columns, from_zero))
         return;
     constexpr int64_t small = stack_block<T>;
@@ -252,14 +273,14 @@ template void add_product(int64_t, int64_t, int64_t, std::complex<float>, Factor
 template void add_product(int64_t, int64_t, int64_t, std::complex<double>, Factor<std::complex<double>>,
                           Factor<std::complex<double>>, View<std::complex<double>>, Target);
 
-template bool add_small_product(int64_t, int64_t, int64_t, const float*, int64_t, const float*, int64_t,
-                                int64_t, bool, float*, int64_t, bool);
-template bool add_small_product(int64_t, int64_t, int64_t, const double*, int64_t, const double*, int64_t,
-                                int64_t, bool, double*, int64_t, bool);
-template bool add_small_product(int64_t, int64_t, int64_t, const std::complex<float>*, int64_t,
+template bool add_small_product(int64_t, int64_t, int64_t, const float*, int64_t, int64_t, const float*,
+                                int64_t, int64_t, bool, float*, int64_t, bool);
+template bool add_small_product(int64_t, int64_t, int64_t, const double*, int64_t, int64_t, const double*,
+                                int64_t, int64_t, bool, double*, int64_t, bool);
+template bool add_small_product(int64_t, int64_t, int64_t, const std::complex<float>*, int64_t, int64_t,
                                 const std::complex<float>*, int64_t, int64_t, bool, std::complex<float>*,
                                 int64_t, bool);
-template bool add_small_product(int64_t, int64_t, int64_t, const std::complex<double>*, int64_t,
+template bool add_small_product(int64_t, int64_t, int64_t, const std::complex<double>*, int64_t, int64_t,
                                 const std::complex<double>*, int64_t, int64_t, bool, std::complex<double>*,
                                 int64_t, bool);
 

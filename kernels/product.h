@@ -41,11 +41,12 @@ template <class T>
 bool add_symmetric_product(int64_t m, int64_t n, T alpha, SymmetricSide how, View<const T> a, View<const T> b,
                            View<T> c, bool from_zero);
 
-// The product of add_product for a small A by columns and alpha = 1, with as little as possible around the
-// tiles. False when the sizes are not for the tiles; nothing has been done then.
+// The product of add_product for a small A with alpha = 1, with as little as possible around the tiles. False
+// when the sizes or the form of A are not for the tiles; nothing has been done then.
 template <class T>
-bool add_small_product(int64_t m, int64_t n, int64_t k, const T* a, int64_t lda, const T* b, int64_t b_rows,
-                       int64_t b_columns, bool b_conjugated, T* c, int64_t ldc, bool from_zero);
+bool add_small_product(int64_t m, int64_t n, int64_t k, const T* a, int64_t a_rows, int64_t a_columns,
+                       const T* b, int64_t b_rows, int64_t b_columns, bool b_conjugated, T* c, int64_t ldc,
+                       bool from_zero);
 
 // C = beta * C, with C not read when beta is 0; only the part that `uplo` names when it is U or L. A real
 // beta scales the parts of a complex C.

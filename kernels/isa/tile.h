@@ -40,11 +40,19 @@ inline void transpose_matrix(int64_t rows, int64_t columns, const R* a, int64_t 
         int64_t j = 0;
         for (; j + L <= columns; j += L) {
             Vector<R, L> x[L];
+            const R* from = a + i + j * lda;
 #pragma GCC unroll 16
-            for (int k = 0; k < L; ++k) x[k] = at<L>(a + i + (j + k) * lda);
+            for (int k = 0; k < L; ++k) {
+                x[k] = at<L>(from);
+                from = isa::anew(from + lda);
+            }
             isa::transpose<R, L>(x);
+            R* row = to + j + i * ldto;
 #pragma GCC unroll 16
-            for (int k = 0; k < L; ++k) at<L>(to + j + (i + k) * ldto) = x[k];
+            for (int k = 0; k < L; ++k) {
+                at<L>(row) = x[k];
+                row = isa::anew(row + ldto);
+            }
         }
         for (; j < columns; ++j)
             for (int k = 0; k < L; ++k) to[j + (i + k) * ldto] = a[i + k + j * lda];
@@ -82,6 +90,7 @@ inline __attribute__((always_inline)) void real_tile(int64_t k, const R* a, int6
         a += a_step;
         b += Packed ? N : bs.rows;
     }
+    c = isa::anew(c);
 #pragma GCC unroll 16
     for (int j = 0; j < N; ++j)
 #pragma GCC unroll 16
