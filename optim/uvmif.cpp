@@ -25,6 +25,19 @@ T with_sign_of(T length, T sign)
     return sign < T(0) ? -std::abs(length) : std::abs(length);
 }
 
+// Whether x / y > 0, and whether x / y < 1 for y other than 0: a search waits for its divisions more than for anything
+// else.
+template <class T>
+bool same_direction(T x, T y)
+{
+    return (x > T(0) && y > T(0)) || (x < T(0) && y < T(0));
+}
+template <class T>
+bool less_of(T x, T y)
+{
+    return y < T(0) ? x > y : x < y;
+}
+
 // One search. b is the best point. From the enclosure on, b lies between a and c, and d, the last point given
 // up, beyond a.
 template <class T>
@@ -165,7 +178,7 @@ typename Search<T>::Next Search<T>::probe()
     const T length = std::max(T(0.9) * acc_, T(0.01) * std::abs(b_.x - a_.x));
     T y = b_.x + with_sign_of(length, a_.x - b_.x);
     if (std::abs(y - b_.x) > std::abs(y - a_.x)) y = (b_.x + a_.x) / T(2);
-    if (!((b_.x - y) / (b_.x - a_.x) > T(0))) return is_at_bound;
+    if (!same_direction(b_.x - y, b_.x - a_.x)) return is_at_bound;
     x_ = y;
     stage_ = probing;
     return evaluate;
@@ -177,7 +190,7 @@ typename Search<T>::Next Search<T>::probe()
 template <class T>
 typename Search<T>::Next Search<T>::update_enclosure()
 {
-    if (!((b_.x - a_.x) / (c_.x - d_.x) > T(0))) std::swap(c_, d_);
+    if (!same_direction(b_.x - a_.x, c_.x - d_.x)) std::swap(c_, d_);
     if (c_.f != b_.f && d_.f == b_.f && a_.f == b_.f) {
         std::swap(a_, b_);
         std::swap(c_, d_);
@@ -198,7 +211,7 @@ T Search<T>::least_step(T s1, T s2)
         least = T(0);
     } else {
         const T s3 = (d_.f - a_.f) / (d_.x - a_.x);
-        if ((s3 - s2) / width < T(0))
+        if (same_direction(s2 - s3, width))
             least = std::min(least, T(0.5) * std::abs((width / (s2 - s1) + (d_.x - b_.x) / (s3 - s2)) * s2));
     }
     return std::max(least, T(0.9) * acc_);
@@ -210,11 +223,11 @@ typename Search<T>::Next Search<T>::interpolate()
     const T s1 = (b_.f - c_.f) / (b_.x - c_.x), s2 = (a_.f - b_.f) / (a_.x - b_.x);
     const T least = least_step(s1, s2);
     const T vertex = s1 == s2 ? b_.x : ((b_.x + a_.x) * s1 - (b_.x + c_.x) * s2) * T(0.5) / (s1 - s2);
-    if ((c_.x - b_.x) / (b_.x - a_.x) < T(1)) std::swap(a_, c_);
+    if (less_of(c_.x - b_.x, b_.x - a_.x)) std::swap(a_, c_);
     const T w = c_.x - b_.x;
     if (acc_ >= std::abs(w)) return converged;
     const T y = choice(vertex, least);
-    if (y == b_.x || !((c_.x - y) / w > T(0)) || !((y - a_.x) / w > T(0))) return fall_back();
+    if (y == b_.x || !same_direction(c_.x - y, w) || !same_direction(y - a_.x, w)) return fall_back();
     x_ = y;
     return evaluate;
 }
