@@ -79,8 +79,9 @@ void q3ag(frame::State& s, T (*f)(const T*), T a, T b, T errabs, T errrel, int32
 
 // False when there is no storage for the lists of a front, and then nothing is changed.
 template <class T>
-bool integrate_into(frame::State& s, T (*f)(const T*), T a, T b, T errabs, T errrel, int32_t irule, T* result,
-                    T* esterr, int32_t* neval, int32_t* nsub, Pieces<T>& pieces)
+[[gnu::always_inline]] inline bool integrate_into(frame::State& s, T (*f)(const T*), T a, T b, T errabs,
+                                                  T errrel, int32_t irule, T* result, T* esterr,
+                                                  int32_t* neval, int32_t* nsub, Pieces<T>& pieces)
 {
     Routine<T, "Q2AG"> me(s);
     if (pieces.room() < 1)

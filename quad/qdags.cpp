@@ -189,8 +189,9 @@ void q3ags(frame::State& s, T (*f)(const T*), T a, T b, T errabs, T errrel, int3
 
 // False when there is no storage for the lists of a front, and then nothing is changed.
 template <class T>
-bool integrate_into(frame::State& s, T (*f)(const T*), T a, T b, T errabs, T errrel, T* result, T* esterr,
-                    int32_t* neval, int32_t* nsub, Pieces<T>& pieces)
+[[gnu::always_inline]] inline bool integrate_into(frame::State& s, T (*f)(const T*), T a, T b, T errabs,
+                                                  T errrel, T* result, T* esterr, int32_t* neval,
+                                                  int32_t* nsub, Pieces<T>& pieces)
 {
     Routine<T, "Q2AGS"> me(s);
     if (pieces.room() < 1)

@@ -53,9 +53,8 @@ double wide(T x)
     return static_cast<double>(x);
 }
 
-// TERMINAL errors of the arguments that both workers have; `code` is that of the first.
 template <class Me, class T>
-void check_tolerance(Me& me, int32_t code, T errabs, T errrel)
+[[gnu::cold, gnu::noinline]] void refuse_tolerance(Me& me, int32_t code, T errabs, T errrel)
 {
     if (errabs < T(0))
         me.post(terminal, code, "The absolute error desired ERRABS = %(R1).  It must be at least zero.",
@@ -72,6 +71,16 @@ void check_tolerance(Me& me, int32_t code, T errabs, T errrel)
             terminal, code + 3,
             "The relative error desired ERRREL = %(R1).  When ERRREL is greater than or equal to one, zero can always be returned as an answer.",
             {r(1, wide(errrel))});
+}
+
+// TERMINAL errors of the arguments that both workers have; `code` is that of the first.
+template <class Me, class T>
+inline void check_tolerance(Me& me, int32_t code, T errabs, T errrel)
+{
+    const bool good =
+        !(errabs < T(0)) && !(errrel < T(0)) && !(errrel >= T(1)) && !(errabs == T(0) && errrel == T(0));
+    if (!good) [[unlikely]]
+        refuse_tolerance(me, code, errabs, errrel);
 }
 
 template <class Me, class T>
