@@ -76,21 +76,35 @@ void add_evaluation(const std::string& order, int32_t n)
         }
         state.SetItemsProcessed(state.iterations() * static_cast<int64_t>(at.size()));
     });
-    benchmark::RegisterBenchmark((row + "GSL").c_str(), [=](benchmark::State& state) {
+    const std::string many = "DCSVALS|" + row.substr(row.find('|') + 1);
+    benchmark::RegisterBenchmark((many + "ours").c_str(), [=](benchmark::State& state) {
         Data d(n);
         const std::vector<double> at = arguments(d);
-        gsl_spline* const spline = gsl_spline_alloc(gsl_interp_cspline, static_cast<std::size_t>(n));
-        gsl_interp_accel* const accelerator = gsl_interp_accel_alloc();
-        gsl_spline_init(spline, d.x.data(), d.f.data(), static_cast<std::size_t>(n));
+        std::vector<double> values(at.size());
+        const int32_t nintv = n - 1, points = static_cast<int32_t>(at.size());
+        DCSINT(&n, d.x.data(), d.f.data(), d.brkpt.data(), d.spcoef.data());
         for (auto _ : state) {
-            double sum = 0;
-            for (const double& x : at) sum += gsl_spline_eval(spline, x, accelerator);
-            benchmark::DoNotOptimize(sum);
+            DCSVALS(&points, at.data(), &nintv, d.brkpt.data(), d.spcoef.data(), values.data());
+            benchmark::ClobberMemory();
         }
         state.SetItemsProcessed(state.iterations() * static_cast<int64_t>(at.size()));
-        gsl_interp_accel_free(accelerator);
-        gsl_spline_free(spline);
     });
+    for (const std::string& calls : {row, many})
+        benchmark::RegisterBenchmark((calls + "GSL").c_str(), [=](benchmark::State& state) {
+            Data d(n);
+            const std::vector<double> at = arguments(d);
+            gsl_spline* const spline = gsl_spline_alloc(gsl_interp_cspline, static_cast<std::size_t>(n));
+            gsl_interp_accel* const accelerator = gsl_interp_accel_alloc();
+            gsl_spline_init(spline, d.x.data(), d.f.data(), static_cast<std::size_t>(n));
+            for (auto _ : state) {
+                double sum = 0;
+                for (const double& x : at) sum += gsl_spline_eval(spline, x, accelerator);
+                benchmark::DoNotOptimize(sum);
+            }
+            state.SetItemsProcessed(state.iterations() * static_cast<int64_t>(at.size()));
+            gsl_interp_accel_free(accelerator);
+            gsl_spline_free(spline);
+        });
 }
 
 const int registered = [] {
@@ -99,8 +113,10 @@ const int registered = [] {
         add_construction("DCSPER", n, DCSPER, gsl_interp_cspline_periodic);
         add_construction("DCSAKM", n, DCSAKM, gsl_interp_akima);
     }
-    add_evaluation("ascending", 1001);
-    add_evaluation("random", 1001);
+    for (const int32_t n : {4, 1001, 1000001}) {
+        add_evaluation("ascending", n);
+        add_evaluation("random", n);
+    }
     return 0;
 }();
 

@@ -6,34 +6,12 @@
 #include <algorithm>
 
 #include "frame/export.h"
-#include "frame/routine.h"
+#include "interp/pieces.h"
 #include "orvel/interp.h"
 
 namespace orvel::interp {
 
 namespace {
-
-// A condition as a number: the compiler would jump on its parts.
-inline int64_t number(bool condition)
-{
-    int64_t value = condition;
-    asm("" : "+r"(value));
-    return value;
-}
-
-// The last of the pieces first to first + count - 1 that begins at x or before; the first one for others.
-template <class T>
-inline int64_t bisect(const T* brkpt, int64_t first, int64_t count, T x)
-{
-    const T* begin = brkpt + first;
-    while (count > 1) {
-        const int64_t half = count / 2;
-        const T* const middle = begin + half;
-        begin = __builtin_expect_with_probability(*middle <= x, 1, 0.5) ? middle : begin;  // not a jump
-        count -= half;
-    }
-    return begin - brkpt;
-}
 
 // Whether x is in the pieces first to last - 1, of which the outermost serve everything beyond.
 template <class T>
@@ -72,15 +50,6 @@ template <class T>
     if (k < pieces - 1 && (number(x >= brkpt[k]) & number(x < brkpt[k + 1])) != 0) [[likely]]
         return k;
     return search(s, brkpt, pieces, x);
-}
-
-// Taylor's sum of a derivative about the left end of a piece, order > ideriv >= 0.
-template <class T>
-inline T taylor(const T* c, int32_t order, int32_t ideriv, T h)
-{
-    T v = c[order - 1];
-    for (int32_t j = order - 1; j > ideriv; --j) v = v / static_cast<T>(j - ideriv) * h + c[j - 1];
-    return v;
 }
 
 template <class T>
@@ -122,14 +91,6 @@ template <class T>
 }
 
 template <class Frame>
-void check_pieces(Frame& me, int32_t nintv)
-{
-    if (nintv < 1)
-        me.post(terminal, 1, "The number of intervals must be at least 1 while NINTV = %(I1) is given. ",
-                {i(1, nintv)});
-}
-
-template <class Frame>
 void check_order(Frame& me, int32_t code, int32_t korder)
 {
     if (korder < 1)
@@ -142,10 +103,8 @@ template <class T>
 [[gnu::cold, gnu::noinline]] T refuse(frame::State& s, int32_t ideriv, int32_t korder, int32_t nintv)
 {
     Routine<T, "PPDER"> me(s);
-    check_pieces(me, nintv);
-    if (ideriv < 0)
-        me.post(terminal, 2, "The order of the derivative must be positive while IDERIV = %(I1) is given.",
-                {i(1, ideriv)});
+    check_pieces(me, 1, nintv);
+    check_derivative(me, 2, ideriv);
     check_order(me, 3, korder);
     return 0;
 }
@@ -204,7 +163,7 @@ template <class T>
 T ppitg_in_frame(frame::State& s, T a, T b, int32_t korder, int32_t nintv, const T* brkpt, const T* c)
 {
     Routine<T, "PPITG"> me(s);
-    check_pieces(me, nintv);
+    check_pieces(me, 1, nintv);
     check_order(me, 2, korder);
     if (me.failed() || a == b) return 0;
     const T low = a < b ? a : b, high = a < b ? b : a;

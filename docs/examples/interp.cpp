@@ -70,6 +70,13 @@ void evaluators()
     print("integral from 0 to 3", orvel::csitg(0, 3, squares.brkpt, squares.spcoef).value());
     // end
 
+    title("CSVALS, CSDERS");
+    // example CSVALS, CSDERS
+    const vector<double> at = {0.5, 2.5, 4.5};
+    print("values", orvel::csvals(at, squares.brkpt, squares.spcoef).value());
+    print("slopes", orvel::csders(1, at, squares.brkpt, squares.spcoef).value());
+    // end
+
     title("PPVAL, PPDER, PPITG, P3DER");
     // example PPVAL, PPDER, PPITG, P3DER
     // Two straight lines: 2 + 3 (x - 0), then 5 - (x - 1); orders are numbers of coefficients.

@@ -25,6 +25,8 @@ struct Members {
     static constexpr auto csper = member<T>(CSPER, DCSPER);
     static constexpr auto csval = member<T>(CSVAL, DCSVAL);
     static constexpr auto csder = member<T>(CSDER, DCSDER);
+    static constexpr auto csvals = member<T>(CSVALS, DCSVALS);
+    static constexpr auto csders = member<T>(CSDERS, DCSDERS);
     static constexpr auto csitg = member<T>(CSITG, DCSITG);
     static constexpr auto ppval = member<T>(PPVAL, DPPVAL);
     static constexpr auto ppder = member<T>(PPDER, DPPDER);
@@ -379,6 +381,45 @@ TYPED_TEST(Spline, Errors)
             "The required storage cannot be allocated.  The specified NDATA may be too large, where NDATA = 6.");
         EXPECT_EQ(std::count(this->brkpt.begin(), this->brkpt.end(), 0), 6);
     }
+}
+
+// Many points at once give what calls one by one give, whatever their order and whatever is among them.
+TYPED_TEST(Spline, ManyPointsHaveTheBitsOfSinglePoints)
+{
+    using Real = typename TypeParam::Real;
+    for (const int32_t n : {4, 5, 60, 5000}) {
+        this->make_data(n, false);
+        this->make(TypeParam::csint);
+        const Real* const b = this->brkpt.data();
+        const Real low = b[0], width = b[n - 1] - low;
+        std::mt19937 random(9);
+        std::uniform_real_distribution<Real> anywhere(low - width / 8, low + width * 9 / 8);
+        std::vector<Real> x(203);
+        for (Real& at : x) at = anywhere(random);
+        std::sort(x.begin() + 40, x.begin() + 100);  // ascending between points at random
+        std::copy_n(b, 4, x.begin() + 120);
+        x[50] = std::nanf("");
+        x[150] = -std::numeric_limits<Real>::infinity();
+        x[151] = std::numeric_limits<Real>::infinity();
+        for (const int32_t pieces : {1, 2, n - 1})
+            for (const int32_t points : {1, 15, 16, 17, 203})
+                for (int32_t ideriv = 0; ideriv < 5; ++ideriv) {
+                    std::vector<Real> values(x.begin(), x.begin() + points);  // in place
+                    values.push_back(77);
+                    if (ideriv == 0)
+                        TypeParam::csvals(&points, values.data(), &pieces, b, this->c.data(), values.data());
+                    else
+                        TypeParam::csders(&ideriv, &points, values.data(), &pieces, b, this->c.data(),
+                                          values.data());
+                    EXPECT_EQ(values.back(), 77);
+                    for (int32_t k = 0; k < points; ++k) {
+                        const Real one = TypeParam::csder(&ideriv, &x[k], &pieces, b, this->c.data());
+                        ASSERT_TRUE(values[k] == one || (std::isnan(values[k]) && std::isnan(one)))
+                            << n << " " << pieces << " " << ideriv << " at " << x[k];
+                    }
+                }
+    }
+    EXPECT_EQ(this->printed.take(), "");
 }
 
 // Each thread has a hint of its own, which the others' searches do not move.
