@@ -5,7 +5,6 @@
 
 #include "frame/scratch.h"
 #include "isa/caches.h"
-#include "kernels/isa/loops.h"
 #include "kernels/vectors.h"
 
 namespace orvel::kernels {
@@ -149,11 +148,27 @@ Blocks blocks_of(Tile tile, int64_t bytes, int64_t m, int64_t n, int64_t k)
             equal_parts(n, wide / tile.columns * tile.columns, tile.columns)};
 }
 
+}  // namespace
+
+template <class T>
+Blocks product_blocks(int64_t m, int64_t n, int64_t k)
+{
+    const auto& run = product_loops<T>();
+    return blocks_of({run.tile_rows, run.tile_columns}, sizeof(T), m, n, k);
+}
+
+template Blocks product_blocks<float>(int64_t, int64_t, int64_t);
+template Blocks product_blocks<double>(int64_t, int64_t, int64_t);
+template Blocks product_blocks<std::complex<float>>(int64_t, int64_t, int64_t);
+template Blocks product_blocks<std::complex<double>>(int64_t, int64_t, int64_t);
+
+namespace {
+
 template <class T, class Task>
 bool by_panels(const Task& p)
 {
     const auto& run = product_loops<T>();
-    const Blocks blocks = blocks_of({run.tile_rows, run.tile_columns}, sizeof(T), p.m, p.n, p.k);
+    const Blocks blocks = product_blocks<T>(p.m, p.n, p.k);
     Scratch<Part<T>> panels;
     constexpr int64_t parts = sizeof(T) / sizeof(Part<T>);
     if (!panels.allocate(parts * blocks.depth, blocks.rows + blocks.columns)) return false;

@@ -1,6 +1,7 @@
 // kernels/product.h - the matrix product that all level 3 kernels are built on
 #pragma once
 
+#include "kernels/isa/loops.h"
 #include "kernels/matrix.h"
 
 namespace orvel::kernels {
@@ -28,6 +29,10 @@ extern template void add_product(int64_t, int64_t, int64_t, std::complex<float>,
 extern template void add_product(int64_t, int64_t, int64_t, std::complex<double>,
                                  Factor<std::complex<double>>, Factor<std::complex<double>>,
                                  View<std::complex<double>>, Target);
+
+// The blocks that a large product goes through on this machine.
+template <class T>
+Blocks product_blocks(int64_t m, int64_t n, int64_t k);
 
 // C(m, n) += A * (alpha * B) with a symmetric or Hermitian A(m, m), or with such a B(n, n); C by columns. Of
 // that matrix one triangle, L or U, is read. False when there is no memory for panels; nothing has been done
