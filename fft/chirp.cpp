@@ -59,7 +59,7 @@ Blocks blocks_of(int64_t r)
     for (int64_t count = 1, length = 0; count <= most_chirp_blocks && length != shortest; ++count) {
         const int64_t size = (r + count - 1) / count;
         length = convolution_length(2 * size - 1 + count * size - r);
-        int64_t passes = std::bit_width(static_cast<uint64_t>(length));
+        auto passes = static_cast<int64_t>(std::bit_width(static_cast<uint64_t>(length)));
         if (length > longest) passes += passes / 2;
         const int64_t transforms = 2 * count + std::min(count, count / 2 + 1);
         const int64_t roots = count > 2 ? 3 * passes : passes;
