@@ -4,6 +4,15 @@
 // length r is a convolution with the chirp w(r)^(-h j^2), made by transforms of a length of small factors.
 // Source: L. Bluestein, A linear filtering approach to the computation of discrete Fourier transform, 1970.
 // Elements j and r - j of the chirp are equal, so that half of it is stored: cosine and sine in turn.
+//
+// The convolution is done in blocks: s inputs of block p give s results of block q by a transform of length
+// n >= 2 s - 1, with the elements of the chirp around (q - p) s; those around -d s are the same, backwards,
+// and so, but for a shift, are those around (P - d) s of P blocks, because s P is r or a little more. All
+// blocks together take the transforms of one long convolution, but shorter ones, which stay in the caches and
+// share one table of roots. Source: H. D. Helms, Fast Fourier transform method of computing difference
+// equations and simulating filters, 1967. Between calls nothing of it can be kept: the half of the spectrum
+// that is no mirror of the other has more than 2 r numbers, which is all that a work vector has beside
+// its scratch.
 #include "fft/chirp.h"
 
 #ifdef __linux__
@@ -11,6 +20,7 @@
 #endif
 
 #include <algorithm>
+#include <bit>
 
 #include "fft/transform.h"
 #include "frame/scratch.h"
@@ -19,13 +29,45 @@ namespace orvel::fft {
 
 namespace {
 
-// The shortest length from n on that is 1, 5/4 or 3/2 of a power of 2.
+// The least length from n on that is 1, 5/4 or 3/2 of a power of 2, and a multiple of `widest`.
+constexpr int64_t shortest = 5 * widest;
 int64_t convolution_length(int64_t n)
 {
-    int64_t best = 16;
+    int64_t best = 8 * widest;
     while (best < n) best *= 2;
     for (const int64_t eighths : {5, 6})
         if (best / 8 * eighths >= n) return best / 8 * eighths;
+    return best;
+}
+
+struct Blocks {
+    int64_t count, size, length;  // of the transforms
+    int64_t excess;               // of all together, beyond r
+
+    int64_t kernels() const { return std::min(count, count / 2 + 1); }
+};
+
+// The fastest ones by a count of operations: those of the transforms and the roots, and a product for each
+// pair. Transforms of more than `longest` numbers come from memory and take half as long again. Bits depend
+// on this choice, and so it knows neither the level nor the caches of the machine.
+template <class R>
+Blocks blocks_of(int64_t r)
+{
+    constexpr int64_t longest = (int64_t(2) << 20) / (2 * static_cast<int64_t>(sizeof(R))), call = 2500;
+    Blocks best = {};
+    int64_t least = INT64_MAX;
+    for (int64_t count = 1, length = 0; count <= most_chirp_blocks && length != shortest; ++count) {
+        const int64_t size = (r + count - 1) / count;
+        length = convolution_length(2 * size - 1 + count * size - r);
+        auto passes = static_cast<int64_t>(std::bit_width(static_cast<uint64_t>(length)));
+        if (length > longest) passes += passes / 2;
+        const int64_t transforms = 2 * count + std::min(count, count / 2 + 1);
+        const int64_t roots = count > 2 ? 3 * passes : passes;
+        const int64_t cost = length * (transforms * passes + roots + 2 * count * count) + call * count;
+        if (cost >= least) continue;
+        best = {count, size, length, count * size - r};
+        least = cost;
+    }
     return best;
 }
 
@@ -46,99 +88,118 @@ public:
     // `stored` is the chirp or null.
     [[nodiscard]] bool prepare(int64_t r, const R* stored);
 
-    // The transform of the r numbers that were put into input().
-    void run(Parts<R> z);
-    Parts<R> input() { return split_format<R>(a_, length_.n); }
+    // The transform of r numbers, which may be where their results go.
+    void run(const Parts<R>& in, const Parts<R>& out) const;
 
 private:
-    // `from` may be `to`.
-    void transform(R* from, R* to, bool forward) const
+    static constexpr int64_t beside = 16;  // a part is no power of two from the next
+
+    int64_t pitch() const { return blocks_.length + beside; }
+    Parts<R> parts(R* spectra, int64_t k) const
     {
-        const int64_t n = length_.n;
-        fft::transform<R>(length_, tables_,
-                          {split_format(from, n, forward), split_format(to, n, forward), scratch_, nullptr,
-                           numbers_of_scratch<R>(length_)});
+        R* const re = spectra + 2 * k * pitch();
+        return {re, re + pitch(), 1};
     }
+    int64_t size_of(int64_t block) const { return std::min(blocks_.size, r_ - block * blocks_.size); }
+    void transform(const Parts<R>& from, const Parts<R>& to) const
+    {
+        fft::transform<R>(factors_, tables_, {from, to, scratch_, nullptr, numbers_of_scratch<R>(factors_)});
+    }
+    void make_chirp();
+    void make_kernels();
 
     int64_t r_ = 0;
-    Factors length_;
+    Blocks blocks_;
+    Factors factors_;
     Scratch<R> memory_;  // one block: the run-time library gives small ones back to the system in each call
     const R* chirp_;
-    R *spectrum_, *tables_, *a_, *b_, *scratch_;
+    R *kernels_, *spectra_, *one_, *tables_, *turns_, *scratch_, *own_chirp_;
 };
 
 template <class R>
 bool Chirp<R>::prepare(int64_t r, const R* stored)
 {
     r_ = r;
-    length_ = factorize(convolution_length(2 * r - 1));
-    const int64_t n = length_.n, apart_by = 2 * n + 16;
-    const bool in_place = goes_in_two(length_);  // else a first pass would have to move its input
-    const int64_t scratch = numbers_of_scratch<R>(length_) + 16;
-    const int64_t all = (in_place ? 3 : 4) * apart_by + scratch + r + 1;
+    blocks_ = blocks_of<R>(r);
+    factors_ = factorize(blocks_.length);
+    const int64_t one = 2 * pitch(), spectra = blocks_.count * one, kernels = blocks_.kernels() * one;
+    const int64_t scratch = numbers_of_scratch<R>(factors_) + beside;
+    const int64_t chirp = stored == nullptr ? 3 * r + 1 : 0;
+    const int64_t all = kernels + spectra + 3 * one + scratch + chirp;
     if (!memory_.allocate(all)) return false;
     prefer_large_pages(memory_, all * static_cast<int64_t>(sizeof(R)));
-    spectrum_ = memory_;
-    tables_ = spectrum_ + apart_by;
-    a_ = tables_ + apart_by;
-    b_ = in_place ? a_ : a_ + apart_by;
-    scratch_ = b_ + apart_by;
-    store_tables<R>(length_, tables_);
+    kernels_ = memory_;
+    spectra_ = kernels_ + kernels;
+    one_ = spectra_ + spectra;
+    tables_ = one_ + one;
+    turns_ = tables_ + one;
+    scratch_ = turns_ + one;
+    own_chirp_ = scratch_ + scratch;
+    store_tables<R>(factors_, tables_);
     chirp_ = stored;
-    if (stored == nullptr) {
-        R *const cosine = scratch_, *const sine = scratch_ + n, *const chirp = scratch_ + scratch;
-        roots<R>(r, 0, 1, r, 1, cosine, sine);
-        for_chirp(r, [&](int64_t j, int64_t at) {
-            chirp[2 * j] = cosine[at];
-            chirp[2 * j + 1] = sine[at];
-        });
-        chirp_ = chirp;
-    }
-
-    R *const re = a_, *const im = re + n;
-    std::fill(re + r, re + n - r + 1, R(0));
-    std::fill(im + r, im + n - r + 1, R(0));
-    const R scale = 1 / static_cast<R>(n);
-    re[0] = scale;
-    im[0] = 0;
-    for (int64_t j = 1; j <= r / 2; ++j) {
-        re[j] = re[r - j] = re[n - j] = re[n - r + j] = chirp_[2 * j] * scale;
-        im[j] = im[r - j] = im[n - j] = im[n - r + j] = chirp_[2 * j + 1] * scale;
-    }
-    transform(a_, spectrum_, true);
+    if (stored == nullptr) make_chirp();
+    make_kernels();
+    if (blocks_.count > 2)
+        roots<R>(blocks_.length, 0, blocks_.excess, blocks_.length, 1, turns_, turns_ + pitch());
     return true;
 }
 
 template <class R>
-void Chirp<R>::run(Parts<R> z)
+void Chirp<R>::make_chirp()
 {
-    const int64_t n = length_.n;
-    R *const re = a_, *const im = re + n;
-    const auto turn = [&](int64_t j, int64_t at) {
-        const R c = chirp_[2 * at], s = chirp_[2 * at + 1], x = re[j], y = im[j];
-        re[j] = x * c + y * s;
-        im[j] = y * c - x * s;
-    };
-    const auto turn_all = [&] {
-        for (int64_t j = 0; j <= r_ / 2; ++j) turn(j, j);
-        for (int64_t j = r_ / 2 + 1; j < r_; ++j) turn(j, r_ - j);
-    };
-    turn_all();
-    std::fill(re + r_, re + n, R(0));
-    std::fill(im + r_, im + n, R(0));
-    transform(a_, b_, true);
-    R *const bre = b_, *const bim = bre + n;
-    const R *const sre = spectrum_, *const sim = sre + n;
-    for (int64_t k = 0; k < n; ++k) {
-        const R x = bre[k], y = bim[k];
-        bre[k] = x * sre[k] - y * sim[k];
-        bim[k] = x * sim[k] + y * sre[k];
+    R *const cosine = own_chirp_ + r_ + 1, *const sine = cosine + r_;
+    roots<R>(r_, 0, 1, r_, 1, cosine, sine);
+    for_chirp(r_, [&](int64_t j, int64_t at) {
+        own_chirp_[2 * j] = cosine[at];
+        own_chirp_[2 * j + 1] = sine[at];
+    });
+    chirp_ = own_chirp_;
+}
+
+// The elements around d * size, those before it at the end; `excess` of these are for the opposite kernel.
+template <class R>
+void Chirp<R>::make_kernels()
+{
+    const auto& loops = isa::of_type<R>(chirp_loops());
+    const int64_t n = blocks_.length, size = blocks_.size, before = size - 1 + blocks_.excess;
+    const R scale = 1 / static_cast<R>(n);
+    const Parts<R> x = parts(one_, 0);
+    std::fill(x.re + size, x.re + n - before, R(0));
+    std::fill(x.im + size, x.im + n - before, R(0));
+    for (int64_t d = 0; d < blocks_.kernels(); ++d) {
+        const int64_t first = d * size;
+        loops.spread({r_, chirp_, first % r_, size}, scale, x.re, x.im);
+        loops.spread({r_, chirp_, (first + r_ - before) % r_, before}, scale, x.re + n - before,
+                     x.im + n - before);
+        const Parts<R> kernel = parts(kernels_, d);
+        transform(x, kernel);
+        kernel.re[n] = kernel.re[0];
+        kernel.im[n] = kernel.im[0];
     }
-    transform(b_, a_, false);
-    turn_all();
-    for (int64_t k = 0; k < r_; ++k) {
-        z.re[k * z.stride] = re[k];
-        z.im[k * z.stride] = im[k];
+}
+
+template <class R>
+void Chirp<R>::run(const Parts<R>& in, const Parts<R>& out) const
+{
+    const auto& loops = isa::of_type<R>(chirp_loops());
+    const auto block_of = [&](const Parts<R>& z, int64_t block) {
+        const int64_t at = block * blocks_.size * z.stride;
+        return Parts<R>{z.re + at, z.im + at, z.stride};
+    };
+    const auto exchanged = [](const Parts<R>& z) { return Parts<R>{z.im, z.re, z.stride}; };
+    const int64_t n = blocks_.length;
+    const Parts<R> x = parts(one_, 0);
+    for (int64_t p = 0; p < blocks_.count; ++p) {
+        const int64_t size = size_of(p);
+        loops.turn({r_, chirp_, p * blocks_.size, size}, block_of(in, p), x);
+        std::fill(x.re + size, x.re + n, R(0));
+        std::fill(x.im + size, x.im + n, R(0));
+        transform(x, parts(spectra_, p));
+    }
+    loops.multiply({n, pitch(), blocks_.count, spectra_, kernels_, turns_, turns_ + pitch()});
+    for (int64_t q = 0; q < blocks_.count; ++q) {
+        transform(exchanged(parts(spectra_, q)), exchanged(x));
+        loops.turn({r_, chirp_, q * blocks_.size, size_of(q)}, x, block_of(out, q));
     }
 }
 
@@ -168,28 +229,41 @@ void store_chirp(int64_t r, R* chirp)
     for_chirp(r, [&](int64_t j, int64_t at) { roots<R>(r, at, 0, 1, 1, chirp + 2 * j, chirp + 2 * j + 1); });
 }
 
+namespace {
+
+// The elements of column k of l, each times its twiddle factor.
+template <class R>
+void turn_column(const R* twiddles, int64_t l, int64_t k, int64_t r, const Parts<R>& in, const Parts<R>& x)
+{
+    x.re[0] = in.re[0];
+    x.im[0] = in.im[0];
+    for (int64_t i = 1; i < r; ++i) {
+        const R c = twiddles[2 * l * (i - 1) + k], s = twiddles[2 * l * (i - 1) + l + k];
+        const R re = in.re[i * in.stride], im = in.im[i * in.stride];
+        x.re[i] = re * c + im * s;
+        x.im[i] = im * c - re * s;
+    }
+}
+
+}  // namespace
+
 template <class R>
 void large_pass(const Pass<R>& p)
 {
     Chirp<R> chirp;
-    const int64_t r = p.group[0].first, l = p.l;
-    if (!chirp.prepare(r, l == 1 && p.m == 1 ? p.group[0].first_twiddles : nullptr)) return sum_directly(p);
-    const Parts<R> x = chirp.input();
+    Scratch<R> column;
+    const int64_t r = p.group[0].first, l = p.l, step = l * p.m * p.in.stride;
+    if (!chirp.prepare(r, l == 1 && p.m == 1 ? p.group[0].first_twiddles : nullptr) ||
+        (l > 1 && !column.allocate(2 * r)))
+        return sum_directly(p);
+    const Parts<R> x = split_format<R>(column, r);
     for (int64_t b = 0; b < p.m; ++b)
         for (int64_t k = 0; k < l; ++k) {
-            for (int64_t i = 0; i < r; ++i) {
-                const int64_t e = (k + l * (b + p.m * i)) * p.in.stride;
-                x.re[i] = p.in.re[e];
-                x.im[i] = p.in.im[e];
-                if (k == 0 || i == 0) continue;
-                const R c = p.group[0].first_twiddles[2 * l * (i - 1) + k],
-                        s = p.group[0].first_twiddles[2 * l * (i - 1) + l + k];
-                const R re = x.re[i] * c + x.im[i] * s;
-                x.im[i] = x.im[i] * c - x.re[i] * s;
-                x.re[i] = re;
-            }
-            const int64_t to = (k + l * r * b) * p.out.stride;
-            chirp.run({p.out.re + to, p.out.im + to, l * p.out.stride});
+            const int64_t at = (k + l * b) * p.in.stride, to = (k + l * r * b) * p.out.stride;
+            const Parts<R> in = {p.in.re + at, p.in.im + at, step};
+            const Parts<R> out = {p.out.re + to, p.out.im + to, l * p.out.stride};
+            if (k > 0) turn_column(p.group[0].first_twiddles, l, k, r, in, x);
+            chirp.run(k > 0 ? x : in, out);
         }
 }
 

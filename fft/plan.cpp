@@ -5,13 +5,18 @@ namespace orvel::fft {
 
 namespace {
 
-bool share_a_pass(int64_t a, int64_t b) { return b == 4 ? a == 4 || a == 2 : a == 3 && (b == 3 || b == 5); }
+bool share_a_pass(int64_t a, int64_t b)
+{
+    return b == 4 ? a == 4 || a == 2 : b == 5 ? a >= 3 && a <= 5 : a == 3 && b == 3;
+}
 
 // Factors that go through registers together, from factor k on. A length of 16 takes two short passes with
-// vectors.
+// vectors, and so do others that have few columns of 20 or 25 numbers.
 int32_t factors_together(const Factors& f, int32_t k)
 {
-    return f.n != 16 && k + 1 < f.count && share_a_pass(f.factor[k], f.factor[k + 1]) ? 2 : 1;
+    if (k + 1 >= f.count || !share_a_pass(f.factor[k], f.factor[k + 1])) return 1;
+    const bool is_large = f.factor[k] >= 4 && f.factor[k + 1] == 5;
+    return f.n == 16 || (is_large && f.n < 320) ? 1 : 2;
 }
 
 // The number of factors that a pass over blocks can take from the first one on: 4, and one 2 before.

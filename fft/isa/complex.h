@@ -122,6 +122,16 @@ ORVEL_INLINE Complex<R, W> exchanged(Complex<R, W> z)
     return {z.im, z.re};
 }
 
+template <class R, int W>
+ORVEL_INLINE Complex<R, W> reversed(Complex<R, W> z)
+{
+    const auto order = [](int k) { return W - 1 - k; };
+    if constexpr (W == 1)
+        return z;
+    else
+        return {shuffled<R, W>(z.re, z.re, order), shuffled<R, W>(z.im, z.im, order)};
+}
+
 template <class R, int W, Lanes order>
 ORVEL_INLINE Complex<R, W> read_interleaved(const R* p)
 {

@@ -9,7 +9,9 @@ template <class R>
 void even_pass(const Pass<R>& p)
 {
     if (p.group[0].first == 4)
-        p.group[0].second == 4 ? run_pass<R, 4, 4>(p) : run_pass<R, 4, 1>(p);
+        p.group[0].second == 4   ? run_pass<R, 4, 4>(p)
+        : p.group[0].second == 5 ? run_pass<R, 4, 5>(p)
+                                 : run_pass<R, 4, 1>(p);
     else
         p.group[0].second == 4 ? run_pass<R, 2, 4>(p) : run_pass<R, 2, 1>(p);
 }

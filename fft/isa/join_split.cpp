@@ -5,16 +5,6 @@ namespace orvel::fft {
 
 namespace {
 
-template <class R, int W>
-ORVEL_INLINE Complex<R, W> reversed(Complex<R, W> z)
-{
-    const auto order = [](int k) { return W - 1 - k; };
-    if constexpr (W == 1)
-        return z;
-    else
-        return {shuffled<R, W>(z.re, z.re, order), shuffled<R, W>(z.im, z.im, order)};
-}
-
 template <class R, int W, int... k>
 ORVEL_INLINE Vector<R, W> each_twice(Vector<R, W / 2> v, std::integer_sequence<int, k...>)
 {

@@ -114,6 +114,37 @@ struct OddPartLoops {  // parts to c, c to parts
 };
 ORVEL_LEVEL_TABLE(isa::ForReals<OddPartLoops>, odd_part_loops);
 
+// The chirp of an odd r, see chirp.cpp: element i is that of r - i and of i + r; `chirp` has those up to r /
+// 2, cosine and sine in turn. A part is `count` elements from `first` on, 0 <= first < r.
+template <class R>
+struct ChirpPart {
+    int64_t r;
+    const R* chirp;
+    int64_t first, count;
+};
+
+// Spectra of the blocks of a convolution of even length n, a multiple of `widest`, and of what they are
+// multiplied by: block q becomes the sum over p of block p times the kernel of q - p at the same frequency
+// or, where p is the larger one, that of p - q at the opposite one. Real and imaginary parts, 2 * blocks of
+// each kind, are `pitch` apart; element n of a kernel is its element 0. Only the kernels up to blocks / 2 are
+// stored: that of d is that of blocks - d at the opposite frequency times turns, cosine + i sine.
+inline constexpr int most_chirp_blocks = 16;
+template <class R>
+struct ChirpSpectra {
+    int64_t n, pitch, blocks;
+    R* block;
+    const R *kernel, *cosine, *sine;
+};
+template <class R>
+struct ChirpLoops {
+    // out[j] = in[j] / chirp[first + j], of which the magnitude is 1
+    void (*turn)(const ChirpPart<R>& part, const Parts<R>& in, const Parts<R>& out);
+    // re[j] + i im[j] = scale * chirp[first + j]
+    void (*spread)(const ChirpPart<R>& part, R scale, R* re, R* im);
+    void (*multiply)(const ChirpSpectra<R>& x);
+};
+ORVEL_LEVEL_TABLE(isa::ForReals<ChirpLoops>, chirp_loops);
+
 // Transforms of the lengths 4, 8 ... 4096 as a whole. `to` may be `from`. What is between their steps is on
 // the stack up to so many bytes, else in rows(2n), which may be null for the others.
 inline constexpr int64_t most_on_stack = 32768;

@@ -57,6 +57,7 @@ TEST(Levels, EveryFamilyTakesTheTablesOfTheLevelInUse)
         ORVEL_EXPECT_TABLE(ORVEL_FOR_EACH_LEVEL, fft, small_odd_passes);
         ORVEL_EXPECT_TABLE(ORVEL_FOR_EACH_LEVEL, fft, general_odd_passes);
         ORVEL_EXPECT_TABLE(ORVEL_FOR_EACH_LEVEL, fft, block_passes);
+        ORVEL_EXPECT_TABLE(ORVEL_FOR_EACH_LEVEL, fft, chirp_loops);
         ORVEL_EXPECT_TABLE(ORVEL_FOR_EACH_LEVEL, fft, root_loops);
         ORVEL_EXPECT_TABLE(ORVEL_FOR_EACH_LEVEL, fft, join_split_loops);
         ORVEL_EXPECT_TABLE(ORVEL_FOR_EACH_LEVEL, fft, odd_part_loops);
