@@ -2,6 +2,7 @@
 #include "fft/two_passes.h"
 
 #include "frame/scratch.h"
+#include "isa/caches.h"
 
 namespace orvel::fft {
 
@@ -80,6 +81,9 @@ template <class R>
 void two_passes(const Factors& f, const Plan& plan, const R* tables, const Storage<R>& s, Pass<R>& pass)
 {
     const Between<R> b = between(f, s);
+    // The last cache is shared with other cores.
+    pass.distant = 4 * isa::caches().second;
+    pass.huge = isa::caches().last / 4;
     const int64_t l = take_groups<R>(f, tables, 0, plan.end[0], true, pass);
     pass.m = f.n / l;
     pass.pitch = l + b.beyond;

@@ -19,8 +19,7 @@ namespace {
 template <class R>
 bool comes_from_far(const Pass<R>& p, int64_t length)
 {
-    constexpr int64_t far = (int64_t(4) << 20) / (2 * static_cast<int64_t>(sizeof(R)));
-    return p.l * p.m * length >= far;
+    return p.l * p.m * length * 2 * static_cast<int64_t>(sizeof(R)) >= p.distant;
 }
 
 // A result that is larger than the third cache is written past the caches, which would read each line before
@@ -28,10 +27,9 @@ bool comes_from_far(const Pass<R>& p, int64_t length)
 template <class R>
 bool leaves_the_caches(const Pass<R>& p, int64_t length)
 {
-    constexpr int64_t large = (int64_t(8) << 20) / (2 * static_cast<int64_t>(sizeof(R)));
     const uintptr_t re = reinterpret_cast<uintptr_t>(p.out.re), im = reinterpret_cast<uintptr_t>(p.out.im);
     const uintptr_t places = p.out.stride == 1 ? re | im : re < im ? re : im;
-    return p.l * p.m * length >= large && places % 64 == 0;
+    return p.l * p.m * length * 2 * static_cast<int64_t>(sizeof(R)) >= p.huge && places % 64 == 0;
 }
 
 // Non-temporal stores: they pass the caches by.

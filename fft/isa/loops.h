@@ -54,6 +54,8 @@ struct Pass {
     Parts<R> in, out;
     R* block;  // of a pass over blocks: room for `room` numbers in each part; the first one needs none
     int64_t room;
+    // Bytes of a sequence from which on its columns are fetched ahead, and its results pass the caches by.
+    int64_t distant = int64_t(4) << 20, huge = int64_t(8) << 20;
 };
 
 // A pass over blocks needs as many columns as the widest vectors have lanes, and takes up to so many vectors
