@@ -180,15 +180,18 @@ bool by_panels(const Task& p)
 
 namespace {
 
-// A by rows is turned on the stack. A function of its own, so that others do not make room for it.
+// A by rows, in either direction, is turned on the stack. A function of its own, so that others do not make
+// room for it.
 template <class R>
 [[gnu::noinline]] bool add_small_turned_product(Product<R> p)
 {
-    constexpr int64_t room = 16384 / sizeof(R);
-    if (p.a_columns != 1 || p.m * p.k > room) return false;
+    constexpr int64_t room = 32768 / sizeof(R);
+    const bool forward = p.a_columns == 1;
+    if ((!forward && p.a_columns != -1) || p.m * p.k > room) return false;
     alignas(64) R turned[room];
     const auto& run = product_loops<R>();
-    run.transpose(p.k, p.m, p.a, p.a_rows, turned, p.m);
+    run.transpose(p.k, p.m, forward ? p.a : p.a - (p.k - 1), p.a_rows,
+                  forward ? turned : turned + (p.k - 1) * p.m, forward ? p.m : -p.m);
     p.a = turned, p.a_rows = 1, p.a_columns = p.m;
     run.direct(&p);
     return true;
@@ -224,9 +227,9 @@ template <class T>
 void add_to_columns(int64_t m, int64_t n, int64_t k, T alpha, const Factor<T>& a, const Factor<T>& b,
                     const View<T>& c, bool from_zero)
 {
-    if (a.view.rows == 1 && !a.conjugated && alpha == T(1) &&
-        add_small_product(m, n, k, a.view.p, 1, a.view.columns, b.view.p, b.view.rows, b.view.columns,
-                          b.conjugated, c.p, c.columns, from_zero))
+    if (!a.conjugated && alpha == T(1) &&
+        add_small_product(m, n, k, a.view.p, a.view.rows, a.view.columns, b.view.p, b.view.rows,
+                          b.view.columns, b.conjugated, c.p, c.columns, from_zero))
         return;
     constexpr int64_t small = stack_block<T>;
     if ((m > small || n > small || k > small) && by_panels<T>(task(m, n, k, alpha, a, b, c, {from_zero})))
