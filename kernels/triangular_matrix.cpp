@@ -24,8 +24,9 @@ constexpr int64_t most_width = 64;  // real columns of a block there
 template <class T>
 void pack(int64_t n, const Factor<T>& l, T* to)
 {
+    const Factor<T> from = l;  // which the compiler knows not to change
     for (int64_t r = 0; r < n; ++r)
-        for (int64_t c = 0; c <= r; ++c) to[r * n + c] = l(r, c);
+        for (int64_t c = 0; c <= r; ++c) to[r * n + c] = from(r, c);
 }
 
 // Copies the first columns of b, whose rows or columns are contiguous, to a block by rows, and back.
@@ -49,17 +50,20 @@ void store_block(int64_t n, int64_t columns, const R* block, int64_t width, cons
 template <class R>
 void apply_small(Action action, int64_t n, int64_t m, const Factor<R>& l, bool unit, View<R> b)
 {
-    const Triangles<R>& run = isa::of_type<R>(triangle_loops());
-    const int64_t width = run.width;
+    const auto& widths = isa::of_type<R>(triangle_loops()).real;
     alignas(64) R triangle[smallest * smallest];
     alignas(64) R block[smallest * most_width];
     pack(n, l, triangle);
-    for (int64_t j = 0; j < m; j += width) {
-        const int64_t here = std::min(width, m - j);
+    for (int64_t j = 0; j < m;) {
+        const auto* run = widths;
+        for (const auto& narrower : widths)
+            if (narrower.width >= m - j) run = &narrower;
+        const int64_t width = run->width, here = std::min(width, m - j);
         if (here < width) std::fill_n(block, n * width, R(0));
         load_block(n, here, b.from(0, j), block, width);
-        (action == Action::solve ? run.solve : run.multiply)(n, triangle, unit, block);
+        (action == Action::solve ? run->solve : run->multiply)(n, triangle, unit, block);
         store_block(n, here, block, width, b.from(0, j));
+        j += here;
     }
 }
 

@@ -132,12 +132,14 @@ struct ComplexLevel3 {
 };
 
 // Small lower triangles applied to blocks of rows, see triangle.cpp. A block has `width` columns (complex
-// ones `complex_width`).
+// ones `complex_width`); narrower ones are for what is left over.
 template <class R>
 struct Triangles {
-    int width;
-    void (*solve)(int64_t n, const R* l, bool unit, R* x);
-    void (*multiply)(int64_t n, const R* l, bool unit, R* x);
+    struct OfWidth {
+        int width;
+        void (*solve)(int64_t n, const R* l, bool unit, R* x);
+        void (*multiply)(int64_t n, const R* l, bool unit, R* x);
+    } real[3];
     int complex_width;
     void (*solve_complex)(int64_t n, const R* l, bool unit, R* x);
     void (*multiply_complex)(int64_t n, const R* l, bool unit, R* x);

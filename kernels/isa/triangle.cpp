@@ -22,35 +22,42 @@ struct Row {
     void set(int v, Wide<R> to) const { isa::wide(x + v * isa::lanes<R>) = to; }
 };
 
-template <class R>
+template <int V = row_vectors, class R>
 inline Row<R> row_of(R* x, int64_t row)
 {
-    return {x + row * row_vectors * isa::lanes<R>};
+    return {x + row * V * isa::lanes<R>};
 }
 
-template <class R>
+// Rows of V vectors.
+template <class R, int V>
 void solve(int64_t n, const R* l, bool unit, R* x)
 {
     for (int64_t i = 0; i < n; ++i) {
-        const Row<R> row = row_of(x, i);
-        Wide<R> sum[row_vectors];
-        for (int v = 0; v < row_vectors; ++v) sum[v] = row[v];
+        const Row<R> row = row_of<V>(x, i);
+        Wide<R> sum[V];
+#pragma GCC unroll 4
+        for (int v = 0; v < V; ++v) sum[v] = row[v];
         for (int64_t k = 0; k < i; ++k)
-            for (int v = 0; v < row_vectors; ++v) sum[v] -= l[i * n + k] * row_of(x, k)[v];
-        for (int v = 0; v < row_vectors; ++v) row.set(v, unit ? sum[v] : sum[v] / l[i * n + i]);
+#pragma GCC unroll 4
+            for (int v = 0; v < V; ++v) sum[v] -= l[i * n + k] * row_of<V>(x, k)[v];
+#pragma GCC unroll 4
+        for (int v = 0; v < V; ++v) row.set(v, unit ? sum[v] : sum[v] / l[i * n + i]);
     }
 }
 
-template <class R>
+template <class R, int V>
 void multiply(int64_t n, const R* l, bool unit, R* x)
 {
     for (int64_t i = n - 1; i >= 0; --i) {
-        const Row<R> row = row_of(x, i);
-        Wide<R> sum[row_vectors];
-        for (int v = 0; v < row_vectors; ++v) sum[v] = unit ? row[v] : l[i * n + i] * row[v];
+        const Row<R> row = row_of<V>(x, i);
+        Wide<R> sum[V];
+#pragma GCC unroll 4
+        for (int v = 0; v < V; ++v) sum[v] = unit ? row[v] : l[i * n + i] * row[v];
         for (int64_t k = i - 1; k >= 0; --k)
-            for (int v = 0; v < row_vectors; ++v) sum[v] += l[i * n + k] * row_of(x, k)[v];
-        for (int v = 0; v < row_vectors; ++v) row.set(v, sum[v]);
+#pragma GCC unroll 4
+            for (int v = 0; v < V; ++v) sum[v] += l[i * n + k] * row_of<V>(x, k)[v];
+#pragma GCC unroll 4
+        for (int v = 0; v < V; ++v) row.set(v, sum[v]);
     }
 }
 
@@ -149,8 +156,14 @@ void multiply_complex(int64_t n, const R* l, bool unit, R* x)
 }
 
 template <class R>
-constexpr Triangles<R> triangles = {row_vectors* lanes<R>, solve<R>,         multiply<R>,
-                                    half* lanes<R>,        solve_complex<R>, multiply_complex<R>};
+constexpr Triangles<R> triangles = {
+    {{row_vectors * lanes<R>, solve<R, row_vectors>, multiply<R, row_vectors>},
+     {half * lanes<R>, solve<R, half>, multiply<R, half>},
+     {half / 2 * lanes<R>, solve<R, half / 2>, multiply<R, half / 2>}},
+    half* lanes<R>,
+    solve_complex<R>,
+    multiply_complex<R>,
+};
 
 }  // namespace
 
