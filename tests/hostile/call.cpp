@@ -12,22 +12,13 @@
 #include "orvel/orvel.h"
 #include "tests/hostile/arguments.h"
 #include "tests/hostile/functions.h"
-#include "tests/hostile/surroundings.h"
+#include "tests/hostile/run.h"
 
 namespace hostile {
 
 namespace {
 
-// What a run leaves behind beside its outputs.
-struct Outcome {
-    enum Ending { returned, left, unreal } ending;
-    alignas(16) unsigned char result[16];
-    uint64_t text;
-    int32_t stack_level, severity;
-    int requests, flags;
-};
-
-uint64_t text_digest;
+std::string text;  // printed by the run under way
 constexpr int traps = FE_DIVBYZERO | FE_INVALID | FE_OVERFLOW;
 sigjmp_buf before_call;
 volatile bool can_leave = false;
@@ -116,6 +107,22 @@ bool has_odd_result(const Routine& routine, const Arguments& arguments, int run,
     return found;
 }
 
+std::string difference(const Routine& routine, const Arguments& arguments, const Surroundings& around,
+                       const Outcome (&o)[2])
+{
+    if (o[0].ending != o[1].ending) return "the two runs end differently";
+    if (std::memcmp(o[0].result, o[1].result, sizeof o[0].result) != 0) return "the value differs";
+    if (o[0].text != o[1].text) return "the printed text differs";
+    for (int k = 0; k < routine.count; ++k) {
+        int64_t where = 0;
+        if (arguments.is_data(k) && arguments.owns(k) && !agree(arguments.storage(k), around.garbage, where))
+            return std::string(arguments.argument(k).name) + " differs at element " + std::to_string(where);
+    }
+    return blocks_are_as_kept() ? "" : "the blocks of state differ";
+}
+
+}  // namespace
+
 std::string fault_of_run(const Routine& routine, Arguments& arguments, int run, const Surroundings& around,
                          Outcome& o)
 {
@@ -127,16 +134,17 @@ std::string fault_of_run(const Routine& routine, Arguments& arguments, int run, 
     restore_state(around);
     if (!arguments.is_ascending()) forget_piece();
     restart_function();
-    text_digest = 0;
+    text.clear();
     o = {};
     requests = {false, around.garbage[run], 0, around.refused, around.lasting, 0, 0, false};
-    const int32_t level = ERCOM1.level;
+    const int32_t level = ERCOM1.level, above = 1;
     current = &arguments;
     const bool has_words = run_in(routine, arguments.addresses(run), around, o);
     current = nullptr;
-    o.text = text_digest;
+    o.text = text;
     o.stack_level = ERCOM1.level;
-    o.severity = ERCOM1.ertype[1];
+    o.severity = N1RTY(&above);
+    o.code = N1RCD(&above);
     o.requests = requests.count;
     if (std::string_view(routine.header) == "host.h") {
         set_up_host();
@@ -165,27 +173,7 @@ std::string fault_of_run(const Routine& routine, Arguments& arguments, int run, 
     return {};
 }
 
-std::string difference(const Routine& routine, const Arguments& arguments, const Surroundings& around,
-                       const Outcome (&o)[2])
-{
-    if (o[0].ending != o[1].ending) return "the two runs end differently";
-    if (std::memcmp(o[0].result, o[1].result, sizeof o[0].result) != 0) return "the value differs";
-    if (o[0].text != o[1].text) return "the printed text differs";
-    for (int k = 0; k < routine.count; ++k) {
-        int64_t where = 0;
-        if (arguments.is_data(k) && arguments.owns(k) && !agree(arguments.storage(k), around.garbage, where))
-            return std::string(arguments.argument(k).name) + " differs at element " + std::to_string(where);
-    }
-    return blocks_are_as_kept() ? "" : "the blocks of state differ";
-}
-
-}  // namespace
-
-void note_text(const char* text, std::size_t length)
-{
-    for (std::size_t k = 0; k < length; ++k)
-        text_digest = text_digest * 31 + static_cast<unsigned char>(text[k]) + 1;
-}
+void note_text(const char* more, std::size_t length) { text.append(more, length); }
 
 Fault make_call(const Routine& routine, uint64_t seed, bool is_verbose)
 {
@@ -206,8 +194,8 @@ Fault make_call(const Routine& routine, uint64_t seed, bool is_verbose)
     for (int run = 0; run < 2; ++run) {
         const std::string fault = fault_of_run(routine, arguments, run, around, o[run]);
         if (is_verbose)
-            std::printf("run %d: ended %d, %d requests, text %lx, type %d\n", run, o[run].ending,
-                        o[run].requests, o[run].text, o[run].severity);
+            std::printf("run %d: ended %d, %d requests, type %d\n%s\n", run, o[run].ending, o[run].requests,
+                        o[run].severity, o[run].text.c_str());
         if (!fault.empty()) return {fault};
         if (run == 0) keep_blocks();
     }

@@ -173,6 +173,18 @@ bool agree(const Storage& s, const unsigned char (&garbage)[2], int64_t& where)
     return same;
 }
 
+bool is_untouched(const Storage& s, int run, unsigned char garbage)
+{
+    if (s.is_unreal || s.role == Role::scratch || s.role == Role::in) return true;
+    bool same = true;
+    each_block(s, [&](std::size_t at, std::size_t in_image, std::size_t bytes) {
+        const unsigned char* const data = s.data[run] + at;
+        same = same && (s.role == Role::out ? is_all(data, data + bytes, garbage)
+                                            : std::memcmp(data, s.image + in_image, bytes) == 0);
+    });
+    return same;
+}
+
 bool has_odd_number(const Storage& s, int run, char type, unsigned char garbage)
 {
     const bool is_single = type == 's' || type == 'c';

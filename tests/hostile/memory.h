@@ -49,6 +49,9 @@ const char* fault_after(const Storage& s, int run, unsigned char garbage);
 // Whether the two runs have left the same elements; where they differ, which.
 bool agree(const Storage& s, const unsigned char (&garbage)[2], int64_t& where);
 
+// Whether the storage is as prepare() has left it.
+bool is_untouched(const Storage& s, int run, unsigned char garbage);
+
 // Whether a number of the type s, d, c or z that the routine has written is infinite or NaN.
 bool has_odd_number(const Storage& s, int run, char type, unsigned char garbage);
 
