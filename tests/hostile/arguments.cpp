@@ -51,8 +51,9 @@ int64_t any_integer(Draw& draw)
     return draw.one_of(odd_integers) + (draw.one_in(8) ? draw.between(-1, 1) : 0);
 }
 
-int64_t size(Draw& draw)
+int64_t size(Draw& draw, bool is_large)
 {
+    if (is_large) return draw.between(300, 640);
     const int64_t kind = draw.below(100);
     if (kind < 6) return 0;
     if (kind < 18) return 1;
@@ -108,7 +109,8 @@ std::size_t size_of(char type)
     }
 }
 
-Arguments::Arguments(const Routine& routine, Draw& draw, Mood mood) : routine_(routine)
+Arguments::Arguments(const Routine& routine, Draw& draw, Mood mood, bool is_large)
+    : routine_(routine), is_large_(is_large)
 {
     for (int k = 0; k < most_arguments; ++k) owner_[k] = k;
     choose_scalars(draw, mood);
@@ -160,7 +162,7 @@ void Arguments::choose_scalars(Draw& draw, Mood mood)
         } else if (is_integer(a.type) && !a.is_array && a.kind != Kind::leading) {
             constexpr int64_t increments[] = {1, 1, 1, -1, 2, -2, 3, -3, 5, 0};
             integers_[k] = a.kind == Kind::increment ? draw.one_of(increments)
-                           : a.kind == Kind::size    ? size(draw)
+                           : a.kind == Kind::size    ? size(draw, is_large_)
                                                      : other_integer(draw);
             if (a.kind == Kind::choice) integers_[k] = std::atoi(one_choice(a.choices, draw).data());
             values_[k] = static_cast<double>(integers_[k]);

@@ -11,7 +11,7 @@ namespace hostile {
 
 class Arguments {
 public:
-    Arguments(const Routine& routine, Draw& draw, Mood mood);
+    Arguments(const Routine& routine, Draw& draw, Mood mood, bool is_large = false);
     ~Arguments();
     Arguments(const Arguments&) = delete;
     Arguments& operator=(const Arguments&) = delete;
@@ -48,6 +48,7 @@ private:
     std::size_t offset_[most_arguments] = {};
     Storage storages_[most_arguments];
     void* addresses_[most_arguments] = {};
+    const bool is_large_;
     bool is_ascending_ = true, is_impossible_ = false, is_unreal_ = false;
 };
 

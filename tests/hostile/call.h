@@ -27,7 +27,7 @@ int level_count();
 Fault make_call(const Routine& routine, uint64_t seed, bool is_verbose = false);
 
 // Makes the call with each request for storage refused in turn; counts the refusals.
-Fault refuse_requests(const Routine& routine, uint64_t seed, int& provoked);
+Fault refuse_requests(const Routine& routine, uint64_t seed, bool is_large, int& provoked);
 
 // What a crash is, in words, for an address inside of make_call(); async-signal-safe.
 void describe_crash(char* text, std::size_t room, int signal, const void* address);

@@ -263,7 +263,8 @@ int refusals()
         for (uint64_t k = 0; k < seeds || (provoked == 0 && routine.refusal_count > 0 && k < most_seeds);
              ++k) {
             const uint64_t seed = mixed(settings.seed + k) / 8;
-            const Fault fault = refuse_requests(routine, seed, provoked);
+            const bool is_large = k == 0 && routine.is_front && routine.refusal_count > 0;  // asks inside, too
+            const Fault fault = refuse_requests(routine, seed, is_large, provoked);
             if (fault.what.empty()) continue;
             if (++faults < 100) std::printf("FAULT %s %lu: %s\n", routine.name, seed, fault.what.c_str());
             break;

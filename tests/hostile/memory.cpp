@@ -10,10 +10,9 @@ namespace hostile {
 
 namespace {
 
-constexpr std::size_t room = std::size_t{1} << 20, margin = 64;
-constexpr std::size_t most_cells = room / 8;
+constexpr std::size_t room = std::size_t{1} << 25, margin = 64, small = std::size_t{1} << 20;
 constexpr double most_sparse_blocks = 64;
-constexpr std::size_t most_in_image = std::size_t{16} << 20;
+constexpr std::size_t most_in_image = std::size_t{1} << 28;
 
 unsigned char* map(std::size_t bytes, int protection)
 {
@@ -89,8 +88,8 @@ void place(Storage& s, int argument, Shape shape, std::size_t element, std::size
     const double count = shape.blocks * shape.length, size = static_cast<double>(element),
                  span = ((shape.blocks - 1) * shape.stride + shape.length) * size;
     s.element = element;
-    s.is_unreal = count * size > static_cast<double>(most_cells) || span > largest_span ||
-                  (span > static_cast<double>(most_cells) && shape.blocks > most_sparse_blocks);
+    s.is_unreal = count * size > static_cast<double>(most_bytes) || span > largest_span ||
+                  (span > static_cast<double>(most_bytes) && shape.blocks > most_sparse_blocks);
     s.is_sparse = false;
     s.image = images + images_used;
     if (s.is_unreal) {
@@ -104,7 +103,7 @@ void place(Storage& s, int argument, Shape shape, std::size_t element, std::size
     s.stride = static_cast<int64_t>(shape.stride);
     images_used += (s.cells() + 63) / 64 * 64;
     if (images_used > most_in_image) std::abort();
-    if (s.span() > most_cells) return place_sparsely(s);
+    if (s.span() > most_bytes) return place_sparsely(s);
     s.data[0] = slot(argument) + room - s.span() - offset_from_guard;
     s.data[1] = slot(argument) + offset_from_guard;
 }
@@ -228,15 +227,15 @@ unsigned char* give(std::size_t size)
     static unsigned char* slots[scratch_slots];
     for (int k = 0; k < scratch_slots; ++k) {
         if (given[k].begin != nullptr) continue;
-        const bool is_large = size > room;
+        const bool is_large = size > small;
         unsigned char* base = nullptr;
         if (is_large) {
             base = guarded((size + page - 1) / page * page);
         } else {
-            if (slots[k] == nullptr) slots[k] = guarded(room);
+            if (slots[k] == nullptr) slots[k] = guarded(small);
             base = slots[k];
         }
-        const std::size_t whole = is_large ? (size + page - 1) / page * page : room;
+        const std::size_t whole = is_large ? (size + page - 1) / page * page : small;
         given[k] = {base + whole - size, size, is_large};
         const std::size_t before = whole - size >= margin ? margin : 0;
         std::memset(given[k].begin - before, requests.garbage, before + (is_large ? page : size));

@@ -31,6 +31,9 @@ struct Storage {
     }
 };
 
+// An array of more bytes is too large to be gone through.
+inline std::size_t most_bytes = std::size_t{1} << 17;
+
 // The largest array that can be reserved; beyond it there is none.
 inline constexpr double largest_span = 0x1p40;
 

@@ -71,7 +71,7 @@ std::string fault_of_refusal(const Routine& routine, Arguments& arguments, Surro
 
 }  // namespace
 
-Fault refuse_requests(const Routine& routine, uint64_t seed, int& provoked)
+Fault refuse_requests(const Routine& routine, uint64_t seed, bool is_large, int& provoked)
 {
     Draw draw(mixed(seed));
     Surroundings around = surroundings(routine, seed, draw, Mood::ordinary);
@@ -80,7 +80,8 @@ Fault refuse_requests(const Routine& routine, uint64_t seed, int& provoked)
     use_level(around.level, false);
     choose_function(draw, Mood::ordinary);
     restore_blocks();
-    Arguments arguments(routine, draw, Mood::ordinary);
+    most_bytes = std::size_t{1} << (is_large ? 24 : 17);
+    Arguments arguments(routine, draw, Mood::ordinary, is_large);
     Outcome whole;
     if (std::string fault = fault_of_run(routine, arguments, 0, around, whole); !fault.empty())
         return {fault};
