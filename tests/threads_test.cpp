@@ -26,7 +26,7 @@ constexpr int team_size = 8, rounds = 4, messages = 200, short_threads = 500, fo
 #elif defined __SANITIZE_ADDRESS__
 constexpr int team_size = 16, rounds = 4, messages = 200, short_threads = 2000, forks = 100;
 #else
-constexpr int team_size = 64, rounds = 8, messages = 1000, short_threads = 100000, forks = 1000;
+constexpr int team_size = 64, rounds = 8, messages = 1000, short_threads = 20000, forks = 300;
 #endif
 
 template <class Body>
@@ -179,24 +179,42 @@ TEST_F(EveryRoutine, ForksMeanwhileEnd)
 }
 
 #if !defined __SANITIZE_THREAD__ && !defined __SANITIZE_ADDRESS__
-// The stack of a thread also holds what it has of every library's thread-local storage.
-TEST_F(EveryRoutine, RunsOnAStackOf64KB)
+void* on_stack_of(std::size_t bytes, void* (*run)(void*), void* given)
 {
     pthread_attr_t attributes;
+    pthread_t thread;
+    void* result = nullptr;
     pthread_attr_init(&attributes);
-    ASSERT_EQ(pthread_attr_setstacksize(&attributes, 64 << 10), 0);
+    EXPECT_EQ(pthread_attr_setstacksize(&attributes, bytes), 0);
+    EXPECT_EQ(pthread_create(&thread, &attributes, run, given), 0);
+    pthread_join(thread, &result);
+    pthread_attr_destroy(&attributes);
+    return result;
+}
+
+// 64 KB beside what the thread-local storage of all libraries takes of the stack.
+TEST_F(EveryRoutine, RunsOnAStackOf64KB)
+{
+    const auto taken = [](void*) -> void* {
+        pthread_attr_t attributes;
+        void* lowest = nullptr;
+        std::size_t size = 0;
+        pthread_getattr_np(pthread_self(), &attributes);
+        pthread_attr_getstack(&attributes, &lowest, &size);
+        pthread_attr_destroy(&attributes);
+        return reinterpret_cast<void*>(static_cast<char*>(lowest) + size -
+                                       static_cast<char*>(__builtin_frame_address(0)));
+    };
+    const auto run = [](void* call) -> void* {
+        static_cast<OrdinaryCall*>(call)->run();
+        return nullptr;
+    };
+    const auto beside = reinterpret_cast<std::size_t>(on_stack_of(1 << 20, taken, nullptr));
     for (const RoutineEntry& routine : routines) {
         if (!is_callable(routine)) continue;
         OrdinaryCall call(routine, 1);
-        pthread_t thread;
-        const auto run = [](void* given) -> void* {
-            static_cast<OrdinaryCall*>(given)->run();
-            return nullptr;
-        };
-        ASSERT_EQ(pthread_create(&thread, &attributes, run, &call), 0) << routine.name;
-        pthread_join(thread, nullptr);
+        on_stack_of((64 << 10) + (beside + 4095) / 4096 * 4096, run, &call);
     }
-    pthread_attr_destroy(&attributes);
 }
 #endif
 
