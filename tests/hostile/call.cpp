@@ -205,6 +205,7 @@ Fault make_call(const Routine& routine, uint64_t seed, bool is_verbose)
 void leave_if_unreal(const void* address)
 {
     if (!can_leave || current == nullptr) return;
+    if (current->is_impossible()) siglongjmp(before_call, 1);  // what was reserved is not all of it
     for (int k = 0; k < most_arguments; ++k) {
         const Storage& s = current->storage(k);
         const auto* const at = static_cast<const unsigned char*>(address);
