@@ -70,6 +70,7 @@ template <class T>
 void c1sor(const int32_t* ndata, const T* xdata, const T* fdata, T* brkpt, T* spcoef, const int32_t* ldc,
            int32_t* iwk)
 {
+    if (*ldc < 1) return;
     const Points<T> points = sorted(frame::state(), *ndata, xdata, fdata, brkpt, spcoef, int64_t{*ldc}, iwk);
     if (points.x != xdata || points.n < 1) return;
     std::copy_n(points.x, points.n, brkpt);

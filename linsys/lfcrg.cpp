@@ -54,7 +54,7 @@ namespace {
 template <class T>
 void nr1rr(const int32_t* rows, const int32_t* columns, const T* a, const int32_t* lda, Part<T>* norm)
 {
-    *norm = norm_1<T>(*rows, *columns, a, *lda);
+    *norm = norm_1<T>(*rows, *rows < 1 || *lda < *rows ? 0 : *columns, a, *lda);
 }
 
 template <class T>

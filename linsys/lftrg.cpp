@@ -13,6 +13,7 @@ namespace {
 template <class T>
 void crgrg(const int32_t* n, const T* a, const int32_t* lda, T* b, const int32_t* ldb)
 {
+    if (*lda < *n || *ldb < *n) return;
     for (int64_t j = 0; j < *n; ++j) kernels::copy<T>(*n, a + j * *lda, 1, b + j * *ldb, 1);
 }
 

@@ -276,7 +276,7 @@ void solve_plainly(frame::State& state, const Given<T>& g, const Band<T>& f, con
 template <Name name, class T, class Worker>
 void band_front(const Given<T>& g, Worker worker)
 {
-    const int64_t kd = std::clamp<int64_t>(g.kd, 0, std::max(g.n - 1, 0));
+    const int64_t kd = std::clamp<int64_t>(g.kd, 0, std::max(g.n, 1) - 1);
     solve_in_less_scratch<name, T>(g.n, kd + 1, [&](frame::State& state, T* fact, T* wk) {
         worker(state, factor_of<T>(g.n, kd, fact, kd + 1), wk);
     });

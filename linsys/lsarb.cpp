@@ -280,7 +280,7 @@ void solve_plainly(frame::State& state, const Given<T>& g, const Band<T>& f, con
 template <Name name, class T, class Worker>
 void band_front(const Given<T>& g, Worker worker)
 {
-    const int64_t most = std::max(g.n - 1, 0);
+    const int64_t most = std::max(g.n, 1) - 1;
     const int64_t kl = std::clamp<int64_t>(g.kl, 0, most), ku = std::clamp<int64_t>(g.ku, 0, most);
     const int64_t ldfac = 2 * kl + ku + 1;
     solve_in_scratch<name, T>(g.n, ldfac, [&](frame::State& state, T* fact, int32_t* ipvt, T* wk) {

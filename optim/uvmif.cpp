@@ -4,6 +4,7 @@
 // away from the points there are, then takes the place of one of them until the enclosure is short enough.
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <utility>
 
 #include "frame/export.h"
@@ -98,8 +99,10 @@ typename Search<T>::Next Search<T>::start(T value)
         const T half = x0_ + T(0.5) * std::abs(h_);
         return x0_ < half && half < x0_ + std::abs(h_);
     };
-    while (std::isfinite(h_) && !is_step()) h_ *= T(5);
-    if (!std::isfinite(h_) || std::abs(h_) > bound_) return bound_is_too_small;
+    // Whatever the rounding mode, in some of which nothing becomes infinite.
+    const T most = std::min(bound_, std::numeric_limits<T>::max() / T(5));
+    while (std::abs(h_) <= most && !is_step()) h_ *= T(5);
+    if (!is_step() || std::abs(h_) > bound_) return bound_is_too_small;
     return step();
 }
 
@@ -198,6 +201,16 @@ typename Search<T>::Next Search<T>::update_enclosure()
     return interpolate();
 }
 
+// a / b, infinite without raising overflow or division by zero: points may be as near, and parabolas as flat,
+// as they like.
+template <class T>
+T quotient(T a, T b)
+{
+    using Limits = std::numeric_limits<T>;
+    if (!(std::abs(b) < T(1)) || !(std::abs(a) >= std::abs(b) * Limits::max()) || a == T(0)) return a / b;
+    return std::signbit(a) == std::signbit(b) ? Limits::infinity() : -Limits::infinity();
+}
+
 // The least distance of the next point from b; s1 and s2 are the slopes from b to c and to a.
 template <class T>
 T Search<T>::least_step(T s1, T s2)
@@ -210,9 +223,10 @@ T Search<T>::least_step(T s1, T s2)
     } else if (s2 == T(0)) {
         least = T(0);
     } else {
-        const T s3 = (d_.f - a_.f) / (d_.x - a_.x);
+        const T s3 = quotient(d_.f - a_.f, d_.x - a_.x);
         if (same_direction(s2 - s3, width))
-            least = std::min(least, T(0.5) * std::abs((width / (s2 - s1) + (d_.x - b_.x) / (s3 - s2)) * s2));
+            least = std::min(
+                least, T(0.5) * std::abs((quotient(width, s2 - s1) + quotient(d_.x - b_.x, s3 - s2)) * s2));
     }
     return std::max(least, T(0.9) * acc_);
 }
@@ -220,9 +234,9 @@ T Search<T>::least_step(T s1, T s2)
 template <class T>
 typename Search<T>::Next Search<T>::interpolate()
 {
-    const T s1 = (b_.f - c_.f) / (b_.x - c_.x), s2 = (a_.f - b_.f) / (a_.x - b_.x);
+    const T s1 = quotient(b_.f - c_.f, b_.x - c_.x), s2 = quotient(a_.f - b_.f, a_.x - b_.x);
     const T least = least_step(s1, s2);
-    const T vertex = s1 == s2 ? b_.x : ((b_.x + a_.x) * s1 - (b_.x + c_.x) * s2) * T(0.5) / (s1 - s2);
+    const T vertex = s1 == s2 ? b_.x : quotient(((b_.x + a_.x) * s1 - (b_.x + c_.x) * s2) * T(0.5), s1 - s2);
     if (less_of(c_.x - b_.x, b_.x - a_.x)) std::swap(a_, c_);
     const T w = c_.x - b_.x;
     if (acc_ >= std::abs(w)) return converged;
@@ -237,7 +251,7 @@ template <class T>
 T Search<T>::choice(T vertex, T least) const
 {
     const T w = c_.x - b_.x, d = std::abs(w), off = vertex - b_.x;
-    if (w / (b_.x - a_.x) > T(10)) {
+    if (quotient(w, b_.x - a_.x) > T(10)) {
         const T shortest = std::max(least, std::abs(b_.x - a_.x));
         const T length = std::min(std::max(shortest, w < T(0) ? off * T(-3) : off * T(3)), T(0.1) * d);
         return b_.x + with_sign_of(length, w);

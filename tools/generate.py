@@ -8,6 +8,7 @@
     exports_blas FILE    version script of liborvel_blas
     python FOLDER        what the Python package reads of the description, its stubs
     table FILE           orvel_test::routines, an array of all routines with their arguments, for tests in C++
+    drivers FILE         hostile::routines, with shapes as functions and typed calls, for tests/hostile
 """
 import re
 import sys
@@ -15,6 +16,7 @@ import textwrap
 from pathlib import Path
 
 import cxx
+import drivers
 import interface
 import python_face
 
@@ -402,6 +404,9 @@ def main():
         into.write_text("\n".join(cxx.overloads(description)) + "\n")
     elif what == "table":
         into.write_text("\n".join(table(description)) + "\n")
+    elif what == "drivers":
+        into.parent.mkdir(parents=True, exist_ok=True)
+        into.write_text("\n".join(drivers.source(description)) + "\n")
     elif what == "python":
         types = Path(headers[0] if headers else "include/orvel") / "types.h"
         version = re.search(r'define ORVEL_VERSION "([\d.]+)"', types.read_text())[1]

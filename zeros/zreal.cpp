@@ -63,15 +63,15 @@ typename Search<T>::Value Search<T>::evaluate(T& x) const
     for (int64_t moves = most_moves_;; --moves) {
         T at = x;  // F may change its argument
         const T own = f_(at);
-        T deflated = own;
         bool close = false;
-        for (int32_t j = 0; j < count_; ++j) {
-            const T distance = x - found_[j];
-            close |= std::abs(distance) < want_.eps;
-            deflated /= distance;
+        for (int32_t j = 0; j < count_; ++j) close |= std::abs(x - found_[j]) < want_.eps;
+        if (close && moves > 0 && x + want_.eta != x) {
+            x += want_.eta;
+            continue;
         }
-        if (!close || moves <= 0 || x + want_.eta == x) return {own, deflated};
-        x += want_.eta;
+        T deflated = own;  // divided only here, as a point that is moved may be a zero
+        for (int32_t j = 0; j < count_; ++j) deflated /= x - found_[j];
+        return {own, deflated};
     }
 }
 

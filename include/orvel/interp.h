@@ -135,7 +135,7 @@ void C2PER(const int32_t* ndata, const float* xdata, const float* fdata, float* 
 void DC2PER(const int32_t* ndata, const double* xdata, const double* fdata, double* brkpt, double* spcoef,
             double* wk, int32_t* iwk);
 
-/* Sorts and checks data.
+/* Sorts and checks data. Does nothing when LDC is less than 1.
  *
  *     SPCOEF(1:LDC,NDATA)  out      the ordinates in its first row
  *     LDC                  in       the leading dimension of SPCOEF

@@ -1224,9 +1224,9 @@ void LFDQH(const int32_t* n, const orvel_complex* fact, const int32_t* ldfac, co
 void DLFDQH(const int32_t* n, const orvel_dcomplex* fact, const int32_t* ldfac, const int32_t* kd,
             double* det1, double* det2);
 
-/* ---- helpers, which check nothing ------------------------------------------------------------------- */
+/* ---- helpers, which post nothing -------------------------------------------------------------------- */
 
-/* Copies a matrix to B.
+/* Copies a matrix to B. Does nothing when a leading dimension is less than N.
  *
  *     B(N:LDB,N)  out  the copy
  *     LDB         in   its leading dimension
@@ -1238,7 +1238,7 @@ void CCGCG(const int32_t* n, const orvel_complex* a, const int32_t* lda, orvel_c
 void DCCGCG(const int32_t* n, const orvel_dcomplex* a, const int32_t* lda, orvel_dcomplex* b,
             const int32_t* ldb);
 
-/* Largest column sum of magnitudes of A.
+/* Largest column sum of magnitudes of A; 0 when LDA is less than NRA.
  *
  *     NRA             in   the number of rows
  *     NCA             in   the number of columns

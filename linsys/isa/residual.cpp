@@ -51,7 +51,7 @@ private:
         constexpr int N = 4;
         for (int64_t j = 0; j < n; j += N) {
             const R* const columns = a + j * lda;
-            double factor[N];
+            double factor[N] = {};  // the compiler looks at all of them ahead of time
             const int64_t here = n - j < N ? n - j : N;
             for (int64_t k = 0; k < here; ++k) factor[k] = static_cast<double>(x[j + k]);
             for (int64_t i = 0; i < whole_; i += L) {

@@ -107,8 +107,11 @@ bool factor_small(int64_t n, const R* a, int64_t lda, R* fact, int64_t ldfac, R*
                 if constexpr (Complex) swap_numbers(other[half + c], other[half + best]);
             }
         }
-        R t[2] = {R(-1) / x[0], R(0)};
-        if constexpr (Complex) invert(x, t);
+        R t[2] = {};
+        if constexpr (Complex)
+            invert(x, t);
+        else
+            t[0] = R(-1) / x[0];
         best = step<R, Complex>(c, n, n, t, scale, p, shape);
     }
     ipvt[n - 1] = static_cast<int32_t>(n);

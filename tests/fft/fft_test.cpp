@@ -313,31 +313,6 @@ TYPED_TEST(Fft, FactorsInAnotherOrder)
     }
 }
 
-// A front without storage writes nothing.
-TYPED_TEST(Fft, FrontsWithoutStorage)
-{
-    using R = TypeParam;
-    using C = std::complex<R>;
-    using L = Library<R>;
-    const int32_t n = 12;
-    std::vector<R> x(30);
-    std::vector<C> z(30);
-    const auto refused = [&](const char* name, auto call) {
-        refuse(every);
-        call();
-        refuse(0);
-        expect_terminal(
-            this->printed, std::string(L::prefix) + name, 2,
-            "The required storage cannot be allocated.  The specified N may be too large, where N = 12.");
-        EXPECT_EQ(x, std::vector<R>(30));
-        EXPECT_EQ(z, std::vector<C>(30));
-    };
-    refused("FFTRF", [&] { L::FftRf(&n, x.data(), x.data()); });
-    refused("FFTRB", [&] { L::FftRb(&n, x.data(), x.data()); });
-    refused("FFTCF", [&] { L::FftCf(&n, z.data(), z.data()); });
-    refused("FFTCB", [&] { L::FftCb(&n, z.data(), z.data()); });
-}
-
 // A worker refuses work vectors of nothing, of something else, of another length, with a factor too many or
 // too large, and writes nothing.
 TYPED_TEST(Fft, WorkVectorsAreChecked)

@@ -9,7 +9,6 @@
 
 #include "interp/interp.h"
 #include "tests/levels.h"
-#include "tests/refusing_memory.h"
 #include "tests/support.h"
 
 using namespace orvel_test;
@@ -370,17 +369,6 @@ TYPED_TEST(Spline, Errors)
     EXPECT_EQ(b[2], 2);
     EXPECT_TRUE(std::isnan(b[3]));
     this->printed.take();
-    this->make_data(6, false);
-    for (const auto& [constructor, name] :
-         {std::pair{TypeParam::csint, "CSINT"}, {TypeParam::csakm, "CSAKM"}, {TypeParam::csper, "CSPER"}}) {
-        refuse(1);
-        this->make(constructor);
-        refuse(0);
-        expect_terminal(
-            this->printed, std::string(TypeParam::prefix) + name, 5,
-            "The required storage cannot be allocated.  The specified NDATA may be too large, where NDATA = 6.");
-        EXPECT_EQ(std::count(this->brkpt.begin(), this->brkpt.end(), 0), 6);
-    }
 }
 
 // Many points at once give what calls one by one give, whatever their order and whatever is among them.

@@ -1,6 +1,5 @@
 // tests/linsys/band_test.cpp - general band systems: storage, factorization, solution, condition, determinant
 #include "tests/linsys/kinds.h"
-#include "tests/refusing_memory.h"
 
 using namespace orvel_test;
 
@@ -187,27 +186,6 @@ TYPED_TEST(Banded, SingularMatricesAndForeignPivots)
         EXPECT_EQ(outcome(), (Outcome{5, 7})) << foreign;
     }
     EXPECT_EQ(x, std::vector<T>(60, T(7)));
-}
-
-TYPED_TEST(Banded, WithoutScratchNothingIsChanged)
-{
-    using T = TypeParam;
-    const Matrix<T> a(900, 30, 2, 4);
-    const std::vector<T> b = this->vector(a.n, 2);
-    std::vector<T> expected = b;
-    Band<T>::lsa(&a.n, a.band.data(), &a.lda, &a.kl, &a.ku, b.data(), &one, expected.data());
-    int reported = 0;
-    bool refused = true;
-    for (int k = 1; refused; ++k) {
-        std::vector<T> x = b;
-        refuse(k);
-        Band<T>::lsa(&a.n, a.band.data(), &a.lda, &a.kl, &a.ku, x.data(), &one, x.data());
-        refused = requests >= k;
-        refuse(0);
-        EXPECT_EQ(x, outcome().type == 0 ? expected : b) << k;
-        reported += outcome() == Outcome{5, 2} || outcome() == Outcome{5, 8};
-    }
-    EXPECT_GE(reported, 4);  // FACT, the pivots, and what refinement asks for
 }
 
 }  // namespace

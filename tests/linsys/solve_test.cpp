@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "tests/linsys/members.h"
-#include "tests/refusing_memory.h"
 
 namespace {
 
@@ -14,11 +13,7 @@ using namespace orvel_test;
 template <class T>
 class Solvers : public Solving<T> {
 protected:
-    Solvers()
-    {
-        requests = failing = 0;
-        set_switches(0, 1, 0);
-    }
+    Solvers() { set_switches(0, 1, 0); }
 
     Capture printed;
 
@@ -238,53 +233,5 @@ TYPED_TEST(Solvers, SingularMatricesStopTheirCallers)
         EXPECT_EQ(outcome(), (Outcome{5, 3}));
         Member<T>::lfsrg(&n, fact.data(), &n, ipvt.data(), b.data(), &transposed, x.data());
         EXPECT_EQ(outcome(), (Outcome{5, 4}));
-    }
-}
-
-// Every request for scratch refused in turn: the error of storage, no result, nothing kept.
-TYPED_TEST(Solvers, WithoutScratchTheyEndInTheStorageMessage)
-{
-    using T = TypeParam;
-    const int32_t n = 300, ipath = 1;  // every array is too large for the stack
-    const auto a = this->matrix(n, n, 8), b = this->vector(n, 8);
-    const int needed[] = {3, 3, 2};  // LSARG, LSLRG, LINRG; those of the factorization come later
-    // X is B: the copy of B is the last request.
-    int without_copy = 0;
-    for (int k = 4; k == 4 || requests >= k - 1; ++k) {
-        std::vector<T> x = b;
-        refuse(k);
-        Member<T>::lsarg(&n, a.data(), &n, x.data(), &ipath, x.data());
-        EXPECT_EQ(outcome(), x == b ? (Outcome{5, 5}) : (Outcome{0, 0})) << k;
-        without_copy += x == b;
-    }
-    EXPECT_EQ(without_copy, 1);
-    // The estimate of the condition, too.
-    std::vector<T> fact(a.size());
-    std::vector<int32_t> ipvt(b.size());
-    Real<T> rcond[2] = {};
-    for (const int k : {0, 5, 6, 7}) {
-        refuse(k);
-        Member<T>::lfcrg(&n, a.data(), &n, fact.data(), &n, ipvt.data(), &rcond[k > 0]);
-        EXPECT_EQ(rcond[k > 0], rcond[0]) << k;
-    }
-    for (int routine = 0; routine < 3; ++routine) {
-        const auto call = [&](std::vector<T>& result) {
-            if (routine == 2) return Member<T>::linrg(&n, a.data(), &n, result.data(), &n);
-            (routine == 0 ? Member<T>::lsarg : Member<T>::lslrg)(&n, a.data(), &n, b.data(), &ipath,
-                                                                 result.data());
-        };
-        const std::vector<T> untouched(routine == 2 ? a.size() : b.size(), T(7));
-        std::vector<T> expected = untouched;
-        refuse(0);
-        call(expected);
-        for (int k = 1; k < 12; ++k) {  // what is inside goes on without its memory, with the same bits
-            const bool stops = k <= needed[routine];
-            std::vector<T> result = untouched;
-            refuse(k);
-            call(result);
-            EXPECT_EQ(outcome(), stops ? (Outcome{5, 2}) : (Outcome{0, 0})) << routine << " " << k;
-            EXPECT_EQ(result, stops ? untouched : expected) << routine << " " << k;
-        }
-        refuse(0);
     }
 }

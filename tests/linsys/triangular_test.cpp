@@ -2,7 +2,6 @@
 #include <cmath>
 
 #include "tests/linsys/kinds.h"
-#include "tests/refusing_memory.h"
 
 namespace {
 
@@ -27,11 +26,7 @@ template <class T>
 class Triangles : public Solving<T> {
 protected:
     using R = Real<T>;
-    Triangles()
-    {
-        refuse(0);
-        set_switches(0, 0, 0);
-    }
+    Triangles() { set_switches(0, 0, 0); }
 
     enum Family { random, graded, hilbert };
 
@@ -194,22 +189,4 @@ TYPED_TEST(Triangles, DeterminantIsThatOfTheDiagonal)
     const auto expected = power / std::pow(10.0L, static_cast<long double>(det2));
     EXPECT_LE(std::abs(wide(det1) - expected), 1200 * this->eps * std::abs(expected));
     EXPECT_TRUE(size_of(det1) >= 1 && size_of(det1) < 10);
-}
-
-TYPED_TEST(Triangles, WithoutScratchConditionIsNotTouched)
-{
-    using T = TypeParam;
-    const int32_t n = 600;
-    const auto a = this->triangle(this->random, false, n, n);
-    Real<T> expected = -1, rcond = -1;
-    Triangular<T>::condition(&n, a.data(), &n, &two, &expected);
-    refuse(1);
-    Triangular<T>::condition(&n, a.data(), &n, &two, &rcond);
-    EXPECT_EQ(outcome(), (Outcome{5, 2}));
-    EXPECT_EQ(rcond, Real<T>(-1));
-    for (const int k : {2, 3}) {  // rows of the estimate go on without their storage
-        refuse(k);
-        Triangular<T>::condition(&n, a.data(), &n, &two, &rcond);
-        EXPECT_EQ(rcond, expected) << k;
-    }
 }

@@ -251,26 +251,6 @@ TYPED_TEST(Quad, UserCode)
     }
 }
 
-TYPED_TEST(Quad, NoStorage)
-{
-    using T = TypeParam;
-    const auto many = [](const T* x) { return std::sin(1 / *x) / *x; };  // more pieces than there are
-    for (const int32_t irule : {0, 1})
-        for (const int k : {1, 2, 3}) {
-            const bool stops = k < 3;
-            T result = 3, error = 4;
-            refuse(k);
-            Quadrature<T>::front(many, 0, 1, T(1e-6), &result, &error, irule);
-            refuse(0);
-            EXPECT_EQ(outcome().type == 5, stops);
-            EXPECT_TRUE(!stops || outcome().code == (irule == 0 ? 6 : 7));
-            const char* const text =
-                "The required storage cannot be allocated.  The workspace is based on MAXSUB, where MAXSUB = 500.";
-            EXPECT_EQ(one_line(this->page.take()).find(text) != std::string::npos, stops);
-            EXPECT_EQ(result + error == 7, stops);
-        }
-}
-
 // NaN or infinity in F, limits and tolerances: a bounded number of calls, and no number
 // without a message that pretends to be the integral.
 double value, from, to;

@@ -5,7 +5,6 @@
 #include <random>
 #include <vector>
 
-#include "tests/refusing_memory.h"
 #include "tests/support.h"
 
 namespace {
@@ -172,20 +171,6 @@ TYPED_TEST(Permutation, ErrorsOfMatrices)
     TypeParam::perma(&huge, &two, a, &two, index, &path, b, &two);
     EXPECT_EQ(outcome(), (Outcome{5, 5}));
     this->taken();
-    const int32_t exchanged[] = {2, 1};
-    refuse(1);
-    TypeParam::perma(&two, &two, a, &two, exchanged, &path, b, &two);
-    EXPECT_EQ(outcome(), (Outcome{5, 10}));
-    EXPECT_NE(one_line(this->taken()).find("Workspace allocation was based on NCA = 2."), std::string::npos);
-    EXPECT_EQ(std::count(b, b + 4, Real(0)), 4);
-    refuse(2);  // the marks of columns in place
-    TypeParam::perma(&two, &two, b, &two, exchanged, &path, b, &two);
-    EXPECT_EQ(outcome(), (Outcome{5, 10}));
-    refuse(1);
-    TypeParam::permu(&two, a, exchanged, &path, b);
-    EXPECT_EQ(outcome(), (Outcome{5, 10}));
-    refuse(0);
-    EXPECT_EQ(b[0], a[0]);
 }
 
 }  // namespace

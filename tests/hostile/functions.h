@@ -1,0 +1,14 @@
+// tests/hostile/functions.h - what the functions that the library calls back do to a call
+#pragma once
+
+#include <cstddef>
+
+namespace hostile {
+
+// Thrown by a stop, by a writer, and by functions that have enough.
+struct Left {};
+
+void set_up_host();  // writers and a stop handler of the engine, initial settings otherwise
+void note_text(const char* text, std::size_t length);  // printed text, which both runs have alike
+
+}  // namespace hostile
