@@ -104,4 +104,49 @@ void check_pivots_of_band(Frame& me, int32_t code, int32_t n, int64_t kl, const 
                 {i(1, static_cast<int32_t>(k)), i(2, ipvt[k - 1])});
 }
 
+// ---- what is wrong with the matrix ------------------------------------------------------------------------
+
+template <class Frame, class R>
+void warn_of_singularity(Frame& me, R rcond)
+{
+    me.post(
+        warning, 1,
+        "The matrix is algorithmically singular.  An estimate of the reciprocal of its L1 condition number is RCOND = %(R1).",
+        {r(1, rcond)});
+}
+
+template <class Frame, class R>
+void warn_of_solution(Frame& me, R rcond)
+{
+    me.post(
+        warning, 1,
+        "The matrix is too ill-conditioned. An estimate of the reciprocal of its L1 condition number is RCOND = %(R1).  The solution might not be accurate.",
+        {r(1, rcond)});
+}
+
+template <class Frame, class R>
+void warn_of_inverse(Frame& me, R rcond)
+{
+    me.post(
+        warning, 1,
+        "The matrix is too ill-conditioned. An estimate of the reciprocal of its L1 condition number is RCOND = %(R1).  The inverse might not be accurate.",
+        {r(1, rcond)});
+}
+
+template <class Frame>
+void say_u_is_singular(Frame& me, int32_t type, int32_t code)
+{
+    me.post(
+        type, code,
+        "The input matrix is singular.  Some of the diagonal elements of the upper triangular matrix U of the LU factorization are close to zero.");
+}
+
+template <class Frame>
+void say_r_is_singular(Frame& me, int32_t code)
+{
+    me.post(
+        terminal, code,
+        "The input matrix is singular.  Some of the diagonal elements of the upper triangular matrix R of the R**H*R factorization are close to zero.");
+}
+
 }  // namespace orvel::linsys

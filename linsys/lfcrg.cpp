@@ -32,21 +32,13 @@ void l2crg(frame::State& state, int32_t n, const T* a, int64_t lda, T* fact, int
     check_ldfac(me, 3, n, ldfac);
     if (me.failed()) return;
 
-    *rcond = 1;
-    check_option_17(me, 4, options().condition_flag);
-    if (me.failed()) return;
-    const bool estimates = options().condition_flag == 2;
-    ScaledNorm<Part<T>> norm;
-    if (estimates) norm = scaled_norm<Part<T>>([&](Part<T> scale) { return norm_1<T>(n, n, a, lda, scale); });
-    l2trg<T>(state, n, a, lda, fact, ldfac, ipvt, wk);
-    if (is_severe(me.callee_type())) return;
-    if (!estimates) return;
-    *rcond = norm.condition(reciprocal_of_inverse_norm<T>(n, fact, ldfac, ipvt, wk));
-    if (epsilon<T>() >= *rcond)
-        me.post(
-            warning, 1,
-            "The matrix is algorithmically singular.  An estimate of the reciprocal of its L1 condition number is RCOND = %(R1).",
-            {r(1, *rcond)});
+    const bool estimated = factor_and_estimate<T>(
+        me, 4, rcond, [&](Part<T> scale) { return norm_1<T>(n, n, a, lda, scale); },
+        [&] { l2trg<T>(state, n, a, lda, fact, ldfac, ipvt, wk); },
+        [&](const ScaledNorm<Part<T>>& norm) {
+            return norm.condition(reciprocal_of_inverse_norm<T>(n, fact, ldfac, ipvt, wk));
+        });
+    if (estimated && epsilon<T>() >= *rcond) warn_of_singularity(me, *rcond);
 }
 
 namespace {

@@ -21,10 +21,7 @@ void lfsds(frame::State& state, int32_t n, const T* fact, int64_t ldfac, const T
     check_number_of_equations(me, 1, n);
     check_ldfac(me, 2, n, ldfac);
     if (me.failed()) return;
-    if (first_small_diagonal(n, fact, ldfac) < n)
-        return me.post(
-            terminal, 3,
-            "The input matrix is singular.  Some of the diagonal elements of the upper triangular matrix R of the R**H*R factorization are close to zero.");
+    if (first_small_diagonal(n, fact, ldfac) < n) return say_r_is_singular(me, 3);
     if (x != b) kernels::copy<T>(n, b, 1, x, 1);
     kernels::solve_triangle<T>(false, true, n, fact, ldfac, x);
     kernels::solve_triangle<T>(false, false, n, fact, ldfac, x);

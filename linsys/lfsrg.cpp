@@ -28,16 +28,10 @@ void lfsrg(frame::State& state, int32_t n, const T* fact, int64_t ldfac, const i
             std::swap(x[ipvt[k] - 1], x[k]);
             kernels::axpy<T>(n - k - 1, x[k], fact + k + 1 + k * ldfac, 1, x + k + 1, 1);
         }
-        if (first_small_diagonal(n, fact, ldfac) < n)
-            return me.post(
-                terminal, 3,
-                "The input matrix is singular.  Some of the diagonal elements of the upper triangular matrix U of the LU factorization are close to zero.");
+        if (first_small_diagonal(n, fact, ldfac) < n) return say_u_is_singular(me, terminal, 3);
         kernels::solve_triangle<T>(false, false, n, fact, ldfac, x);
     } else {
-        if (first_small_diagonal(n, fact, ldfac) < n)
-            return me.post(
-                terminal, 4,
-                "The input matrix is singular.  Some of the diagonal elements of the upper triangular matrix U of the LU factorization are close to zero.");
+        if (first_small_diagonal(n, fact, ldfac) < n) return say_u_is_singular(me, terminal, 4);
         kernels::solve_triangle<T>(false, true, n, fact, ldfac, x);
         for (int64_t k = n - 2; k >= 0; --k) {
             x[k] += kernels::dotc<T>(n - k - 1, fact + k + 1 + k * ldfac, 1, x + k + 1, 1);

@@ -64,9 +64,7 @@ void l2trg(frame::State& state, int32_t n, const T* a, int64_t lda, T* fact, int
     if (me.failed()) return;
 
     if (scale_and_factor<T>(n, a, lda, fact, ldfac, ipvt, reinterpret_cast<Part<T>*>(wk)))
-        me.post(
-            fatal, 2,
-            "The input matrix is singular.  Some of the diagonal elements of the upper triangular matrix U of the LU factorization are close to zero.");
+        say_u_is_singular(me, fatal, 2);
 }
 
 namespace {

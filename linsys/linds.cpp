@@ -38,11 +38,7 @@ void l2nds(frame::State& state, int32_t n, const T* a, int64_t lda, T* ainv, int
     invert_triangle<T>(false, n, ainv, ldainv);
     multiply_by_own_adjoint<T>(n, ainv, ldainv);
     mirror<T>(n, ainv, ldainv);
-    if (epsilon<T>() >= rcond)
-        me.post(
-            warning, 1,
-            "The matrix is too ill-conditioned. An estimate of the reciprocal of its L1 condition number is RCOND = %(R1).  The inverse might not be accurate.",
-            {r(1, rcond)});
+    if (epsilon<T>() >= rcond) warn_of_inverse(me, rcond);
 }
 
 template <class T>

@@ -104,11 +104,7 @@ void l2nrg(frame::State& state, int32_t n, const T* a, int64_t lda, T* ainv, int
     multiply_by_lower<T>(n, wk, ainv, ldainv);
     for (int64_t j = n - 2; j >= 0; --j)
         if (iwk[j] != j + 1) kernels::swap<T>(n, ainv + j * ldainv, 1, ainv + (iwk[j] - 1) * ldainv, 1);
-    if (epsilon<T>() >= rcond)
-        me.post(
-            warning, 1,
-            "The matrix is too ill-conditioned. An estimate of the reciprocal of its L1 condition number is RCOND = %(R1).  The inverse might not be accurate.",
-            {r(1, rcond)});
+    if (epsilon<T>() >= rcond) warn_of_inverse(me, rcond);
 }
 
 template <class T>

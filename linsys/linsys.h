@@ -187,6 +187,32 @@ template <class T>
 void lfirg(frame::State& state, int32_t n, const T* a, int64_t lda, const T* fact, int64_t ldfac,
            const int32_t* ipvt, const T* b, int32_t ipath, T* x, T* res);
 
+// Option values of chapter MATH of the calling thread's store.
+struct Options {
+    int32_t padding[2];      // 16: padding count and modulus of leading dimensions
+    int32_t condition_flag;  // 17: 1 no estimate of the condition number, 2 estimate
+};
+const Options& options();
+
+// Factors, and estimates the condition number where option 17 asks for it, whose error has the code `option`;
+// else RCOND is 1. The norm is that of A, which the factors may overwrite. Tells whether there is an
+// estimate.
+template <class T, class Frame, class Norm, class Factor, class Estimate>
+bool factor_and_estimate(Frame& me, int32_t option, Part<T>* rcond, Norm norm_of, Factor factor,
+                         Estimate estimate)
+{
+    *rcond = 1;
+    check_option_17(me, option, options().condition_flag);
+    if (me.failed()) return false;
+    const bool estimates = options().condition_flag == 2;
+    ScaledNorm<Part<T>> norm;
+    if (estimates) norm = scaled_norm<Part<T>>(norm_of);
+    factor();
+    if (is_severe(me.callee_type()) || !estimates) return false;
+    *rcond = estimate(norm);
+    return true;
+}
+
 // A front of a factorization, which has WK(N) for its worker.
 template <Name name, class T, class Worker>
 void factor_in_scratch(int32_t n, Worker worker)
@@ -231,12 +257,5 @@ void solve_in_less_scratch(int32_t n, int64_t ldfac, Worker worker)
     else
         no_workspace(me, 2, n);
 }
-
-// Option values of chapter MATH of the calling thread's store.
-struct Options {
-    int32_t padding[2];      // 16: padding count and modulus of leading dimensions
-    int32_t condition_flag;  // 17: 1 no estimate of the condition number, 2 estimate
-};
-const Options& options();
 
 }  // namespace orvel::linsys

@@ -24,11 +24,7 @@ void factor_and_solve(Frame& me, int32_t n, const T* a, int64_t lda, T* fact, T*
     if (is_severe(me.callee_type())) return;
     finish(me.state());
     if (is_severe(me.callee_type())) return;
-    if (me.callee_code() != 0 || epsilon<T>() >= rcond)
-        me.post(
-            warning, 1,
-            "The matrix is too ill-conditioned. An estimate of the reciprocal of its L1 condition number is RCOND = %(R1).  The solution might not be accurate.",
-            {r(1, rcond)});
+    if (me.callee_code() != 0 || epsilon<T>() >= rcond) warn_of_solution(me, rcond);
 }
 
 template <class T>

@@ -121,22 +121,13 @@ void l2cqs(frame::State& state, const Given<T>& g, const Band<T>& f, int64_t ldf
     check_kd(me, 4, g.kd);
     if (me.failed()) return;
 
-    *rcond = 1;
-    check_option_17(me, 5, options().condition_flag);
-    if (me.failed()) return;
-    const bool estimates = options().condition_flag == 2;
-    ScaledNorm<Part<T>> norm;
-    if (estimates)
-        norm = scaled_norm<Part<T>>(
-            [&](Part<T> scale) { return norm_of_band<T>(g.band(), kernels::parts(wk), scale); });
-    l2tqs<T>(state, g, f, ldfac, wk);
-    if (is_severe(me.callee_type()) || !estimates) return;
-    *rcond = condition_of_band<T>(norm, constant(f), nullptr, wk);
-    if (!(*rcond > epsilon<T>()))
-        me.post(
-            warning, 1,
-            "The matrix is algorithmically singular.  An estimate of the reciprocal of its L1 condition number is RCOND = %(R1).",
-            {r(1, *rcond)});
+    const bool estimated = factor_and_estimate<T>(
+        me, 5, rcond, [&](Part<T> scale) { return norm_of_band<T>(g.band(), kernels::parts(wk), scale); },
+        [&] { l2tqs<T>(state, g, f, ldfac, wk); },
+        [&](const ScaledNorm<Part<T>>& norm) {
+            return condition_of_band<T>(norm, constant(f), nullptr, wk);
+        });
+    if (estimated && !(*rcond > epsilon<T>())) warn_of_singularity(me, *rcond);
 }
 
 // ---- solution ---------------------------------------------------------------------------------------------
@@ -150,10 +141,7 @@ void lfsqs(frame::State& state, const Band<const T>& f, int64_t ldfac, int32_t n
     check_ldfac_of_kd(me, 2, ldfac, kd);
     check_kd(me, 3, kd);
     if (me.failed()) return;
-    if (first_small_diagonal<T>(n, f.origin, f.step) < n)
-        return me.post(
-            terminal, 4,
-            "The input matrix is singular.  Some of the diagonal elements of the upper triangular matrix R of the R**H*R factorization are close to zero.");
+    if (first_small_diagonal<T>(n, f.origin, f.step) < n) return say_r_is_singular(me, 4);
     if (x != b) kernels::copy<T>(n, b, 1, x, 1);
     solve_definite_band<T>(f, x);
 }
@@ -249,11 +237,7 @@ void solve_given(frame::State& state, const Given<T>& g, const Band<T>& f, T* wk
     if (is_severe(me.callee_type())) return;
     solve(constant(f));
     if (is_severe(me.callee_type())) return;
-    if (me.callee_code() != 0 || !(rcond > epsilon<T>()))
-        me.post(
-            warning, 1,
-            "The matrix is too ill-conditioned. An estimate of the reciprocal of its L1 condition number is RCOND = %(R1).  The solution might not be accurate.",
-            {r(1, rcond)});
+    if (me.callee_code() != 0 || !(rcond > epsilon<T>())) warn_of_solution(me, rcond);
 }
 
 template <class T>

@@ -74,10 +74,7 @@ void l2trb(frame::State& state, const Given<T>& g, const Band<T>& f, int64_t ldf
     check_ldfac_of_band(me, 3, ldfac, g.kl, g.ku);
     check_diagonals(me, 4, g.kl, g.ku);
     if (me.failed()) return;
-    if (factor_band<T>(g.band(), f, ipvt, reinterpret_cast<Part<T>*>(wk)))
-        me.post(
-            fatal, 2,
-            "The input matrix is singular.  Some of the diagonal elements of the upper triangular matrix U of the LU factorization are close to zero.");
+    if (factor_band<T>(g.band(), f, ipvt, reinterpret_cast<Part<T>*>(wk))) say_u_is_singular(me, fatal, 2);
 }
 
 template <class T>
@@ -104,21 +101,13 @@ void l2crb(frame::State& state, const Given<T>& g, const Band<T>& f, int64_t ldf
     check_diagonals(me, 4, g.kl, g.ku);
     if (me.failed()) return;
 
-    *rcond = 1;
-    check_option_17(me, 6, options().condition_flag);
-    if (me.failed()) return;
-    const bool estimates = options().condition_flag == 2;
-    ScaledNorm<Part<T>> norm;
-    if (estimates)
-        norm = scaled_norm<Part<T>>([&](Part<T> scale) { return norm_of_band<T>(g.band(), scale); });
-    l2trb<T>(state, g, f, ldfac, ipvt, wk);
-    if (is_severe(me.callee_type()) || !estimates) return;
-    *rcond = condition_of_band<T>(norm, {f.n, f.kl, f.ku, f.origin, f.step}, ipvt, wk);
-    if (!(*rcond > epsilon<T>()))
-        me.post(
-            warning, 1,
-            "The matrix is algorithmically singular.  An estimate of the reciprocal of its L1 condition number is RCOND = %(R1).",
-            {r(1, *rcond)});
+    const bool estimated = factor_and_estimate<T>(
+        me, 6, rcond, [&](Part<T> scale) { return norm_of_band<T>(g.band(), scale); },
+        [&] { l2trb<T>(state, g, f, ldfac, ipvt, wk); },
+        [&](const ScaledNorm<Part<T>>& norm) {
+            return condition_of_band<T>(norm, {f.n, f.kl, f.ku, f.origin, f.step}, ipvt, wk);
+        });
+    if (estimated && !(*rcond > epsilon<T>())) warn_of_singularity(me, *rcond);
 }
 
 // ---- solution ---------------------------------------------------------------------------------------------
@@ -135,10 +124,7 @@ void lfsrb(frame::State& state, const Band<const T>& f, int64_t ldfac, int32_t n
     if (me.failed()) return;
     check_pivots_of_band(me, 7, n, kl, ipvt);
     if (me.failed()) return;
-    if (first_small_diagonal<T>(n, f.origin, f.step) < n)
-        return me.post(
-            terminal, 6,
-            "The input matrix is singular.  Some of the diagonal elements of the upper triangular matrix U of the LU factorization are close to zero.");
+    if (first_small_diagonal<T>(n, f.origin, f.step) < n) return say_u_is_singular(me, terminal, 6);
     if (x != b) kernels::copy<T>(n, b, 1, x, 1);
     solve_band<T>(f, ipvt, ipath == 2, x);
 }
@@ -251,11 +237,7 @@ void solve_given(frame::State& state, const Given<T>& g, const Band<T>& f, int32
     if (is_severe(me.callee_type())) return;
     solve(Band<const T>{f.n, f.kl, f.ku, f.origin, f.step});
     if (is_severe(me.callee_type())) return;
-    if (me.callee_code() != 0 || !(rcond > epsilon<T>()))
-        me.post(
-            warning, 1,
-            "The matrix is too ill-conditioned. An estimate of the reciprocal of its L1 condition number is RCOND = %(R1).  The solution might not be accurate.",
-            {r(1, rcond)});
+    if (me.callee_code() != 0 || !(rcond > epsilon<T>())) warn_of_solution(me, rcond);
 }
 
 template <class T>

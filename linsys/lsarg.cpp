@@ -22,11 +22,7 @@ void l2arg(frame::State& state, int32_t n, const T* a, int64_t lda, const T* b, 
     if (is_severe(me.callee_type())) return;
     lfirg<T>(state, n, a, lda, fact, n, ipvt, b, ipath, x, wk);
     if (is_severe(me.callee_type())) return;
-    if (me.callee_code() != 0 || epsilon<T>() >= rcond)
-        me.post(
-            warning, 1,
-            "The matrix is too ill-conditioned. An estimate of the reciprocal of its L1 condition number is RCOND = %(R1).  The solution might not be accurate.",
-            {r(1, rcond)});
+    if (me.callee_code() != 0 || epsilon<T>() >= rcond) warn_of_solution(me, rcond);
 }
 
 template <class T>

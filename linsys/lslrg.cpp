@@ -35,11 +35,7 @@ void l2lrg(frame::State& state, int32_t n, const T* a, int64_t lda, const T* b, 
     l2crg<T>(state, n, a, lda, fact, ldfac, ipvt, &rcond, wk);
     if (is_severe(me.callee_type())) return;
     lfsrg<T>(state, n, fact, ldfac, ipvt, b, ipath, x);
-    if (epsilon<T>() >= rcond)
-        me.post(
-            warning, 1,
-            "The matrix is too ill-conditioned. An estimate of the reciprocal of its L1 condition number is RCOND = %(R1).  The solution might not be accurate.",
-            {r(1, rcond)});
+    if (epsilon<T>() >= rcond) warn_of_solution(me, rcond);
 }
 
 template <class T>

@@ -62,11 +62,7 @@ void l2crt(frame::State& state, int32_t n, const T* a, int64_t lda, int32_t ipat
         const auto norm = scaled_norm<Part<T>>([&](Part<T> scale) { return norm_of<T>(triangle, scale); });
         *rcond = norm.condition(reciprocal_of_inverse_norm<T>(triangle, wk));
     }
-    if (epsilon<T>() >= *rcond)
-        me.post(
-            warning, 1,
-            "The matrix is algorithmically singular.  An estimate of the reciprocal of its L1 condition number is RCOND = %(R1).",
-            {r(1, *rcond)});
+    if (epsilon<T>() >= *rcond) warn_of_singularity(me, *rcond);
 }
 
 template <class T>
