@@ -1,67 +1,26 @@
 // bench/linsys_kinds.cpp - triangular and positive definite systems against LAPACK routines and Eigen, one
 // thread each
-#include <benchmark/benchmark.h>
-
 #include <algorithm>
 #include <complex>
-#include <cstring>
 #include <functional>
-#include <random>
 #include <string>
 #include <vector>
 
 #include "bench/linsys_eigen.h"
 #include "bench/peers.h"
+#include "bench/systems.h"
 #include "orvel/orvel.h"
-#include "tests/numbers.h"
 
 namespace {
 
 using orvel_test::Real;
 
-// A dominant Hermitian matrix and everything that a routine may write.
-template <class T>
-struct System {
-    int32_t n;
-    std::vector<T> a, fact, b, x, wk;
-    std::vector<Real<T>> rwork;
-    std::vector<int32_t> iwork;
-
-    explicit System(int32_t order) : n(order)
-    {
-        const auto count = static_cast<std::size_t>(n);
-        a.resize(count * count), fact.resize(count * count);
-        b.resize(count), x.resize(count), wk.resize(4 * count);
-        rwork.resize(8 * count), iwork.resize(count);
-        std::mt19937 random(7);
-        for (std::size_t j = 0; j < count; ++j)
-            for (std::size_t i = 0; i <= j; ++i) {
-                const T e = orvel_test::random_value<T>(random);
-                a[i + j * count] = i == j ? T(static_cast<Real<T>>(n)) : e;
-                a[j + i * count] = i == j ? a[i + j * count] : orvel_test::conjugated(e);
-            }
-        for (T& e : b) e = orvel_test::random_value<T>(random);
-    }
-    void copy() { std::memcpy(static_cast<void*>(fact.data()), a.data(), a.size() * sizeof(T)); }
-};
-
-template <class T>
-System<T>& system_of(int32_t n)
-{
-    static System<T> latest(1);
-    if (latest.n != n) latest = System<T>(n);
-    return latest;
-}
+using bench::System;
 
 template <class T>
 void add(const std::string& name, int32_t n, const std::string& who, std::function<void(System<T>&)> run)
 {
-    benchmark::RegisterBenchmark((name + "|n = " + std::to_string(n) + "|" + who).c_str(),
-                                 [=](benchmark::State& state) {
-                                     System<T>& s = system_of<T>(n);
-                                     for (auto _ : state) run(s);
-                                     state.SetItemsProcessed(state.iterations());
-                                 });
+    bench::add_system<T, bench::fill_definite<T>>(name, n, who, run);
 }
 
 const int32_t one = 1, two = 2;
