@@ -9,47 +9,70 @@
 #include <string>
 #include <vector>
 
+#include "isa/vector.h"
+
 namespace {
 
-#if defined(__AVX512F__)
-constexpr int width = 64;
-#elif defined(__AVX__)
-constexpr int width = 32;
+namespace isa = orvel::isa;
+using isa::Wide, isa::width;
+
+// The compiler has to have the vector, in a register, and does not know what becomes of it.
+#if defined(__x86_64__)
+#define KEEP(v) asm volatile("" : "+v"(v))
 #else
-constexpr int width = 16;
+#define KEEP(v) asm volatile("" : "+w"(v))
 #endif
 
-template <class R>
-using Vector __attribute__((vector_size(width))) = R;
+// Chains of products and sums that no addition waits for.
+template <class R, int count>
+struct Chains {
+    Wide<R> sum;
+    Chains<R, count - 1> others;
 
-// Chains of products and sums that no addition waits for. An item is an operation.
+    void begin()
+    {
+        sum = Wide<R>{} + R(1);
+        others.begin();
+    }
+    inline __attribute__((always_inline)) void go_on(Wide<R> factor, Wide<R> more)
+    {
+        sum = sum * factor + more;
+        KEEP(sum);
+        others.go_on(factor, more);
+    }
+};
+template <class R>
+struct Chains<R, 0> {
+    void begin() {}
+    void go_on(Wide<R>, Wide<R>) {}
+};
+
+// An item is an operation.
 template <class R>
 void operations(benchmark::State& state)
 {
-    constexpr int chains = width == 64 ? 24 : 12, steps = 1000;
-    Vector<R> sum[chains];
-    for (auto& s : sum) s = Vector<R>{} + R(1);
-    const Vector<R> half = Vector<R>{} + R(0.5), one = Vector<R>{} + R(1);
-    for (auto _ : state)
-        for (int k = 0; k < steps; ++k)
-#pragma GCC unroll 24
-            for (int c = 0; c < chains; ++c) {
-                sum[c] = sum[c] * half + one;
-                benchmark::DoNotOptimize(sum[c]);
-            }
-    state.SetItemsProcessed(state.iterations() * steps * chains * 2 * width / static_cast<int>(sizeof(R)));
+    constexpr int count = width == 64 ? 24 : 12, steps = 1000;
+    const Wide<R> half = Wide<R>{} + R(0.5), one = Wide<R>{} + R(1);
+    for (auto _ : state) {
+        Chains<R, count> chains;
+        chains.begin();
+        for (int k = 0; k < steps; ++k) chains.go_on(half, one);
+    }
+    state.SetItemsProcessed(state.iterations() * steps * count * 2 * isa::lanes<R>);
 }
 
 // Reads an array again and again. An item is a byte.
 void bytes(benchmark::State& state, int64_t size)
 {
-    using Words = Vector<uint64_t>;
+    using Words = Wide<uint64_t>;
     constexpr int64_t unrolled = 8;
     std::vector<uint64_t> data(static_cast<std::size_t>(size) / sizeof(uint64_t) + width);
     std::iota(data.begin(), data.end(), uint64_t{1});
     const std::size_t misplaced = reinterpret_cast<uintptr_t>(data.data()) % width;
     const char* const begin = reinterpret_cast<const char*>(data.data()) + (width - misplaced) % width;
-    Words sum[unrolled] = {};
+    Words sum[unrolled];
+#pragma GCC unroll 8
+    for (int64_t u = 0; u < unrolled; ++u) sum[u] = Words{};
     for (auto _ : state) {
         for (int64_t k = 0; k + unrolled * width <= size; k += unrolled * width)
 #pragma GCC unroll 8
@@ -57,7 +80,8 @@ void bytes(benchmark::State& state, int64_t size)
                 sum[u] ^= *reinterpret_cast<const Words*>(begin + k + u * width);
         benchmark::ClobberMemory();
     }
-    for (const Words& s : sum) benchmark::DoNotOptimize(s);
+#pragma GCC unroll 8
+    for (int64_t u = 0; u < unrolled; ++u) KEEP(sum[u]);
     state.SetItemsProcessed(state.iterations() * size);
 }
 
