@@ -26,8 +26,9 @@ int level_count();
 // Makes the call twice. The mood, too, comes from the seed; the level is the rest of it by level_count().
 Fault make_call(const Routine& routine, uint64_t seed, bool is_verbose = false);
 
-// Makes the call with each request for storage refused in turn; counts the refusals.
-Fault refuse_requests(const Routine& routine, uint64_t seed, bool is_large, int& provoked);
+// Calls all routines with each request for storage refused in turn; returns 0 where that is reported as
+// documented.
+int refuse_all(uint64_t first_seed);
 
 // What a crash is, in words, for an address inside of make_call(); async-signal-safe.
 void describe_crash(char* text, std::size_t room, int signal, const void* address);

@@ -251,35 +251,6 @@ int one_call(const char* name, const char* seed)
     return 2;
 }
 
-// Every routine that is documented to report it is brought to it.
-int refusals()
-{
-    constexpr uint64_t seeds = 60, most_seeds = 6000;
-    int faults = 0, total = 0, count = 0;
-    handle_signals();
-    set_up_process(settings.folder);
-    for (const Routine& routine : routines()) {
-        int provoked = 0;
-        for (uint64_t k = 0; k < seeds || (provoked == 0 && routine.refusal_count > 0 && k < most_seeds);
-             ++k) {
-            const uint64_t seed = mixed(settings.seed + k) / 8;
-            const bool is_large = k == 0 && routine.is_front && routine.refusal_count > 0;  // asks inside, too
-            const Fault fault = refuse_requests(routine, seed, is_large, provoked);
-            if (fault.what.empty()) continue;
-            if (++faults < 100) std::printf("FAULT %s %lu: %s\n", routine.name, seed, fault.what.c_str());
-            break;
-        }
-        total += provoked;
-        count += provoked > 0 ? 1 : 0;
-        const bool is_worker = routine.name[1] == '2' || routine.name[2] == '2';  // has the family's errors
-        if (provoked > 0 || routine.refusal_count == 0 || is_worker) continue;
-        ++faults;
-        std::printf("FAULT %s: asks for no storage, though it may report that there is none\n", routine.name);
-    }
-    std::printf("%d refusals in %d routines, %d faults\n", total, count, faults);
-    return faults == 0 ? 0 : 1;
-}
-
 bool take(const char* argument)
 {
     const std::string text = argument;
@@ -315,7 +286,9 @@ int main(int argc, char** argv)
     settings.folder = folder;
     int status = 2;
     if (argc == 2 && std::strcmp(argv[1], "refusals") == 0) {
-        status = refusals();
+        handle_signals();
+        set_up_process(settings.folder);
+        status = refuse_all(settings.seed);
     } else if (argc == 3 && std::strchr(argv[1], '=') == nullptr) {
         status = one_call(argv[1], argv[2]);
     } else {

@@ -1,4 +1,5 @@
 // tests/hostile/refusals.cpp - every request for storage refused, once and lastingly
+#include <cstdio>
 #include <cstring>
 
 #include "tests/hostile/run.h"
@@ -69,8 +70,7 @@ std::string fault_of_refusal(const Routine& routine, Arguments& arguments, Surro
     return "a refusal is not as documented: " + line;
 }
 
-}  // namespace
-
+// Makes the call with each request refused in turn; counts the refusals.
 Fault refuse_requests(const Routine& routine, uint64_t seed, bool is_large, int& provoked)
 {
     Draw draw(mixed(seed));
@@ -95,6 +95,36 @@ Fault refuse_requests(const Routine& routine, uint64_t seed, bool is_large, int&
                         (lasting ? " and later" : "")};
         }
     return {};
+}
+
+}  // namespace
+
+// Every routine that is documented to report it is brought to it.
+int refuse_all(uint64_t first_seed)
+{
+    constexpr uint64_t seeds = 60, most_seeds = 6000;
+    int faults = 0, total = 0, count = 0;
+    for (const Routine& routine : routines()) {
+        int provoked = 0;
+        for (uint64_t k = 0; k < seeds || (provoked == 0 && routine.refusal_count > 0 && k < most_seeds);
+             ++k) {
+            const uint64_t seed = mixed(first_seed + k) / 8;
+            const bool is_large =
+                k == 0 && routine.is_front && routine.refusal_count > 0;  // asks inside, too
+            const Fault fault = refuse_requests(routine, seed, is_large, provoked);
+            if (fault.what.empty()) continue;
+            if (++faults < 100) std::printf("FAULT %s %lu: %s\n", routine.name, seed, fault.what.c_str());
+            break;
+        }
+        total += provoked;
+        count += provoked > 0 ? 1 : 0;
+        const bool is_worker = routine.name[1] == '2' || routine.name[2] == '2';  // has the family's errors
+        if (provoked > 0 || routine.refusal_count == 0 || is_worker) continue;
+        ++faults;
+        std::printf("FAULT %s: asks for no storage, though it may report that there is none\n", routine.name);
+    }
+    std::printf("%d refusals in %d routines, %d faults\n", total, count, faults);
+    return faults == 0 ? 0 : 1;
 }
 
 }  // namespace hostile
