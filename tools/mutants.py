@@ -20,6 +20,7 @@ import argparse
 import collections
 import json
 import os
+import re
 import resource
 import shutil
 import signal
@@ -175,10 +176,12 @@ def judge(room, mutation, most_objects, rest):
         if not changed.objects_differ():
             return "same", ""
         first = TESTS[mutation.file.split("/")[0]] + ["errors.py"] * ("post(" in changed.text)
+        if re.search(r"check|post\(", mutation.describe(changed.text)[1]):
+            first.insert(0, "errors.py")
         others = sorted(set(room.times) - set(first), key=room.times.get)
         while sum(room.times[name] for name in others) > rest:
             others.pop()
-        for name in first + others:
+        for name in dict.fromkeys(first + others):
             if others and name == others[0] and not room.ninja([t for t in others if t != "errors.py"]):
                 return "killed", "link"
             if not room.passes(name):
