@@ -256,10 +256,13 @@ TYPED_TEST(Level2, DivisionsNearTheLargestNumberAreRight)
 {
     using T = TypeParam;
     using R = Real<T>;
-    const R big = std::numeric_limits<R>::max() * R(0.7);
-    const T large = make<T>(big, big), four = make<T>(4, 4);
+    const R most = std::numeric_limits<R>::max(), big = most * R(0.7), small = most * R(0.249);
+    const T large = make<T>(big, big), four = make<T>(4, 4), flat = make<T>(most, small),
+            steep = make<T>(small, most);
     const int32_t n = 2, one = 1;
     const T rows[][3] = {{large, large, T(1)},
+                         {flat, flat, T(1)},
+                         {steep, steep, T(1)},
                          {large, four, T(big / 4)}};  // numerator, denominator, quotient
     on_every_level([&] {
         for (const auto& row : rows) {
