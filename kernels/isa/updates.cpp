@@ -65,7 +65,7 @@ template <class R>
 void complex_axpy(int64_t n, R a, R b, const R* x, R* y)
 {
     const Pairs<R> turn(-b, b);
-    for_stores<R, 2>(y, n, [=](auto l, int64_t i) {
+    for_lanes<R, 2>(n, [=](auto l, int64_t i) {
         const auto v = held(l.load(x + i));
         l.store(y + i, turn.of(l) * l.exchanged(v) + (a * v + l.load(y + i)));
     });

@@ -115,7 +115,8 @@ std::string difference(const Routine& routine, const Arguments& arguments, const
     if (o[0].text != o[1].text) return "the printed text differs";
     for (int k = 0; k < routine.count; ++k) {
         int64_t where = 0;
-        if (arguments.is_data(k) && arguments.owns(k) && !agree(arguments.storage(k), around.garbage, where))
+        if (arguments.is_data(k) && arguments.owns(k) &&
+            !agree(arguments.storage(k), arguments.argument(k).type, around.garbage, where))
             return std::string(arguments.argument(k).name) + " differs at element " + std::to_string(where);
     }
     return blocks_are_as_kept() ? "" : "the blocks of state differ";

@@ -49,8 +49,8 @@ void prepare(const Storage& s, int run, unsigned char garbage);
 // What is wrong with the storage after a run: null, or a few words.
 const char* fault_after(const Storage& s, int run, unsigned char garbage);
 
-// Whether the two runs have left the same elements; where they differ, which.
-bool agree(const Storage& s, const unsigned char (&garbage)[2], int64_t& where);
+// Whether the two runs have left the same elements; where they differ, which. One NaN is as good as another.
+bool agree(const Storage& s, char type, const unsigned char (&garbage)[2], int64_t& where);
 
 // Whether the storage is as prepare() has left it.
 bool is_untouched(const Storage& s, int run, unsigned char garbage);

@@ -151,7 +151,7 @@ TYPED_TEST(Updates, BesideEachOtherAndElsewhereGiveTheSameBits)
     using T = TypeParam;
     using K = Kernels<T>;
     const int32_t one = 1;
-    const T a = T(static_cast<Real<T>>(1.1));
+    const T a = make<T>(static_cast<Real<T>>(1.1), is_complex<T> ? static_cast<Real<T>>(0.7) : Real<T>());
     const Real<T> c = static_cast<Real<T>>(0.6), s = static_cast<Real<T>>(0.8);
     const Real<T> rotation[] = {-1, c, -s, s, c};
     using Call = std::function<void(I, T*, I, T*, I)>;
