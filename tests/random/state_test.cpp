@@ -108,6 +108,7 @@ TEST_F(States, TablesStayUntilTheyAreSetBack)
         for (std::size_t k = 0; k < 128; ++k) changed += table[k] != later[k];
         EXPECT_EQ(changed, 1);
         DRNSES(table.data());
+        EXPECT_EQ(outcome(), (Outcome{0, 0}));
         const int32_t s = seed();
         const std::vector<double> once = draw<double>(500);
         DRNSES(table.data());
