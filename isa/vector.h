@@ -150,8 +150,8 @@ inline V held(V v)
     return v;
 }
 
-// The same address, which the compiler takes for another: what was computed from it before is computed again instead
-// of being kept, where there are more addresses than registers.
+// The same address, which the compiler takes for another: what was computed from it before is computed again
+// instead of being kept, where there are more addresses than registers.
 template <class R>
 inline R* anew(R* p)
 {

@@ -26,8 +26,8 @@ T with_sign_of(T length, T sign)
     return sign < T(0) ? -std::abs(length) : std::abs(length);
 }
 
-// Whether x / y > 0, and whether x / y < 1 for y other than 0: a search waits for its divisions more than for anything
-// else.
+// Whether x / y > 0, and whether x / y < 1 for y other than 0: a search waits for its divisions more than for
+// anything else.
 template <class T>
 bool same_direction(T x, T y)
 {

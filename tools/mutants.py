@@ -5,7 +5,7 @@
 
 Changes one place of the library's sources at a time (tools/mutations.py), builds, and runs the test programs of the
 changed folder and then the others until one fails. Works on a copy in build/mutants, so the tree may be edited meanwhile.
-Outcomes go to build/mutants/results-SEED.jsonl and are not computed twice; --again takes the survivors up once more. The
+Outcomes go to build/mutants/results-SEED.jsonl and are not computed twice; --again takes survivors without a reason up once more. The
 first COUNT mutants of a seed are the same whatever COUNT is, as long as the sources are.
 
     killed      a test failed, crashed, or took ten times as long and 20 s more than without the change
@@ -228,7 +228,7 @@ def main():
     parser.add_argument("--objects", type=int, default=3, help="most objects to compile for a mutant")
     parser.add_argument("--rest", type=float, default=5,
                         help="seconds for the tests of other folders, the shortest first")
-    parser.add_argument("--again", action="store_true", help="judge survivors once more")
+    parser.add_argument("--again", action="store_true", help="judge survivors without a reason once more")
     parser.add_argument("--list", action="store_true", help="only print the table and what is not explained")
     options = parser.parse_args()
     folder = TREE / "build/mutants"
@@ -239,7 +239,9 @@ def main():
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))
     until = time.monotonic() + 60 * options.minutes
     room = Room(folder)
-    results = [r for r in results if not (options.again and r["outcome"] == "survived")]
+    known = reasons() if options.again else {}
+    results = [r for r in results
+               if not options.again or r["outcome"] != "survived" or (r["file"], r["old"], r["new"]) in known]
     done = {(r["file"], r["old"], r["new"], r["column"]) for r in results}
     texts = {f: t for f, t in room.texts.items() if f.startswith(options.only)}
     folders = [f for f in TESTS if any(name.startswith(f + "/") for name in texts)]

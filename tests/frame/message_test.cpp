@@ -155,9 +155,11 @@ TEST_F(Message, StoreAndBufferHaveTheirRoom)
         EXPECT_EQ(made("%(I1)"), used <= 1 ? "5" : "%(I1)");
         std::fill_n(ERCOM2.parameters, 300, ' ');
     }
-    fill_store("*I1*12");  // cut short
-    ERCOM2.parameters[ERCOM1.parlen] = '%';
-    EXPECT_EQ(made("%(I1)"), "%(I1)");
+    for (const char* entry : {"*I1*12", "-I1*1%5", "*I1-1%5"}) {  // cut short, none, none
+        fill_store(entry);
+        ERCOM2.parameters[ERCOM1.parlen] = '%';
+        EXPECT_EQ(made("%(I1)"), "%(I1)");
+    }
     for (int32_t length : {INT32_MIN, -1, 1025, INT32_MAX}) {
         made(string(1021, 'x'));
         ERCOM1.msglen = length;

@@ -64,6 +64,8 @@ TEST(Levels, EveryFamilyTakesTheTablesOfTheLevelInUse)
         ORVEL_EXPECT_TABLE(ORVEL_FOR_EACH_LEVEL, fft, short_loops);
         ++k;
     });
+    EXPECT_EQ(orvel_level(),
+              std::string(orvel::isa::level_name(k - 1)));  // the best of the machine is among them
 }
 
 // One rounding for a product and a sum where the level has the instruction, two where it has not.

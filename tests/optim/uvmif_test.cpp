@@ -36,7 +36,8 @@ TYPED_TEST(Uvmif, PointsByHand)
 {
     using T = TypeParam;
     const Function<T> parabola = [](T x) { return (x - 3) * (x - 3); }, falling = [](T x) { return -x; },
-                      peak = [](T x) { return std::abs(x - 2); };
+                      peak = [](T x) { return std::abs(x - 2); },
+                      mirrored = [](T x) { return (x + 3) * (x + 3); };
     const T far = std::ldexp(T(1), std::numeric_limits<T>::digits),
             acc = T(1e-3);  // numbers are 2 apart there
     const auto check = [](const Case<T>& c, const std::vector<double>& by_hand) {
@@ -64,7 +65,8 @@ TYPED_TEST(Uvmif, PointsByHand)
     // where the minimum is enclosed here; the enclosure is lopsided, of which a tenth is taken;
     check({parabola, 0, 1, T(3.05), acc, 100}, {0, 1, 2, 3.05, 3.0395, 2.93555});
     check({parabola, 0, 1, T(3.05), T(.03), 100},
-          {0, 1, 2, 3.05, 3.023, 2.954});  // thrice the way to the vertex
+          {0, 1, 2, 3.05, 3.023, 2.954});  // thrice the way to the vertex, on either side
+    check({mirrored, 0, -1, T(3.05), T(.03), 100}, {0, -1, -2, -3.05, -3.023, -2.954});
     // or nine tenths of XACC.
     check({parabola, 0, 1, T(2.99), T(.5), 100}, {0, 1, 2, 2.99, 2.54});
     // An enclosure below 2.9 XACC is halved, or divided by 0.33 where a half is longer than XACC.

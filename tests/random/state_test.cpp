@@ -95,7 +95,7 @@ TEST_F(States, WorkerMarksSelectsAndSeeds)
 TEST_F(States, TablesStayUntilTheyAreSetBack)
 {
     on_new_thread([] {
-        std::vector<double> table(128), later(128), zeros(128);
+        std::vector<double> table(129, 7.0), later = table, zeros(128);  // 7 is in no table
         set_seed(7);
         set_option(2);
         draw<double>(300);
@@ -108,6 +108,7 @@ TEST_F(States, TablesStayUntilTheyAreSetBack)
         for (std::size_t k = 0; k < 128; ++k) changed += table[k] != later[k];
         EXPECT_EQ(changed, 1);
         DRNSES(table.data());
+        EXPECT_EQ(outcome(), (Outcome{0, 0}));
         const int32_t s = seed();
         const std::vector<double> once = draw<double>(500);
         DRNSES(table.data());
