@@ -5,8 +5,8 @@
 
 Changes one place of the library's sources at a time (tools/mutations.py), builds, and runs the test programs of the
 changed folder and then the others until one fails. Works on a copy in build/mutants, so the tree may be edited meanwhile.
-Outcomes go to build/mutants/results-SEED.jsonl and are not computed twice; --again takes survivors without a reason up once more. The
-first COUNT mutants of a seed are the same whatever COUNT is, as long as the sources are.
+Outcomes go to build/mutants/results-SEED.jsonl and are not computed twice; --again takes survivors without a reason up
+once more. The first COUNT mutants of a seed are the same whatever COUNT is, as long as the sources are.
 
     killed      a test failed, crashed, or took ten times as long and 20 s more than without the change
     survived    none did
