@@ -55,7 +55,8 @@ std::string fault_of_refusal(const Routine& routine, Arguments& arguments, Surro
         const Storage& s = arguments.storage(k);
         if (!arguments.is_data(k) || !arguments.owns(k)) continue;
         const std::string name = arguments.argument(k).name;
-        if (!is_refused && std::string_view(routine.header) != "fft.h" && !agree(s, arguments.argument(k).type, around.garbage, where))
+        if (!is_refused && std::string_view(routine.header) != "fft.h" &&
+            !agree(s, arguments.argument(k).type, around.garbage, where))
             return name + " depends on whether memory can be had";  // transforms have a slow way without it
         if (is_refused && is_kept(routine, arguments.argument(k)) && !is_untouched(s, 1, around.garbage[1]))
             return name + " is touched though storage was refused";
