@@ -153,7 +153,8 @@ void add_peers(const std::string& p, int32_t n)
         add<T>(p + "cholesky, condition", n, lapack.name, [=](System<T>& s) { lapack.condition(s); });
         add<T>(p + "definite solve", n, lapack.name, [=](System<T>& s) { lapack.solve(s); });
         add<T>(p + "definite refined solve", n, lapack.name, [=](System<T>& s) { lapack.refined(s); });
-        add<T>(p + "definite inverse", n, lapack.name, [=](System<T>& s) { lapack.invert(s); });
+        if constexpr (sizeof(T) == sizeof(Real<T>))
+            add<T>(p + "definite inverse", n, lapack.name, [=](System<T>& s) { lapack.invert(s); });
         add<T>(p + "triangle", n, lapack.name, [=](System<T>& s) { lapack.triangle(s); });
         add<T>(p + "triangle, condition", n, lapack.name,
                [=](System<T>& s) { lapack.triangle_condition(s); });

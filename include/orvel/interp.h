@@ -215,29 +215,29 @@ double DPPDER(const int32_t* ideriv, const double* x, const int32_t* korder, con
 /* The values of a spline at many points: each is that of CSVAL or CSDER, digit for digit. Points that ascend,
  * and points in any order among many pieces, take a small part of the time of as many calls.
  *
- *     NX         in   the number of points
- *     XVEC(NX)   in   the points, in any order
- *     VALUE(NX)  out  the values at the points; may be XVEC
+ *     NX          in   the number of points
+ *     XVEC(NX)    in   the points, in any order
+ *     VALUES(NX)  out  the values at the points; may be XVEC
  *
  *     TERMINAL 1  NX < 1
  *                 "The number of points must be at least 1 while NX = %(I1) is given."
  *     TERMINAL 2  NINTV < 1
  *     TERMINAL 3  IDERIV < 0
  *
- * After an error: VALUE is not written.
+ * After an error: VALUES is not written.
  *
  * NaN: a NaN among the points gives a NaN in its place.
  *
  * Threads: nothing is remembered from call to call.
  */
 void CSVALS(const int32_t* nx, const float* xvec, const int32_t* nintv, const float* brkpt,
-            const float* spcoef, float* value);
+            const float* spcoef, float* values);
 void DCSVALS(const int32_t* nx, const double* xvec, const int32_t* nintv, const double* brkpt,
-             const double* spcoef, double* value);
+             const double* spcoef, double* values);
 void CSDERS(const int32_t* ideriv, const int32_t* nx, const float* xvec, const int32_t* nintv,
-            const float* brkpt, const float* spcoef, float* value);
+            const float* brkpt, const float* spcoef, float* values);
 void DCSDERS(const int32_t* ideriv, const int32_t* nx, const double* xvec, const int32_t* nintv,
-             const double* brkpt, const double* spcoef, double* value);
+             const double* brkpt, const double* spcoef, double* values);
 
 /* The integral of a spline from A to B. The limits may lie beyond the break points; the sum over the pieces
  * loses no digits by their number. PPITG posts the errors, CSITG passes them up.

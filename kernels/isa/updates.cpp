@@ -11,11 +11,11 @@ using isa::held;
 template <class R>
 void copy(int64_t n, const R* x, R* y)
 {
-    // The C library knows best how this machine moves much memory.
+    // What the caches hold the C library moves best.
     constexpr int64_t much = 512;
     const int64_t bytes = n * static_cast<int64_t>(sizeof(R));
     const int64_t distance = reinterpret_cast<intptr_t>(y) - reinterpret_cast<intptr_t>(x);
-    if (n >= much && (distance >= bytes || distance <= -bytes)) {
+    if (n >= much && n < far<R> && (distance >= bytes || distance <= -bytes)) {
         __builtin_memcpy(y, x, static_cast<uint64_t>(bytes));
         return;
     }
