@@ -38,10 +38,15 @@ void axpy(int64_t n, R a, const R* x, R* y)
     for_stores<R, 1>(y, n, [=](auto l, int64_t i) { l.store(y + i, a * l.load(x + i) + l.load(y + i)); });
 }
 
+// In place this is a single stream, for which narrow loads gain nothing.
 template <class R>
 void scale(int64_t n, R a, const R* x, R* y)
 {
-    for_stores<R, 1>(y, n, [=](auto l, int64_t i) { l.store(y + i, a * l.load(x + i)); });
+    const auto work = [=](auto l, int64_t i) { l.store(y + i, a * l.load(x + i)); };
+    if (n < far<R>)
+        for_stores<R, 1>(y, n, work);
+    else
+        for_width<R, written<R>, 1>(0, n, work);
 }
 
 template <class R>
