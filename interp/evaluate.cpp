@@ -13,15 +13,6 @@ namespace orvel::interp {
 
 namespace {
 
-// Whether x is in the pieces first to last - 1, of which the outermost serve everything beyond.
-template <class T>
-inline bool is_within(const T* brkpt, int64_t pieces, int64_t first, int64_t last, T x)
-{
-    const int64_t from = number(first == 0) | number(x >= brkpt[first]);
-    const int64_t below = number(last == pieces) | number(x < brkpt[std::min(last, pieces - 1)]);
-    return (from & below) != 0;
-}
-
 // The piece of x, from 0. NaN belongs to the first.
 template <class T>
 [[gnu::noinline]] int64_t search(frame::State& s, const T* brkpt, int64_t pieces, T x)

@@ -15,13 +15,6 @@ namespace {
 
 constexpr int block = 16;
 
-// Whether x lies in piece k; the outermost pieces serve everything beyond.
-template <class T>
-inline bool is_in(const T* brkpt, int64_t pieces, int64_t k, T x)
-{
-    return (number(k == 0 || x >= brkpt[k]) & number(k == pieces - 1 || x < brkpt[k + 1])) != 0;
-}
-
 // The pieces of some points, from 0, as bisect() finds them.
 template <class T>
 void bisect_all(const T* brkpt, int64_t pieces, const T* x, int count, int64_t* found)
@@ -41,10 +34,11 @@ void bisect_all(const T* brkpt, int64_t pieces, const T* x, int count, int64_t* 
 template <class T>
 void find_pieces(const T* brkpt, int64_t pieces, const T* x, int count, int64_t piece, int64_t* found)
 {
+    const auto is_in = [&](int64_t k, T at) { return is_within(brkpt, pieces, k, k + 1, at); };
     int known = 0;
     for (; known < count; ++known) {
-        if (!is_in(brkpt, pieces, piece, x[known])) {
-            if (piece + 1 == pieces || !is_in(brkpt, pieces, piece + 1, x[known])) break;
+        if (!is_in(piece, x[known])) {
+            if (piece + 1 == pieces || !is_in(piece + 1, x[known])) break;
             ++piece;
         }
         found[known] = piece;

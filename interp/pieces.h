@@ -1,6 +1,7 @@
 // interp/pieces.h - the pieces of a piecewise polynomial: search, value, checks
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 
 #include "frame/routine.h"
@@ -13,6 +14,15 @@ inline int64_t number(bool condition)
     int64_t value = condition;
     asm("" : "+r"(value));
     return value;
+}
+
+// Whether x is in the pieces first to last - 1, of which the outermost serve everything beyond.
+template <class T>
+inline bool is_within(const T* brkpt, int64_t pieces, int64_t first, int64_t last, T x)
+{
+    const int64_t from = number(first == 0) | number(x >= brkpt[first]);
+    const int64_t below = number(last == pieces) | number(x < brkpt[std::min(last, pieces - 1)]);
+    return (from & below) != 0;
 }
 
 // The last of the pieces first to first + count - 1 that begins at x or before; the first one for others.

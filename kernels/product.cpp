@@ -70,9 +70,11 @@ void copy_block(int64_t rows, int64_t columns, const Factor<T>& from, T* to)
         for (int64_t t = 0; t < columns; ++t) to[t * rows + s] = from(s, t);
 }
 
+// By blocks on the stack. Like all that make room there it is a function of its own: compilers differ in what
+// they put into one frame, and what calls it goes on to others.
 template <class T>
-void by_blocks(int64_t m, int64_t n, int64_t k, T alpha, const Factor<T>& a, const Factor<T>& b,
-               const View<T>& c, bool from_zero)
+[[gnu::noinline]] void by_blocks(int64_t m, int64_t n, int64_t k, T alpha, const Factor<T>& a,
+                                 const Factor<T>& b, const View<T>& c, bool from_zero)
 {
     constexpr int64_t size = stack_block<T>, most_depth = stack_depth<T>;
     const auto& run = product_loops<T>();
@@ -103,8 +105,9 @@ void by_blocks(int64_t m, int64_t n, int64_t k, T alpha, const Factor<T>& a, con
 // The same for complex matrices with a factor alpha, whose products with B are formed as those of large
 // panels are.
 template <class R>
-void by_small_panels(int64_t m, int64_t n, int64_t k, std::complex<R> alpha, const Factor<std::complex<R>>& a,
-                     const Factor<std::complex<R>>& b, const View<std::complex<R>>& c, bool from_zero)
+[[gnu::noinline]] void by_small_panels(int64_t m, int64_t n, int64_t k, std::complex<R> alpha,
+                                       const Factor<std::complex<R>>& a, const Factor<std::complex<R>>& b,
+                                       const View<std::complex<R>>& c, bool from_zero)
 {
     constexpr int64_t size = stack_block<std::complex<R>>, depth = sizeof(R) == 4 ? size : size / 2;
     alignas(64) R panels[4 * size * depth];  // of A, then of B
@@ -180,8 +183,7 @@ bool by_panels(const Task& p)
 
 namespace {
 
-// A by rows, in either direction, is turned on the stack. A function of its own, so that others do not make
-// room for it.
+// A by rows, in either direction, is turned on the stack.
 template <class R>
 [[gnu::noinline]] bool add_small_turned_product(Product<R> p)
 {

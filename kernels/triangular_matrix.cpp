@@ -48,7 +48,8 @@ void store_block(int64_t n, int64_t columns, const R* block, int64_t width, cons
 }
 
 template <class R>
-void apply_small(Action action, int64_t n, int64_t m, const Factor<R>& l, bool unit, View<R> b)
+[[gnu::noinline]] void apply_small(Action action, int64_t n, int64_t m, const Factor<R>& l, bool unit,
+                                   View<R> b)
 {
     const auto& widths = isa::of_type<R>(triangle_loops()).real;
     alignas(64) R triangle[smallest * smallest];
@@ -68,8 +69,8 @@ void apply_small(Action action, int64_t n, int64_t m, const Factor<R>& l, bool u
 }
 
 template <class R>
-void apply_small(Action action, int64_t n, int64_t m, const Factor<std::complex<R>>& l, bool unit,
-                 View<std::complex<R>> b)
+[[gnu::noinline]] void apply_small(Action action, int64_t n, int64_t m, const Factor<std::complex<R>>& l,
+                                   bool unit, View<std::complex<R>> b)
 {
     const Triangles<R>& run = isa::of_type<R>(triangle_loops());
     const int64_t width = run.complex_width;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <algorithm>
+#include <limits>
 
 #include "linsys/linsys.h"
 
@@ -15,11 +16,14 @@ struct Band {
     T* origin;  // where element (0, 0) is
     int64_t step;
 
-    // Diagonal ku is in the first row of the array; those that lie outside the matrix are left out.
+    // Diagonal ku is in the first row of the array; those that lie outside the matrix are left out. Sizes
+    // that are still to be refused give the least band; nothing of it is read.
     static Band in_array(int64_t n, int64_t kl, int64_t ku, T* a, int64_t lda)
     {
+        n = std::max<int64_t>(n, 1), kl = std::max<int64_t>(kl, 0), ku = std::max<int64_t>(ku, 0);
         return {n, std::min(kl, n - 1), std::min(ku, n - 1), a + ku, lda - 1};
     }
+    Band<const T> constant() const { return {n, kl, ku, origin, step}; }
 
     T& operator()(int64_t i, int64_t j) const { return origin[i + j * step]; }
 
@@ -34,9 +38,26 @@ struct Band {
 template <class T>
 inline Band<T> band_factor(int64_t n, int64_t kl, int64_t ku, T* fact, int64_t ldfac)
 {
-    const auto in_array = Band<T>::in_array(n, kl, kl + ku, fact, ldfac);
-    return {n, in_array.kl, std::min(in_array.kl + std::min(ku, n - 1), n - 1), in_array.origin,
-            in_array.step};
+    kl = std::max<int64_t>(kl, 0), ku = std::max<int64_t>(ku, 0);
+    Band<T> fact_in_array = Band<T>::in_array(n, kl, kl + ku, fact, ldfac);
+    const int64_t most = fact_in_array.n - 1;
+    fact_in_array.ku = std::min(fact_in_array.kl + std::min(ku, most), most);
+    return fact_in_array;
+}
+
+inline constexpr int64_t enough = std::numeric_limits<int64_t>::max();  // a leading dimension that is our own
+
+// The largest column sum of magnitudes of `scale` * A, of which the upper part is given; NaN when a column
+// has one.
+template <class T>
+Part<T> norm_of_hermitian(const Band<const T>& a, Part<T>* sums, Part<T> scale)
+{
+    for (int64_t j = 0; j < a.n; ++j) {
+        const int64_t first = a.first_row(j);
+        for (int64_t i = first; i < j; ++i) sums[i] += magnitude(scale * a(i, j));
+        sums[j] = sum_of_magnitudes(j - first, &a(first, j), scale) + std::abs(scale * std::real(a(j, j)));
+    }
+    return largest_sum<Part<T>>(a.n, [&](int64_t j) { return sums[j]; });
 }
 
 // Where a call takes longer than the work, it is done in place: x^H * y, and y -= a * x.

@@ -37,4 +37,16 @@ private:
     }
 };
 
+// The square of the determinant of a triangle with a real diagonal, whose columns are `step` apart.
+template <class T>
+Determinant<Part<T>> square_of_determinant(int64_t n, const T* r, int64_t step)
+{
+    Determinant<Part<T>> product;
+    for (int64_t k = 0; k < n; ++k) {
+        const Part<T> factor = std::real(r[k * (step + 1)]);
+        if (!product.multiply(factor) || !product.multiply(factor)) break;
+    }
+    return product;
+}
+
 }  // namespace orvel::linsys

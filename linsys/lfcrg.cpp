@@ -13,13 +13,8 @@ namespace orvel::linsys {
 template <class T>
 Part<T> norm_1(int64_t rows, int64_t columns, const T* a, int64_t lda, Part<T> scale)
 {
-    Part<T> largest = 0;
-    for (int64_t j = 0; j < columns; ++j) {
-        const Part<T> sum = sum_of_magnitudes(rows, a + j * lda, scale);
-        if (std::isnan(sum)) return sum;
-        largest = std::max(largest, sum);
-    }
-    return largest;
+    return largest_sum<Part<T>>(columns,
+                                [&](int64_t j) { return sum_of_magnitudes(rows, a + j * lda, scale); });
 }
 
 template <class T>

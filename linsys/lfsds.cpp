@@ -100,11 +100,7 @@ void lfdds(const int32_t* n, const T* fact, const int32_t* ldfac, Part<T>* det1,
     check_order(me, 1, *n);
     check_ldfac(me, 2, *n, *ldfac);
     if (me.failed()) return;
-    Determinant<Part<T>> product;
-    for (int64_t k = 0; k < *n; ++k) {
-        const Part<T> factor = std::real(fact[k + k * *ldfac]);
-        if (!product.multiply(factor) || !product.multiply(factor)) break;
-    }
+    const auto product = square_of_determinant<T>(*n, fact, *ldfac);
     *det1 = product.mantissa;
     *det2 = product.exponent;
 }

@@ -4,6 +4,7 @@
 #include "frame/export.h"
 #include "frame/scratch.h"
 #include "kernels/level1.h"
+#include "linsys/band.h"
 #include "linsys/checks.h"
 #include "linsys/definite.h"
 #include "linsys/linsys.h"
@@ -22,20 +23,6 @@ int64_t copy_and_factor(int64_t n, const T* a, int64_t lda, T* fact, int64_t ldf
     if (fact != a || ldfac != lda)
         for (int64_t j = 0; j < n; ++j) kernels::copy<T>(j + 1, a + j * lda, 1, fact + j * ldfac, 1);
     return factor_definite<T>(n, definite_width, fact, ldfac, least);
-}
-
-// The largest column sum of magnitudes of `scale` * A, from its upper triangle; NaN when a column has one.
-template <class T>
-Part<T> norm_of(int64_t n, const T* a, int64_t lda, Part<T>* sums, Part<T> scale)
-{
-    for (int64_t j = 0; j < n; ++j) {
-        const T* const column = a + j * lda;
-        for (int64_t i = 0; i < j; ++i) sums[i] += magnitude(scale * column[i]);
-        sums[j] = sum_of_magnitudes(j, column, scale) + std::abs(scale * std::real(column[j]));
-    }
-    for (int64_t j = 0; j < n; ++j)
-        if (std::isnan(sums[j])) return sums[j];
-    return *std::max_element(sums, sums + n);
 }
 
 }  // namespace
@@ -68,7 +55,10 @@ void l2cds(frame::State& state, int32_t n, const T* a, int64_t lda, T* fact, int
     if (me.failed()) return;
 
     const bool estimated = factor_and_estimate<T>(
-        me, 4, rcond, [&](Part<T> scale) { return norm_of<T>(n, a, lda, kernels::parts(wk), scale); },
+        me, 4, rcond,
+        [&](Part<T> scale) {
+            return norm_of_hermitian<T>({n, 0, n - 1, a, lda}, kernels::parts(wk), scale);
+        },
         [&] { l2tds<T>(state, n, a, lda, fact, ldfac, wk); },
         [&](const ScaledNorm<Part<T>>& norm) {
             return norm.condition(reciprocal_of_inverse_norm<T>(n, fact, ldfac, wk));

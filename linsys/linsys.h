@@ -164,6 +164,19 @@ ScaledNorm<R> scaled_norm(Norm norm)
     return {norm(scale), scale};
 }
 
+// The largest of the sums of columns; NaN when a column has one.
+template <class R, class Sum>
+R largest_sum(int64_t columns, Sum sum_of)
+{
+    R largest = 0;
+    for (int64_t j = 0; j < columns; ++j) {
+        const R sum = sum_of(j);
+        if (std::isnan(sum)) return sum;
+        largest = std::max(largest, sum);
+    }
+    return largest;
+}
+
 // The largest column sum of magnitudes of `scale` * A; NaN when a column has one.
 template <class T>
 Part<T> norm_1(int64_t rows, int64_t columns, const T* a, int64_t lda, Part<T> scale = 1);
@@ -227,35 +240,24 @@ void factor_in_scratch(int32_t n, Worker worker)
         no_workspace(me, 2, n);
 }
 
-// A front of a solver, which has scratch for its worker: FACT(N) by columns ldfac apart, IPVT, WK.
+// A front of a solver, which has scratch for its worker: FACT(N) by columns ldfac apart, IPVT where the
+// worker takes it, WK.
 template <Name name, class T, class Worker>
 void solve_in_scratch(int32_t n, int64_t ldfac, Worker worker)
 {
+    constexpr bool interchanges = std::is_invocable_v<Worker, frame::State&, T*, int32_t*, T*>;
     Routine<T, name> me;
     check_number_of_equations(me, 1, n);
     if (me.failed()) return;
     SmallScratch<T, 256> fact;
     SmallScratch<int32_t> ipvt;
     SmallScratch<T> wk;
-    if (fact.allocate(ldfac, n) && ipvt.allocate(n) && wk.allocate(n))
+    if (!fact.allocate(ldfac, n) || (interchanges && !ipvt.allocate(n)) || !wk.allocate(n))
+        return no_workspace(me, 2, n);
+    if constexpr (interchanges)
         worker(me.state(), static_cast<T*>(fact), static_cast<int32_t*>(ipvt), static_cast<T*>(wk));
     else
-        no_workspace(me, 2, n);
-}
-
-// The same for a matrix without interchanges: FACT(N), WK.
-template <Name name, class T, class Worker>
-void solve_in_less_scratch(int32_t n, int64_t ldfac, Worker worker)
-{
-    Routine<T, name> me;
-    check_number_of_equations(me, 1, n);
-    if (me.failed()) return;
-    SmallScratch<T, 256> fact;
-    SmallScratch<T> wk;
-    if (fact.allocate(ldfac, n) && wk.allocate(n))
         worker(me.state(), static_cast<T*>(fact), static_cast<T*>(wk));
-    else
-        no_workspace(me, 2, n);
 }
 
 }  // namespace orvel::linsys

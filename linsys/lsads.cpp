@@ -45,14 +45,14 @@ void l2lds(frame::State& state, int32_t n, const T* a, int64_t lda, const T* b, 
 template <class T>
 void lsads(const int32_t* n, const T* a, const int32_t* lda, const T* b, T* x)
 {
-    solve_in_less_scratch<name_of<T>("LSADS", "LSADH"), T>(
+    solve_in_scratch<name_of<T>("LSADS", "LSADH"), T>(
         *n, *n, [&](frame::State& state, T* fact, T* wk) { l2ads<T>(state, *n, a, *lda, b, x, fact, wk); });
 }
 
 template <class T>
 void lslds(const int32_t* n, const T* a, const int32_t* lda, const T* b, T* x)
 {
-    solve_in_less_scratch<name_of<T>("LSLDS", "LSLDH"), T>(
+    solve_in_scratch<name_of<T>("LSLDS", "LSLDH"), T>(
         *n, *n, [&](frame::State& state, T* fact, T* wk) { l2lds<T>(state, *n, a, *lda, b, x, fact, wk); });
 }
 

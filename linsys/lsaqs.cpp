@@ -1,7 +1,6 @@
 // linsys/lsaqs.cpp - positive definite band systems: LSAQS, LSLQS, LFCQS, LFTQS, LFSQS, LFIQS, LFDQS and
 // workers
 #include <algorithm>
-#include <limits>
 
 #include "frame/export.h"
 #include "frame/scratch.h"
@@ -57,22 +56,7 @@ void check_ldfac_of_kd(Frame& me, int32_t code, int64_t ldfac, int64_t kd)
             {i(1, static_cast<int32_t>(kd)), i(2, static_cast<int32_t>(ldfac))});
 }
 
-constexpr int64_t enough = std::numeric_limits<int64_t>::max();  // a leading dimension that is our own
-
 // ---- factorization ----------------------------------------------------------------------------------------
-
-// FACT of a caller; nothing of it is read before N and KD are known to be good.
-template <class T>
-Band<T> factor_of(int64_t n, int64_t kd, T* fact, int64_t ldfac)
-{
-    return Band<T>::in_array(std::max<int64_t>(n, 1), 0, std::max<int64_t>(kd, 0), fact, ldfac);
-}
-
-template <class T>
-Band<const T> constant(const Band<T>& f)
-{
-    return {f.n, f.kl, f.ku, f.origin, f.step};
-}
 
 template <class T>
 void l2tqs(frame::State& state, const Given<T>& g, const Band<T>& f, int64_t ldfac, T* wk)
@@ -97,20 +81,6 @@ void l2tqs(frame::State& state, const Given<T>& g, const Band<T>& f, int64_t ldf
     say_what_is_wrong(me, a.n, done, not_real);
 }
 
-// The largest column sum of magnitudes of `scale` * A, from its upper part; NaN when a column has one.
-template <class T>
-Part<T> norm_of_band(const Band<const T>& a, Part<T>* sums, Part<T> scale)
-{
-    for (int64_t j = 0; j < a.n; ++j) {
-        const int64_t first = a.first_row(j);
-        for (int64_t i = first; i < j; ++i) sums[i] += magnitude(scale * a(i, j));
-        sums[j] = sum_of_magnitudes(j - first, &a(first, j), scale) + std::abs(scale * std::real(a(j, j)));
-    }
-    for (int64_t j = 0; j < a.n; ++j)
-        if (std::isnan(sums[j])) return sums[j];
-    return *std::max_element(sums, sums + a.n);
-}
-
 template <class T>
 void l2cqs(frame::State& state, const Given<T>& g, const Band<T>& f, int64_t ldfac, Part<T>* rcond, T* wk)
 {
@@ -122,10 +92,11 @@ void l2cqs(frame::State& state, const Given<T>& g, const Band<T>& f, int64_t ldf
     if (me.failed()) return;
 
     const bool estimated = factor_and_estimate<T>(
-        me, 5, rcond, [&](Part<T> scale) { return norm_of_band<T>(g.band(), kernels::parts(wk), scale); },
+        me, 5, rcond,
+        [&](Part<T> scale) { return norm_of_hermitian<T>(g.band(), kernels::parts(wk), scale); },
         [&] { l2tqs<T>(state, g, f, ldfac, wk); },
         [&](const ScaledNorm<Part<T>>& norm) {
-            return condition_of_band<T>(norm, constant(f), nullptr, wk);
+            return condition_of_band<T>(norm, f.constant(), nullptr, wk);
         });
     if (estimated && !(*rcond > epsilon<T>())) warn_of_singularity(me, *rcond);
 }
@@ -235,7 +206,7 @@ void solve_given(frame::State& state, const Given<T>& g, const Band<T>& f, T* wk
     Part<T> rcond = 1;
     l2cqs<T>(state, g, f, enough, &rcond, wk);
     if (is_severe(me.callee_type())) return;
-    solve(constant(f));
+    solve(f.constant());
     if (is_severe(me.callee_type())) return;
     if (me.callee_code() != 0 || !(rcond > epsilon<T>())) warn_of_solution(me, rcond);
 }
@@ -261,8 +232,8 @@ template <Name name, class T, class Worker>
 void band_front(const Given<T>& g, Worker worker)
 {
     const int64_t kd = std::clamp<int64_t>(g.kd, 0, std::max(g.n, 1) - 1);
-    solve_in_less_scratch<name, T>(g.n, kd + 1, [&](frame::State& state, T* fact, T* wk) {
-        worker(state, factor_of<T>(g.n, kd, fact, kd + 1), wk);
+    solve_in_scratch<name, T>(g.n, kd + 1, [&](frame::State& state, T* fact, T* wk) {
+        worker(state, Band<T>::in_array(g.n, 0, kd, fact, kd + 1), wk);
     });
 }
 
@@ -286,30 +257,30 @@ template <class T>
 void l2aqs_worker(frame::State& state, int32_t n, const T* a, int64_t lda, int32_t kd, const T* b, T* x,
                   T* fact, T* wk)
 {
-    solve_refined<T>(state, {n, a, lda, kd}, factor_of<T>(n, kd, fact, std::max<int64_t>(kd, 0) + 1), b, x,
-                     wk);
+    solve_refined<T>(state, {n, a, lda, kd}, Band<T>::in_array(n, 0, kd, fact, std::max<int64_t>(kd, 0) + 1),
+                     b, x, wk);
 }
 
 template <class T>
 void l2lqs_worker(frame::State& state, int32_t n, const T* a, int64_t lda, int32_t kd, const T* b, T* x,
                   T* fact, T* wk)
 {
-    solve_plainly<T>(state, {n, a, lda, kd}, factor_of<T>(n, kd, fact, std::max<int64_t>(kd, 0) + 1), b, x,
-                     wk);
+    solve_plainly<T>(state, {n, a, lda, kd}, Band<T>::in_array(n, 0, kd, fact, std::max<int64_t>(kd, 0) + 1),
+                     b, x, wk);
 }
 
 template <class T>
 void l2cqs_worker(frame::State& state, int32_t n, const T* a, int64_t lda, int32_t kd, T* fact, int64_t ldfac,
                   Part<T>* rcond, T* wk)
 {
-    l2cqs<T>(state, {n, a, lda, kd}, factor_of<T>(n, kd, fact, ldfac), ldfac, rcond, wk);
+    l2cqs<T>(state, {n, a, lda, kd}, Band<T>::in_array(n, 0, kd, fact, ldfac), ldfac, rcond, wk);
 }
 
 template <class T>
 void l2tqs_worker(frame::State& state, int32_t n, const T* a, int64_t lda, int32_t kd, T* fact, int64_t ldfac,
                   T* wk)
 {
-    l2tqs<T>(state, {n, a, lda, kd}, factor_of<T>(n, kd, fact, ldfac), ldfac, wk);
+    l2tqs<T>(state, {n, a, lda, kd}, Band<T>::in_array(n, 0, kd, fact, ldfac), ldfac, wk);
 }
 
 template <class T>
@@ -331,14 +302,14 @@ void lftqs(const int32_t* n, const T* a, const int32_t* lda, const int32_t* kd, 
 template <class T>
 void lfsqs_member(frame::State& state, int32_t n, const T* fact, int64_t ldfac, int32_t kd, const T* b, T* x)
 {
-    lfsqs<T>(state, factor_of<const T>(n, kd, fact, ldfac), ldfac, n, kd, b, x);
+    lfsqs<T>(state, Band<const T>::in_array(n, 0, kd, fact, ldfac), ldfac, n, kd, b, x);
 }
 
 template <class T>
 void lfiqs_member(frame::State& state, int32_t n, const T* a, int64_t lda, int32_t kd, const T* fact,
                   int64_t ldfac, const T* b, T* x, T* res)
 {
-    lfiqs<T>(state, {n, a, lda, kd}, factor_of<const T>(n, kd, fact, ldfac), ldfac, b, x, res);
+    lfiqs<T>(state, {n, a, lda, kd}, Band<const T>::in_array(n, 0, kd, fact, ldfac), ldfac, b, x, res);
 }
 
 // The square of the determinant of R.
@@ -351,12 +322,8 @@ void lfdqs(const int32_t* n, const T* fact, const int32_t* ldfac, const int32_t*
     check_ldfac_of_kd(me, 2, *ldfac, *kd);
     check_kd(me, 3, *kd);
     if (me.failed()) return;
-    const auto f = factor_of<const T>(*n, *kd, fact, *ldfac);
-    Determinant<Part<T>> product;
-    for (int64_t k = 0; k < *n; ++k) {
-        const Part<T> factor = std::real(f(k, k));
-        if (!product.multiply(factor) || !product.multiply(factor)) break;
-    }
+    const auto f = Band<const T>::in_array(*n, 0, *kd, fact, *ldfac);
+    const auto product = square_of_determinant<T>(*n, f.origin, f.step);
     *det1 = product.mantissa;
     *det2 = product.exponent;
 }

@@ -61,8 +61,6 @@ void check_ldfac_of_band(Frame& me, int32_t code, int64_t ldfac, int64_t kl, int
              i(3, static_cast<int32_t>(ldfac))});
 }
 
-constexpr int64_t enough = std::numeric_limits<int64_t>::max();  // a leading dimension that is our own
-
 // ---- factorization ----------------------------------------------------------------------------------------
 
 template <class T>
@@ -80,14 +78,10 @@ void l2trb(frame::State& state, const Given<T>& g, const Band<T>& f, int64_t ldf
 template <class T>
 Part<T> norm_of_band(const Band<const T>& a, Part<T> scale)
 {
-    Part<T> largest = 0;
-    for (int64_t j = 0; j < a.n; ++j) {
+    return largest_sum<Part<T>>(a.n, [&](int64_t j) {
         const int64_t first = a.first_row(j);
-        const Part<T> sum = sum_of_magnitudes(a.rows_end(j) - first, &a(first, j), scale);
-        if (std::isnan(sum)) return sum;
-        largest = std::max(largest, sum);
-    }
-    return largest;
+        return sum_of_magnitudes(a.rows_end(j) - first, &a(first, j), scale);
+    });
 }
 
 template <class T>
@@ -104,9 +98,7 @@ void l2crb(frame::State& state, const Given<T>& g, const Band<T>& f, int64_t ldf
     const bool estimated = factor_and_estimate<T>(
         me, 6, rcond, [&](Part<T> scale) { return norm_of_band<T>(g.band(), scale); },
         [&] { l2trb<T>(state, g, f, ldfac, ipvt, wk); },
-        [&](const ScaledNorm<Part<T>>& norm) {
-            return condition_of_band<T>(norm, {f.n, f.kl, f.ku, f.origin, f.step}, ipvt, wk);
-        });
+        [&](const ScaledNorm<Part<T>>& norm) { return condition_of_band<T>(norm, f.constant(), ipvt, wk); });
     if (estimated && !(*rcond > epsilon<T>())) warn_of_singularity(me, *rcond);
 }
 
@@ -221,7 +213,7 @@ void lfirb(frame::State& state, const Given<T>& g, const Band<const T>& f, int64
     refine<T>(me, BandKind<T>{g, f, ipvt, ipath, strip}, b, x, res, 8);
 }
 
-// The part that LSARB and LSLRB share: `solve` returns whether the solution is doubtful.
+// The part that LSARB and LSLRB share.
 template <Name name, class T, class Solve>
 void solve_given(frame::State& state, const Given<T>& g, const Band<T>& f, int32_t* ipvt, T* wk,
                  int32_t ipath, Solve solve)
@@ -235,7 +227,7 @@ void solve_given(frame::State& state, const Given<T>& g, const Band<T>& f, int32
     Part<T> rcond = 1;
     l2crb<T>(state, g, f, enough, ipvt, &rcond, wk);
     if (is_severe(me.callee_type())) return;
-    solve(Band<const T>{f.n, f.kl, f.ku, f.origin, f.step});
+    solve(f.constant());
     if (is_severe(me.callee_type())) return;
     if (me.callee_code() != 0 || !(rcond > epsilon<T>())) warn_of_solution(me, rcond);
 }
@@ -294,20 +286,13 @@ void lslrb(const int32_t* n, const T* a, const int32_t* lda, const int32_t* kl, 
         });
 }
 
-// FACT of a caller; nothing of it is read before N, KL and KU are known to be good.
-template <class T>
-Band<T> factor_of(int64_t n, int64_t kl, int64_t ku, T* fact, int64_t ldfac)
-{
-    return band_factor<T>(std::max<int64_t>(n, 1), std::max<int64_t>(kl, 0), std::max<int64_t>(ku, 0), fact,
-                          ldfac);
-}
-
 template <class T>
 void l2arb_worker(frame::State& state, int32_t n, const T* a, int64_t lda, int32_t kl, int32_t ku, const T* b,
                   int32_t ipath, T* x, T* fact, int32_t* ipvt, T* wk)
 {
     const int64_t ldfac = 2 * std::max<int64_t>(kl, 0) + std::max<int64_t>(ku, 0) + 1;
-    solve_refined<T>(state, {n, a, lda, kl, ku}, factor_of<T>(n, kl, ku, fact, ldfac), b, ipath, x, ipvt, wk);
+    solve_refined<T>(state, {n, a, lda, kl, ku}, band_factor<T>(n, kl, ku, fact, ldfac), b, ipath, x, ipvt,
+                     wk);
 }
 
 template <class T>
@@ -315,21 +300,22 @@ void l2lrb_worker(frame::State& state, int32_t n, const T* a, int64_t lda, int32
                   int32_t ipath, T* x, T* fact, int32_t* ipvt, T* wk)
 {
     const int64_t ldfac = 2 * std::max<int64_t>(kl, 0) + std::max<int64_t>(ku, 0) + 1;
-    solve_plainly<T>(state, {n, a, lda, kl, ku}, factor_of<T>(n, kl, ku, fact, ldfac), b, ipath, x, ipvt, wk);
+    solve_plainly<T>(state, {n, a, lda, kl, ku}, band_factor<T>(n, kl, ku, fact, ldfac), b, ipath, x, ipvt,
+                     wk);
 }
 
 template <class T>
 void l2crb_worker(frame::State& state, int32_t n, const T* a, int64_t lda, int32_t kl, int32_t ku, T* fact,
                   int64_t ldfac, int32_t* ipvt, Part<T>* rcond, T* wk)
 {
-    l2crb<T>(state, {n, a, lda, kl, ku}, factor_of<T>(n, kl, ku, fact, ldfac), ldfac, ipvt, rcond, wk);
+    l2crb<T>(state, {n, a, lda, kl, ku}, band_factor<T>(n, kl, ku, fact, ldfac), ldfac, ipvt, rcond, wk);
 }
 
 template <class T>
 void l2trb_worker(frame::State& state, int32_t n, const T* a, int64_t lda, int32_t kl, int32_t ku, T* fact,
                   int64_t ldfac, int32_t* ipvt, T* wk)
 {
-    l2trb<T>(state, {n, a, lda, kl, ku}, factor_of<T>(n, kl, ku, fact, ldfac), ldfac, ipvt, wk);
+    l2trb<T>(state, {n, a, lda, kl, ku}, band_factor<T>(n, kl, ku, fact, ldfac), ldfac, ipvt, wk);
 }
 
 template <class T>
@@ -354,15 +340,15 @@ template <class T>
 void lfsrb_member(frame::State& state, int32_t n, const T* fact, int64_t ldfac, int32_t kl, int32_t ku,
                   const int32_t* ipvt, const T* b, int32_t ipath, T* x)
 {
-    lfsrb<T>(state, factor_of<const T>(n, kl, ku, fact, ldfac), ldfac, n, kl, ku, ipvt, b, ipath, x);
+    lfsrb<T>(state, band_factor<const T>(n, kl, ku, fact, ldfac), ldfac, n, kl, ku, ipvt, b, ipath, x);
 }
 
 template <class T>
 void lfirb_member(frame::State& state, int32_t n, const T* a, int64_t lda, int32_t kl, int32_t ku,
                   const T* fact, int64_t ldfac, const int32_t* ipvt, const T* b, int32_t ipath, T* x, T* res)
 {
-    lfirb<T>(state, {n, a, lda, kl, ku}, factor_of<const T>(n, kl, ku, fact, ldfac), ldfac, ipvt, b, ipath, x,
-             res);
+    lfirb<T>(state, {n, a, lda, kl, ku}, band_factor<const T>(n, kl, ku, fact, ldfac), ldfac, ipvt, b, ipath,
+             x, res);
 }
 
 template <class T>
@@ -376,7 +362,7 @@ void lfdrb(const int32_t* n, const T* fact, const int32_t* ldfac, const int32_t*
     if (me.failed()) return;
     check_pivots_of_band(me, 5, *n, *kl, ipvt);
     if (me.failed()) return;
-    const auto f = factor_of<const T>(*n, *kl, *ku, fact, *ldfac);
+    const auto f = band_factor<const T>(*n, *kl, *ku, fact, *ldfac);
     Determinant<T> product;
     for (int64_t k = 0; k < *n; ++k) {
         if (ipvt[k] != k + 1) product.mantissa = -product.mantissa;

@@ -37,14 +37,10 @@ void lslrt(const int32_t* n, const T* a, const int32_t* lda, const T* b, const i
 template <class T>
 Part<T> norm_of(const Triangle<T>& t, Part<T> scale)
 {
-    Part<T> largest = 0;
-    for (int64_t j = 0; j < t.n; ++j) {
+    return largest_sum<Part<T>>(t.n, [&](int64_t j) {
         const int64_t first = t.lower ? j : 0, last = t.lower ? t.n : j + 1;
-        const Part<T> sum = sum_of_magnitudes(last - first, t.a + first + j * t.lda, scale);
-        if (std::isnan(sum)) return sum;
-        largest = std::max(largest, sum);
-    }
-    return largest;
+        return sum_of_magnitudes(last - first, t.a + first + j * t.lda, scale);
+    });
 }
 
 template <class T>

@@ -63,31 +63,6 @@ struct Source {
     Source mirrored() const { return {p, along, across}; }
 };
 
-// Numbers side by side in one panel, to[l * W + a] = alpha * source(a, l), for a below `here` and l below k.
-// What the panel has beyond is zero.
-template <class R, int W>
-void pack_panel(int here, int64_t k, const Source<R>& from, R alpha, R* __restrict to)
-{
-    constexpr int L = lanes<R> < W ? lanes<R> : W;
-    if (here == W && from.across == 1) {
-        for (int64_t l = 0; l < k; ++l)
-#pragma GCC unroll 8
-            for (int a = 0; a < W; a += L) at<L>(to + l * W + a) = alpha * at<L>(from.at(a, l));
-    } else if (from.along == 1 || from.along == -1) {
-        const bool forward = from.along == 1;
-        transpose_matrix<R, L>(k, here, forward ? from.p : from.at(0, k - 1), from.across,
-                               forward ? to : to + (k - 1) * W, forward ? W : -W);
-        for (int64_t l = 0; l < k; ++l)
-            for (int a = here; a < W; ++a) to[l * W + a] = 0;
-        if (alpha != R(1))
-            for (int64_t i = 0; i < W * k; ++i) to[i] = alpha * to[i];
-    } else {
-        for (int64_t l = 0; l < k; ++l)
-#pragma GCC ivdep
-            for (int a = 0; a < W; ++a) to[l * W + a] = a < here ? alpha * *from.at(a, l) : R(0);
-    }
-}
-
 // Whole panels of columns that lie in a row: down one column after the other, as the memory has them.
 template <class R, int W>
 void pack_columns(int64_t panels, int64_t k, const Source<R>& from, R alpha, R* __restrict to)
@@ -103,6 +78,29 @@ void pack_columns(int64_t panels, int64_t k, const Source<R>& from, R alpha, R* 
                 at<L>(panel + a) = alpha * at<L>(column + a);
             }
         }
+}
+
+// Numbers side by side in one panel, to[l * W + a] = alpha * source(a, l), for a below `here` and l below k.
+// What the panel has beyond is zero.
+template <class R, int W>
+void pack_panel(int here, int64_t k, const Source<R>& from, R alpha, R* __restrict to)
+{
+    constexpr int L = lanes<R> < W ? lanes<R> : W;
+    if (here == W && from.across == 1) {
+        pack_columns<R, W>(1, k, from, alpha, to);
+    } else if (from.along == 1 || from.along == -1) {
+        const bool forward = from.along == 1;
+        transpose_matrix<R, L>(k, here, forward ? from.p : from.at(0, k - 1), from.across,
+                               forward ? to : to + (k - 1) * W, forward ? W : -W);
+        for (int64_t l = 0; l < k; ++l)
+            for (int a = here; a < W; ++a) to[l * W + a] = 0;
+        if (alpha != R(1))
+            for (int64_t i = 0; i < W * k; ++i) to[i] = alpha * to[i];
+    } else {
+        for (int64_t l = 0; l < k; ++l)
+#pragma GCC ivdep
+            for (int a = 0; a < W; ++a) to[l * W + a] = a < here ? alpha * *from.at(a, l) : R(0);
+    }
 }
 
 // A panel of a symmetric factor: up to the numbers whose index lies in the panel, those, and the others. Of
