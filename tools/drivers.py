@@ -1,12 +1,14 @@
 """tools/drivers.py - the table from which tests/hostile calls every routine, with shapes as functions"""
 import json
 import re
+from pathlib import Path
 
 TYPES = {"integer": "i", "unsigned": "i", "long": "l", "long unsigned": "l", "single": "s", "double": "d", "complex": "c",
          "double complex": "z", "character": "t", "single function": "f", "double function": "g",
          "orvel_floating_point": "i", "orvel_s_epack": "p", "orvel_d_epack": "q", "none": "v"}
 # Driven by the engine around calls of others: an outcome or a count by itself means nothing.
 APART = ("orvel_begin_quiet", "orvel_end_quiet", "orvel_with_context", "orvel_call_with_context")
+SAME = Path(__file__).resolve().parent.parent / "tests/same_on_all_levels.txt"
 SYMBOL = re.compile(r"[A-Z][A-Z0-9]*")
 
 
@@ -78,6 +80,8 @@ def source(description):
     members = [(h, f, m) for h in description["headers"] for f in h["families"] for m in f["members"]
                if m["name"] not in APART]
     names = {m["name"] for _, _, m in members}
+    same = set(SAME.read_text().split("\n\n", 1)[1].split())
+    assert same <= names, f"{SAME} knows other routines: {same - names}"
     yield '// Every routine as the public headers describe it.\n#include "orvel/orvel.h"'
     yield '#include "tests/hostile/description.h"\n\nnamespace hostile {\n\nnamespace {\n'
     for _, family, member in members:
@@ -98,7 +102,7 @@ def source(description):
         workers = {name[:k] + "2" + name[k + 1:] for k in (1, 2)} - {name}  # whose second character is 2
         yield f'        {{"{name}", "{header["name"]}", call<{name}>, \'{result}\', {len(member["arguments"])}, ' \
               f'{texts if header["name"] != "host.h" else 0}, arguments_{name}, {str(bool(workers & names)).lower()}, ' \
-              f'{member["refusals"]}, refusals_{name}}},'
+              f'{str(name in same).lower()}, {member["refusals"]}, refusals_{name}}},'
     yield "    };\n    return all;\n}\n\nstd::vector<Block> blocks()\n{\n    return {"
     for header in description["headers"]:
         for block in header["blocks"]:

@@ -130,6 +130,7 @@ std::string fault_of_run(const Routine& routine, Arguments& arguments, int run, 
     for (int k = 0; k < routine.count; ++k)
         if (arguments.is_data(k) && arguments.owns(k))
             prepare(arguments.storage(k), run, around.garbage[run]);
+    use_level(around.level[run], false);
     restore_blocks();
     restore_settings(around);
     restore_state(around);
@@ -149,7 +150,7 @@ std::string fault_of_run(const Routine& routine, Arguments& arguments, int run, 
     o.requests = requests.count;
     if (std::string_view(routine.header) == "host.h") {
         set_up_host();
-        use_level(around.level, true);
+        use_level(around.level[run], true);
     }
     if (std::string_view(routine.name) == "orvel_bind_unit")
         orvel_bind_unit(static_cast<int32_t>(arguments.value(0)), nullptr, nullptr), set_up_host();
@@ -185,7 +186,6 @@ Fault make_call(const Routine& routine, uint64_t seed, bool is_verbose)
     const Mood mood = draw.one_of(moods);
     Surroundings around = surroundings(routine, seed, draw, mood);
     around.has_traps = is_verbose && around.is_flagged;  // so that a debugger shows where
-    use_level(around.level, false);
     choose_function(draw, mood);
     restore_blocks();
     Arguments arguments(routine, draw, mood);

@@ -22,8 +22,10 @@ struct Fault {
 
 void set_up_process(const std::string& folder);  // once in each process that makes calls
 int level_count();
+extern bool all_levels;  // the second run of every routine is made on another level
 
-// Makes the call twice. The mood, too, comes from the seed; the level is the rest of it by level_count().
+// Makes the call twice, a routine whose results are the same everywhere on another level the second time. The
+// mood, too, comes from the seed; the level of the first run is the rest of it by level_count().
 Fault make_call(const Routine& routine, uint64_t seed, bool is_verbose = false);
 
 // Calls all routines with each request for storage refused in turn; returns 0 where that is reported as

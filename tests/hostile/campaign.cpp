@@ -1,9 +1,10 @@
 // tests/hostile/campaign.cpp - hostile calls of every routine, in processes that may die
 //
-//     hostile [seconds=S] [seed=N] [workers=W] [only=ROUTINE]   a campaign; 0 seconds are one round
-//     hostile refusals                                          every request for storage refused, of all
-//     routines hostile ROUTINE SEED                                      one call of it, as a campaign has
-//     named it
+//     hostile [seconds=S] [seed=N] [workers=W] [only=ROUTINE]
+//                                 a campaign; 0 seconds are one round
+//     hostile refusals            every request for storage refused, of all routines
+//     hostile levels [seconds=S]  prints the routines that give the same bits on all instruction-set levels
+//     hostile ROUTINE SEED        one call of it, as a campaign has named it
 //
 // Each call follows from its routine and one number. A worker that dies or hangs is replaced by one that goes
 // on with the next call.
@@ -48,6 +49,7 @@ struct Shared {
     std::atomic<int64_t> next_ticket, calls;
     std::atomic<bool> is_over;
     std::atomic<int64_t> of_routine[1024];
+    std::atomic<bool> differs[1024];  // between levels
     Worker workers[most_workers];
 };
 Shared* shared = nullptr;
@@ -115,11 +117,18 @@ void tell(const std::string& what)
             me->call = 0;
         }
         const Routine& routine = routine_of(me->ticket);
+        if (shared->differs[&routine - routines().data()]) me->call = calls_of_a_ticket;
         while (me->call < calls_of_a_ticket) {
             const int64_t call = me->call++;  // one that kills is not made again
             me->seed = seed_of(me->ticket, call);
             const Fault fault = make_call(routine, me->seed);
-            if (!fault.what.empty()) tell(fault.what);
+            if (fault.what.empty()) continue;
+            if (!all_levels) {
+                tell(fault.what);
+                continue;
+            }
+            shared->differs[&routine - routines().data()] = true;
+            me->call = calls_of_a_ticket;
         }
         shared->calls += 2 * calls_of_a_ticket;
         shared->of_routine[&routine - routines().data()] += 2 * calls_of_a_ticket;
@@ -141,6 +150,7 @@ public:
             if (settings.seconds > 0 && since_start() > settings.seconds) shared->is_over = true;
             if (since_start() > shown_ + 5) show();
         }
+        if (all_levels) return print_the_same();
         show();
         std::vector<int64_t> counts;
         for (const Routine* r : settings.chosen) counts.push_back(shared->of_routine[r - routines().data()]);
@@ -222,8 +232,16 @@ private:
         }
     }
 
+    int print_the_same() const
+    {
+        for (const Routine* r : settings.chosen)
+            if (!shared->differs[r - routines().data()]) std::printf("%s\n", r->name);
+        return 0;
+    }
+
     void show()
     {
+        if (all_levels) return;
         shown_ = since_start();
         std::printf("%5.0f s: %ld calls of %zu routines at %d levels, %d faults\n", shown_,
                     shared->calls.load(), settings.chosen.size(), level_count(), faults_);
@@ -292,7 +310,8 @@ int main(int argc, char** argv)
     } else if (argc == 3 && std::strchr(argv[1], '=') == nullptr) {
         status = one_call(argv[1], argv[2]);
     } else {
-        for (int k = 1; k < argc; ++k)
+        all_levels = argc > 1 && std::strcmp(argv[1], "levels") == 0;
+        for (int k = all_levels ? 2 : 1; k < argc; ++k)
             if (!take(argv[k])) return std::fprintf(stderr, "what is %s?\n", argv[k]), 2;
         status = Campaign().run();
     }

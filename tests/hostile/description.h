@@ -45,7 +45,8 @@ struct Routine {
     char result;  // its type, v for none
     int count, texts;
     const Argument* arguments;
-    bool is_front;  // has a worker, which takes scratch as arguments
+    bool is_front;               // has a worker, which takes scratch as arguments
+    bool is_same_on_all_levels;  // by tests/same_on_all_levels.txt
     int refusal_count;
     const Refusal* refusals;
 };

@@ -78,7 +78,6 @@ Fault refuse_requests(const Routine& routine, uint64_t seed, bool is_large, int&
     Surroundings around = surroundings(routine, seed, draw, Mood::ordinary);
     around.is_quiet = around.is_flagged = false;
     around.switches = 2;  // everything is printed, nothing stops
-    use_level(around.level, false);
     choose_function(draw, Mood::ordinary);
     restore_blocks();
     most_bytes = std::size_t{1} << (is_large ? 24 : 17);

@@ -16,6 +16,8 @@ namespace hostile {
 
 namespace isa = orvel::isa;
 
+bool all_levels = false;
+
 namespace {
 
 std::vector<Block> state;  // of the thread
@@ -119,7 +121,8 @@ Surroundings surroundings(const Routine& routine, uint64_t seed, Draw& draw, Moo
     constexpr unsigned char garbage[][2] = {{0xff, 0x00}, {0x5a, 0xc3}, {0x7f, 0x01}, {0x80, 0x3f}};
     const auto& pair = garbage[draw.below(4)];
     Surroundings s{};
-    s.level = static_cast<int>(seed % static_cast<uint64_t>(level_count()));
+    s.level[0] = static_cast<int>(seed % static_cast<uint64_t>(level_count()));
+    s.level[1] = routine.is_same_on_all_levels || all_levels ? (s.level[0] + 1) % level_count() : s.level[0];
     std::memcpy(s.garbage, pair, sizeof pair);
     s.is_quiet = draw.one_in(4);
     s.is_flagged = mood == Mood::ordinary;

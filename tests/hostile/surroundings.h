@@ -11,7 +11,7 @@ namespace hostile {
 
 // What is not an argument: how the thread is when the call begins. From the seed.
 struct Surroundings {
-    int level;
+    int level[2];  // of the two runs
     unsigned char garbage[2];
     bool is_quiet, is_flagged, is_corrupted, has_traps;
     int rounding, switches, refused;
