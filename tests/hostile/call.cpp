@@ -60,9 +60,13 @@ struct ControlWords {
     can_leave = true;
     if (sigsetjmp(before_call, 0) == 0) {
         try {
-            routine.call(addresses, o.result);
+            int ended = 0;
+            if (around.has_context)
+                ended = call_with_context(routine, addresses, o.result);
+            else
+                routine.call(addresses, o.result);
             is_kept = ControlWords() == before;
-            o.ending = Outcome::returned;
+            o.ending = ended == 0 ? Outcome::returned : Outcome::left;
         } catch (const Left&) {
             is_kept = ControlWords() == before;
             o.ending = Outcome::left;

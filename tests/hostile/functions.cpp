@@ -42,6 +42,14 @@ void post_errors()
     if (function.moment % 2 == 0) GAMMA(&minus_two);
 }
 
+constexpr int32_t ending = 42;
+
+struct Job {
+    const Routine& routine;
+    void* const* addresses;
+    void* result;
+};
+
 template <class T>
 T value_at(const T* place)
 {
@@ -95,6 +103,30 @@ T value_at(const T* place)
     }
 }
 
+int32_t value_in_context(void* context, double x, double* fx)
+{
+    if (context != &function) return -7;
+    try {
+        *fx = value_at(&x);
+    } catch (const Left&) {
+        return ending;
+    }
+    return 0;
+}
+
+void make_call(void* given, orvel_function f, orvel_dfunction df)
+{
+    const Job& job = *static_cast<Job*>(given);
+    void* addresses[most_arguments];
+    for (int k = 0; k < job.routine.count; ++k) {
+        const char type = job.routine.arguments[k].type;
+        addresses[k] = type == 'f'   ? reinterpret_cast<void*>(f)
+                       : type == 'g' ? reinterpret_cast<void*>(df)
+                                     : job.addresses[k];
+    }
+    job.routine.call(addresses, job.result);
+}
+
 void write(void*, int32_t, const char* text, std::size_t length) { note_text(text, length); }
 void write_and_leave(void*, int32_t, const char* text, std::size_t length)
 {
@@ -118,6 +150,12 @@ void choose_function(Draw& draw, Mood mood)
 }
 
 void restart_function() { function.calls = 0; }
+
+int call_with_context(const Routine& routine, void* const* addresses, void* result)
+{
+    Job job{routine, addresses, result};
+    return orvel_with_context(value_in_context, &function, make_call, &job);
+}
 
 float single_function(const float* x) { return value_at(x); }
 double double_function(const double* x) { return value_at(x); }

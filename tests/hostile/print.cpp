@@ -47,10 +47,10 @@ void print_element(char type, const unsigned char* p)
 void print_call(const Routine& routine, const Arguments& arguments, const Surroundings& around)
 {
     std::printf(
-        "%s at levels %s and %s, rounding %d, quiet %d, flagged %d, corrupted %d, switches %d, refused %d\n",
+        "%s at levels %s and %s, rounding %d, quiet %d, context %d, flagged %d, corrupted %d, switches %d, refused %d\n",
         routine.name, orvel::isa::level_name(around.level[0]), orvel::isa::level_name(around.level[1]),
-        around.rounding, around.is_quiet, around.is_flagged, around.is_corrupted, around.switches,
-        around.refused);
+        around.rounding, around.is_quiet, around.has_context, around.is_flagged, around.is_corrupted,
+        around.switches, around.refused);
     for (int k = 0; k < routine.count; ++k) {
         const Argument& a = arguments.argument(k);
         if (!arguments.is_data(k)) continue;

@@ -115,6 +115,12 @@ void forget_piece()
     P3DER(&order, &count, &point, &x, &left);
 }
 
+bool takes_function(const Routine& routine)
+{
+    const auto is_one = [](const Argument& a) { return a.type == 'f' || a.type == 'g'; };
+    return std::any_of(routine.arguments, routine.arguments + routine.count, is_one);
+}
+
 Surroundings surroundings(const Routine& routine, uint64_t seed, Draw& draw, Mood mood)
 {
     const std::string_view header = routine.header;
@@ -125,6 +131,7 @@ Surroundings surroundings(const Routine& routine, uint64_t seed, Draw& draw, Moo
     s.level[1] = routine.is_same_on_all_levels || all_levels ? (s.level[0] + 1) % level_count() : s.level[0];
     std::memcpy(s.garbage, pair, sizeof pair);
     s.is_quiet = draw.one_in(4);
+    s.has_context = takes_function(routine) && draw.one_in(3);
     s.is_flagged = mood == Mood::ordinary;
     s.is_corrupted =
         mood != Mood::ordinary && draw.one_in(header == "random.h" || header == "frame.h" ? 3 : 20);

@@ -13,7 +13,7 @@ namespace hostile {
 struct Surroundings {
     int level[2];  // of the two runs
     unsigned char garbage[2];
-    bool is_quiet, is_flagged, is_corrupted, has_traps;
+    bool is_quiet, is_flagged, is_corrupted, has_traps, has_context;
     int rounding, switches, refused;
     bool lasting;
     int32_t condition_flag;
