@@ -76,7 +76,7 @@ Fault refuse_requests(const Routine& routine, uint64_t seed, bool is_large, int&
 {
     Draw draw(mixed(seed));
     Surroundings around = surroundings(routine, seed, draw, Mood::ordinary);
-    around.is_quiet = around.is_flagged = false;
+    around.is_quiet = around.is_flagged = around.has_context = false;
     around.switches = 2;  // everything is printed, nothing stops
     choose_function(draw, Mood::ordinary);
     restore_blocks();
