@@ -102,7 +102,7 @@ Fault refuse_requests(const Routine& routine, uint64_t seed, bool is_large, int&
 // Every routine that is documented to report it is brought to it.
 int refuse_all(uint64_t first_seed)
 {
-    constexpr uint64_t seeds = 60, most_seeds = 6000;
+    constexpr uint64_t seeds = 60, most_seeds = 60000;
     int faults = 0, total = 0, count = 0;
     for (const Routine& routine : routines()) {
         int provoked = 0;
