@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # tests/packaging/binary.sh BUILD - what the loader does with the shared libraries: all that it relocates is read-only
-# before the program runs, nothing is both written and executed, nothing is looked up in folders of this build; the
-# blocks of state have the places and the sizes that programs were compiled with
+# before the program runs, nothing is both written and executed, nothing is looked up in folders of this build; nothing
+# is called that reads or writes numbers or letters as the locale of the program has them; the blocks of state have the
+# places and the sizes that programs were compiled with
 set -euo pipefail
 cd "$(dirname "$0")/../.."
 build=$1
@@ -16,6 +17,9 @@ for library in "$build"/liborvel.so "$build"/liborvel_blas.so; do
     grep -qE 'GNU_STACK .* RW +0x' <<<"$segments" || complain "$library: the stack is executable"
     ! grep -E 'LOAD .* (RWE|WE)' <<<"$segments" || complain "$library: a segment is written and executed"
     ! grep -E '\((RPATH|RUNPATH)\)' <<<"$dynamic" || complain "$library: folders of its own"
+    ! nm -D --undefined-only "$library" |
+        grep -E ' (v?s?n?f?d?w?(printf|scanf)|_?_?wcsto|strto|ato[fil]|setlocale|localeconv|nl_langinfo|isw?(alnum|alpha|digit|space|print|punct|upper|lower|ctype)|tow?(upper|lower)|_ZNS[oit]|_ZNKSt5ctype)' ||
+        complain "$library: what it prints may depend on the locale"
     ! grep -E '\(TEXTREL\)|TEXTREL' <<<"$dynamic" || complain "$library: code is relocated"
 done
 
