@@ -244,6 +244,8 @@ def checked_members(entry, functions):
                 fail(where, f"{p['name']} of {function['function']} is {row['role']}, but {p['c']!r}")
             if (row["role"] == "function") != p["type"].endswith(("function", "writer", "handler", "call", "routine")):
                 fail(where, f"{p['name']} of {function['function']} is a function or is none")
+            if p["name"] == "VALUE" and written and function["returns"] != "none":
+                fail(where, f"VALUE is what C++ and Python call the result of {function['function']}")
             arguments.append({"name": p["name"], "type": p["type"], "by_value": not p["pointer"]})
         members.append({"name": function["function"], "returns": function["returns"], "arguments": arguments,
                         "lengths": lengths, "c": function["c"]})
