@@ -67,10 +67,12 @@ void add_gemm(const std::string& name, F* ours)
         }
 }
 
+constexpr int32_t small_and_large[] = {8, 16, 64, 256, 1000};
+
 template <class T, class F>
 void add_triangular(const std::string& name, F* ours)
 {
-    for (const int32_t n : {64, 256, 1000})
+    for (const int32_t n : small_and_large)
         for (const char* how : {"LLN", "LUN", "RLN", "LLT"})
             add_all(name + " " + how, name + "_", ours, n, [=](F* f) -> Call {
                 T *a = matrix<T>(0, n), *b = matrix<T>(1, n);
@@ -84,7 +86,7 @@ void add_triangular(const std::string& name, F* ours)
 template <class T, class F>
 void add_two_letters(const std::string& name, F* ours, const char* letters)  // SYMM, SYR2K
 {
-    for (const int32_t n : {64, 256, 1000})
+    for (const int32_t n : small_and_large)
         add_all(name + " " + letters, name + "_", ours, n, [=](F* f) -> Call {
             T *a = matrix<T>(0, n), *b = matrix<T>(1, n), *c = matrix<T>(2, n);
             return [=] {
@@ -97,7 +99,7 @@ void add_two_letters(const std::string& name, F* ours, const char* letters)  // 
 template <class T, class F>
 void add_syrk(const std::string& name, F* ours)
 {
-    for (const int32_t n : {64, 256, 1000})
+    for (const int32_t n : small_and_large)
         for (const char* how : {"LN", "UT"})
             add_all(name + " " + how, name + "_", ours, n, [=](F* f) -> Call {
                 T *a = matrix<T>(0, n), *c = matrix<T>(2, n);
