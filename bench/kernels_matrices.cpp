@@ -176,6 +176,8 @@ const int registered = [] {
     add_triangular<double>("dtrmm", DTRMM);
     add_syrk<double>("dsyrk", DSYRK);
     add_syrk<float>("ssyrk", SSYRK);
+    add_syrk<orvel_dcomplex>("zsyrk", ZSYRK);
+    add_two_letters<orvel_complex>("csyr2k", CSYR2K, "LN");
     add_two_letters<double>("dsymm", DSYMM, "LL");
     add_two_letters<double>("dsyr2k", DSYR2K, "LN");
     add_gemv<double>("dgemv", DGEMV);

@@ -241,31 +241,41 @@ void add_to_columns(int64_t m, int64_t n, int64_t k, T alpha, const Factor<T>& a
     by_blocks(m, n, k, alpha, a, b, c, from_zero);
 }
 
-// A triangle of C: by panels, or in halves until a square fits the stack, where it is formed whole and the
-// triangle of it goes back.
+// A triangle of C of an order up to which it is formed whole on the stack: then the triangle of it goes back.
 template <class T>
-void add_to_triangle(int64_t n, int64_t k, T alpha, const Factor<T>& a, const Factor<T>& b, const View<T>& c,
-                     Target target)
+constexpr int64_t whole_order = sizeof(T) == 16 ? 32 : 48;
+
+template <class T>
+[[gnu::noinline]] void add_to_whole(int64_t n, int64_t k, T alpha, const Factor<T>& a, const Factor<T>& b,
+                                    const View<T>& c, Target target)
 {
-    constexpr int64_t small = sizeof(T) == 16 ? 32 : 48;
     const bool lower = target.triangle == 'L';
-    if (n > small) {
-        if (by_panels<T>(task(n, n, k, alpha, a, b, c, target))) return;
-        const int64_t half = n / 2, rest = n - half;
-        add_to_triangle(half, k, alpha, a, b, c, target);
-        if (lower)
-            add_to_columns(rest, half, k, alpha, a.from(half, 0), b, c.from(half, 0), target.from_zero);
-        else
-            add_to_columns(half, rest, k, alpha, a, b.from(0, half), c.from(0, half), target.from_zero);
-        return add_to_triangle(rest, k, alpha, a.from(half, 0), b.from(0, half), c.from(half, half), target);
-    }
-    OnStack<T, small * small> buffer;
+    OnStack<T, whole_order<T> * whole_order<T>> buffer;
     const View<T> square{buffer, 1, n};
     for (int64_t j = 0; j < n && !target.from_zero; ++j)
         for (int64_t r = 0; r < n; ++r) square(r, j) = (lower ? r >= j : r <= j) ? c(r, j) : T(0);
     add_to_columns(n, n, k, alpha, a, b, square, target.from_zero);
     for (int64_t j = 0; j < n; ++j)
         for (int64_t r = lower ? j : 0; r < (lower ? n : j + 1); ++r) c(r, j) = square(r, j);
+}
+
+// A triangle of C: by panels, or in halves until a square fits the stack. Where direct tiles do it, squares
+// of a few tiles waste less, and tiles stay whole.
+template <class T>
+void add_to_triangle(int64_t n, int64_t k, T alpha, const Factor<T>& a, const Factor<T>& b, const View<T>& c,
+                     Target target)
+{
+    constexpr int64_t unit = 16;
+    const bool is_direct = std::max(n, k) <= direct_limit<T>;
+    if (n <= (is_direct ? unit : whole_order<T>)) return add_to_whole(n, k, alpha, a, b, c, target);
+    if (!is_direct && by_panels<T>(task(n, n, k, alpha, a, b, c, target))) return;
+    const int64_t half = round_up(n / 2, unit), rest = n - half;
+    add_to_triangle(half, k, alpha, a, b, c, target);
+    if (target.triangle == 'L')
+        add_to_columns(rest, half, k, alpha, a.from(half, 0), b, c.from(half, 0), target.from_zero);
+    else
+        add_to_columns(half, rest, k, alpha, a, b.from(0, half), c.from(0, half), target.from_zero);
+    add_to_triangle(rest, k, alpha, a.from(half, 0), b.from(0, half), c.from(half, half), target);
 }
 
 }  // namespace
