@@ -33,18 +33,20 @@ void pack(int64_t n, const Factor<T>& l, T* to)
 template <class R>
 void load_block(int64_t n, int64_t columns, const View<R>& b, R* block, int64_t width)
 {
-    const auto transpose = isa::of_type<R>(real_product_loops()).transpose;
-    if (b.rows == 1) return transpose(n, columns, b.p, b.columns, block, width);
-    if (b.rows == -1) return transpose(n, columns, &b(n - 1, 0), b.columns, block + (n - 1) * width, -width);
-    for (int64_t r = 0; r < n; ++r) std::copy_n(&b(r, 0), columns, block + r * width);
+    const auto& run = isa::of_type<R>(real_product_loops());
+    if (b.rows == 1) return run.transpose(n, columns, b.p, b.columns, block, width);
+    if (b.rows == -1)
+        return run.transpose(n, columns, &b(n - 1, 0), b.columns, block + (n - 1) * width, -width);
+    run.copy(columns, n, b.p, b.rows, block, width);
 }
 template <class R>
 void store_block(int64_t n, int64_t columns, const R* block, int64_t width, const View<R>& b)
 {
-    const auto transpose = isa::of_type<R>(real_product_loops()).transpose;
-    if (b.rows == 1) return transpose(columns, n, block, width, b.p, b.columns);
-    if (b.rows == -1) return transpose(columns, n, block + (n - 1) * width, -width, &b(n - 1, 0), b.columns);
-    for (int64_t r = 0; r < n; ++r) std::copy_n(block + r * width, columns, &b(r, 0));
+    const auto& run = isa::of_type<R>(real_product_loops());
+    if (b.rows == 1) return run.transpose(columns, n, block, width, b.p, b.columns);
+    if (b.rows == -1)
+        return run.transpose(columns, n, block + (n - 1) * width, -width, &b(n - 1, 0), b.columns);
+    run.copy(columns, n, block, width, b.p, b.rows);
 }
 
 template <class R>

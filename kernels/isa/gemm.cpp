@@ -217,7 +217,8 @@ void packed(const Product<R>* product, Blocks blocks, R* packed_a, R* packed_b)
 }
 
 template <class R>
-constexpr RealLevel3<R> real = {tile_rows<R>, tile_columns, direct<R>, packed<R>, transpose_matrix<R>};
+constexpr RealLevel3<R> real = {tile_rows<R>, tile_columns,        direct<R>,
+                                packed<R>,    transpose_matrix<R>, copy_matrix<R>};
 
 }  // namespace
 

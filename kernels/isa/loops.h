@@ -102,6 +102,7 @@ struct RealLevel3 {
     void (*packed)(const Product<R>*, Blocks, R* packed_a, R* packed_b);  // any strides
     // to(columns, rows) by columns `ldto` apart = the transpose of A(rows, columns) by columns lda apart
     void (*transpose)(int64_t rows, int64_t columns, const R* a, int64_t lda, R* to, int64_t ldto);
+    void (*copy)(int64_t rows, int64_t columns, const R* a, int64_t lda, R* to, int64_t ldto);
 };
 
 // The same for complex matrices, given as their interleaved parts; strides count complex elements.

@@ -61,6 +61,19 @@ inline void transpose_matrix(int64_t rows, int64_t columns, const R* a, int64_t 
         for (int64_t j = 0; j < columns; ++j) to[j + i * ldto] = a[i + j * lda];
 }
 
+// to(rows, columns) = A(rows, columns), column by column: for short ones, which a call each would cost much.
+template <class R, int L = lanes<R>>
+inline void copy_matrix(int64_t rows, int64_t columns, const R* a, int64_t lda, R* to, int64_t ldto)
+{
+    for (int64_t j = 0; j < columns; ++j) {
+        const R* from = a + j * lda;
+        R* column = to + j * ldto;
+        int64_t i = 0;
+        for (; i + L <= rows; i += L) at<L>(column + i) = at<L>(from + i);
+        for (; i < rows; ++i) column[i] = isa::anew(from)[i];
+    }
+}
+
 // Strides of a matrix whose element (i, j) is at p[i * rows + j * columns].
 struct Strides {
     int64_t rows, columns;
