@@ -41,7 +41,7 @@ bool has_small_extensions()
 
 // Each level has the instructions of those before it. What the built-in function affirms, the system
 // supports, too.
-int best()
+int found_best()
 {
     __builtin_cpu_init();
     const bool v3 = __builtin_cpu_supports("avx2") && __builtin_cpu_supports("bmi") &&
@@ -54,9 +54,16 @@ int best()
 
 #else
 
-int best() { return 0; }
+int found_best() { return 0; }
 
 #endif
+
+// The processor is asked once: in a virtual machine that takes tens of microseconds.
+int best()
+{
+    static const int level = found_best();
+    return level;
+}
 
 // Before the constructors of the program, so that no call meets another level than the next one.
 [[gnu::constructor(101)]] void choose() { chosen_level.store(best()); }

@@ -146,11 +146,7 @@ Surroundings surroundings(const Routine& routine, uint64_t seed, Draw& draw, Moo
     return s;
 }
 
-int level_count()
-{
-    static const int count = isa::level_count();  // asks the processor, which takes long in a virtual machine
-    return count;
-}
+int level_count() { return isa::level_count(); }
 
 void set_up_process(const std::string& folder)
 {
