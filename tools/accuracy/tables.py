@@ -95,7 +95,7 @@ class Errors:
     def add(self, error, where=None):
         self.squares += error * error
         self.count += 1
-        if not error <= self.worst:  # NaN, too
+        if not error <= self.worst and not math.isnan(self.worst):  # a NaN is the worst
             self.worst, self.where = error, where
 
     @property
