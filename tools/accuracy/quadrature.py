@@ -8,10 +8,10 @@ from tables import Column, Table
 
 TITLE = "Quadrature"
 NOTES = (
-    "Silent misses are those of the published method, which the peer has, too, and misses the same integrals: bells "
-    "of a width below 1/500 that lie between the nodes, a jump whose bisections look like convergence to the "
-    "extrapolation, a kink nearer to an end than the first node, and what is missed by a tenth to a half. An interval "
-    "that is divided at what is known of a function has none of them.",
+    "Silent misses are those of the published method, which the peer has, too, and misses the same integrals: bells of a "
+    "width of about 1/500 and less that lie between the nodes, a jump whose bisections look like convergence to the "
+    "extrapolation, a kink nearer to an end than the first node, and two that are beyond the limit by a tenth at most. "
+    "An interval that is divided at what is known of a function has none of them.",
     "One error more than the peer: an interval counts as too small to be divided from 1000 times the precision on.",
     "There is no routine for infinite intervals.",
 )

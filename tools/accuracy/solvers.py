@@ -13,9 +13,8 @@ NOTES = (
     "which round.",
     "Ill-conditioned bands: a single matrix decides, for `DLSLRB` one of the peer's, for `DLSLCB` one of ours; "
     "elimination does not bound the error of each element beside rows of other sizes.",
-    "RCOND is the published estimate of 1979, which is too large by a factor of two in the median of general "
-    "matrices; LAPACK has a later one, which takes more solutions. Complex members measure |Re| + |Im|, and so may be "
-    "below the true value by a factor of two.",
+    "RCOND is the published estimate of 1979, which is too large by a factor of two in the median of general matrices; "
+    "LAPACK has a later one. Complex members measure |Re| + |Im|, and so may be below the true value by a factor of two.",
 )
 SIZES = {10: 20, 50: 5}  # orders, and how many matrices of each
 REPEATED, LARGE = {10: 2}, 300
