@@ -13,6 +13,7 @@
 
 #include "frame/constants.h"
 #include "frame/routine.h"
+#include "isa/two_doubles.h"
 #include "special/gamma_tables.h"
 #include "special/series.h"
 
@@ -56,6 +57,46 @@ inline double gamma_of_one_plus(double t)
     const double u = 2.0 * t - 1.0;
     const double q = is_double<T> ? power_sum(u, gamma_deviation) : power_sum(u, gamma_deviation_single);
     return 1.0 + t * (t - 1.0) * q;
+}
+
+// ln Gamma(1 + t), 0 <= t <= 1, as a sum of two: t (t - 1) / 2, of which nothing is lost, and a rest of at
+// most a sixth of it. Around 1 and 2 logarithms take away most of it, and what is left has their errors and
+// its own.
+inline isa::TwoDoubles<double> long_log_gamma_of_one_plus(double t)
+{
+    static constexpr auto series = [] {
+        auto c = log_gamma_deviation;
+        c[0] -= 0.5;
+        return c;
+    }();
+    const double left = 1.0 - t, lost = (1.0 - left) - t;
+    const isa::TwoDoubles<double> product = isa::two_product<true>(t, left);
+    const double rest = product.head * power_sum(2.0 * t - 1.0, series);
+    return {-0.5 * product.head, 0.0 - (0.5 * (product.tail + t * lost) + rest)};
+}
+
+// ln x as a sum of two. Around 1 it is s = x - 1 and a rest, from the series of the area tangent in w = s /
+// (2 + s), whose first term 2 w is s - s w.
+inline isa::TwoDoubles<double> long_log(double x)
+{
+    static constexpr std::array<double, 9> series = {2.0 / 3,  2.0 / 5,  2.0 / 7,  2.0 / 9, 2.0 / 11,
+                                                     2.0 / 13, 2.0 / 15, 2.0 / 17, 2.0 / 19};
+    const double s = x - 1.0;
+    if (std::abs(s) > 0.25) return {std::log(x), 0.0};
+    const double w = s / (2.0 + s), w2 = w * w;
+    return {s, w * w2 * power_sum(w2, series) - s * w};
+}
+
+// Sum and difference, rounded almost once.
+inline double sum(const isa::TwoDoubles<double>& a, const isa::TwoDoubles<double>& b)
+{
+    const isa::TwoDoubles<double> heads = isa::two_sum(a.head, b.head);
+    return heads.head + (heads.tail + (a.tail + b.tail));
+}
+
+inline double difference(const isa::TwoDoubles<double>& a, const isa::TwoDoubles<double>& b)
+{
+    return sum(a, {-b.head, -b.tail});
 }
 
 // ln Gamma(1 + t), 0 <= t <= 1.
@@ -110,10 +151,18 @@ inline double gamma_of_negative(double x)
     return gamma_of_one_plus<double>(x + n) / product;
 }
 
-// ln Gamma(x), 0 < x <= 10.
+// ln Gamma(x), 0 < x <= 10. Beyond 3 the logarithm of the product is most of it.
 template <class T>
 inline double log_gamma_of_positive(double x)
 {
+    if constexpr (is_double<T>) {
+        if (x < 1.0) return difference(long_log_gamma_of_one_plus(x), long_log(x));
+        if (x <= 2.0) {
+            const isa::TwoDoubles<double> value = long_log_gamma_of_one_plus(x - 1.0);
+            return value.head + value.tail;
+        }
+        if (x <= 3.0) return sum(long_log_gamma_of_one_plus(x - 2.0), long_log(x - 1.0));
+    }
     if (x < 1.0) return log_gamma_of_one_plus<T>(x) - std::log(x);
     if (x <= 2.0) return log_gamma_of_one_plus<T>(x - 1.0);
     return log_gamma_of_one_plus<T>(unit_part(x)) + std::log(falling_product(x));

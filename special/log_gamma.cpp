@@ -14,20 +14,32 @@ namespace {
 template <class T>
 using Frame = Routine<T, "ALNGAM", "DLNGAM">;
 
-// ln |Gamma(x)| at most 1 in magnitude, x < -2, from the way to the nearest zero (or minimum between zeros):
-// of the reflection formula each factor is divided by its value there.
+// ln |Gamma(x)| at most 1 in magnitude, x < -2, from the way to the nearest zero: of the reflection formula
+// each factor is divided by its value there.
 double log_gamma_near_zero(double x)
 {
-    const int n = std::min(static_cast<int>(-x), static_cast<int>(std::size(log_gamma_zeros) + 1) / 2);
-    const LogGammaZero* const first = log_gamma_zeros + (n == 2 ? 0 : 2 * n - 3);
-    const LogGammaZero* const last = log_gamma_zeros + 2 * n - 1;
-    const LogGammaZero& zero =
-        *std::min_element(first, last, [x](const LogGammaZero& p, const LogGammaZero& q) {
-            return std::abs(x - p.at) < std::abs(x - q.at);
-        });
+    const int n = std::min(static_cast<int>(-x), static_cast<int>(std::size(log_gamma_zeros)) / 2 + 1);
+    const LogGammaZero* const pair = log_gamma_zeros + 2 * (n - 2);
+    const LogGammaZero& zero = pair[std::abs(x - pair[1].at) < std::abs(x - pair[0].at)];
     const double d = (zero.at - x) + zero.rest;
     const double sine = std::copysign(sin_pi<double>(std::abs(d)), d), half = sin_pi<double>(std::abs(d / 2));
-    return zero.value - (std::log1p(zero.cotangent * sine - 2 * half * half) + d * power_sum(d, zero.growth));
+    return -(std::log1p(zero.cotangent * sine - 2 * half * half) + d * power_sum(d, zero.growth));
+}
+
+// -10 <= x < -2 and not an integer: from the product x (x + 1) ... (x + n), each factor of which is exact,
+// and what it loses.
+double log_gamma_by_product(double x)
+{
+    const int n = 1 - static_cast<int>(x);
+    double product = x, lost = 0.0;
+    for (int k = 1; k <= n; ++k) {
+        const isa::TwoDoubles<double> next = isa::two_product<true>(product, x + k);
+        product = next.head;
+        lost += next.tail / next.head;
+    }
+    isa::TwoDoubles<double> above = long_log_gamma_of_one_plus(x + n);
+    above.tail -= lost;
+    return difference(above, long_log(std::abs(product)));
 }
 
 // x < -10 and not an integer. Beside integers the terms of the logarithm would cancel, until they are large.
@@ -48,11 +60,13 @@ template <class T>
     constexpr double missing = static_cast<double>(machine<T>(6));
     const double wide = static_cast<double>(x);
     if (x != x) return missing;
-    const auto refined = [wide](double value) {
-        return wide < -2.0 && std::abs(value) < 1.0 ? log_gamma_near_zero(wide) : value;
-    };
-    // Every error for |x| <= 10 is posted by the gamma function in its own frame.
-    if (std::abs(x) <= T(10)) return refined(std::log(std::abs(gamma(s, x))));
+    // Every error for |x| <= 10 is posted by the gamma function in its own frame. The way from a zero loses
+    // more than the product unless it is short.
+    if (std::abs(x) <= T(10)) {
+        const double value = std::log(std::abs(gamma(s, x)));
+        if (wide >= -2.0 || !(std::abs(value) < 1.0)) return value;
+        return std::abs(value) < 1.0 / 32 ? log_gamma_near_zero(wide) : log_gamma_by_product(wide);
+    }
     if (std::abs(x) > Limits::log_xmax) {
         me.post(terminal, 4, "The function overflows because ABS(%(R1)) is greater than %(R2).",
                 {r(1, wide), r(2, static_cast<double>(Limits::log_xmax))});
@@ -64,7 +78,8 @@ template <class T>
                 {r(1, wide)});
         return missing;
     }
-    const double result = refined(log_gamma_of_large_negative(wide));
+    const double far = log_gamma_of_large_negative(wide);
+    const double result = std::abs(far) < 1.0 ? log_gamma_near_zero(wide) : far;
     if (std::abs(distance_from_pole(x) * static_cast<T>(result)) < Limits::dxrel)
         me.post(
             warning, 2,

@@ -3,7 +3,7 @@
 #
 #   /usr/bin/python3 tools/figures.py
 #
-# The last status is that of a sentence that a header does not have. Accuracies are printed by tools/accuracy.py.
+# The last status is that of a sentence that a header does not have. Accuracies are printed by tools/accuracy.
 import math
 import pathlib
 import re

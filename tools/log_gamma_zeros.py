@@ -57,9 +57,9 @@ def number(v):
     return nstr(v, 20, min_fixed=1, max_fixed=0)
 
 
-def row(y, reach, value=mpf(0)):
+def row(y, reach):
     at = mpf(float(y))
-    print(f"    {{{number(-at)},  {number(at - y)}, {number(value)}, {number(cot(pi * y))},")
+    print(f"    {{{number(-at)},  {number(at - y)}, {number(cot(pi * y))},")
     print("     {" + ",\n      ".join(number(c) for c in growth(y, reach)) + "}},")
 
 
@@ -72,15 +72,14 @@ def main():
 
 namespace orvel::special {
 
-// A zero at + rest (or the minimum between two of them, with its value), the cotangent of pi times its distance y from
-// 0, and the coefficients of (ln Gamma(1 + y + d) - ln Gamma(1 + y)) / d in powers of d, for all d on whose way
-// |ln |Gamma|| <= 1.
+// A zero at + rest, the cotangent of pi times its distance y from 0, and the coefficients of
+// (ln Gamma(1 + y + d) - ln Gamma(1 + y)) / d in powers of d, for all d on whose way |ln |Gamma|| <= 1.
 struct LogGammaZero {
-    double at, rest, value, cotangent;
+    double at, rest, cotangent;
     std::array<double, %d> growth;
 };
 
-// Two zeros for each interval from (-3, -2) on; in this one the minimum is above -1, and stands between them.
+// Two zeros for each interval from (-3, -2) on.
 inline constexpr LogGammaZero log_gamma_zeros[] = {""" % TERMS)
     for n in range(2, LARGEST + 1):
         lowest = lowest_point(n)
@@ -92,8 +91,6 @@ inline constexpr LogGammaZero log_gamma_zeros[] = {""" % TERMS)
             if log_abs_gamma(lowest) < -1:
                 inner = bisect(lambda y: log_abs_gamma(y) + 1, lowest, far)
             row(zero, max(abs(edge - zero), abs(inner - zero)) * mpf(1.01))
-            if n == 2 and far == n + smallest:
-                row(lowest, mpf(1) / 10, log_abs_gamma(lowest))
     print("""};
 
 }  // namespace orvel::special""")

@@ -3,8 +3,8 @@
 
     ./run bench, then ./run demo, then tools/pictures.py out/bench.json out/demo/splines.dat
 
-BENCH is what the bench wrote on this machine, whose processor is named in small print; docs/accuracy.md gives the errors
-of the gamma functions, SPLINES, a file of the demo, those of splines. A row of the bench that is missing is an error.
+BENCH is what the bench wrote on this machine, whose processor is named in small print; SPLINES, a file of the demo, gives
+the errors of splines. A row of the bench that is missing is an error. tools/error_pictures.py draws those of errors.
 """
 import json
 import math
@@ -189,31 +189,6 @@ def speed(bench):
          "     $bars using ($2 > 1 ? $2 : 1):0:4 with labels left offset 0.7,0", bench.note)
 
 
-def gamma():
-    """In double precision; the largest error in single precision stands in small print."""
-    table = (ROOT / "docs/accuracy.md").read_text()
-    groups = defaultdict(list)
-    singles = []
-    for name, region, kind, largest, mean in re.findall(
-            r"(?m)^\| `(\w+)` \| ([^|]+) \| ([^|]+) \| ([\d.]+) \| ([\d.]+) \|", table):
-        if name in ("DGAMMA", "DLNGAM", "DGAMR"):
-            groups[name].append((region + (f", {kind}" if kind.startswith("beside") else ""), largest, mean))
-        elif name in ("GAMMA", "ALNGAM", "GAMR"):
-            singles.append(float(largest))
-    rows = []
-    for name, regions in groups.items():
-        rows.append((f'"{{/:Bold {name}}}"', "NaN", "NaN"))
-        rows += [(f'"{region}"', largest, mean) for region, largest, mean in regions]
-    draw("gamma", 900, block("rows", rows) + 'set title "Errors of the gamma functions"\n'
-         f'set xlabel "units in the last place"\n'
-         f"set lmargin 27\nset xrange [0:9]\nset yrange [{len(rows) - 0.5}:-0.7]\n"
-         "set border 1\nset ytics scale 0 font ',12'\n"
-         "set grid y lc rgb '#dddddd'\nset key tmargin center horizontal\n"
-         "plot $rows using 2:0:ytic(1) with points pt 7 ps 0.8 lc rgb orange title 'largest', \\\n"
-         "     $rows using 3:0 with points pt 6 ps 0.8 lw 1.5 lc rgb blue title 'mean'",
-         f"10,000 random arguments a region, against 40 digits; in single precision {max(singles):.2f} at most")
-
-
 def splines(data):
     picture = PICTURES / "splines.svg"
     subprocess.run(["gnuplot", "-e", f"data='{data}'; picture='{picture}'", "examples/splines/splines.gnuplot"],
@@ -227,9 +202,9 @@ def main():
     bench = Bench(sys.argv[1])
     for picture in (gemm, solve, fft, speed):
         picture(bench)
-    gamma()
     if len(sys.argv) > 2:
         splines(Path(sys.argv[2]).resolve())
 
 
-main()
+if __name__ == "__main__":
+    main()
