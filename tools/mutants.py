@@ -76,7 +76,7 @@ class Room:
     """The copy of the tree, its build, and what is known of it without a change."""
 
     def __init__(self, folder):
-        self.source, self.build = folder / "source", folder / "build"
+        self.source, self.build = folder / "source", folder / "source/build/release"  # so that ccache knows it
         self.log = folder / "log"
         self.copy()
         if not (self.build / "build.ninja").exists():

@@ -1,9 +1,9 @@
 // tests/hostile/campaign.cpp - hostile calls of every routine, in processes that may die
 //
-//     hostile [seconds=S] [seed=N] [workers=W] [only=ROUTINE]   a campaign; 0 seconds are one round
-//     hostile refusals                                          every request for storage refused, of all
-//     routines hostile ROUTINE SEED                                      one call of it, as a campaign has
-//     named it
+//     hostile [seconds=S] [seed=N] [workers=W] [only=ROUTINE]
+//                                  a campaign; 0 seconds are one round
+//     hostile refusals             every request for storage refused, of all routines
+//     hostile ROUTINE SEED         one call of it, as a campaign has named it
 //
 // Each call follows from its routine and one number. A worker that dies or hangs is replaced by one that goes
 // on with the next call.
