@@ -121,7 +121,7 @@ class Room:
 
     def time_tests(self, known):
         times = json.loads(known.read_text()) if known.exists() else {}
-        for name in sorted({t for tests in TESTS.values() for t in tests} | {"stack_tests", "errors.py"}):
+        for name in sorted({t for tests in TESTS.values() for t in tests} | {"stack_tests", "errors.py", "hostile"}):
             if name not in times:
                 start = time.monotonic()
                 if not run(self.command(name), self.source, 600):
@@ -178,9 +178,10 @@ def judge(room, mutation, most_objects, rest):
         first = TESTS[mutation.file.split("/")[0]] + ["errors.py"] * ("post(" in changed.text)
         if re.search(r"check|post\(", mutation.describe(changed.text)[1]):
             first.insert(0, "errors.py")
-        others = sorted(set(room.times) - set(first), key=room.times.get)
+        others = sorted(set(room.times) - {*first, "hostile"}, key=room.times.get)
         while sum(room.times[name] for name in others) > rest:
             others.pop()
+        others.append("hostile")  # guard pages, and everything a second time
         for name in dict.fromkeys(first + others):
             if others and name == others[0] and not room.ninja([t for t in others if t != "errors.py"]):
                 return "killed", "link"
