@@ -44,11 +44,12 @@ TESTS = {
     "quad": ["quad_tests"],
     "zeros": ["search_tests"],
     "optim": ["search_tests"],
-    "fft": ["fft_tests", "fft_thread_tests"],
+    "fft": ["fft_tests"],
     "special": ["special_tests", "limits_tests"],
     "random": ["random_state_tests", "stream_tests"],
     "util": ["calendar_tests", "sort_tests", "permute_tests", "clock_tests"],
 }
+NOT_BUILT = {"errors.py", "refusals"}  # by these names
 PRINTED = {"quad/kronrod_tables.h", "special/gamma_tables.h", "special/log_gamma_zeros.h", "fft/isa/root_table.h",
            "random/jump_polynomial.h"}  # tests print them anew
 
@@ -117,11 +118,13 @@ class Room:
         if name == "errors.py":  # the checks of arguments, provoked one by one
             return [sys.executable, "tests/interface/errors.py", str(self.build / "liborvel.so")]
         command = [str(self.build / "tests" / name)]
+        if name == "refusals":
+            return [str(self.build / "tests/hostile"), name]
         return command + ["--gtest_brief=1", "--gtest_fail_fast"] if name.endswith("_tests") else command
 
     def time_tests(self, known):
         times = json.loads(known.read_text()) if known.exists() else {}
-        for name in sorted({t for tests in TESTS.values() for t in tests} | {"stack_tests", "errors.py", "hostile"}):
+        for name in sorted({t for tests in TESTS.values() for t in tests} | {"stack_tests", "errors.py", "hostile", "refusals"}):
             if name not in times:
                 start = time.monotonic()
                 if not run(self.command(name), self.source, 600):
@@ -136,7 +139,7 @@ class Room:
             return run(["ninja", "-j1", *targets], self.build, 900, log)
 
     def passes(self, name):
-        if not self.ninja(["liborvel.so" if name == "errors.py" else name]):
+        if not self.ninja([{"errors.py": "liborvel.so", "refusals": "hostile"}.get(name, name)]):
             return False  # a linker that finds something missing
         return run(self.command(name), self.source, 20 + 10 * self.times[name])
 
@@ -178,12 +181,12 @@ def judge(room, mutation, most_objects, rest):
         first = TESTS[mutation.file.split("/")[0]] + ["errors.py"] * ("post(" in changed.text)
         if re.search(r"check|post\(", mutation.describe(changed.text)[1]):
             first.insert(0, "errors.py")
-        others = sorted(set(room.times) - {*first, "hostile"}, key=room.times.get)
+        others = sorted(set(room.times) - {*first, "hostile", "refusals"}, key=room.times.get)
         while sum(room.times[name] for name in others) > rest:
             others.pop()
-        others.append("hostile")  # guard pages, and everything a second time
+        others += ["hostile", "refusals"]  # guard pages, and everything a second time
         for name in dict.fromkeys(first + others):
-            if others and name == others[0] and not room.ninja([t for t in others if t != "errors.py"]):
+            if others and name == others[0] and not room.ninja([t for t in others if t not in NOT_BUILT]):
                 return "killed", "link"
             if not room.passes(name):
                 return "killed", name

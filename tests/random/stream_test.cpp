@@ -1,4 +1,4 @@
-// tests/random/stream_test.cpp - every stream bit by bit, at every level, in any cut, precision and thread
+// tests/random/stream_test.cpp - every stream bit by bit, at every level, in any cut and precision
 #include <sstream>
 
 #include "random/isa/loops.h"
@@ -151,19 +151,6 @@ TEST(Streams, SeedsOfDistantStreams)
             set_option(5);
         }
     });
-}
-
-TEST(Streams, ThreadsShareNothing)
-{
-    std::vector<std::thread> team;
-    for (int32_t k = 1; k <= 8; ++k)
-        team.emplace_back([k] {
-            Model model(100 + k);
-            set_option(model.option = k);
-            set_seed(100 + k);
-            for (int n = 0; n < 50; ++n) expect_draws<double>(model, 20);
-        });
-    for (std::thread& t : team) t.join();
 }
 
 }  // namespace
