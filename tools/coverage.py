@@ -7,8 +7,8 @@ BUILD is compiled with --coverage (preset coverage), and its tests have run. Pri
 white spots, the largest first: runs of lines that were not run, and lines with outcomes of a branch that were not taken.
 
 A line counts once, whatever the number of instances of its template, of instruction-set levels and of functions that it
-is compiled into. Its branches are those of most instances, and an outcome is taken when it is in one of them; copies of
-it in one function are one. What an exception does at a call is no branch.
+is compiled into. It has two outcomes for each condition that is written in it (if, for, while, ?, &&, ||), and an outcome
+is taken when it is in one of them. What an exception does at a call is no branch.
 """
 import argparse
 import collections
@@ -49,18 +49,38 @@ def decisions(branches):
     return counts
 
 
-def merged(instances):
-    """Of each outcome, whether it is taken in one of the instances."""
-    lengths = collections.Counter(map(len, instances))
-    if not lengths:
+def conditions(text):
+    """How many there are in each line, from 1; None in lines with a switch. An operator at the end of a line belongs to
+    what follows it."""
+    clear = re.sub(r'//[^\n]*|"(?:\\.|[^"\\\n])*"|\'(?:\\.|[^\'\\\n])\'|\bif constexpr\b', " ", text)
+    found, carried, goes_on = [None], "", False
+    for line in clear.split("\n"):
+        line, at_end = carried + line.strip(), re.search(r"(?:&&|\|\||\?)$", line.strip())
+        carried = at_end.group() + " " if at_end else ""
+        line = line[:len(line) - len(carried)] if at_end else line
+        words = len(re.findall(r"\b(?:if|for|while)\b|\?", line))
+        operators = len(re.findall(r"&&|\|\|", line))
+        count = words + operators + (operators > 0 and words == 0 and not goes_on)
+        found.append(None if "switch" in line else count or int(goes_on))
+        goes_on = bool(line) and line[-1] not in ";{}"
+    return found
+
+
+def merged(instances, count):
+    """Of each outcome, whether it is taken in one of the instances. Lines are copied into functions that they are
+    inlined in, and lose conditions there that are constant."""
+    if count == 0 or not instances:
         return []
-    length = max(lengths, key=lambda n: (lengths[n], n))
+    lengths = collections.Counter(map(len, instances))
+    length = 2 * count if count else max(lengths)
+    if not any(n % length == 0 for n in lengths):
+        length = max(lengths, key=lambda n: (lengths[n], n))
     outcomes = [0] * length
     for counts in instances:
         if len(counts) % length == 0:
-            for k, count in enumerate(counts):
-                outcomes[k % length] += count
-    return [count > 0 for count in outcomes]
+            for k, times in enumerate(counts):
+                outcomes[k % length] += times
+    return [times > 0 for times in outcomes]
 
 
 def collect(build):
@@ -81,9 +101,8 @@ def collect(build):
                     instances[name][number].append(outcomes)
     found = {}
     for name, lines in counts.items():
-        text = (TREE / name).read_text().split("\n")
-        found[name] = {n: (count > 0, merged(instances[name][n]) if re.search(r"\w", text[n - 1]) else [])
-                       for n, count in sorted(lines.items()) if n <= len(text)}
+        written = conditions((TREE / name).read_text())
+        found[name] = {n: (count > 0, merged(instances[name][n], written[n])) for n, count in sorted(lines.items())}
     return found
 
 
