@@ -18,6 +18,7 @@ tests/survivors.txt has the reasons why survivors are not noticed; --list prints
 """
 import argparse
 import collections
+import itertools
 import json
 import os
 import re
@@ -30,7 +31,7 @@ import time
 from pathlib import Path
 
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
-from mutations import choose  # noqa: E402
+from mutations import choose, sites  # noqa: E402
 
 TREE = Path(__file__).resolve().parent.parent
 # The tests of a folder, those first that fail most often or are over soonest.
@@ -223,6 +224,19 @@ def summary(results, unexplained_only=False):
     return "\n".join(lines)
 
 
+def column_of(mutation, text):
+    return mutation.start - text.rfind("\n", 0, mutation.start)
+
+
+def once_more(results, texts):
+    """The mutations that results are of, as far as their lines are still there."""
+    wanted = {(r["file"], r["old"], r["new"], r["column"]) for r in results}
+    for file in sorted({r["file"] for r in results} & texts.keys()):
+        for mutation in itertools.chain.from_iterable(sites(file, texts[file]).values()):
+            if (file, *mutation.describe(texts[file])[1:], column_of(mutation, texts[file])) in wanted:
+                yield mutation
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--seed", type=int, default=1)
@@ -243,25 +257,28 @@ def main():
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))
     until = time.monotonic() + 60 * options.minutes
     room = Room(folder)
-    known = reasons() if options.again else {}
-    results = [r for r in results
-               if not options.again or r["outcome"] != "survived" or (r["file"], r["old"], r["new"]) in known]
-    done = {(r["file"], r["old"], r["new"], r["column"]) for r in results}
     texts = {f: t for f, t in room.texts.items() if f.startswith(options.only)}
+    known, again = reasons(), []
+    if options.again:
+        again = [r for r in results if r["outcome"] == "survived" and (r["file"], r["old"], r["new"]) not in known]
+        results = [r for r in results if r not in again]
+    done = {(r["file"], r["old"], r["new"], r["column"]) for r in results}
     folders = [f for f in TESTS if any(name.startswith(f + "/") for name in texts)]
-    for mutation in choose(texts, options.seed, folders):
+    for mutation in itertools.chain(once_more(again, texts), choose(texts, options.seed, folders)):
         if sum(r["outcome"] in ("killed", "survived") for r in results) >= options.count or time.monotonic() > until:
             break
         text = texts[mutation.file]
         line, old, new = mutation.describe(text)
-        column = mutation.start - text.rfind("\n", 0, mutation.start)
+        column = column_of(mutation, text)
         if (mutation.file, old, new, column) in done:
             continue
+        done.add((mutation.file, old, new, column))
         start = time.monotonic()
         outcome, by = judge(room, mutation, options.objects, options.rest)
         results.append({"file": mutation.file, "line": line, "column": column, "kind": mutation.kind, "old": old, "new": new,
                         "outcome": outcome, "by": by, "seconds": round(time.monotonic() - start, 1)})
-        path.write_text("".join(json.dumps(r) + "\n" for r in results))
+        again = [r for r in again if (r["file"], r["old"], r["new"], r["column"]) not in done]
+        path.write_text("".join(json.dumps(r) + "\n" for r in results + again))
         if outcome != "wide":
             print(f"{outcome:8} {by:20} {mutation.file}:{line}: {old}  ->  {new}", flush=True)
     (folder / f"summary-{options.seed}.txt").write_text(summary(results) + "\n")
