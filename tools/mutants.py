@@ -59,7 +59,8 @@ def run(command, folder, limit, log=None):
     """True or false for the exit status, None when the time is over; nothing that it starts outlives it."""
     def bounds():
         for what, most in ((resource.RLIMIT_CORE, 0), (resource.RLIMIT_FSIZE, 1 << 30), (resource.RLIMIT_AS, 16 << 30)):
-            resource.setrlimit(what, (most, most))
+            if what != resource.RLIMIT_AS or not str(command[0]).endswith("hostile"):  # which reserves more
+                resource.setrlimit(what, (most, most))
     child = subprocess.Popen(command, cwd=folder, stdin=subprocess.DEVNULL, stdout=log or subprocess.DEVNULL,
                              stderr=subprocess.STDOUT, start_new_session=True, preexec_fn=bounds)
     try:

@@ -145,8 +145,8 @@ TYPED_TEST(Updates, ByZeroReadNothingInAxpyAndKeepNaNInScal)
 }
 
 // Vectors that stand beside each other, in both orders and at every distance, give the bits that they give
-// far apart; so do longer ones at every address.
-TYPED_TEST(Updates, BesideEachOtherAndElsewhereGiveTheSameBits)
+// far apart.
+TYPED_TEST(Updates, BesideEachOtherGiveTheSameBits)
 {
     using T = TypeParam;
     using K = Kernels<T>;
@@ -175,19 +175,6 @@ TYPED_TEST(Updates, BesideEachOtherAndElsewhereGiveTheSameBits)
                                 std::equal(y.begin(), y.end(), &near[50 + d]))
                         << "kernel " << k << " n " << n << " distance " << d;
                 }
-            }
-        constexpr int32_t n = 301, places = 16;
-        std::vector<T> first(n), second(n), room(n + places), other(n + places), expected;
-        for (T& e : first) e = random_value<T>(generator());
-        for (T& e : second) e = random_value<T>(generator());
-        for (std::size_t k = 0; k < calls.size(); ++k)
-            for (int32_t at = 0; at < places; ++at) {
-                std::copy(first.begin(), first.end(), room.begin() + 3 * at % places);
-                std::copy(second.begin(), second.end(), other.begin() + at);
-                calls[k](&n, &room[3 * at % places], &one, &other[at], &one);
-                if (at == 0) expected.assign(other.begin(), other.begin() + n);
-                EXPECT_TRUE(std::equal(expected.begin(), expected.end(), other.begin() + at))
-                    << "kernel " << k << " place " << at;
             }
     });
 }
