@@ -126,7 +126,8 @@ class Room:
 
     def time_tests(self, known):
         times = json.loads(known.read_text()) if known.exists() else {}
-        for name in sorted({t for tests in TESTS.values() for t in tests} | {"stack_tests", "errors.py", "hostile", "refusals"}):
+        names = {t for tests in TESTS.values() for t in tests} | {"stack_tests", "errors.py", "hostile", "refusals"}
+        for name in sorted(names):
             if name not in times:
                 start = time.monotonic()
                 if not run(self.command(name), self.source, 600):
@@ -134,7 +135,7 @@ class Room:
                 times[name] = round(time.monotonic() - start, 2)
                 print(f"{times[name]:8.2f} s  {name}", flush=True)
         known.write_text(json.dumps(times))
-        return times
+        return {name: times[name] for name in names}
 
     def ninja(self, targets):
         with open(self.log, "w") as log:

@@ -53,7 +53,9 @@ const Problem problems[] = {
     {[](double x) { return 1 / std::abs(x - 0.3); }, 0, 1, 0, 1e-6},  // bad behaviour
     // roundoff in the table
     {[](double x) { return std::pow(x, -0.75) + 3e-7 * std::cos(1e5 * x); }, 0, 1, 0, 1e-8},
-    {[](double x) { return 1 / std::sqrt(std::abs(x - pi / 4)); }, 0, 1, 0, 1e-8}  // bad behaviour
+    {[](double x) { return 1 / std::sqrt(std::abs(x - pi / 4)); }, 0, 1, 0, 1e-8},  // bad behaviour
+    {[](double x) { return std::copysign(std::pow(std::abs(x), 0.1), x); }, -1, 1, 0,
+     1e-10}  // of integral zero
 };
 
 const Problem* current;
