@@ -213,7 +213,8 @@ def summary(results, unexplained_only=False):
     for r in results:
         for row in (r["file"].split("/")[0], "all"):
             counts[row][r["outcome"]] += 1
-    words = ["killed", "survived", "same", "invalid", "wide"]
+            counts[row]["explained"] += r["outcome"] == "survived" and (r["file"], r["old"], r["new"]) in known
+    words = ["killed", "survived", "explained", "same", "invalid", "wide"]
     lines.append(f"{'':10}" + "".join(f"{w:>10}" for w in words) + f"{'noticed':>10}")
     for row in [r for r in TESTS if r in counts] + ["all"]:
         judged = counts[row]["killed"] + counts[row]["survived"]
@@ -264,9 +265,12 @@ def main():
     if options.again:
         again = [r for r in results if r["outcome"] == "survived" and (r["file"], r["old"], r["new"]) not in known]
         results = [r for r in results if r not in again]
+    once = list(once_more(again, texts))  # without those whose lines are gone
+    left = {(m.file, *m.describe(texts[m.file])[1:]) for m in once}
+    again = [r for r in again if (r["file"], r["old"], r["new"]) in left]
     done = {(r["file"], r["old"], r["new"], r["column"]) for r in results}
     folders = [f for f in TESTS if any(name.startswith(f + "/") for name in texts)]
-    for mutation in itertools.chain(once_more(again, texts), choose(texts, options.seed, folders)):
+    for mutation in itertools.chain(once, choose(texts, options.seed, folders)):
         if sum(r["outcome"] in ("killed", "survived") for r in results) >= options.count or time.monotonic() > until:
             break
         text = texts[mutation.file]
