@@ -207,6 +207,25 @@ TEST(LongVectors, GiveWhatShortOnesGive)
         x[at] = -9;
         x[at + 2] = 9;
         EXPECT_EQ(IDAMAX(&n, x.data(), &one), at + 1);
+        DSCAL(&n, &a, y.data(), &one);
+        for (int32_t k = 0; k < n; ++k) ASSERT_EQ(y[k], 3 * (k % 5)) << k;
+        // So do matrices.
+        const int32_t columns = 13, rows = n / columns;
+        const double none = 0, unit = 1;
+        std::vector<double> by_columns(columns), by_rows(columns), right(rows, 7);
+        for (int32_t j = 0; j < columns; ++j) by_columns[j] = j - 5;
+        DGEMV("N", &rows, &columns, &unit, x.data(), &rows, by_columns.data(), &one, &none, right.data(),
+              &one);
+        DGEMV("T", &rows, &columns, &unit, x.data(), &rows, y.data(), &one, &none, by_rows.data(), &one);
+        for (int32_t i = 0; i < rows; ++i) {
+            double expected = 0;
+            for (int32_t j = 0; j < columns; ++j) {
+                expected += x[i + j * rows] * (j - 5);
+                by_rows[j] -= x[i + j * rows] * y[i];
+            }
+            ASSERT_EQ(right[i], expected) << i;
+        }
+        EXPECT_EQ(by_rows, std::vector<double>(columns));
     });
 }
 
