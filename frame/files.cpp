@@ -83,9 +83,9 @@ int64_t start_of_the_process()
     std::size_t at = text.rfind(')');  // of the second value; the start is the 22nd
     for (int k = 2; k < 22 && at != text.npos; ++k) at = text.find(' ', at + 1);
     int64_t ticks = 0;
-    if (at == text.npos || std::from_chars(line + at + 1, line + text.size(), ticks).ec != std::errc{})
-        return 0;
-    return now(CLOCK_REALTIME) - now(CLOCK_BOOTTIME) + ticks * (second / sysconf(_SC_CLK_TCK));
+    const bool known =
+        at != text.npos && std::from_chars(line + at + 1, line + text.size(), ticks).ec == std::errc{};
+    return known ? now(CLOCK_REALTIME) - now(CLOCK_BOOTTIME) + ticks * (second / sysconf(_SC_CLK_TCK)) : 0;
 }
 
 int64_t program_began;

@@ -143,8 +143,7 @@ bool helper_sleeps()
     const ssize_t n = read(file, line, sizeof line);
     close(file);
     const std::string_view text{line, n > 0 ? static_cast<std::size_t>(n) : 0};
-    const std::size_t state = text.rfind(") ");  // the letter after the name of the program
-    return state == text.npos || state + 2 >= text.size() || text[state + 2] != 'R';
+    return !text.substr(text.rfind(')') + 1).starts_with(" R");  // the letter after the name of the program
 }
 
 // Waits for the flush under way: until it has begun, and then as long as there is hope. Called with the

@@ -81,12 +81,6 @@ T dotc(int64_t n, const T* x, int64_t incx, const T* y, int64_t incy)
     return n < 1 ? T() : products<T, true>(n, x, incx, y, incy);
 }
 
-template <class T>
-T sdsdot(int64_t n, T b, const T* x, int64_t incx, const T* y, int64_t incy)
-{
-    return from_start<false>(n, b, x, incx, y, incy);
-}
-
 template float dot(int64_t, const float*, int64_t, const float*, int64_t);
 template double dot(int64_t, const double*, int64_t, const double*, int64_t);
 template orvel_complex dot(int64_t, const orvel_complex*, int64_t, const orvel_complex*, int64_t);
@@ -95,12 +89,6 @@ template float dotc(int64_t, const float*, int64_t, const float*, int64_t);
 template double dotc(int64_t, const double*, int64_t, const double*, int64_t);
 template orvel_complex dotc(int64_t, const orvel_complex*, int64_t, const orvel_complex*, int64_t);
 template orvel_dcomplex dotc(int64_t, const orvel_dcomplex*, int64_t, const orvel_dcomplex*, int64_t);
-template float sdsdot(int64_t, float, const float*, int64_t, const float*, int64_t);
-template double sdsdot(int64_t, double, const double*, int64_t, const double*, int64_t);
-template orvel_complex sdsdot(int64_t, orvel_complex, const orvel_complex*, int64_t, const orvel_complex*,
-                              int64_t);
-template orvel_dcomplex sdsdot(int64_t, orvel_dcomplex, const orvel_dcomplex*, int64_t, const orvel_dcomplex*,
-                               int64_t);
 
 }  // namespace orvel::kernels
 

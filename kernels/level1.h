@@ -25,11 +25,6 @@ T dot(int64_t n, const T* x, int64_t incx, const T* y, int64_t incy);
 template <class T>
 T dotc(int64_t n, const T* x, int64_t incx, const T* y, int64_t incy);
 
-// b + the sum of products, carried in double (double complex) and rounded once. Double members carry the sum
-// in their own precision.
-template <class T>
-T sdsdot(int64_t n, T b, const T* x, int64_t incx, const T* y, int64_t incy);
-
 template <class T>
 Part<T> asum(int64_t n, const T* x, int64_t incx);
 template <class T>

@@ -62,9 +62,8 @@ TEST(Environment, TwoHundredMegabytes)
 
 TEST(Environment, LibraryIsLoadedAThousandTimes)
 {
-    char folder[] = "/tmp/orvel.XXXXXX";
-    ASSERT_NE(mkdtemp(folder), nullptr);
-    const std::string copy = std::string(folder) + "/copy.so";  // not the one that is linked
+    const Folder folder;
+    const std::string copy = std::string(folder.name) + "/copy.so";  // not the one that is linked
     std::filesystem::copy_file(ORVEL_LIBRARY, copy);
     const auto mappings = [] {
         std::ifstream file("/proc/self/maps");
@@ -85,7 +84,6 @@ TEST(Environment, LibraryIsLoadedAThousandTimes)
     load(1000);
     EXPECT_LE(mappings(), maps + 1);
     EXPECT_LE(mallinfo2().uordblks, in_use + 16384);
-    std::filesystem::remove_all(folder);
 }
 
 }  // namespace

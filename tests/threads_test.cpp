@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "orvel/orvel.h"
+#include "tests/frame/process.h"
 #include "tests/interface/calls.h"
 
 namespace {
@@ -97,9 +98,7 @@ TEST_F(EveryRoutine, GivesEachOfManyThreadsTheBitsOfOne)
 
 TEST_F(EveryRoutine, MessagesOfAllThreadsAreWholeInAFile)
 {
-    char folder[] = "/tmp/orvel.XXXXXX";
-    ASSERT_NE(mkdtemp(folder), nullptr);
-    ASSERT_EQ(chdir(folder), 0);
+    const Folder folder;
     on_team(team_size, [](int k) {
         int32_t unit = 99;
         const int32_t set = -3;
@@ -115,8 +114,6 @@ TEST_F(EveryRoutine, MessagesOfAllThreadsAreWholeInAFile)
     for (const auto& [line, count] : lines)
         if (line.find("MONTH = ") != std::string::npos) months += count;
     EXPECT_EQ(months, team_size * messages);
-    unlink("fort.99");
-    rmdir(folder);
 }
 
 TEST_F(EveryRoutine, ForksMeanwhileEnd)

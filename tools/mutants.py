@@ -18,6 +18,7 @@ tests/survivors.txt has the reasons why survivors are not noticed; --list prints
 """
 import argparse
 import collections
+import itertools
 import json
 import os
 import re
@@ -30,7 +31,7 @@ import time
 from pathlib import Path
 
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
-from mutations import choose  # noqa: E402
+from mutations import choose, sites  # noqa: E402
 
 TREE = Path(__file__).resolve().parent.parent
 # The tests of a folder, those first that fail most often or are over soonest.
@@ -44,11 +45,12 @@ TESTS = {
     "quad": ["quad_tests"],
     "zeros": ["search_tests"],
     "optim": ["search_tests"],
-    "fft": ["fft_tests", "fft_thread_tests"],
+    "fft": ["fft_tests"],
     "special": ["special_tests", "limits_tests"],
     "random": ["random_state_tests", "stream_tests"],
     "util": ["calendar_tests", "sort_tests", "permute_tests", "clock_tests"],
 }
+NOT_BUILT = {"errors.py", "refusals"}  # by these names
 PRINTED = {"quad/kronrod_tables.h", "special/gamma_tables.h", "special/log_gamma_zeros.h", "fft/isa/root_table.h",
            "random/jump_polynomial.h"}  # tests print them anew
 
@@ -57,7 +59,8 @@ def run(command, folder, limit, log=None):
     """True or false for the exit status, None when the time is over; nothing that it starts outlives it."""
     def bounds():
         for what, most in ((resource.RLIMIT_CORE, 0), (resource.RLIMIT_FSIZE, 1 << 30), (resource.RLIMIT_AS, 16 << 30)):
-            resource.setrlimit(what, (most, most))
+            if what != resource.RLIMIT_AS or not str(command[0]).endswith("hostile"):  # which reserves more
+                resource.setrlimit(what, (most, most))
     child = subprocess.Popen(command, cwd=folder, stdin=subprocess.DEVNULL, stdout=log or subprocess.DEVNULL,
                              stderr=subprocess.STDOUT, start_new_session=True, preexec_fn=bounds)
     try:
@@ -76,7 +79,7 @@ class Room:
     """The copy of the tree, its build, and what is known of it without a change."""
 
     def __init__(self, folder):
-        self.source, self.build = folder / "source", folder / "build"
+        self.source, self.build = folder / "source", folder / "source/build/release"  # so that ccache knows it
         self.log = folder / "log"
         self.copy()
         if not (self.build / "build.ninja").exists():
@@ -117,11 +120,14 @@ class Room:
         if name == "errors.py":  # the checks of arguments, provoked one by one
             return [sys.executable, "tests/interface/errors.py", str(self.build / "liborvel.so")]
         command = [str(self.build / "tests" / name)]
+        if name == "refusals":
+            return [str(self.build / "tests/hostile"), name]
         return command + ["--gtest_brief=1", "--gtest_fail_fast"] if name.endswith("_tests") else command
 
     def time_tests(self, known):
         times = json.loads(known.read_text()) if known.exists() else {}
-        for name in sorted({t for tests in TESTS.values() for t in tests} | {"stack_tests", "errors.py"}):
+        names = {t for tests in TESTS.values() for t in tests} | {"stack_tests", "errors.py", "hostile", "refusals"}
+        for name in sorted(names):
             if name not in times:
                 start = time.monotonic()
                 if not run(self.command(name), self.source, 600):
@@ -129,14 +135,14 @@ class Room:
                 times[name] = round(time.monotonic() - start, 2)
                 print(f"{times[name]:8.2f} s  {name}", flush=True)
         known.write_text(json.dumps(times))
-        return times
+        return {name: times[name] for name in names}
 
     def ninja(self, targets):
         with open(self.log, "w") as log:
             return run(["ninja", "-j1", *targets], self.build, 900, log)
 
     def passes(self, name):
-        if not self.ninja(["liborvel.so" if name == "errors.py" else name]):
+        if not self.ninja([{"errors.py": "liborvel.so", "refusals": "hostile"}.get(name, name)]):
             return False  # a linker that finds something missing
         return run(self.command(name), self.source, 20 + 10 * self.times[name])
 
@@ -178,11 +184,12 @@ def judge(room, mutation, most_objects, rest):
         first = TESTS[mutation.file.split("/")[0]] + ["errors.py"] * ("post(" in changed.text)
         if re.search(r"check|post\(", mutation.describe(changed.text)[1]):
             first.insert(0, "errors.py")
-        others = sorted(set(room.times) - set(first), key=room.times.get)
+        others = sorted(set(room.times) - {*first, "hostile", "refusals"}, key=room.times.get)
         while sum(room.times[name] for name in others) > rest:
             others.pop()
+        others += ["hostile", "refusals"]  # guard pages, and everything a second time
         for name in dict.fromkeys(first + others):
-            if others and name == others[0] and not room.ninja([t for t in others if t != "errors.py"]):
+            if others and name == others[0] and not room.ninja([t for t in others if t not in NOT_BUILT]):
                 return "killed", "link"
             if not room.passes(name):
                 return "killed", name
@@ -206,7 +213,8 @@ def summary(results, unexplained_only=False):
     for r in results:
         for row in (r["file"].split("/")[0], "all"):
             counts[row][r["outcome"]] += 1
-    words = ["killed", "survived", "same", "invalid", "wide"]
+            counts[row]["explained"] += r["outcome"] == "survived" and (r["file"], r["old"], r["new"]) in known
+    words = ["killed", "survived", "explained", "same", "invalid", "wide"]
     lines.append(f"{'':10}" + "".join(f"{w:>10}" for w in words) + f"{'noticed':>10}")
     for row in [r for r in TESTS if r in counts] + ["all"]:
         judged = counts[row]["killed"] + counts[row]["survived"]
@@ -217,6 +225,19 @@ def summary(results, unexplained_only=False):
         if r["outcome"] == "survived" and not (why and unexplained_only):
             lines += ["", f"{r['file']}:{r['line']}", f"    {r['old']}", f"    {r['new']}"] + ([f"    {why}"] if why else [])
     return "\n".join(lines)
+
+
+def column_of(mutation, text):
+    return mutation.start - text.rfind("\n", 0, mutation.start)
+
+
+def once_more(results, texts):
+    """The mutations that results are of, as far as their lines are still there."""
+    wanted = {(r["file"], r["old"], r["new"], r["column"]) for r in results}
+    for file in sorted({r["file"] for r in results} & texts.keys()):
+        for mutation in itertools.chain.from_iterable(sites(file, texts[file]).values()):
+            if (file, *mutation.describe(texts[file])[1:], column_of(mutation, texts[file])) in wanted:
+                yield mutation
 
 
 def main():
@@ -239,25 +260,31 @@ def main():
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))
     until = time.monotonic() + 60 * options.minutes
     room = Room(folder)
-    known = reasons() if options.again else {}
-    results = [r for r in results
-               if not options.again or r["outcome"] != "survived" or (r["file"], r["old"], r["new"]) in known]
-    done = {(r["file"], r["old"], r["new"], r["column"]) for r in results}
     texts = {f: t for f, t in room.texts.items() if f.startswith(options.only)}
+    known, again = reasons(), []
+    if options.again:
+        again = [r for r in results if r["outcome"] == "survived" and (r["file"], r["old"], r["new"]) not in known]
+        results = [r for r in results if r not in again]
+    once = list(once_more(again, texts))  # without those whose lines are gone
+    left = {(m.file, *m.describe(texts[m.file])[1:]) for m in once}
+    again = [r for r in again if (r["file"], r["old"], r["new"]) in left]
+    done = {(r["file"], r["old"], r["new"], r["column"]) for r in results}
     folders = [f for f in TESTS if any(name.startswith(f + "/") for name in texts)]
-    for mutation in choose(texts, options.seed, folders):
+    for mutation in itertools.chain(once, choose(texts, options.seed, folders)):
         if sum(r["outcome"] in ("killed", "survived") for r in results) >= options.count or time.monotonic() > until:
             break
         text = texts[mutation.file]
         line, old, new = mutation.describe(text)
-        column = mutation.start - text.rfind("\n", 0, mutation.start)
+        column = column_of(mutation, text)
         if (mutation.file, old, new, column) in done:
             continue
+        done.add((mutation.file, old, new, column))
         start = time.monotonic()
         outcome, by = judge(room, mutation, options.objects, options.rest)
         results.append({"file": mutation.file, "line": line, "column": column, "kind": mutation.kind, "old": old, "new": new,
                         "outcome": outcome, "by": by, "seconds": round(time.monotonic() - start, 1)})
-        path.write_text("".join(json.dumps(r) + "\n" for r in results))
+        again = [r for r in again if (r["file"], r["old"], r["new"], r["column"]) not in done]
+        path.write_text("".join(json.dumps(r) + "\n" for r in results + again))
         if outcome != "wide":
             print(f"{outcome:8} {by:20} {mutation.file}:{line}: {old}  ->  {new}", flush=True)
     (folder / f"summary-{options.seed}.txt").write_text(summary(results) + "\n")

@@ -1,7 +1,9 @@
 // tests/frame/fortran_test.cpp - messages among the lines of a Fortran program, in the order in which both
 // were printed
 #include <fcntl.h>
+#include <pthread.h>
 #include <signal.h>
+#include <sys/resource.h>
 #include <sys/syscall.h>
 
 #include <atomic>
@@ -109,6 +111,27 @@ int in_statements()
     return 0;
 }
 
+// The stack that is kept for the next thread is too small for the one that flushes, and there is no memory
+// for another.
+int without_room()
+{
+    pthread_attr_t small;
+    pthread_attr_init(&small);
+    pthread_attr_setstacksize(&small, 65536);
+    pthread_t thread{};
+    pthread_create(
+        &thread, &small, [](void*) -> void* { return nullptr; }, nullptr);
+    pthread_join(thread, nullptr);
+    rlimit room{};
+    getrlimit(RLIMIT_AS, &room);
+    const rlimit none{1, room.rlim_max};
+    setrlimit(RLIMIT_AS, &none);
+    complain(5);
+    setrlimit(RLIMIT_AS, &room);
+    print_lines(3);
+    return 0;
+}
+
 int to_file(bool closed)
 {
     const int32_t third = -3;
@@ -134,6 +157,7 @@ const std::map<string, int (*)()> programs = {
     {"with_threads", with_threads},
     {"in_statements", in_statements},
     {"in_statements_with_threads", [] { return by_threads = true, in_statements(); }},
+    {"without_room", without_room},
     {"to_open_file", [] { return to_file(false); }},
     {"to_closed_file", [] { return to_file(true); }},
     {"fork_in_statement", [] { return fork_at = 3, print_within_statements(), 0; }},
@@ -168,6 +192,7 @@ TEST_F(Fortran, MessagesStandWhereTheProgramMadeThem)
          {std::pair{"alone", lines(300)},  // needs no thread
           {"in_statements", within},
           {"in_statements_with_threads", within},
+          {"without_room", message(5) + lines(3)},
           {"fork_in_statement", first + message(1) + last},
           {"stops", lines(2) + "\n *** TERMINAL ERROR 5 from IMACH.  The argument\n"
                                " ***          must be between 1 and 12 inclusive.\n"

@@ -94,6 +94,9 @@ TEST_F(Host, HandlerAndWriterMayJumpBeforeReset)
         EXPECT_EQ(ERCOM1.level, 2);
         orvel_reset();
         EXPECT_EQ(omp_get_default_device(), k);
+        int may_be_cancelled = -1;
+        pthread_setcancelstate(PTHREAD_CANCEL_ENABLE, &may_be_cancelled);
+        EXPECT_EQ(may_be_cancelled, PTHREAD_CANCEL_ENABLE);
         Capture page;
         routine(3, 7);
         EXPECT_EQ(page.take(), warning_7);

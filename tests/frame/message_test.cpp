@@ -206,6 +206,11 @@ TEST_F(Message, PostingKeepsWhatItIsToldToKeep)
         EXPECT_EQ(message(), left);
     }
     pop("R ");
+    set_i(1, 77);  // which a routine of the library does not take for its own
+    const int32_t none = 0, month = 1, year = 2000;
+    set_switches(0, 1, 0);
+    NDAYS(&none, &month, &year);
+    EXPECT_NE(page.take().find("IDAY = 0."), string::npos);
 }
 
 // Where the error was found, by form, line and name of the source.

@@ -60,6 +60,13 @@ TEST_F(Outcomes, KeepErrorsAsValuesAndTouchNoSwitch)
         routine(1, 2);  // a note, which is passed up to nobody
         EXPECT_EQ(call.severity, 1);
         EXPECT_STREQ(call.text, "Text.\nText.");
+        push("ROUTINE ");
+        post(4, 9, "Wanted.");
+        E1PRT();  // keeps it
+        EXPECT_STREQ(call.text, "Text.\nText.\nWanted.");
+        pop("ROUTINE ");
+        EXPECT_STREQ(call.text, "Text.\nText.\nWanted.");
+        EXPECT_EQ(10 * call.severity + call.code, 49);
     }
     {
         const QuietCall call;

@@ -54,14 +54,13 @@ private:
 
 std::size_t size_of(char type);
 bool shape_ascending(const Storage& s, const Argument& a, Draw& draw);  // most of the time
-void make_dominant(const Storage& s, const Argument& a,
-                   int64_t row);  // a matrix, whose diagonal is in this row
+// A matrix, whose diagonal is in this row.
+void make_dominant(const Storage& s, const Argument& a, int64_t row);
 
 // Fills `count` numbers of a type in the manner of the mood.
 void fill_numbers(unsigned char* to, char type, int64_t count, Draw& draw, Mood mood);
 
-// ---- functions of the user, and of the host
-// ----------------------------------------------------------------
+// ---- functions of the user, and of the host ----------------------------------------------------------
 
 void choose_function(Draw& draw, Mood mood);
 void restart_function();  // both runs see the same

@@ -168,6 +168,9 @@ std::string fault_of_run(const Routine& routine, Arguments& arguments, int run, 
     constexpr std::string_view movers[] = {"E1PSH", "E1POP", "orvel_reset"};
     if (around.is_flagged && o.flags != 0 && !has_odd_result(routine, arguments, run, o))
         return "a finite result of ordinary data raises flags " + std::to_string(o.flags);
+    if (std::string_view(routine.header) != "frame.h" && routine.texts == 0 && !around.is_corrupted &&
+        text.find("%(") != std::string::npos)
+        return "a parameter of a text is missing";
     const bool moves =
         o.ending == Outcome::unreal || std::count(std::begin(movers), std::end(movers), routine.name) != 0;
     if (!around.is_corrupted && !moves && o.stack_level != level)

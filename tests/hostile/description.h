@@ -21,8 +21,8 @@ struct Shape {
 
 struct Argument {
     const char* name;
-    char
-        type;  // i, l: integers; s, d, c, z: numbers; t: text; p, q: packets; f, g: functions; a: of the host
+    // i, l: integers; s, d, c, z: numbers; t: text; p, q: packets; f, g: functions; a: of the host
+    char type;
     Role role;
     Kind kind;
     const char* choices;
@@ -60,8 +60,8 @@ struct Block {
 };
 std::vector<Block> blocks();
 
-// ---- calls by addresses: what is passed by value is read there, lengths of texts are the address itself
-// -----
+// ---- calls by addresses ------------------------------------------------------------------------------
+// What is passed by value is read there; lengths of texts are the address itself.
 
 template <class T>
 T passed(void* argument)

@@ -38,7 +38,7 @@ void post_errors()
     const int32_t type = static_cast<int32_t>(function.moment % 9) - 1, code = 3, index = 1;
     const float minus_two = -2;
     E1STI(&index, &code);
-    E1MES(&type, &code, "a user's function says %(I1)", 27);
+    E1MES(&type, &code, "a user's function says %(I1)", 28);
     if (function.moment % 2 == 0) GAMMA(&minus_two);
 }
 

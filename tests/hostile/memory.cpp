@@ -227,16 +227,15 @@ bool has_odd_number(const Storage& s, int run, char type, unsigned char garbage)
     return found;
 }
 
-// ---- requests
-// -----------------------------------------------------------------------------------------------
+// ---- requests ----------------------------------------------------------------------------------------
 
 Requests requests{};
 
 namespace {
 
 constexpr int scratch_slots = 32;
-constexpr std::size_t most_given = std::size_t{1}
-                                   << 26;  // more is refused: arrays of that size end a call anyway
+// More is refused: arrays of that size end a call anyway.
+constexpr std::size_t most_given = std::size_t{1} << 26;
 struct Given {
     unsigned char* begin;
     std::size_t size;

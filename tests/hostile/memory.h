@@ -58,8 +58,7 @@ bool is_untouched(const Storage& s, int run, unsigned char garbage);
 // Whether a number of the type s, d, c or z that the routine has written is infinite or NaN.
 bool has_odd_number(const Storage& s, int run, char type, unsigned char garbage);
 
-// ---- requests of the library for storage, while a call is under way
-// -----------------------------------------
+// ---- requests of the library for storage, while a call is under way ----------------------------------
 
 struct Requests {
     bool is_watching;

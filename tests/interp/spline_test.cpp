@@ -4,7 +4,6 @@
 #include <limits>
 #include <numeric>
 #include <random>
-#include <thread>
 #include <vector>
 
 #include "interp/interp.h"
@@ -408,25 +407,6 @@ TYPED_TEST(Spline, ManyPointsHaveTheBitsOfSinglePoints)
                 }
     }
     EXPECT_EQ(this->printed.take(), "");
-}
-
-// Each thread has a hint of its own, which the others' searches do not move.
-TYPED_TEST(Spline, IsEvaluatedByManyThreads)
-{
-    this->make_data(200, false);
-    this->make(TypeParam::csint);
-    const int32_t pieces = this->n - 1;
-    const auto evaluate = [&](unsigned seed) {
-        std::mt19937 random(seed);
-        for (int k = 0; k < 5000; ++k) {
-            const auto at = random() % 199;
-            ASSERT_EQ(TypeParam::csval(&this->sorted_x[at], &pieces, this->brkpt.data(), this->c.data()),
-                      this->sorted_f[at]);
-        }
-    };
-    std::vector<std::thread> threads;
-    for (unsigned k = 0; k < 4; ++k) threads.emplace_back(evaluate, k);
-    for (std::thread& thread : threads) thread.join();
 }
 
 }  // namespace

@@ -5,23 +5,7 @@ using namespace orvel_test;
 
 namespace {
 
-template <class T>
-struct Band;
-
-#define ORVEL_TEST_BAND(T, p, B)                                \
-    template <>                                                 \
-    struct Band<T> {                                            \
-        static constexpr auto lsa = p##LSA##B, lsl = p##LSL##B; \
-        static constexpr auto lfc = p##LFC##B;                  \
-        static constexpr auto lft = p##LFT##B;                  \
-        static constexpr auto lfs = p##LFS##B;                  \
-        static constexpr auto lfi = p##LFI##B;                  \
-        static constexpr auto lfd = p##LFD##B;                  \
-    };
-ORVEL_TEST_BAND(float, , RB)
-ORVEL_TEST_BAND(double, D, RB)
-ORVEL_TEST_BAND(std::complex<float>, , CB)
-ORVEL_TEST_BAND(std::complex<double>, D, CB)
+ORVEL_TEST_KIND(Band, RB, CB);
 
 // A matrix with kl and ku diagonals, dense and as a band; what no routine may read is poison.
 template <class T>
@@ -78,9 +62,9 @@ TYPED_TEST(Banded, SolvesBothWays)
                     return std::conj(a(j, i));
             };
             Guarded<T> band(a.band);  // reads nothing beside it
-            Band<T>::lsa(&n, band.data(), &a.lda, &kl, &ku, b.data(), &path, x.data());
+            Band<T>::refined_solve(&n, band.data(), &a.lda, &kl, &ku, b.data(), &path, x.data());
             EXPECT_LE(backward_error(n, element, x, b), 2 * this->eps) << n << " " << kl << " " << ku;
-            Band<T>::lsl(&n, band.data(), &a.lda, &kl, &ku, b.data(), &path, b.data());  // in place
+            Band<T>::solve(&n, band.data(), &a.lda, &kl, &ku, b.data(), &path, b.data());  // in place
             for (int32_t k = 0; k < n; ++k) EXPECT_TRUE(is_number(b[static_cast<std::size_t>(k)]));
             EXPECT_LE(outcome().type, 3);
         }
@@ -94,20 +78,20 @@ TYPED_TEST(Banded, FactorsInPlaceAndApartWithTheSameBits)
         const int32_t ld = a.ldfac();
         std::vector<T> apart(a.band.size()), place = a.band, b = this->vector(n, 1), x(b.size()), y(b.size());
         std::vector<int32_t> p(b.size()), q(b.size());
-        Band<T>::lft(&n, a.band.data(), &ld, &kl, &ku, apart.data(), &ld, p.data());
+        Band<T>::factor(&n, a.band.data(), &ld, &kl, &ku, apart.data(), &ld, p.data());
         Real<T> rcond;
-        Band<T>::lfc(&n, place.data(), &ld, &kl, &ku, place.data(), &ld, q.data(), &rcond);
+        Band<T>::condition(&n, place.data(), &ld, &kl, &ku, place.data(), &ld, q.data(), &rcond);
         EXPECT_EQ(p, q);
         for (const int32_t path : {1, 2}) {
-            Band<T>::lfs(&n, apart.data(), &ld, &kl, &ku, p.data(), b.data(), &path, x.data());
-            Band<T>::lfs(&n, place.data(), &ld, &kl, &ku, q.data(), b.data(), &path, y.data());
+            Band<T>::back(&n, apart.data(), &ld, &kl, &ku, p.data(), b.data(), &path, x.data());
+            Band<T>::back(&n, place.data(), &ld, &kl, &ku, q.data(), b.data(), &path, y.data());
             EXPECT_EQ(x, y) << n << " " << kl << " " << ku;
-            Band<T>::lsl(&n, a.band.data(), &ld, &kl, &ku, b.data(), &path, y.data());
+            Band<T>::solve(&n, a.band.data(), &ld, &kl, &ku, b.data(), &path, y.data());
             EXPECT_EQ(x, y);
             std::vector<T> correction(b.size());
-            Band<T>::lfi(&n, a.band.data(), &ld, &kl, &ku, apart.data(), &ld, p.data(), b.data(), &path,
-                         x.data(), correction.data());
-            Band<T>::lsa(&n, a.band.data(), &ld, &kl, &ku, b.data(), &path, y.data());
+            Band<T>::refine(&n, a.band.data(), &ld, &kl, &ku, apart.data(), &ld, p.data(), b.data(), &path,
+                            x.data(), correction.data());
+            Band<T>::refined_solve(&n, a.band.data(), &ld, &kl, &ku, b.data(), &path, y.data());
             EXPECT_EQ(x, y);
         }
     }
@@ -129,8 +113,8 @@ TYPED_TEST(Banded, ConditionAndDeterminantAreThoseOfTheMatrix)
             std::vector<int32_t> pivots(static_cast<std::size_t>(n)), p(pivots);
             Real<T> rcond, exponent, e;
             T mantissa, m;
-            Band<T>::lfc(&n, a.band.data(), &a.lda, &kl, &ku, fact.data(), &ld, pivots.data(), &rcond);
-            Band<T>::lfd(&n, fact.data(), &ld, &kl, &ku, pivots.data(), &mantissa, &exponent);
+            Band<T>::condition(&n, a.band.data(), &a.lda, &kl, &ku, fact.data(), &ld, pivots.data(), &rcond);
+            Band<T>::determinant(&n, fact.data(), &ld, &kl, &ku, pivots.data(), &mantissa, &exponent);
             Member<T>::lftrg(&n, a.dense.data(), &n, lu.data(), &n, p.data());
             Member<T>::lfdrg(&n, lu.data(), &n, p.data(), &m, &e);
             const Real<T> size = std::pow(Real<T>(10), exponent - e);
@@ -174,15 +158,15 @@ TYPED_TEST(Banded, SingularMatricesAndForeignPivots)
     const int32_t n = 60, ld = a.ldfac(), path = 1;
     std::vector<T> fact(static_cast<std::size_t>(ld) * 60), x(60, T(7)), b(60, T(1));
     std::vector<int32_t> pivots(60);
-    Band<T>::lft(&n, a.band.data(), &a.lda, &a.kl, &a.ku, fact.data(), &ld, pivots.data());
+    Band<T>::factor(&n, a.band.data(), &a.lda, &a.kl, &a.ku, fact.data(), &ld, pivots.data());
     EXPECT_EQ(outcome(), (Outcome{4, 2}));
-    Band<T>::lsa(&n, a.band.data(), &a.lda, &a.kl, &a.ku, b.data(), &path, x.data());
+    Band<T>::refined_solve(&n, a.band.data(), &a.lda, &a.kl, &a.ku, b.data(), &path, x.data());
     EXPECT_EQ(outcome(), (Outcome{4, 2}));
-    Band<T>::lfs(&n, fact.data(), &ld, &a.kl, &a.ku, pivots.data(), b.data(), &path, x.data());
+    Band<T>::back(&n, fact.data(), &ld, &a.kl, &a.ku, pivots.data(), b.data(), &path, x.data());
     EXPECT_EQ(outcome(), (Outcome{5, 6}));
     for (const int32_t foreign : {0, 5, 61, 10 + 53}) {  // row 10 is step 10's: 10 to 62, and to 60 at most
         pivots[9] = foreign;
-        Band<T>::lfs(&n, fact.data(), &ld, &a.kl, &a.ku, pivots.data(), b.data(), &path, x.data());
+        Band<T>::back(&n, fact.data(), &ld, &a.kl, &a.ku, pivots.data(), b.data(), &path, x.data());
         EXPECT_EQ(outcome(), (Outcome{5, 7})) << foreign;
     }
     EXPECT_EQ(x, std::vector<T>(60, T(7)));

@@ -5,33 +5,8 @@ using namespace orvel_test;
 
 namespace {
 
-template <class T>
-struct Members;
-
-#define ORVEL_TEST_DEFINITE_BAND(T, p, Q, D)                    \
-    template <>                                                 \
-    struct Members<T> {                                         \
-        static constexpr auto lsa = p##LSA##Q, lsl = p##LSL##Q; \
-        static constexpr auto lfc = p##LFC##Q;                  \
-        static constexpr auto lft = p##LFT##Q;                  \
-        static constexpr auto lfs = p##LFS##Q;                  \
-        static constexpr auto lfd = p##LFD##Q;                  \
-        static constexpr auto dense_factor = p##LFT##D;         \
-        static constexpr auto dense_determinant = p##LFD##D;    \
-    };
-ORVEL_TEST_DEFINITE_BAND(float, , QS, DS)
-ORVEL_TEST_DEFINITE_BAND(double, D, QS, DS)
-ORVEL_TEST_DEFINITE_BAND(std::complex<float>, , QH, DH)
-ORVEL_TEST_DEFINITE_BAND(std::complex<double>, D, QH, DH)
-
-template <class T>
-T conjugated(T x)
-{
-    if constexpr (std::is_same_v<T, Real<T>>)
-        return x;
-    else
-        return std::conj(x);
-}
+ORVEL_TEST_KIND(DefiniteBand, QS, QH);
+ORVEL_TEST_KIND(Definite, DS, DH);
 
 // Random rows beside a diagonal that outweighs them; what no routine may read is poison.
 template <class T>
@@ -79,14 +54,14 @@ TYPED_TEST(DefiniteBands, AreSolvedInPlaceAndApart)
         const std::vector<T> b = this->vector(n, 3);
         std::vector<T> x = b, y = b, z = b, place = a.band, apart(a.band.size());
         Guarded<T> band(a.band);  // reads nothing beside it
-        Members<T>::lsa(&n, band.data(), &a.lda, &kd, b.data(), x.data());
+        DefiniteBand<T>::refined_solve(&n, band.data(), &a.lda, &kd, b.data(), x.data());
         EXPECT_LE(backward_error(n, a, x, b), 2 * this->eps) << n << " " << kd;
-        Members<T>::lsl(&n, band.data(), &a.lda, &kd, y.data(), y.data());
-        Members<T>::lft(&n, band.data(), &a.lda, &kd, apart.data(), &a.lda);
-        Members<T>::lft(&n, place.data(), &a.lda, &kd, place.data(), &a.lda);
-        Members<T>::lfs(&n, place.data(), &a.lda, &kd, b.data(), z.data());
+        DefiniteBand<T>::solve(&n, band.data(), &a.lda, &kd, y.data(), y.data());
+        DefiniteBand<T>::factor(&n, band.data(), &a.lda, &kd, apart.data(), &a.lda);
+        DefiniteBand<T>::factor(&n, place.data(), &a.lda, &kd, place.data(), &a.lda);
+        DefiniteBand<T>::back(&n, place.data(), &a.lda, &kd, b.data(), z.data());
         EXPECT_EQ(y, z);
-        Members<T>::lfs(&n, apart.data(), &a.lda, &kd, b.data(), z.data());
+        DefiniteBand<T>::back(&n, apart.data(), &a.lda, &kd, b.data(), z.data());
         EXPECT_EQ(y, z);
         EXPECT_EQ(outcome(), (Outcome{0, 0}));
     }
@@ -101,11 +76,11 @@ TYPED_TEST(DefiniteBands, ConditionAndDeterminantAreThoseOfTheMatrix)
         for (int32_t j = 0; j < n; ++j)
             for (int32_t i = 0; i < n; ++i) full[a.at(i, j, n)] = a(i, j);
         Real<T> rcond, mantissa, exponent, m, e;
-        Members<T>::lfc(&n, a.band.data(), &a.lda, &kd, fact.data(), &a.lda, &rcond);
-        Members<T>::lfd(&n, fact.data(), &a.lda, &kd, &mantissa, &exponent);
+        DefiniteBand<T>::condition(&n, a.band.data(), &a.lda, &kd, fact.data(), &a.lda, &rcond);
+        DefiniteBand<T>::determinant(&n, fact.data(), &a.lda, &kd, &mantissa, &exponent);
         Member<T>::linrg(&n, full.data(), &n, inverse.data(), &n);
-        Members<T>::dense_factor(&n, full.data(), &n, full.data(), &n);
-        Members<T>::dense_determinant(&n, full.data(), &n, &m, &e);
+        Definite<T>::factor(&n, full.data(), &n, full.data(), &n);
+        Definite<T>::determinant(&n, full.data(), &n, &m, &e);
         EXPECT_LE(std::abs(mantissa * std::pow(Real<T>(10), exponent - e) - m),
                   200 * this->eps * static_cast<Real<T>>(n));
         const auto exact = static_cast<Real<T>>(reciprocal_condition(
@@ -131,16 +106,16 @@ TYPED_TEST(DefiniteBands, TheOrderThatFailsIsNamed)
             const std::vector<T> b(70, T(1));
             orvel_outcome said;
             orvel_begin_quiet(&said);
-            Members<T>::lft(&n, a.band.data(), &a.lda, &kd, fact.data(), &a.lda);
+            DefiniteBand<T>::factor(&n, a.band.data(), &a.lda, &kd, fact.data(), &a.lda);
             orvel_end_quiet(&said);
             EXPECT_EQ(said.severity * 10 + said.code, 42);
             EXPECT_NE(std::string(said.text).find("order " + std::to_string(failing + 1) + "."),
                       std::string::npos)
                 << said.text;
-            Members<T>::lft(&n, good.band.data(), &a.lda, &kd, expected.data(), &a.lda);
+            DefiniteBand<T>::factor(&n, good.band.data(), &a.lda, &kd, expected.data(), &a.lda);
             for (int32_t j = 0; j < failing; ++j)
                 EXPECT_EQ(fact[a.at(kd, j, a.lda)], expected[a.at(kd, j, a.lda)]);
-            Members<T>::lsa(&n, a.band.data(), &a.lda, &kd, b.data(), x.data());
+            DefiniteBand<T>::refined_solve(&n, a.band.data(), &a.lda, &kd, b.data(), x.data());
             EXPECT_EQ(outcome(), (Outcome{4, 2}));
             EXPECT_EQ(x[0], T(7));
         }
@@ -152,11 +127,11 @@ TYPED_TEST(DefiniteBands, ImaginaryDiagonals)
     Matrix<T> a(900, 30, 4);
     const std::vector<T> b = this->vector(a.n, 2);
     std::vector<T> expected = b;
-    Members<T>::lsa(&a.n, a.band.data(), &a.lda, &a.kd, b.data(), expected.data());
+    DefiniteBand<T>::refined_solve(&a.n, a.band.data(), &a.lda, &a.kd, b.data(), expected.data());
     if constexpr (!std::is_same_v<T, Real<T>>) {  // is taken as real, and said
         std::vector<T> x = b;
         a.set(5, 5, a(5, 5) + T(0, 1));
-        Members<T>::lsa(&a.n, a.band.data(), &a.lda, &a.kd, b.data(), x.data());
+        DefiniteBand<T>::refined_solve(&a.n, a.band.data(), &a.lda, &a.kd, b.data(), x.data());
         EXPECT_EQ(outcome(), (Outcome{3, 3}));
         EXPECT_EQ(x, expected);
         a.set(5, 5, std::real(a(5, 5)));

@@ -10,23 +10,7 @@ namespace {
 
 using namespace orvel_test;
 
-template <class T>
-struct Definite;
-#define ORVEL_TEST_DEFINITE(T, p, K)                     \
-    template <>                                          \
-    struct Definite<T> {                                 \
-        static constexpr auto solve = p##LSL##K;         \
-        static constexpr auto refined_solve = p##LSA##K; \
-        static constexpr auto factor = p##LFT##K;        \
-        static constexpr auto condition = p##LFC##K;     \
-        static constexpr auto back = p##LFS##K;          \
-        static constexpr auto refine = p##LFI##K;        \
-        static constexpr auto determinant = p##LFD##K;   \
-    };
-ORVEL_TEST_DEFINITE(float, , DS)
-ORVEL_TEST_DEFINITE(double, D, DS)
-ORVEL_TEST_DEFINITE(std::complex<float>, , DH)
-ORVEL_TEST_DEFINITE(std::complex<double>, D, DH)
+ORVEL_TEST_KIND(Definite, DS, DH);
 
 template <class T>
 class DefiniteSystems : public Solving<T> {

@@ -52,7 +52,6 @@ TEST_F(LinearTexts, AreThoseOfEachCheck)
         {[] { L2ARG(&zero, r, &minus, r, &three, r, r, p, r); }, 3, {equations, lda0, ipath}},
         {[] { L2LRG(&zero, r, &minus, r, &three, r, r, p, r); }, 3, {equations, lda0, ipath}},
         {[] { L2CRG(&two, r, &one, r, &one, p, r, r); }, 3, {lda, ldfac}},
-        {[] { LFTRG(&two, r, &one, r, &one, p); }, 2, {lda}},
         {[] { LFSRG(&two, r, &one, p, r, &three, r); }, 2, {ldfac}},
         {[] { LFIRG(&two, r, &one, r, &one, p, r, &three, r, r); }, 4, {lda, ldfac, ipath}},
         {[] { LFDRG(&zero, r, &minus, p, r, r); }, 1, {positive}},

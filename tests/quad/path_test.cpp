@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <limits>
+#include <random>
 
 #include "tests/quad/quadrature.h"
 
@@ -52,7 +53,9 @@ const Problem problems[] = {
     {[](double x) { return 1 / std::abs(x - 0.3); }, 0, 1, 0, 1e-6},  // bad behaviour
     // roundoff in the table
     {[](double x) { return std::pow(x, -0.75) + 3e-7 * std::cos(1e5 * x); }, 0, 1, 0, 1e-8},
-    {[](double x) { return 1 / std::sqrt(std::abs(x - pi / 4)); }, 0, 1, 0, 1e-8}  // bad behaviour
+    {[](double x) { return 1 / std::sqrt(std::abs(x - pi / 4)); }, 0, 1, 0, 1e-8},  // bad behaviour
+    {[](double x) { return std::copysign(std::pow(std::abs(x), 0.1), x); }, -1, 1, 0,
+     1e-10}  // of integral zero
 };
 
 const Problem* current;
@@ -190,10 +193,55 @@ TEST_F(Path, EpsilonAlgorithm)
         result = 5;
         DQ4AWO(&n, table, &result, &error, last, &calls);
         EXPECT_EQ(result, 5);
-        const double errors[3] = {3, 2, 1};
-        int32_t order[3] = {1, 2, 9}, worst = bad, position = 1, room = 3, pieces = 3;
-        DQ10G(&room, &pieces, &worst, &result, errors, order, &position);
-        EXPECT_TRUE(worst == bad && order[2] == 9 && result == 5);
+    }
+}
+
+// The worst piece is halved again and again: SUBORD is in decreasing order, of all pieces as long as MAXSUB
+// lets it be kept.
+TEST_F(Path, OrderOfThePieces)
+{
+    std::mt19937 random(1);
+    std::uniform_real_distribution<double> share(0, 0.9);
+    for (const int32_t room : {3, 12, 40}) {
+        std::vector<double> errors(40);
+        std::vector<int32_t> order(41, -7);
+        int32_t worst = 1, position = 1;
+        double error = errors[0] = 1;
+        for (int32_t n = 2; n <= room; ++n) {
+            const bool is_whole = n <= room / 2 + 2;
+            const int32_t kept = is_whole ? n : room + 3 - n;
+            double& whole = errors[static_cast<std::size_t>(worst - 1)];
+            errors[static_cast<std::size_t>(n - 1)] = whole * share(random) / 2;
+            whole *= 0.5 + share(random) / (n % 3 == 0 ? 0.9 : 2);  // may even grow
+            DQ10G(&room, &n, &worst, &error, errors.data(), order.data(), &position);
+            std::vector<double> sorted(errors.begin(), errors.begin() + n), ordered;
+            std::sort(sorted.rbegin(), sorted.rend());
+            for (int32_t k = 0; k < kept; ++k)
+                ordered.push_back(errors[static_cast<std::size_t>(order[static_cast<std::size_t>(k)] - 1)]);
+            EXPECT_TRUE(is_whole ? ordered == sorted : std::is_sorted(ordered.rbegin(), ordered.rend()))
+                << room << " " << n;
+            EXPECT_EQ(order[static_cast<std::size_t>(n)], -7);
+            EXPECT_EQ(worst, order[0]);
+            EXPECT_EQ(error, ordered[0]);
+        }
+    }
+    const struct {
+        int32_t room, pieces, worst, position, order[2];
+        bool is_good;
+    } rows[] = {{3, 3, 1, 1, {1, 2}, true},  {3, 3, 3, 1, {3, 1}, true},  {3, 3, 0, 1, {1, 2}, false},
+                {3, 3, 4, 1, {1, 2}, false}, {2, 3, 1, 1, {1, 2}, false}, {3, 1, 1, 1, {1, 2}, false},
+                {3, 3, 1, 0, {1, 2}, false}, {3, 3, 2, 2, {1, 2}, true},  {3, 3, 1, 3, {1, 2}, false},
+                {3, 3, 1, 1, {0, 2}, false}, {3, 3, 1, 1, {1, 4}, false}, {2, 2, 2, 1, {9, 9}, true},
+                {2, 2, 1, 2, {1, 2}, false}};
+    for (const auto& row : rows) {
+        const double errors[] = {3, 2, 1};
+        double error = 5;
+        int32_t order[] = {row.order[0], row.order[1], 9}, worst = row.worst, position = row.position;
+        DQ10G(&row.room, &row.pieces, &worst, &error, errors, order, &position);
+        const bool is_untouched = worst == row.worst && position == row.position && error == 5 &&
+                                  order[0] == row.order[0] && order[1] == row.order[1] && order[2] == 9;
+        EXPECT_EQ(is_untouched, !row.is_good) << &row - rows;
+        if (row.is_good) EXPECT_EQ(error, errors[worst - 1]) << &row - rows;
     }
 }
 

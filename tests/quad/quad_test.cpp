@@ -118,21 +118,6 @@ TYPED_TEST(Quad, EveryMessage)
     }
 }
 
-TYPED_TEST(Quad, EveryBadArgumentIsReported)
-{
-    using T = TypeParam;
-    const auto f = [](const T* x) -> T { return *x; };
-    // The last stays. The front passes it up and keeps its results.
-    Quadrature<T>(9, f, 0, 1, -1, -1, 0);
-    EXPECT_EQ(outcome(), (Outcome{5, 4}));
-    this->page.take();
-    T result = 3, estimate = 4;
-    Quadrature<T>::front(f, 0, 1, -1, &result, &estimate, 2);
-    EXPECT_EQ(result + estimate, 7);
-    const std::string text = this->page.take();
-    EXPECT_NE(text.find(sizeof(T) == 8 ? " from DQ2AG." : " from Q2AG."), text.npos) << text;
-}
-
 TYPED_TEST(Quad, EndsAndEmptyIntervals)
 {
     using T = TypeParam;

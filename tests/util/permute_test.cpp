@@ -117,60 +117,27 @@ TYPED_TEST(Permutation, ColumnsInPlaceCostTheirNumber)
     for (std::size_t k = 0; k < a.size(); ++k) ASSERT_EQ(a[k], static_cast<Real>(index[k]));
 }
 
-TYPED_TEST(Permutation, ErrorsOfVectors)
+// Each entry out of range is said; nothing is permuted, and vectors are copied.
+TYPED_TEST(Permutation, EntriesOutOfRange)
 {
     using Real = typename TypeParam::Real;
-    const int32_t zero = 0, three = 3, one = 1, index[] = {4, 2, 0};
-    const Real x[] = {7, 8, 9};
-    Real y[] = {0, 0, 0};
-    TypeParam::permu(&zero, x, index, &three, y);
-    EXPECT_EQ(outcome(), (Outcome{5, 2}));
-    EXPECT_EQ(this->taken(),
-              this->from("PERMU", 1,
-                         "The length of the arrays X and XPERMU must be positive while N = 0 is given.") +
-                  this->from("PERMU", 2, "IPATH must be equal to 1 or 2 while a value of 3 is given."));
+    const int32_t two = 2, three = 3, one = 1, index[] = {4, 2, 0};
+    const Real x[] = {7, 8, 9, 6};
+    Real y[4] = {}, work[2];
+    const auto entry = [&](const char* routine, int code, const char* place, int n) {
+        return this->from(routine, code,
+                          std::string("IPERMU") + place +
+                              " is not allowed.  It must be between 1 and N = " + std::to_string(n) + ".");
+    };
     TypeParam::permu(&three, x, index, &one, y);
     EXPECT_EQ(outcome(), (Outcome{5, 3}));
-    EXPECT_EQ(this->taken(),
-              this->from("PERMU", 3, "IPERMU(1) = 4 is not allowed.  It must be between 1 and N = 3.") +
-                  this->from("PERMU", 3, "IPERMU(3) = 0 is not allowed.  It must be between 1 and N = 3."));
+    EXPECT_EQ(this->taken(), entry("PERMU", 3, "(1) = 4", 3) + entry("PERMU", 3, "(3) = 0", 3));
     EXPECT_EQ(std::vector<Real>(y, y + 3), (std::vector<Real>{7, 8, 9}));
-}
-
-TYPED_TEST(Permutation, ErrorsOfMatrices)
-{
-    using Real = typename TypeParam::Real;
-    Real a[4] = {1, 2, 3, 4}, b[4] = {}, work[2];
-    const int32_t index[] = {2, 3};
-    const auto call = [&](int32_t nra, int32_t nca, int32_t lda, int32_t path, int32_t ldaper) {
-        TypeParam::p2rma(&nra, &nca, a, &lda, index, &path, b, &ldaper, work);
-        return this->taken();
-    };
-    const auto from = [&](int code, const std::string& text) { return this->from("P2RMA", code, text); };
-    const std::string columns = "The number of columns of a matrix must be positive while NCA = ";
-    EXPECT_EQ(call(0, -1, 0, 3, -2),
-              from(1, "The number of rows of a matrix must be positive while NRA = 0 is given.") +
-                  from(2, columns + "-1 is given.") +
-                  from(3, "The leading dimension of a matrix must be positive while LDA = 0 is given.") +
-                  from(5,
-                       "The number of rows of A must be less than or equal to the leading dimension of APER, "
-                       "while NRA = 0 and LDAPER = -2 are given.") +
-                  from(6, "The leading dimension of a matrix must be positive while LDAPER = -2 is given.") +
-                  from(7, "IPATH must be equal to 1 or 2 a value of 3 is given."));
-    EXPECT_EQ(
-        call(2, 2, 1, 1, 2),
-        from(4,
-             "The number of rows of A must be less than or equal to its leading dimension while NRA = 2 "
-             "and LDA = 1 are given."));
-    EXPECT_EQ(call(2, 2, 2, 2, 2), from(8, "IPERMU(2) = 3 is not allowed.  It must be between 1 and N = 2."));
-    EXPECT_EQ(std::count(b, b + 4, Real(0)), 4);
-
-    const int32_t none = 0, two = 2, path = 2, huge = 2147483647;
-    TypeParam::perma(&two, &none, a, &two, index, &path, b, &two);
-    EXPECT_EQ(this->taken(), this->from("PERMA", 1, columns + "0 is given."));
-    TypeParam::perma(&huge, &two, a, &two, index, &path, b, &two);
-    EXPECT_EQ(outcome(), (Outcome{5, 5}));
-    this->taken();
+    std::fill_n(y, 4, Real(0));
+    const int32_t columns[] = {2, 3};
+    TypeParam::p2rma(&two, &two, x, &two, columns, &two, y, &two, work);
+    EXPECT_EQ(this->taken(), entry("P2RMA", 8, "(2) = 3", 2));
+    EXPECT_EQ(std::count(y, y + 4, Real(0)), 4);
 }
 
 }  // namespace
