@@ -9,8 +9,6 @@
 #include <omp.h>
 #include <pthread.h>
 
-#include <atomic>
-
 namespace orvel::frame {
 
 namespace {
@@ -30,7 +28,6 @@ struct Holding {
     int mark;         // what was there before the first of them
     bool uncancelled;
     int cancel_state;  // and before it was made so
-    bool sets_up;      // the runtime of OpenMP
 };
 constinit thread_local Holding holding{};
 
@@ -54,50 +51,28 @@ void allow_cancelling()
     holding.uncancelled = false;
 }
 
-// A runtime of OpenMP may set itself up in its first call, under locks that it does not yet renew after a
-// fork. Forks wait for the end of that call; a signal handler in the midst of it does not.
-pthread_mutex_t set_up_mutex = PTHREAD_MUTEX_INITIALIZER;
-std::atomic<bool> is_set_up = false;
-
-void hold_set_up()
-{
-    if (!holding.sets_up) pthread_mutex_lock(&set_up_mutex);
-}
-void release_set_up()
-{
-    if (!holding.sets_up) pthread_mutex_unlock(&set_up_mutex);
-}
-
-int default_device()
-{
-    if (!is_set_up.load(std::memory_order_acquire) && !holding.sets_up) {
-        holding.sets_up = true;
-        pthread_mutex_lock(&set_up_mutex);
-        omp_get_default_device();
-        is_set_up.store(true, std::memory_order_release);
-        pthread_mutex_unlock(&set_up_mutex);
-        holding.sets_up = false;
-    }
-    return omp_get_default_device();
-}
-
 // In the child only the forking thread lives on, and the threads that held the other locks are gone.
 void renew_in_child()
 {
-    release_set_up();
     for (int depth = 0; depth <= deepest_print; ++depth) {
         pthread_mutex_init(&places[depth].mutex, nullptr);
         if (holds(depth)) pthread_mutex_lock(&places[depth].mutex);
     }
 }
 
-[[gnu::constructor]] void survive_fork() { pthread_atfork(hold_set_up, release_set_up, renew_in_child); }
+// A runtime of OpenMP may set itself up in its first call, and get ready for forks only then: a fork in the
+// midst of it would leave the child locks that nobody gives back.
+[[gnu::constructor]] void survive_fork()
+{
+    omp_get_default_device();
+    pthread_atfork(nullptr, nullptr, renew_in_child);
+}
 
 }  // namespace
 
 int print_depth()
 {
-    const int mark = default_device();
+    const int mark = omp_get_default_device();
     int depth = mark > first_mark && mark <= first_mark + deepest_print ? mark - first_mark : 0;
     while (depth < deepest_print && holds(depth)) ++depth;  // without a mark, or in a signal handler
     return depth;
@@ -124,7 +99,7 @@ PrintLock::~PrintLock()
 
 char* PrintLock::page() const { return places[depth_].page; }
 
-WriterCall::WriterCall(const PrintLock& lock) : outer_mark_(default_device())
+WriterCall::WriterCall(const PrintLock& lock) : outer_mark_(omp_get_default_device())
 {
     if (holding.calls++ == 0) holding.mark = outer_mark_;
     omp_set_default_device(first_mark + lock.depth() + 1);
