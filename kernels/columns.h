@@ -42,43 +42,36 @@ inline T dot_column(int64_t m, const T* a, bool conjugated, const T* x)
     return sum;
 }
 
-// A vector as contiguous memory: itself, or a copy that goes back at the end when it is not constant. Without
-// memory for the copy the object is false.
-template <class T>
-class Contiguous {
+// A piece of a vector as contiguous memory: itself, or a copy on the stack that goes back at the end when it
+// is not constant.
+template <class T, int64_t longest>
+class Piece {
 public:
-    Contiguous(T* x, int64_t n, int64_t inc) : strided_(start(x, n, inc)), n_(n), inc_(inc)
+    Piece(T* x, int64_t n, int64_t inc) : x_(x), n_(n), inc_(inc)
     {
-        if (inc == 1) {
-            p_ = x;
-            return;
-        }
-        p_ = n <= small ? on_stack_ : on_heap_.allocate(n) ? static_cast<Value*>(on_heap_) : nullptr;
-        if (p_ != nullptr)
-            for (int64_t k = 0; k < n; ++k) const_cast<Value*>(p_)[k] = strided_[k * inc];
+        if (inc == 1) return;
+        Value* const copy = copy_;
+        for (int64_t k = 0; k < n; ++k) copy[k] = x[k * inc];
     }
-    ~Contiguous()
+    ~Piece()
     {
         if constexpr (!std::is_const_v<T>)
-            if (inc_ != 1 && p_ != nullptr)
-                for (int64_t k = 0; k < n_; ++k) strided_[k * inc_] = p_[k];
+            if (inc_ != 1)
+                for (int64_t k = 0; k < n_; ++k) x_[k * inc_] = static_cast<Value*>(copy_)[k];
     }
-    Contiguous(const Contiguous&) = delete;
-    Contiguous& operator=(const Contiguous&) = delete;
+    Piece(const Piece&) = delete;
+    Piece& operator=(const Piece&) = delete;
 
-    explicit operator bool() const { return p_ != nullptr; }
-    operator T*() const { return p_; }
+    operator T*() { return inc_ == 1 ? x_ : static_cast<Value*>(copy_); }
 
 private:
     using Value = std::remove_const_t<T>;
-    static constexpr int64_t small = 256;
 
-    T* strided_;
+    T* x_;
     int64_t n_, inc_;
-    T* p_;
-    OnStack<Value, small> on_stack_;
-    Scratch<Value> on_heap_;
+    OnStack<Value, longest> copy_;
 };
+inline constexpr int64_t longest_piece = 1024;  // stays in the nearest cache
 
 // y = beta * y, without reading y when beta is 0.
 template <class T>

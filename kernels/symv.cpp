@@ -40,42 +40,31 @@ void both(int64_t m, int64_t n, const T* a, int64_t lda, const T* x, T* y, const
 // One strip of columns at a time: the square on the diagonal by itself; the rectangle beside it, in pieces
 // that stay in the cache, serves y twice, by its columns and by its rows.
 template <class T, bool Hermitian>
-void add_symmetric(bool lower, int64_t n, T alpha, const T* a, int64_t lda, const T* x, T* y)
+void add_symmetric(bool lower, int64_t n, T alpha, const T* a, int64_t lda, const T* x, int64_t incx, T* y,
+                   int64_t incy)
 {
-    constexpr int64_t strip = small_square, height = 1024;
+    constexpr int64_t strip = small_square;
+    x = start(x, n, incx);
+    y = start(y, n, incy);
     OnStack<T, strip> scaled, sums, total;
     for (int64_t j = 0; j < n; j += strip) {
         const int64_t width = std::min(strip, n - j);
-        for (int64_t k = 0; k < width; ++k) scaled[k] = alpha * x[j + k];
-        add_square<T, Hermitian>(width, lower, a + j + j * lda, lda, scaled, y + j);
+        for (int64_t k = 0; k < width; ++k) scaled[k] = alpha * x[(j + k) * incx];
+        {
+            Piece<T, strip> own(y + j * incy, width, incy);
+            add_square<T, Hermitian>(width, lower, a + j + j * lda, lda, scaled, own);
+        }
         const int64_t first = lower ? j + width : 0, last = lower ? n : j;
         std::fill_n(static_cast<T*>(total), width, T(0));
-        for (int64_t r = first; r < last; r += height) {
-            const int64_t rows = std::min(height, last - r);
-            both<T>(rows, width, a + r + j * lda, lda, scaled, y + r, x + r, sums);
+        for (int64_t r = first; r < last; r += longest_piece) {
+            const int64_t rows = std::min(longest_piece, last - r);
+            Piece<const T, longest_piece> from(x + r * incx, rows, incx);
+            Piece<T, longest_piece> to(y + r * incy, rows, incy);
+            both<T>(rows, width, a + r + j * lda, lda, scaled, to, from, sums);
             for (int64_t k = 0; k < width; ++k) total[k] += sums[k];
         }
-        for (int64_t k = 0; k < width; ++k) y[j + k] += alpha * total[k];
+        for (int64_t k = 0; k < width; ++k) y[(j + k) * incy] += alpha * total[k];
     }
-}
-
-// The definition, for vectors that cannot be made contiguous.
-template <class T, bool Hermitian>
-void add_symmetric_plainly(bool lower, int64_t n, T alpha, const T* a, int64_t lda, const T* x, int64_t incx,
-                           T* y, int64_t incy)
-{
-    x = start(x, n, incx);
-    y = start(y, n, incy);
-    for (int64_t j = 0; j < n; ++j)
-        for (int64_t r = 0; r < n; ++r) {
-            const bool here = lower ? r >= j : r <= j;
-            const T stored = here ? a[r + j * lda] : a[j + r * lda];
-            const T value = !Hermitian ? stored
-                            : r == j   ? T(std::real(stored))
-                            : here     ? stored
-                                       : conjugate(stored);
-            y[r * incy] += value * (alpha * x[j * incx]);
-        }
 }
 
 template <class T, bool Hermitian>
@@ -90,12 +79,7 @@ void symv(const char* uplo, const int32_t* n, const T* alpha, const T* a, const 
     if (*n == 0) return;
     scale_vector<T>(*n, *beta, y, *incy);
     if (*alpha == T(0)) return;
-    const Contiguous<const T> whole_x(x, *n, *incx);
-    const Contiguous<T> whole_y(y, *n, *incy);
-    if (whole_x && whole_y)
-        add_symmetric<T, Hermitian>(is_letter(uplo, 'L'), *n, *alpha, a, *lda, whole_x, whole_y);
-    else
-        add_symmetric_plainly<T, Hermitian>(is_letter(uplo, 'L'), *n, *alpha, a, *lda, x, *incx, y, *incy);
+    add_symmetric<T, Hermitian>(is_letter(uplo, 'L'), *n, *alpha, a, *lda, x, *incx, y, *incy);
 }
 
 }  // namespace

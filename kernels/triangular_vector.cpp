@@ -28,19 +28,19 @@ bool ascending(Action action, const Triangle<T>& t)
     return (action == Action::solve) == (t.lower != t.transposed);
 }
 
-// x = op(A) * x or its solution, column by column within rows first..last of the diagonal.
+// x = op(A) * x or its solution with a small triangle, column by column.
 template <class T>
-void apply_columns(Action action, const Triangle<T>& t, int64_t first, int64_t last, T* x)
+void apply_columns(Action action, const Triangle<T>& t, int64_t n, T* x)
 {
     if constexpr (!is_complex<T>) {
         const RealLevel2<T>& run = isa::of_type<T>(level2_loops());
         return (action == Action::solve ? run.solve_small : run.multiply_small)(
-            last - first, {t.lower, t.transposed, t.unit}, t.a + first * (t.lda + 1), t.lda, x + first);
+            n, {t.lower, t.transposed, t.unit}, t.a, t.lda, x);
     }
     const bool up = ascending(action, t);
-    for (int64_t step = 0; step < last - first; ++step) {
-        const int64_t j = up ? first + step : last - 1 - step;
-        const int64_t from = t.lower ? j + 1 : first, to = t.lower ? last : j;
+    for (int64_t step = 0; step < n; ++step) {
+        const int64_t j = up ? step : n - 1 - step;
+        const int64_t from = t.lower ? j + 1 : 0, to = t.lower ? n : j;
         const T* column = t.a + j * t.lda;
         if (action == Action::multiply) {
             if (!t.transposed && to > from)
@@ -57,53 +57,58 @@ void apply_columns(Action action, const Triangle<T>& t, int64_t first, int64_t l
     }
 }
 
-// Strips of columns: the triangle on the diagonal by columns, the rectangle beside it at once.
 template <class T>
-void apply(Action action, const Triangle<T>& t, int64_t n, T* x)
+constexpr int64_t strip_width = is_complex<T> ? 32 : small_square;
+
+// The rectangle beside a strip of columns: its products with x are taken from it with the strip's numbers as
+// factors, or form what the strip gets.
+template <class T>
+void apply_rectangle(const Triangle<T>& t, int64_t rows, int64_t width, const T* a, T* x, int64_t inc,
+                     T* strip)
 {
-    constexpr int64_t strip = is_complex<T> ? 32 : small_square;
-    const int64_t strips = (n + strip - 1) / strip;
-    const bool up = ascending(action, t);
-    OnStack<T, strip> sums;
-    for (int64_t step = 0; step < strips; ++step) {
-        const int64_t j = (up ? step : strips - 1 - step) * strip, width = std::min(strip, n - j);
-        const int64_t first = t.lower ? j + width : 0, rows = t.lower ? n - j - width : j;
-        const T* rectangle = t.a + first + j * t.lda;
+    const int64_t span = inc == 1 ? rows : longest_piece;
+    OnStack<T, strip_width<T>> sums;
+    for (int64_t r = 0; r < rows; r += span) {
+        const int64_t here = std::min(span, rows - r);
         if (t.transposed) {
-            std::fill_n(static_cast<T*>(sums), width, T(0));
-            if (action == Action::multiply) apply_columns(action, t, j, j + width, x);
-            if (rows > 0) dot_columns(rows, width, rectangle, t.lda, t.conjugated, x + first, sums);
-            for (int64_t k = 0; k < width; ++k) x[j + k] += action == Action::solve ? -sums[k] : sums[k];
-            if (action == Action::solve) apply_columns(action, t, j, j + width, x);
+            Piece<const T, longest_piece> from(x + r * inc, here, inc);
+            dot_columns(here, width, a + r, t.lda, t.conjugated, static_cast<const T*>(from), sums);
+            for (int64_t k = 0; k < width; ++k) strip[k] += sums[k];
         } else {
-            if (action == Action::solve) apply_columns(action, t, j, j + width, x);
-            for (int64_t k = 0; k < width; ++k) sums[k] = action == Action::solve ? -x[j + k] : x[j + k];
-            if (rows > 0) add_columns(rows, width, rectangle, t.lda, t.conjugated, sums, x + first);
-            if (action == Action::multiply) apply_columns(action, t, j, j + width, x);
+            Piece<T, longest_piece> to(x + r * inc, here, inc);
+            add_columns(here, width, a + r, t.lda, t.conjugated, strip, static_cast<T*>(to));
         }
     }
 }
 
-// The definition, for a vector that cannot be made contiguous.
+// Strips of columns: the triangle on the diagonal by columns, the rectangle beside it at once.
 template <class T>
-void apply_plainly(Action action, const Triangle<T>& t, int64_t n, T* x, int64_t inc)
+void apply(Action action, const Triangle<T>& t, int64_t n, T* x, int64_t inc)
 {
-    x = start(x, n, inc);
-    const bool lower = t.lower != t.transposed;
-    const auto element = [&t](int64_t r, int64_t c) {
-        const T value = t.transposed ? t.a[c + r * t.lda] : t.a[r + c * t.lda];
-        return t.conjugated ? conjugate(value) : value;
-    };
-    const bool up = (action == Action::solve) == lower;
-    for (int64_t step = 0; step < n; ++step) {
-        const int64_t r = up ? step : n - 1 - step;
-        T sum{};
-        for (int64_t c = lower ? 0 : r + 1; c < (lower ? r : n); ++c) sum += element(r, c) * x[c * inc];
-        T& own = x[r * inc];
-        if (action == Action::multiply)
-            own = (t.unit ? own : element(r, r) * own) + sum;
-        else
-            own = t.unit ? own - sum : quotient(own - sum, element(r, r));
+    constexpr int64_t strip = strip_width<T>;
+    const int64_t strips = (n + strip - 1) / strip;
+    const bool up = ascending(action, t), solves = action == Action::solve;
+    OnStack<T, strip> part;
+    for (int64_t step = 0; step < strips; ++step) {
+        const int64_t j = (up ? step : strips - 1 - step) * strip, width = std::min(strip, n - j);
+        const int64_t first = t.lower ? j + width : 0, rows = t.lower ? n - j - width : j;
+        const T* const rectangle = t.a + first + j * t.lda;
+        Triangle<T> square = t;
+        square.a += j + j * t.lda;
+        Piece<T, strip> own(x + j * inc, width, inc);
+        T* const mine = own;
+        if (t.transposed) {
+            std::fill_n(static_cast<T*>(part), width, T(0));
+            if (!solves) apply_columns(action, square, width, mine);
+            apply_rectangle<T>(t, rows, width, rectangle, x + first * inc, inc, part);
+            for (int64_t k = 0; k < width; ++k) mine[k] += solves ? -part[k] : part[k];
+            if (solves) apply_columns(action, square, width, mine);
+        } else {
+            if (solves) apply_columns(action, square, width, mine);
+            for (int64_t k = 0; k < width; ++k) part[k] = solves ? -mine[k] : mine[k];
+            apply_rectangle<T>(t, rows, width, rectangle, x + first * inc, inc, part);
+            if (!solves) apply_columns(action, square, width, mine);
+        }
     }
 }
 
@@ -119,11 +124,7 @@ void triangular_vector(const char* uplo, const char* trans, const char* diag, co
     if (*n == 0) return;
     const Triangle<T> t{
         a, *lda, is_letter(uplo, 'L'), !is_letter(trans, 'N'), is_letter(trans, 'C'), is_letter(diag, 'U')};
-    const Contiguous<T> whole(x, *n, *incx);
-    if (whole)
-        apply<T>(action, t, *n, whole);
-    else
-        apply_plainly<T>(action, t, *n, x, *incx);
+    apply<T>(action, t, *n, start(x, *n, *incx), *incx);
 }
 
 using enum Action;
@@ -133,7 +134,7 @@ using enum Action;
 template <class T>
 void solve_triangle(bool lower, bool turned, int64_t n, const T* a, int64_t lda, T* x)
 {
-    apply<T>(Action::solve, {a, lda, lower, turned, turned, false}, n, x);
+    apply<T>(Action::solve, {a, lda, lower, turned, turned, false}, n, x, 1);
 }
 
 template void solve_triangle(bool, bool, int64_t, const float*, int64_t, float*);

@@ -106,13 +106,15 @@ int refuse_all(uint64_t first_seed)
     int faults = 0, total = 0, count = 0;
     for (const Routine& routine : routines()) {
         const bool is_worker = routine.name[1] == '2' || routine.name[2] == '2';  // has the family's errors
+        const std::string_view header = routine.header;
+        const bool is_kernel = header == "kernels.h" || header == "matrices.h";
         const uint64_t most_seeds = is_worker ? 6000 : 60000;
         int provoked = 0;
         for (uint64_t k = 0; k < seeds || (provoked == 0 && routine.refusal_count > 0 && k < most_seeds);
              ++k) {
             const uint64_t seed = mixed(first_seed + k) / 8;
-            const bool is_large =
-                k == 0 && routine.is_front && routine.refusal_count > 0;  // asks inside, too
+            const bool asks_inside = routine.is_front && routine.refusal_count > 0;
+            const bool is_large = k < 4 && (is_kernel || (k == 0 && asks_inside));
             const Fault fault = refuse_requests(routine, seed, is_large, provoked);
             if (fault.what.empty()) continue;
             if (++faults < 100) std::printf("FAULT %s %lu: %s\n", routine.name, seed, fault.what.c_str());

@@ -178,12 +178,12 @@ TYPED_TEST(Level2, TrianglesAndTheirBands)
     });
 }
 
-// What is longer than the room on the stack goes by the definition when it cannot be made contiguous.
-TYPED_TEST(Level2, StridedVectorsWithoutStorage)
+// Strided vectors are copied to the stack in pieces.
+TYPED_TEST(Level2, StridedVectorsOfSeveralPieces)
 {
     using T = TypeParam;
     const T beta(Real<T>(0.3));
-    const int32_t n = 300;
+    const int32_t n = 1100;
     every_one_of(std::string("UL"), std::string("NTC"),
                  std::string("UN"))([&](char uplo, char trans, char diag) {
         const int32_t inc = uplo == 'U' ? 2 : -3;
@@ -191,12 +191,9 @@ TYPED_TEST(Level2, StridedVectorsWithoutStorage)
         Matrix<T> a = triangle<T>(n, uplo, diag, this->random), whole(n, n, this->random);
         whole.poison_outside(uplo);
         Strided<T> x(n, inc, this->random), product = x, solution = x, y = x;
-        refuse(every);
         trmv<T>(&uplo, &trans, &diag, &n, a.data(), &a.ld, product.data(), &inc);
         trsv<T>(&uplo, &trans, &diag, &n, a.data(), &a.ld, solution.data(), &inc);
         symv<T>(&uplo, &n, &this->alpha, whole.data(), &whole.ld, x.data(), &inc, &beta, y.data(), &inc);
-        EXPECT_GE(requests, 3);
-        refuse(0);
         const auto element = [&](int32_t i, int32_t j) { return triangular(a, uplo, trans, diag, i, j); };
         const auto mirrored = [&](int32_t i, int32_t j) { return symmetric(whole, uplo, true, i, j); };
         ASSERT_NO_FATAL_FAILURE(compare(
