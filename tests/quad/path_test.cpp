@@ -241,7 +241,8 @@ TEST_F(Path, OrderOfThePieces)
         const bool is_untouched = worst == row.worst && position == row.position && error == 5 &&
                                   order[0] == row.order[0] && order[1] == row.order[1] && order[2] == 9;
         EXPECT_EQ(is_untouched, !row.is_good) << &row - rows;
-        if (row.is_good) EXPECT_EQ(error, errors[worst - 1]) << &row - rows;
+        if (!row.is_good) continue;
+        EXPECT_EQ(error, errors[worst - 1]) << &row - rows;
     }
 }
 
