@@ -200,10 +200,7 @@ TEST_F(Fortran, MessagesStandWhereTheProgramMadeThem)
 }
 
 #if !defined __SANITIZE_THREAD__ && !defined __SANITIZE_ADDRESS__  // which need memory of their own
-TEST_F(Fortran, MessagesWithoutAThreadToFlush)
-{
-    EXPECT_EQ(printed("without_room"), message(5) + lines(3));
-}
+TEST_F(Fortran, MessagesWithoutAThreadToFlush) { EXPECT_EQ(printed("without_room"), message(5) + lines(3)); }
 #endif
 
 TEST_F(Fortran, LinesAndMessagesKeepTheirOrderOnABusyMachine)
