@@ -33,6 +33,7 @@ private:
     void choose_leading(Draw& draw, Mood mood);
     void choose_aliases(Draw& draw);
     void choose_odd_integers(Draw& draw, Mood mood);
+    void limit_time();
     Shape shape_of(int k) const;
     void place_one(int k, Draw& draw);
     void fill_one(int k, Draw& draw, Mood mood);

@@ -168,6 +168,20 @@ void Arguments::choose_odd_integers(Draw& draw, Mood mood)
         values_[k] = static_cast<double>(static_cast<int32_t>(integers_[k]));
         if (argument(k).type == 'i') integers_[k] = static_cast<int32_t>(integers_[k]);
     }
+    limit_time();
+}
+
+// Steps of zero stay in one place, where no page ends a loop of 2^31 of them.
+void Arguments::limit_time()
+{
+    bool stays = false, moves = false;
+    for (int k = 0; k < routine_.count; ++k)
+        if (argument(k).kind == Kind::increment) (integers_[k] == 0 ? stays : moves) = true;
+    for (int k = 0; k < routine_.count && stays && !moves; ++k) {
+        if (argument(k).kind != Kind::size) continue;
+        integers_[k] %= 100000;
+        values_[k] = static_cast<double>(integers_[k]);
+    }
 }
 
 }  // namespace hostile
