@@ -12,16 +12,16 @@
 #include "tests/linsys/members.h"
 
 // Name<T>, the members of a kind of matrix by the type of its elements; the names of complex ones end in C.
-#define ORVEL_TEST_MEMBERS_OF(Name, T, p, K)             \
-    template <>                                          \
-    struct Name<T> {                                     \
-        static constexpr auto solve = p##LSL##K;         \
-        static constexpr auto refined_solve = p##LSA##K; \
-        static constexpr auto factor = p##LFT##K;        \
-        static constexpr auto condition = p##LFC##K;     \
-        static constexpr auto back = p##LFS##K;          \
-        static constexpr auto refine = p##LFI##K;        \
-        static constexpr auto determinant = p##LFD##K;   \
+#define ORVEL_TEST_MEMBERS_OF(Name, T, p, K)                              \
+    template <>                                                           \
+    struct Name<T> {                                                      \
+        [[maybe_unused]] static constexpr auto solve = p##LSL##K;         \
+        [[maybe_unused]] static constexpr auto refined_solve = p##LSA##K; \
+        [[maybe_unused]] static constexpr auto factor = p##LFT##K;        \
+        [[maybe_unused]] static constexpr auto condition = p##LFC##K;     \
+        [[maybe_unused]] static constexpr auto back = p##LFS##K;          \
+        [[maybe_unused]] static constexpr auto refine = p##LFI##K;        \
+        [[maybe_unused]] static constexpr auto determinant = p##LFD##K;   \
     }
 #define ORVEL_TEST_KIND(Name, K, C)                        \
     template <class T>                                     \
