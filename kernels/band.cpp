@@ -13,18 +13,15 @@ namespace {
 
 constexpr int64_t piece = 256;  // of a vector, copied to the stack
 
-// y += factor * a over n > 0 elements, and a * x; a is contiguous.
+// y += factor * a over n elements, and a * x; a is contiguous.
 template <class T>
 void add_segment(int64_t n, T factor, const T* a, bool conjugated, T* y, int64_t inc)
 {
-    if (n < 1) return;
-    if (inc == 1) return add_columns(n, 1, a, 1, conjugated, &factor, y);
-    OnStack<T, piece> part;
-    for (int64_t r = 0; r < n; r += piece) {
-        const int64_t rows = std::min(piece, n - r);
-        for (int64_t k = 0; k < rows; ++k) part[k] = y[(r + k) * inc];
-        add_columns(rows, 1, a + r, 1, conjugated, &factor, part);
-        for (int64_t k = 0; k < rows; ++k) y[(r + k) * inc] = part[k];
+    const int64_t span = inc == 1 ? n : piece;
+    for (int64_t r = 0; r < n; r += span) {
+        const int64_t rows = std::min(span, n - r);
+        Piece<T, piece> to(y + r * inc, rows, inc);
+        add_columns(rows, 1, a + r, 1, conjugated, &factor, to);
     }
 }
 
@@ -32,12 +29,11 @@ template <class T>
 T dot_segment(int64_t n, const T* a, bool conjugated, const T* x, int64_t inc)
 {
     if (inc == 1) return dot_column(n, a, conjugated, x);
-    OnStack<T, piece> part;
     T sum{};
     for (int64_t r = 0; r < n; r += piece) {
         const int64_t rows = std::min(piece, n - r);
-        for (int64_t k = 0; k < rows; ++k) part[k] = x[(r + k) * inc];
-        sum += dot_column<T>(rows, a + r, conjugated, part);
+        Piece<const T, piece> from(x + r * inc, rows, inc);
+        sum += dot_column<T>(rows, a + r, conjugated, from);
     }
     return sum;
 }

@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <type_traits>
 
-#include "frame/scratch.h"
 #include "kernels/isa/loops.h"
 #include "kernels/matrix.h"
 #include "kernels/vectors.h"

@@ -16,19 +16,15 @@ void add_product_with(int64_t m, int64_t n, T alpha, const T* a, int64_t lda, co
 {
     x = start(x, n, incx);
     y = start(y, m, incy);
-    OnStack<T, piece> scaled, part;
+    const int64_t span = incy == 1 ? m : piece;
+    OnStack<T, piece> scaled;
     for (int64_t j = 0; j < n; j += piece) {
         const int64_t columns = std::min(piece, n - j);
         for (int64_t k = 0; k < columns; ++k) scaled[k] = alpha * x[(j + k) * incx];
-        if (incy == 1) {
-            add_columns(m, columns, a + j * lda, lda, false, scaled, y);
-            continue;
-        }
-        for (int64_t r = 0; r < m; r += piece) {
-            const int64_t rows = std::min(piece, m - r);
-            for (int64_t k = 0; k < rows; ++k) part[k] = y[(r + k) * incy];
-            add_columns(rows, columns, a + r + j * lda, lda, false, scaled, part);
-            for (int64_t k = 0; k < rows; ++k) y[(r + k) * incy] = part[k];
+        for (int64_t r = 0; r < m; r += span) {
+            const int64_t rows = std::min(span, m - r);
+            Piece<T, piece> to(y + r * incy, rows, incy);
+            add_columns(rows, columns, a + r + j * lda, lda, false, scaled, to);
         }
     }
 }
@@ -40,18 +36,14 @@ void add_transposed_product_with(int64_t m, int64_t n, T alpha, const T* a, int6
     x = start(x, m, incx);
     y = start(y, n, incy);
     const int64_t span = incx == 1 ? m : piece;
-    OnStack<T, piece> sums, more, part;
+    OnStack<T, piece> sums, more;
     for (int64_t j = 0; j < n; j += piece) {
         const int64_t columns = std::min(piece, n - j);
         std::fill_n(static_cast<T*>(sums), columns, T(0));
         for (int64_t r = 0; r < m; r += span) {
             const int64_t rows = std::min(span, m - r);
-            const T* here = x + r;
-            if (incx != 1) {
-                for (int64_t k = 0; k < rows; ++k) part[k] = x[(r + k) * incx];
-                here = part;
-            }
-            dot_columns(rows, columns, a + r + j * lda, lda, conjugated, here, more);
+            Piece<const T, piece> from(x + r * incx, rows, incx);
+            dot_columns(rows, columns, a + r + j * lda, lda, conjugated, from, more);
             for (int64_t k = 0; k < columns; ++k) sums[k] += more[k];
         }
         for (int64_t k = 0; k < columns; ++k) y[(j + k) * incy] += alpha * sums[k];

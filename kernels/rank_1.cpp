@@ -13,13 +13,11 @@ template <class T>
 void add_column(int64_t first, int64_t last, T factor, const T* x, int64_t incx, T* column)
 {
     constexpr int64_t piece = 256;
-    OnStack<T, piece> part;
-    if (incx == 1 && last > first)
-        return add_columns(last - first, 1, x + first, 1, false, &factor, column + first);
-    for (int64_t r = first; r < last; r += piece) {
-        const int64_t rows = std::min(piece, last - r);
-        for (int64_t k = 0; k < rows; ++k) part[k] = x[(r + k) * incx];
-        add_columns<T>(rows, 1, part, 1, false, &factor, column + r);
+    const int64_t span = incx == 1 ? last - first : piece;
+    for (int64_t r = first; r < last; r += span) {
+        const int64_t rows = std::min(span, last - r);
+        Piece<const T, piece> from(x + r * incx, rows, incx);
+        add_columns<T>(rows, 1, from, 1, false, &factor, column + r);
     }
 }
 
