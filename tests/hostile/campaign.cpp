@@ -303,14 +303,14 @@ int main(int argc, char** argv)
     if (mkdtemp(folder) == nullptr || chdir(folder) != 0) return 2;
     settings.folder = folder;
     int status = 2;
+    all_levels = argc > 1 && std::strcmp(argv[1], "levels") == 0;
     if (argc == 2 && std::strcmp(argv[1], "refusals") == 0) {
         handle_signals();
         set_up_process(settings.folder);
         status = refuse_all(settings.seed);
-    } else if (argc == 3 && std::strchr(argv[1], '=') == nullptr) {
+    } else if (argc == 3 && !all_levels && std::strchr(argv[1], '=') == nullptr) {
         status = one_call(argv[1], argv[2]);
     } else {
-        all_levels = argc > 1 && std::strcmp(argv[1], "levels") == 0;
         for (int k = all_levels ? 2 : 1; k < argc; ++k)
             if (!take(argv[k])) return std::fprintf(stderr, "what is %s?\n", argv[k]), 2;
         status = Campaign().run();
