@@ -8,7 +8,8 @@
 //
 //     const ForReals<Updates> ORVEL_ISA::update_loops = {updates<float>, updates<double>};
 //
-// and other files call update_loops() for the table of the level in use.
+// and other files call update_loops() for the table of the level in use. Another thread may change that level
+// between two calls of it: what depends on sizes in a table takes them and its loops from one look.
 #pragma once
 
 // The levels, lowest first: visit(level, arguments...).

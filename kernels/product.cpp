@@ -131,24 +131,24 @@ constexpr int64_t equal_parts(int64_t n, int64_t most, int64_t unit)
     return round_up((n + parts - 1) / parts, unit);
 }
 
-struct Tile {
-    int64_t rows, columns;
-};
-
 // What stays in the caches: of B a panel in the first level, beside C and what streams past of A; a block of
-// A in the second; a block of B in the last, beside the part of C that it is multiplied into.
-Blocks blocks_of(Tile tile, int64_t bytes, int64_t m, int64_t n, int64_t k)
+// A in the second; a block of B in the last, beside the part of C that it is multiplied into. They are made
+// for the loops that go through them: another level in use meanwhile has other tiles.
+template <class T, class Loops>
+Blocks blocks_of(const Loops& run, int64_t m, int64_t n, int64_t k)
 {
+    constexpr int64_t bytes = sizeof(T);
+    const int64_t tile_rows = run.tile_rows, tile_columns = run.tile_columns;
     constexpr int64_t unit = 8, least_depth = 64, most_depth = 1024, least_columns = 512, most_columns = 4096;
     const isa::Caches& cache = isa::caches();
     const int64_t of_second = cache.second * 2 / 5;
     const int64_t deep =
-        std::min(cache.first * 3 / 4 / (tile.columns * bytes), of_second / (4 * tile.rows * bytes));
+        std::min(cache.first * 3 / 4 / (tile_columns * bytes), of_second / (4 * tile_rows * bytes));
     const int64_t depth = equal_parts(k, std::clamp(deep / unit * unit, least_depth, most_depth), unit);
-    const int64_t high = std::max<int64_t>(1, of_second / (depth * bytes) / tile.rows) * tile.rows;
+    const int64_t high = std::max<int64_t>(1, of_second / (depth * bytes) / tile_rows) * tile_rows;
     const int64_t wide = std::clamp(cache.last / 10 / (depth * bytes), least_columns, most_columns);
-    return {depth, equal_parts(m, high, tile.rows),
-            equal_parts(n, wide / tile.columns * tile.columns, tile.columns)};
+    return {depth, equal_parts(m, high, tile_rows),
+            equal_parts(n, wide / tile_columns * tile_columns, tile_columns)};
 }
 
 }  // namespace
@@ -156,8 +156,7 @@ Blocks blocks_of(Tile tile, int64_t bytes, int64_t m, int64_t n, int64_t k)
 template <class T>
 Blocks product_blocks(int64_t m, int64_t n, int64_t k)
 {
-    const auto& run = product_loops<T>();
-    return blocks_of({run.tile_rows, run.tile_columns}, sizeof(T), m, n, k);
+    return blocks_of<T>(product_loops<T>(), m, n, k);
 }
 
 template Blocks product_blocks<float>(int64_t, int64_t, int64_t);
@@ -171,7 +170,7 @@ template <class T, class Task>
 bool by_panels(const Task& p)
 {
     const auto& run = product_loops<T>();
-    const Blocks blocks = product_blocks<T>(p.m, p.n, p.k);
+    const Blocks blocks = blocks_of<T>(run, p.m, p.n, p.k);
     Scratch<Part<T>> panels;
     constexpr int64_t parts = sizeof(T) / sizeof(Part<T>);
     if (!panels.allocate(parts * blocks.depth, blocks.rows + blocks.columns)) return false;

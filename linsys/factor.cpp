@@ -82,12 +82,12 @@ void join(int64_t n, const R* from, int64_t half, std::complex<R>* to)
 }
 
 // The columns first..last-1 of the panel, which have the products with the columns before: they are
-// eliminated, and their pivots stored, one-based from the panel's first row on.
-template <class T>
-void factor_leaf(const Panel<T>& panel, int64_t first, int64_t last, Part<T> small, int32_t* ipvt,
-                 Record& record)
+// eliminated, and their pivots stored, one-based from the panel's first row on. The loops are those that the
+// leaf's width is of.
+template <class T, class Loops>
+void factor_leaf(const Loops& run, const Panel<T>& panel, int64_t first, int64_t last, Part<T> small,
+                 int32_t* ipvt, Record& record)
 {
-    const auto& run = of_type<T>(elimination_loops());
     // The leaf as a panel of its own, whose first row is that of its first step.
     Part<T>* const corner = panel.column(first) + first;
     Part<T>* const s = panel.s + first;
@@ -138,7 +138,7 @@ int64_t factor_panel(const Panel<T>& panel, Part<T> small, T* fact, int64_t ldfa
     while (done < panel.columns && !skips) {
         const int64_t last = std::min(done + run.leaf, panel.columns), before = record.count;
         if (done > 0) run.eliminate(done, panel.rows, last - done, panel.p, panel.column(done), panel.shape);
-        factor_leaf(panel, done, last, small, ipvt, record);
+        factor_leaf(run, panel, done, last, small, ipvt, record);
         const Interchange* const swaps = record.swaps + before;
         const int64_t count = record.count - before;
         for (int64_t j = 0; j < panel.columns; ++j)

@@ -22,7 +22,14 @@ struct Fault {
 
 void set_up_process(const std::string& folder);  // once in each process that makes calls
 int level_count();
-extern bool all_levels;  // the second run of every routine is made on another level
+
+// On which level the second run of a call is made.
+enum class Levels {
+    as_listed,  // that of the first, or another where results are the same on all
+    others,     // another one
+    many,       // on one after the other, as is the first: another thread changes it all the time
+};
+extern Levels levels;
 
 // Makes the call twice, a routine whose results are the same everywhere on another level the second time. The
 // mood, too, comes from the seed; the level of the first run is the rest of it by level_count().

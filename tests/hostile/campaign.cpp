@@ -4,6 +4,7 @@
 //                                 a campaign; 0 seconds are one round
 //     hostile refusals            every request for storage refused, of all routines
 //     hostile levels [seconds=S]  prints the routines that give the same bits on all instruction-set levels
+//     hostile changing [...]      a campaign whose calls meet other levels all the time
 //     hostile ROUTINE SEED        one call of it, as a campaign has named it
 //
 // Each call follows from its routine and one number. A worker that dies or hangs is replaced by one that goes
@@ -26,6 +27,7 @@
 #include <thread>
 #include <vector>
 
+#include "isa/levels.h"
 #include "tests/hostile/call.h"
 #include "tests/hostile/draw.h"
 
@@ -68,8 +70,8 @@ uint64_t seed_of(int64_t ticket, int64_t call)
     const auto rounds = static_cast<uint64_t>(ticket) / settings.chosen.size();
     const uint64_t bits = mixed(mixed(settings.seed + mixed(rounds)) +
                                 static_cast<uint64_t>(ticket * calls_of_a_ticket + call));
-    const auto levels = static_cast<uint64_t>(level_count());
-    return bits / 8 / levels * levels + rounds % levels;  // one level to a round
+    const auto count = static_cast<uint64_t>(level_count());
+    return bits / 8 / count * count + rounds % count;  // one level to a round
 }
 
 const Routine& routine_of(int64_t ticket)
@@ -103,11 +105,17 @@ void tell(const std::string& what)
     while (me->fault_count != 0) usleep(1000);
 }
 
+[[noreturn]] void change_levels()
+{
+    for (int k = 0;; ++k) orvel::isa::use_level(orvel::isa::level_name(k % level_count()));
+}
+
 [[noreturn]] void work()
 {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     handle_signals();
     set_up_process(settings.folder);
+    if (levels == Levels::many) std::thread(change_levels).detach();
     for (;;) {
         if (me->call >= calls_of_a_ticket) {
             const int64_t ticket = shared->next_ticket++;
@@ -123,7 +131,7 @@ void tell(const std::string& what)
             me->seed = seed_of(me->ticket, call);
             const Fault fault = make_call(routine, me->seed);
             if (fault.what.empty()) continue;
-            if (!all_levels) {
+            if (levels != Levels::others) {
                 tell(fault.what);
                 continue;
             }
@@ -150,7 +158,7 @@ public:
             if (settings.seconds > 0 && since_start() > settings.seconds) shared->is_over = true;
             if (since_start() > shown_ + 5) show();
         }
-        if (all_levels) return print_the_same();
+        if (levels == Levels::others) return print_the_same();
         show();
         std::vector<int64_t> counts;
         for (const Routine* r : settings.chosen) counts.push_back(shared->of_routine[r - routines().data()]);
@@ -241,7 +249,7 @@ private:
 
     void show()
     {
-        if (all_levels) return;
+        if (levels == Levels::others) return;
         shown_ = since_start();
         std::printf("%5.0f s: %ld calls of %zu routines at %d levels, %d faults\n", shown_,
                     shared->calls.load(), settings.chosen.size(), level_count(), faults_);
@@ -303,15 +311,19 @@ int main(int argc, char** argv)
     if (mkdtemp(folder) == nullptr || chdir(folder) != 0) return 2;
     settings.folder = folder;
     int status = 2;
-    all_levels = argc > 1 && std::strcmp(argv[1], "levels") == 0;
-    if (argc == 2 && std::strcmp(argv[1], "refusals") == 0) {
+    const std::string first = argc > 1 ? argv[1] : "";
+    if (first == "levels") levels = Levels::others;
+    if (first == "changing") levels = Levels::many;
+    if (levels == Levels::many) settings.workers = (settings.workers + 1) / 2;
+    const bool has_word = levels != Levels::as_listed;
+    if (argc == 2 && first == "refusals") {
         handle_signals();
         set_up_process(settings.folder);
         status = refuse_all(settings.seed);
-    } else if (argc == 3 && !all_levels && std::strchr(argv[1], '=') == nullptr) {
+    } else if (argc == 3 && !has_word && first.find('=') == first.npos) {
         status = one_call(argv[1], argv[2]);
     } else {
-        for (int k = all_levels ? 2 : 1; k < argc; ++k)
+        for (int k = has_word ? 2 : 1; k < argc; ++k)
             if (!take(argv[k])) return std::fprintf(stderr, "what is %s?\n", argv[k]), 2;
         status = Campaign().run();
     }

@@ -16,7 +16,7 @@ namespace hostile {
 
 namespace isa = orvel::isa;
 
-bool all_levels = false;
+Levels levels = Levels::as_listed;
 
 namespace {
 
@@ -128,7 +128,8 @@ Surroundings surroundings(const Routine& routine, uint64_t seed, Draw& draw, Moo
     const auto& pair = garbage[draw.below(4)];
     Surroundings s{};
     s.level[0] = static_cast<int>(seed % static_cast<uint64_t>(level_count()));
-    s.level[1] = routine.is_same_on_all_levels || all_levels ? (s.level[0] + 1) % level_count() : s.level[0];
+    s.level[1] = routine.is_same_on_all_levels || levels == Levels::others ? (s.level[0] + 1) % level_count()
+                                                                           : s.level[0];
     std::memcpy(s.garbage, pair, sizeof pair);
     s.is_quiet = draw.one_in(4);
     s.has_context = takes_function(routine) && draw.one_in(3);

@@ -106,6 +106,19 @@ TEST(Levels, MayChangeWhileCallsRun)
         for (double& e : x) e = static_cast<double>(random()) * 0x1p-32 - 0.5;
         return x;
     };
+    // Panels are made and gone through with the loops of one level. One entry of the product says whether.
+    for (const int32_t m : {170, 201, 260, 333, 170, 201, 260, 333}) {
+        const double one = 1, none = 0;
+        const std::vector<double> a = numbers(m * m), b = numbers(m * m);
+        std::vector<double> c(a.size());
+        for (int repeat = 0; repeat < 25; ++repeat) {
+            DGEMM("N", "T", &m, &m, &m, &one, a.data(), &m, b.data(), &m, &none, c.data(), &m);
+            const int32_t i = m - 1 - repeat, j = 7 * repeat;
+            double sum = 0;
+            for (int32_t k = 0; k < m; ++k) sum += a[i + k * m] * b[j + k * m];
+            ASSERT_NEAR(c[i + j * m], sum, 1e-11) << m;
+        }
+    }
     const int32_t ipath = 1;
     for (const int32_t n : {7, 30, 100, 300, 2048, 8192, 3375, 16384}) {
         if (n <= 300) {
