@@ -203,8 +203,9 @@ void add_front(const std::string& routine, int32_t n)
 }
 
 const int registered = [] {
-    const int32_t sizes[] = {16,   32,   64,   128,   256,   512,   1000,   1024,    1200,  2048,
-                             4096, 5040, 8192, 16384, 32768, 65536, 262144, 1048576, 10007, 1000003};
+    const int32_t sizes[] = {6,     15,    16,    32,     60,      64,    100,    128,  256,
+                             360,   512,   1000,  1024,   1200,    2048,  4096,   5040, 8192,
+                             16384, 32768, 65536, 262144, 1048576, 10007, 1000003};
     for (const int32_t n : sizes) {
         add_complex<double>("DF2TCF", n);
         add_complex<float>("F2TCF", n);

@@ -51,10 +51,11 @@ template <class R, bool forward>
 void f2tc(frame::State& state, int32_t n, const std::complex<R>* in, std::complex<R>* out, R* wfc, R* cwork)
 {
     using Frame = std::conditional_t<forward, Routine<R, "F2TCF">, Routine<R, "F2TCB">>;
-    const ShortLoop<R> loop = short_loop<R>(forward ? forward_complex : backward_complex, n, wfc, 4);
-    if (loop == nullptr) return transform_any<R, forward, Frame>(state, n, in, out, wfc, cwork);
+    const int place = place_of<false>(n, wfc, 4);
+    if (place < 0) return transform_any<R, forward, Frame>(state, n, in, out, wfc, cwork);
     Frame::visit(state);
-    loop(reinterpret_cast<const R*>(in), reinterpret_cast<R*>(out), wfc);
+    transform_short<forward ? forward_complex : backward_complex, R>(place, reinterpret_cast<const R*>(in),
+                                                                     reinterpret_cast<R*>(out), wfc);
 }
 
 template <class R, bool forward>
@@ -81,13 +82,13 @@ void front(const int32_t* n, const std::complex<R>* in, std::complex<R>* out)
 {
     using Frame = std::conditional_t<forward, Routine<R, "FFTCF">, Routine<R, "FFTCB">>;
     frame::State& state = frame::state();
-    const ShortLoop<R> loop = short_loop<R>(forward ? forward_complex : backward_complex, *n);
-    if (loop == nullptr) return with_storage<R, forward, Frame>(state, *n, in, out);
+    const int place = place_of<false>(*n);
     Scratch<R> rows;
-    if (needs_rows<R>(*n) && !rows.allocate(2 * int64_t{*n}))
+    if (place < 0 || (needs_rows<R>(*n) && !rows.allocate(2 * int64_t{*n})))
         return with_storage<R, forward, Frame>(state, *n, in, out);
     Frame::visit(state);
-    loop(reinterpret_cast<const R*>(in), reinterpret_cast<R*>(out), rows);
+    transform_short<forward ? forward_complex : backward_complex, R>(place, reinterpret_cast<const R*>(in),
+                                                                     reinterpret_cast<R*>(out), rows);
 }
 
 }  // namespace

@@ -3,27 +3,6 @@
 
 namespace orvel::fft {
 
-Factors factorize(int64_t n)
-{
-    Factors f;
-    f.n = n;
-    const auto divide_out = [&](int64_t d) {
-        for (; n % d == 0; n /= d) f.append(d);
-    };
-    divide_out(4);
-    if (n % 2 == 0) {
-        for (int32_t k = f.count; k > 0; --k) f.factor[k] = f.factor[k - 1];
-        f.factor[0] = 2;
-        ++f.count;
-        n /= 2;
-    }
-    divide_out(3);
-    divide_out(5);
-    for (int64_t d = 7; d * d <= n; d += 2) divide_out(d);
-    if (n > 1) f.append(n);
-    return f;
-}
-
 namespace {
 
 // Pairs of factors that a stored list may have as their product.

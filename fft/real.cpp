@@ -46,10 +46,10 @@ template <class R, bool forward>
 void f2tr(frame::State& state, int32_t n, const R* in, R* out, R* wfr)
 {
     using Frame = std::conditional_t<forward, Routine<R, "F2TRF">, Routine<R, "F2TRB">>;
-    const ShortLoop<R> loop = short_loop<R>(forward ? forward_real : backward_real, n, wfr, 2);
-    if (loop == nullptr) return transform_any<R, forward, Frame>(state, n, in, out, wfr);
+    const int place = place_of<true>(n, wfr, 2);
+    if (place < 0) return transform_any<R, forward, Frame>(state, n, in, out, wfr);
     Frame::visit(state);
-    loop(in, out, nullptr);
+    transform_short<forward ? forward_real : backward_real, R>(place, in, out, nullptr);
 }
 
 template <class R>
@@ -68,7 +68,8 @@ template <class R>
 void f3trf(const int32_t* n, R* c, R* ch, const R* wa, const R* fac)
 {
     Routine<R, "F3TRF"> me;
-    if (const ShortLoop<R> loop = short_loop<R>(forward_real, *n, fac, 0)) return loop(c, c, nullptr);
+    if (const int place = place_of<true>(*n, fac, 0); place >= 0)
+        return transform_short<forward_real, R>(place, c, c, nullptr);
     Factors f;
     if (is_initialised(me, *n, fac, f) && *n > 1) real_forward<R>(f, c, c, ch, wa);
 }
@@ -89,10 +90,10 @@ void front(const int32_t* n, const R* in, R* out)
 {
     using Frame = std::conditional_t<forward, Routine<R, "FFTRF">, Routine<R, "FFTRB">>;
     frame::State& state = frame::state();
-    const ShortLoop<R> loop = short_loop<R>(forward ? forward_real : backward_real, *n);
-    if (loop == nullptr) return with_storage<R, forward, Frame>(state, *n, in, out);
+    const int place = place_of<true>(*n);
+    if (place < 0) return with_storage<R, forward, Frame>(state, *n, in, out);
     Frame::visit(state);
-    loop(in, out, nullptr);
+    transform_short<forward ? forward_real : backward_real, R>(place, in, out, nullptr);
 }
 
 }  // namespace

@@ -10,6 +10,8 @@
 
 #define ORVEL_INLINE inline __attribute__((always_inline))
 
+#define ORVEL_LAMBDA __attribute__((always_inline))
+
 // A function that stays one: neither inlined nor copied for the constants that it is called with.
 #ifdef __clang__
 #define ORVEL_SHARED __attribute__((noinline))

@@ -86,7 +86,7 @@ ORVEL_INLINE Opposites<R, W> odd_results(Complex<R, W> first, const Complex<R, W
                                          const Complex<R, W>* difference, Cosine cosine, Sine sine)
 {
     Complex<R, W> even = first, odd;
-    for_each<half>([&](int j) __attribute__((always_inline)) {
+    for_each<half>([&](int j) ORVEL_LAMBDA {
         const R c = cosine(j + 1), s = sine(j + 1);
         even.re += sum[j].re * c;
         even.im += sum[j].im * c;
@@ -267,12 +267,11 @@ void later_pass(const Pass<R>& pass)
         for (int64_t k = 0; k < p.l; k += W) {
             if (k > p.l - W) k = p.l - W;
             Complex<R, W> z[r * s];
-            columns<R, W, r, s, Twiddles::each>(
-                step_of(p, k, b, Layout::split), z, [&](int c) __attribute__((always_inline)) {
-                    constexpr int apart = apart_in<r, s>;
-                    write<R, W, put_at_once<r, s>>(p.out, k + p.l * (c + r * s * b), p.l * apart, to, z + c,
-                                                   apart);
-                });
+            columns<R, W, r, s, Twiddles::each>(step_of(p, k, b, Layout::split), z, [&](int c) ORVEL_LAMBDA {
+                constexpr int apart = apart_in<r, s>;
+                write<R, W, put_at_once<r, s>>(p.out, k + p.l * (c + r * s * b), p.l * apart, to, z + c,
+                                               apart);
+            });
         }
 }
 

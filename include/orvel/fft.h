@@ -17,9 +17,10 @@
  *     pair, largest                       4.5     2.8     4.6     4.6     5.5
  *
  * The fronts FFTRF, FFTRB, FFTCF, FFTCB obtain a work vector and initialise it in each call; powers of two
- * up to 4096 need none. A program that transforms many sequences of one length calls FFTRI or FFTCI once
- * and then the workers F2TRF ... F2TCB. A work vector is of one length and one precision, for both
- * directions. Input and output may be the same array; else they must not overlap.
+ * up to 4096 and most products of 2, 3, 5 and 7 up to 250 need none. A program that transforms many
+ * sequences of one length calls FFTRI or FFTCI once and then the workers F2TRF ... F2TCB. A work vector is of
+ * one length and one precision, for both directions. Input and output may be the same array; else they must
+ * not overlap.
  *
  *     N            in     the length of the sequence
  *     WFR(2*N+15)  inout  the work vector of real transforms

@@ -167,13 +167,20 @@ TYPED_TEST(Fft, StoredFactors)
         }
     }
     // What the short way knows of them.
-    for (int64_t n = orvel::fft::shortest; n <= orvel::fft::longest_short; n *= 2) {
+    int known = 0;
+    for (int32_t n = 2; n <= orvel::fft::longest_short; ++n) {
         R stored[15];
         orvel::fft::store_factors(orvel::fft::factorize(n), stored);
-        EXPECT_NE(orvel::fft::short_loop<R>(orvel::fft::forward_complex, static_cast<int32_t>(n), stored, 0),
-                  nullptr)
-            << n;
+        const int place = orvel::fft::place_of<false>(n), of_real = orvel::fft::place_of<true>(n);
+        EXPECT_EQ(orvel::fft::place_of<false>(n, stored, 0), place) << n;
+        EXPECT_EQ(orvel::fft::place_of<true>(n, stored, 0), of_real) << n;
+        known += (place >= 0) + (of_real >= 0);
+        ++stored[2];
+        EXPECT_LT(orvel::fft::place_of<false>(n, stored, 0), 0) << n;
     }
+    const auto odd = std::count_if(std::begin(orvel::fft::composites), std::end(orvel::fft::composites),
+                                   [](const auto& c) { return c.length() % 2 == 1; });
+    EXPECT_EQ(known, 2 * orvel::fft::short_lengths + 2 * orvel::fft::composite_count - 1 + odd);
     // Lengths and factors that a single real rounds, and the longest lists of each kind.
     for (const int64_t n : {2147483647LL, 2 * 1073741789LL, 16777259LL, 1LL << 30, 1LL << 27, 1162261467LL,
                             1464843750LL, 2050781250LL}) {

@@ -62,6 +62,7 @@ TEST(Levels, EveryFamilyTakesTheTablesOfTheLevelInUse)
         ORVEL_EXPECT_TABLE(ORVEL_FOR_EACH_LEVEL, fft, join_split_loops);
         ORVEL_EXPECT_TABLE(ORVEL_FOR_EACH_LEVEL, fft, odd_part_loops);
         ORVEL_EXPECT_TABLE(ORVEL_FOR_EACH_LEVEL, fft, short_loops);
+        ORVEL_EXPECT_TABLE(ORVEL_FOR_EACH_LEVEL, fft, composite_loops);
         ++k;
     });
     EXPECT_EQ(orvel_level(),
