@@ -1,8 +1,8 @@
 // fft/composite_roots.cpp - the roots of short lengths with factors beside 2
 #include <utility>
 
-#include "fft/isa/composites.h"
 #include "fft/isa/exact_roots.h"
+#include "fft/short.h"
 
 namespace orvel::fft {
 
@@ -44,15 +44,15 @@ template <class R, int place>
 constexpr auto halves = make_halves<R, place>();
 
 template <class R, int... place>
-constexpr CompositeRoots<R> all_roots(std::integer_sequence<int, place...>)
+constexpr CompositePlaces<R> all_places(std::integer_sequence<int, place...>)
 {
-    return {{{rows<R, place>.at, halves<R, place>.at}...}};
+    return {{{place, composites[place].length(), rows<R, place>.at, halves<R, place>.at}...}};
 }
 using Places = std::make_integer_sequence<int, composite_count>;
 
 }  // namespace
 
-constinit const CompositeRoots<float> single_composite_roots = all_roots<float>(Places());
-constinit const CompositeRoots<double> double_composite_roots = all_roots<double>(Places());
+constinit const isa::ForReals<CompositePlaces> composite_places = {all_places<float>(Places()),
+                                                                   all_places<double>(Places())};
 
 }  // namespace orvel::fft

@@ -70,6 +70,12 @@ struct ShortPlaces {
 };
 inline constexpr ShortPlaces short_places_of;
 
+template <class R>
+struct CompositePlaces {
+    CompositePlace<R> of[composite_count];
+};
+extern const isa::ForReals<CompositePlaces> composite_places;
+
 // Compares as the frame compares names: without a branch for each number.
 template <class R>
 bool begins_with(const R* stored, const ListOfFactors<R>& list)
@@ -117,10 +123,10 @@ bool needs_rows(int32_t n)
 template <ShortKind kind, class R>
 void transform_short(int place, const R* from, R* to, R* rows)
 {
-    if (place < first_composite)
-        return isa::of_type<R>(short_loops()).loop[kind][place](from, to, rows, place);
+    if (place < first_composite) return isa::of_type<R>(short_loops()).loop[kind][place](from, to, rows);
     const int k = place - first_composite;
-    isa::of_type<R>(composite_loops()).loop[kind][k](from, to, rows, k % composite_count);
+    isa::of_type<R>(composite_loops())
+        .loop[kind][k](from, to, isa::of_type<R>(composite_places).of[k % composite_count]);
 }
 
 }  // namespace orvel::fft

@@ -12,14 +12,14 @@ namespace {
 constexpr Form plain = Form::interleaved;
 
 template <class R, int place, Form form>
-void complex_composite(const R* from, R* to, R*, int)
+void complex_composite(const R* from, R* to, const CompositePlace<R>& at)
 {
-    composite<R, place, form>(from, to);
+    composite<R, place, form>(from, to, at.rows);
 }
 
 template <class R>
 struct ComplexLoops {
-    ShortLoop<R> forward[composite_count], backward[composite_count];
+    CompositeLoop<R> forward[composite_count], backward[composite_count];
 };
 template <class R, int... place>
 constexpr ComplexLoops<R> complex_loops_of(std::integer_sequence<int, place...>)
@@ -39,7 +39,7 @@ constexpr Complex<R, 1> root_of_half(int k, long double scale)
 }
 
 template <class R, int m>
-void forward_of_few_halves(const R* from, R* to, R*, int)
+void forward_of_few_halves(const R* from, R* to, const CompositePlace<R>&)
 {
     Complex<R, 1> z[m];
     composite_lanes<R, 1, m>(z, [&](int j) ORVEL_LAMBDA { return take<R, 1, plain>(from, j); });
@@ -57,7 +57,7 @@ void forward_of_few_halves(const R* from, R* to, R*, int)
 }
 
 template <class R, int m>
-void backward_of_few_halves(const R* from, R* to, R*, int)
+void backward_of_few_halves(const R* from, R* to, const CompositePlace<R>&)
 {
     Complex<R, 1> z[m];
     z[0] = {from[0] - from[2 * m - 1], from[0] + from[2 * m - 1]};
@@ -76,7 +76,7 @@ void backward_of_few_halves(const R* from, R* to, R*, int)
 }
 
 template <class R, int n>
-void forward_of_few(const R* from, R* to, R*, int)
+void forward_of_few(const R* from, R* to, const CompositePlace<R>&)
 {
     Complex<R, 1> z[n];
     composite_lanes<R, 1, n>(z, [&](int j) ORVEL_LAMBDA { return Complex<R, 1>{from[j], 0}; });
@@ -86,7 +86,7 @@ void forward_of_few(const R* from, R* to, R*, int)
 }
 
 template <class R, int n>
-void backward_of_few(const R* from, R* to, R*, int)
+void backward_of_few(const R* from, R* to, const CompositePlace<R>&)
 {
     Complex<R, 1> z[n];
     composite_lanes<R, 1, n>(z, [&](int k) ORVEL_LAMBDA {
@@ -149,14 +149,14 @@ ORVEL_INLINE void convert_pairs(const R* from, R* to, int64_t m, const R* halves
 }
 
 template <class R>
-void forward_of_halves(const R* from, R* to, R*, int place)
+void forward_of_halves(const R* from, R* to, const CompositePlace<R>& at)
 {
-    const int m = composites[place].length();
+    const int m = at.n;
     R z[2 * longest_composite];
-    complex_loops<R>.forward[place](from, z, nullptr, place);
+    complex_loops<R>.forward[at.place](from, z, at);
     to[0] = z[0] + z[1];
     to[2 * m - 1] = z[0] - z[1];
-    convert_pairs<R, true>(z, to, m, composite_roots<R>().of[place].halves);
+    convert_pairs<R, true>(z, to, m, at.halves);
     if (m % 2 == 0) {
         to[m - 1] = z[m];
         to[m] = -z[m + 1];
@@ -164,35 +164,35 @@ void forward_of_halves(const R* from, R* to, R*, int place)
 }
 
 template <class R>
-void backward_of_halves(const R* from, R* to, R*, int place)
+void backward_of_halves(const R* from, R* to, const CompositePlace<R>& at)
 {
-    const int m = composites[place].length();
+    const int m = at.n;
     R z[2 * longest_composite];
     z[0] = from[0] + from[2 * m - 1];
     z[1] = from[0] - from[2 * m - 1];
-    convert_pairs<R, false>(from, z, m, composite_roots<R>().of[place].halves);
+    convert_pairs<R, false>(from, z, m, at.halves);
     if (m % 2 == 0) {
         z[m] = 2 * from[m - 1];
         z[m + 1] = -2 * from[m];
     }
-    complex_loops<R>.backward[place](z, to, nullptr, place);
+    complex_loops<R>.backward[at.place](z, to, at);
 }
 
 template <class R>
-void forward_of_odd(const R* from, R* to, R*, int place)
+void forward_of_odd(const R* from, R* to, const CompositePlace<R>& at)
 {
-    const int n = composites[place].length();
+    const int n = at.n;
     R z[2 * longest_composite];
     for (int j = 0; j < n; ++j) z[2 * j] = from[j], z[2 * j + 1] = 0;
-    complex_loops<R>.forward[place](z, z, nullptr, place);
+    complex_loops<R>.forward[at.place](z, z, at);
     to[0] = z[0];
     for (int k = 1; k < n; ++k) to[k] = z[k + 1];
 }
 
 template <class R>
-void backward_of_odd(const R* from, R* to, R*, int place)
+void backward_of_odd(const R* from, R* to, const CompositePlace<R>& at)
 {
-    const int n = composites[place].length();
+    const int n = at.n;
     R z[2 * longest_composite];
     z[0] = from[0], z[1] = 0;
     for (int k = 1; k <= n / 2; ++k) {
@@ -200,13 +200,13 @@ void backward_of_odd(const R* from, R* to, R*, int place)
         z[2 * k] = re, z[2 * k + 1] = -im;
         z[2 * (n - k)] = re, z[2 * (n - k) + 1] = im;
     }
-    complex_loops<R>.forward[place](z, z, nullptr, place);
+    complex_loops<R>.forward[at.place](z, z, at);
     for (int j = 0; j < n; ++j) to[j] = z[2 * j];
 }
 
 // The functions for the length of a place, if odd, and for its double.
 template <class R, int place, bool forward, bool doubled>
-constexpr ShortLoop<R> real_loop()
+constexpr CompositeLoop<R> real_loop()
 {
     constexpr int n = composites[place].length();
     if constexpr (n == 2 || (!doubled && n % 2 == 0))

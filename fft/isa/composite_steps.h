@@ -145,17 +145,8 @@ ORVEL_SHARED void second_of_two(const R* rows, const R* roots, R* out, int64_t A
     }
 }
 
-template <class R>
-ORVEL_INLINE const CompositeRoots<R>& composite_roots()
-{
-    if constexpr (sizeof(R) == sizeof(float))
-        return single_composite_roots;
-    else
-        return double_composite_roots;
-}
-
 template <class R, int place, Form form>
-ORVEL_INLINE void composite(const R* in, R* out)
+ORVEL_INLINE void composite(const R* in, R* out, const R* roots)
 {
     constexpr Composite c = composites[place];
     if constexpr (c.second == 1) {
@@ -168,7 +159,7 @@ ORVEL_INLINE void composite(const R* in, R* out)
         alignas(64) R rows[2 * rounded_up(c.first, W) * c.second];
         constexpr R sign = form == Form::exchanged ? -1 : 1;
         first_of_two<R, W, c.first>(in, rows, c.second, sign);
-        second_of_two<R, W, c.second>(rows, composite_roots<R>().of[place].rows, out, c.first, sign);
+        second_of_two<R, W, c.second>(rows, roots, out, c.first, sign);
     }
 }
 

@@ -24,16 +24,13 @@ inline constexpr Composite composites[] = {
 inline constexpr int composite_count = sizeof composites / sizeof composites[0];
 inline constexpr int longest_composite = 500;
 
-// Cosines and sines of 2 pi k / n, exp(2 pi i k / n) = cosine + i sine. Rows have those of k = b * j for j <
-// first, for each 0 < b < second: first the cosines, then the sines. Halves are those of k / 2 < n / 4 for a
-// real sequence of twice the length.
+// What the steps of a length n take. Cosines and sines are those of 2 pi k / n. Rows have those of k = b * j
+// for j < first, for each 0 < b < second: first the cosines, then the sines. Halves are those of k / 2 < n /
+// 4 for a real sequence of twice the length.
 template <class R>
-struct CompositeRoots {
-    struct {
-        const R *rows, *halves;
-    } of[composite_count];
+struct CompositePlace {
+    int place, n;
+    const R *rows, *halves;
 };
-extern const CompositeRoots<float> single_composite_roots;
-extern const CompositeRoots<double> double_composite_roots;
 
 }  // namespace orvel::fft

@@ -149,24 +149,24 @@ struct ChirpLoops {
 ORVEL_LEVEL_TABLE(isa::ForReals<ChirpLoops>, chirp_loops);
 
 // Transforms of the lengths 4, 8 ... 4096 as a whole. `to` may be `from`. What is between their steps is on
-// the stack up to so many bytes, else in rows(2n), which may be null for the others. They have no use for a
-// place.
+// the stack up to so many bytes, else in rows(2n), which may be null for the others.
 inline constexpr int64_t most_on_stack = 32768;
 inline constexpr int short_lengths = 11;
 enum ShortKind { forward_complex, backward_complex, forward_real, backward_real, short_kinds };
 template <class R>
-using ShortLoop = void (*)(const R* from, R* to, R* rows, int place);
+using ShortLoop = void (*)(const R* from, R* to, R* rows);
 template <class R>
 struct ShortLoops {
     ShortLoop<R> loop[short_kinds][short_lengths];
 };
 ORVEL_LEVEL_TABLE(isa::ForReals<ShortLoops>, short_loops);
 
-// The same for the lengths n of composites.h and, of real sequences, for odd n and then for 2 n. Rows are not
-// used. `place` is that of n.
+// The same for the lengths n of composites.h and, of real sequences, for odd n and then for 2 n.
+template <class R>
+using CompositeLoop = void (*)(const R* from, R* to, const CompositePlace<R>& at);
 template <class R>
 struct CompositeLoops {
-    ShortLoop<R> loop[short_kinds][2 * composite_count];
+    CompositeLoop<R> loop[short_kinds][2 * composite_count];
 };
 ORVEL_LEVEL_TABLE(isa::ForReals<CompositeLoops>, composite_loops);
 

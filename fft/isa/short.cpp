@@ -9,7 +9,7 @@ namespace orvel::fft {
 namespace {
 
 template <class R, int n, Form form>
-void complex_transform(const R* from, R* to, R* rows, int)
+void complex_transform(const R* from, R* to, R* rows)
 {
     transform<R, n, form, form>(from, to, rows);
 }
@@ -87,7 +87,7 @@ ORVEL_INLINE void join_block(const R* z, R* c, int k, Complex<R, W>& next)
 // The transform of the halves may lie where the coefficients go: both ways every block is read before another
 // is written over it.
 template <class R, int m>
-void real_forward(const R* from, R* to, R* rows, int)
+void real_forward(const R* from, R* to, R* rows)
 {
     constexpr int W = lanes_of_steps<R>(m);
     R* const z = to;
@@ -119,7 +119,7 @@ ORVEL_INLINE void split_block(const R* c, R* z, int k, Complex<R, W>& next)
 }
 
 template <class R, int m>
-void real_backward(const R* from, R* to, R* rows, int)
+void real_backward(const R* from, R* to, R* rows)
 {
     constexpr int W = lanes_of_steps<R>(m);
     R* const z = to;
