@@ -42,7 +42,7 @@ template <class R, int m>
 void forward_of_few_halves(const R* from, R* to, const CompositePlace<R>&)
 {
     Complex<R, 1> z[m];
-    composite_lanes<R, 1, m>(z, [&](int j) ORVEL_LAMBDA { return take<R, 1, plain>(from, j); });
+    transform_lanes<R, 1, m>(z, [&](int j) ORVEL_LAMBDA { return take<R, 1, plain>(from, j); });
     to[0] = z[0].re + z[0].im;
     to[2 * m - 1] = z[0].re - z[0].im;
     written_out<(m - 1) / 2>([&](auto i) ORVEL_LAMBDA {
@@ -71,7 +71,7 @@ void backward_of_few_halves(const R* from, R* to, const CompositePlace<R>&)
     });
     if constexpr (m % 2 == 0) z[m / 2] = {-2 * from[m], 2 * from[m - 1]};
     Complex<R, 1> x[m];
-    composite_lanes<R, 1, m>(x, [&](int j) ORVEL_LAMBDA { return z[j]; });
+    transform_lanes<R, 1, m>(x, [&](int j) ORVEL_LAMBDA { return z[j]; });
     written_out<m>([&](auto k) ORVEL_LAMBDA { put<R, 1, Form::exchanged>(to, k, x[k]); });
 }
 
@@ -79,7 +79,7 @@ template <class R, int n>
 void forward_of_few(const R* from, R* to, const CompositePlace<R>&)
 {
     Complex<R, 1> z[n];
-    composite_lanes<R, 1, n>(z, [&](int j) ORVEL_LAMBDA { return Complex<R, 1>{from[j], 0}; });
+    transform_lanes<R, 1, n>(z, [&](int j) ORVEL_LAMBDA { return Complex<R, 1>{from[j], 0}; });
     to[0] = z[0].re;
     written_out<n / 2>(
         [&](auto k) ORVEL_LAMBDA { write_interleaved<R, 1, Lanes::in_turn>(to + 2 * k + 1, z[k + 1]); });
@@ -89,7 +89,7 @@ template <class R, int n>
 void backward_of_few(const R* from, R* to, const CompositePlace<R>&)
 {
     Complex<R, 1> z[n];
-    composite_lanes<R, 1, n>(z, [&](int k) ORVEL_LAMBDA {
+    transform_lanes<R, 1, n>(z, [&](int k) ORVEL_LAMBDA {
         return k == 0      ? Complex<R, 1>{from[0], 0}
                : 2 * k < n ? Complex<R, 1>{from[2 * k - 1], -from[2 * k]}
                            : Complex<R, 1>{from[2 * (n - k) - 1], from[2 * (n - k)]};

@@ -8,7 +8,6 @@
 #pragma once
 
 #include "fft/isa/composites.h"
-#include "fft/isa/exact_roots.h"
 #include "fft/isa/short_steps.h"
 
 namespace orvel::fft {
@@ -16,63 +15,6 @@ namespace orvel::fft {
 namespace {
 
 constexpr int rounded_up(int n, int unit) { return (n + unit - 1) / unit * unit; }
-
-// Calls work(0), work(1) ... with numbers that the compiler knows.
-template <class Work, int... k>
-ORVEL_INLINE void written_out(Work work, std::integer_sequence<int, k...>)
-{
-    (work(std::integral_constant<int, k>()), ...);
-}
-template <int count, class Work>
-ORVEL_INLINE void written_out(Work work)
-{
-    written_out(work, std::make_integer_sequence<int, count>());
-}
-
-// A length in registers as r times this: a prime, 4, or 1 of these.
-constexpr int last_part(int n)
-{
-    return n <= 5 || n == 7 ? n : n % 5 == 0 ? 5 : n % 7 == 0 ? 7 : n % 4 == 0 ? 4 : 3;
-}
-
-// W transforms of length n. Element j of each is read(j).
-template <class R, int W, int n, class Read>
-ORVEL_INLINE void composite_lanes(Complex<R, W>* x, Read read)
-{
-    constexpr int s = last_part(n), r = n / s;
-    Complex<R, W> z[n];
-    if constexpr (r == 1) {
-        written_out<n>([&](auto j) ORVEL_LAMBDA { x[j] = read(j); });
-        Butterfly<R, W, n>::run(x, 1);
-    } else if constexpr (r % s != 0 && s % r != 0) {
-        // Element s a + r b belongs to a and b, result k to its remainders by r and s.
-        written_out<s>([&](auto b) ORVEL_LAMBDA {
-            written_out<r>([&](auto a) ORVEL_LAMBDA { z[a + r * b] = read((s * a + r * b) % n); });
-            Butterfly<R, W, r>::run(z + r * b, 1);
-        });
-        written_out<r>([&](auto a) ORVEL_LAMBDA { Butterfly<R, W, s>::run(z + a, r); });
-        written_out<n>([&](auto k) ORVEL_LAMBDA { x[k] = z[k % r + r * (k % s)]; });
-    } else {
-        written_out<s>([&](auto i) ORVEL_LAMBDA {
-            written_out<r>([&](auto j) ORVEL_LAMBDA { z[i + s * j] = read(i + s * j); });
-            Butterfly<R, W, r>::run(z + i, s);
-            written_out<r>([&](auto k) ORVEL_LAMBDA {
-                constexpr int turn = decltype(i)::value * decltype(k)::value;
-                if constexpr (4 * turn == n) {
-                    z[i + s * k] = {z[i + s * k].im, -z[i + s * k].re};
-                } else if constexpr (turn > 0) {
-                    constexpr R cosine = static_cast<R>(exact_cosine(turn, n));
-                    constexpr R sine = static_cast<R>(exact_sine(turn, n));
-                    z[i + s * k] = turned<R, W>(z[i + s * k], cosine, sine);
-                }
-            });
-        });
-        written_out<r>([&](auto k) ORVEL_LAMBDA {
-            Butterfly<R, W, s>::run(z + s * k, 1);
-            written_out<s>([&](auto i) ORVEL_LAMBDA { x[k + r * i] = z[s * k + i]; });
-        });
-    }
-}
 
 // The widest vectors of at most 32 bytes that fit both steps; wider ones would mostly overlap.
 template <class R>
@@ -95,7 +37,7 @@ ORVEL_SHARED void first_of_two(const R* in, R* rows, int64_t B, R sign)
         const R* const column = hidden<true>(in + 2 * b);
         const int64_t step = hidden<true>(B);
         Complex<R, W> z[row] = {};
-        composite_lanes<R, W, A>(z, [&](int j) ORVEL_LAMBDA {
+        transform_lanes<R, W, A>(z, [&](int j) ORVEL_LAMBDA {
             const Complex<R, W> x = take<R, W, Form::interleaved>(column, step * j);
             return Complex<R, W>{x.re, x.im * sign};
         });
@@ -131,7 +73,7 @@ ORVEL_SHARED void second_of_two(const R* rows, const R* roots, R* out, int64_t A
         const R* const turns = hidden<true>(roots + k);
         const int64_t step = hidden<true>(row), turn = hidden<true>(A);
         Complex<R, W> z[B];
-        composite_lanes<R, W, B>(z, [&](int b) ORVEL_LAMBDA {
+        transform_lanes<R, W, B>(z, [&](int b) ORVEL_LAMBDA {
             const R* const p = column + 2 * step * b;
             const Complex<R, W> x = {load_once<R, W>(p), load_once<R, W>(p + step)};
             if (b == 0) return x;
@@ -152,7 +94,7 @@ ORVEL_INLINE void composite(const R* in, R* out, const R* roots)
     if constexpr (c.second == 1) {
         constexpr int n = c.first;
         Complex<R, 1> z[n];
-        composite_lanes<R, 1, n>(z, [&](int j) ORVEL_LAMBDA { return take<R, 1, form>(in, j); });
+        transform_lanes<R, 1, n>(z, [&](int j) ORVEL_LAMBDA { return take<R, 1, form>(in, j); });
         written_out<n>([&](auto k) ORVEL_LAMBDA { put<R, 1, form>(out, k, z[k]); });
     } else {
         constexpr int W = lanes_of_composite<R>(c);

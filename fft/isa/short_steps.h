@@ -7,6 +7,7 @@
 // profit, 1966.
 #pragma once
 
+#include "fft/isa/exact_roots.h"
 #include "fft/isa/known_roots.h"
 #include "fft/isa/pass.h"
 
@@ -112,32 +113,60 @@ constexpr Numbers<R, m> roots_of_halves()
 template <class R, int m>
 constexpr Numbers<R, m> half_roots = roots_of_halves<R, m>();
 
-template <class R, int W, int n>
-ORVEL_INLINE Complex<R, W> turned_by_root(Complex<R, W> z, int k)
+// Calls work(0), work(1) ... with numbers that the compiler knows.
+template <class Work, int... k>
+ORVEL_INLINE void written_out(Work work, std::integer_sequence<int, k...>)
 {
-    if (4 * k == n) return {z.im, -z.re};
-    const double* const root = circle_roots.at[circle / n * k];
-    return turned<R, W>(z, static_cast<R>(root[0]), static_cast<R>(root[2]));
+    (work(std::integral_constant<int, k>()), ...);
+}
+template <int count, class Work>
+ORVEL_INLINE void written_out(Work work)
+{
+    written_out(work, std::make_integer_sequence<int, count>());
+}
+
+// The last factor of a length in registers.
+constexpr int last_part(int n)
+{
+    return n <= 5 || n == 7 ? n : n % 5 == 0 ? 5 : n % 7 == 0 ? 7 : n % 4 == 0 ? 4 : 3;
 }
 
 // W transforms of length n. Element j of each is read(j).
 template <class R, int W, int n, class Read>
-ORVEL_INLINE void transform_lanes(Complex<R, W> (&x)[n], Read read)
+ORVEL_INLINE void transform_lanes(Complex<R, W>* x, Read read)
 {
-    constexpr int s = n < 4 ? n : 4, r = n / s;
+    constexpr int s = last_part(n), r = n / s;
     Complex<R, W> z[n];
-#pragma GCC unroll 16
-    for (int i = 0; i < s; ++i) {
-        for_each<r>([&](int j) { z[i + s * j] = read(i + s * j); });
-        Butterfly<R, W, r>::run(z + i, s);
-#pragma GCC unroll 16
-        for (int k = 1; k < r; ++k)
-            if (i > 0) z[i + s * k] = turned_by_root<R, W, n>(z[i + s * k], i * k);
-    }
-#pragma GCC unroll 16
-    for (int k = 0; k < r; ++k) {
-        Butterfly<R, W, s>::run(z + s * k, 1);
-        for_each<s>([&](int i) { x[k + r * i] = z[s * k + i]; });
+    if constexpr (r == 1) {
+        written_out<n>([&](auto j) ORVEL_LAMBDA { x[j] = read(j); });
+        Butterfly<R, W, n>::run(x, 1);
+    } else if constexpr (r % s != 0 && s % r != 0) {
+        // Element s a + r b belongs to a and b, result k to its remainders by r and s.
+        written_out<s>([&](auto b) ORVEL_LAMBDA {
+            written_out<r>([&](auto a) ORVEL_LAMBDA { z[a + r * b] = read((s * a + r * b) % n); });
+            Butterfly<R, W, r>::run(z + r * b, 1);
+        });
+        written_out<r>([&](auto a) ORVEL_LAMBDA { Butterfly<R, W, s>::run(z + a, r); });
+        written_out<n>([&](auto k) ORVEL_LAMBDA { x[k] = z[k % r + r * (k % s)]; });
+    } else {
+        written_out<s>([&](auto i) ORVEL_LAMBDA {
+            written_out<r>([&](auto j) ORVEL_LAMBDA { z[i + s * j] = read(i + s * j); });
+            Butterfly<R, W, r>::run(z + i, s);
+            written_out<r>([&](auto k) ORVEL_LAMBDA {
+                constexpr int turn = decltype(i)::value * decltype(k)::value;
+                if constexpr (4 * turn == n) {
+                    z[i + s * k] = {z[i + s * k].im, -z[i + s * k].re};
+                } else if constexpr (turn > 0) {
+                    constexpr R cosine = static_cast<R>(exact_cosine(turn, n));
+                    constexpr R sine = static_cast<R>(exact_sine(turn, n));
+                    z[i + s * k] = turned<R, W>(z[i + s * k], cosine, sine);
+                }
+            });
+        });
+        written_out<r>([&](auto k) ORVEL_LAMBDA {
+            Butterfly<R, W, s>::run(z + s * k, 1);
+            written_out<s>([&](auto i) ORVEL_LAMBDA { x[k + r * i] = z[s * k + i]; });
+        });
     }
 }
 
