@@ -68,7 +68,10 @@ def read(names):
     repetitions = 0
     for run, name in enumerate(names):
         with open(name) as file:
-            benchmarks = json.load(file)["benchmarks"]
+            text = file.read()
+        if not text:
+            sys.exit(f"{name} is empty: no row has such a name")
+        benchmarks = json.loads(text)["benchmarks"]
         repetitions += benchmarks[0]["repetitions"]
         for b in sorted(benchmarks, key=lambda b: b["family_index"]):
             if b["run_type"] == "iteration":
